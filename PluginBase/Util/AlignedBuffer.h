@@ -1,0 +1,72 @@
+#pragma once
+#include <cstddef>
+#include <cstring>
+#include <limits>
+#include <memory>
+#include <new>
+#include <type_traits>
+#include <utility>
+
+namespace Util {
+
+/// Storage for samples that starts on a 32-byte boundary, as wide vector loads want it, and grows but never
+/// shrinks, so that a steady block size allocates nothing.
+/// Errors  no memory: std::bad_alloc, and the buffer stays as it was
+/// Thread  one at a time; grow() allocates only beyond the largest size so far
+template <class T>
+class AlignedBuffer {
+    static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
+
+public:
+    static constexpr std::size_t kAlignment = 32;
+
+    AlignedBuffer() = default;
+    explicit AlignedBuffer(std::size_t elements) { grow(elements); }
+    AlignedBuffer(AlignedBuffer &&other) noexcept { swap(other); }
+    AlignedBuffer &operator=(AlignedBuffer &&other) noexcept
+    {
+        AlignedBuffer taken(std::move(other));
+        swap(taken);
+        return *this;
+    }
+
+    /// Makes room for at least `elements`; what is there stays, what is new is zero. Moves the data if it
+    /// grows.
+    void grow(std::size_t elements)
+    {
+        if (elements <= count) return;
+        if (elements > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_array_new_length();
+        Memory larger(static_cast<T *>(::operator new (elements * sizeof(T), std::align_val_t{kAlignment})));
+        if (count != 0) std::memcpy(larger.get(), memory.get(), count * sizeof(T));
+        std::memset(static_cast<void *>(larger.get() + count), 0, (elements - count) * sizeof(T));
+        memory.swap(larger);
+        count = elements;
+    }
+
+    std::size_t size() const { return count; }
+    T *data() { return std::assume_aligned<kAlignment>(memory.get()); }
+    const T *data() const { return std::assume_aligned<kAlignment>(memory.get()); }
+    T &operator[](std::size_t index) { return memory.get()[index]; }
+    const T &operator[](std::size_t index) const { return memory.get()[index]; }
+    T *begin() { return data(); }
+    T *end() { return data() + count; }
+    const T *begin() const { return data(); }
+    const T *end() const { return data() + count; }
+
+private:
+    struct Release {
+        void operator()(T *block) const { ::operator delete (block, std::align_val_t{kAlignment}); }
+    };
+    using Memory = std::unique_ptr<T, Release>;
+
+    void swap(AlignedBuffer &other) noexcept
+    {
+        memory.swap(other.memory);
+        std::swap(count, other.count);
+    }
+
+    Memory memory;
+    std::size_t count = 0;
+};
+
+} // namespace Util

@@ -1,0 +1,64 @@
+#include "platform/System.h"
+#include <atomic>
+#include <new>
+
+namespace Platform {
+namespace {
+
+/// Mutex of three states over a kernel wait queue. Drepper, "Futexes Are Tricky" (2011), mutex 2, with an
+/// owner on top. A third of the instructions of a recursive pthread mutex.
+struct Lock {
+    enum State : uint32_t { kFree, kHeld, kAwaited };
+    std::atomic<uint32_t> state{kFree};
+    uint32_t depth = 0;                       // touched by the owner alone
+    std::atomic<const void *> owner{nullptr}; // equals a thread's own mark only if that thread wrote it
+};
+static_assert(sizeof(Lock) <= sizeof(RecursiveLock) && alignof(Lock) <= alignof(RecursiveLock));
+
+Lock &lockIn(std::byte *storage)
+{
+    return *std::launder(reinterpret_cast<Lock *>(storage));
+}
+
+/// Sleeps until the lock is ours. Once one thread has waited the lock stays marked until nobody does, so that
+/// no leave() misses a sleeper.
+[[gnu::noinline]] void waitAndTake(Lock &lock)
+{
+    while (lock.state.exchange(Lock::kAwaited) != Lock::kFree) lock.state.wait(Lock::kAwaited);
+}
+
+} // namespace
+
+RecursiveLock::RecursiveLock()
+{
+    new (storage) Lock;
+}
+
+RecursiveLock::~RecursiveLock()
+{
+    lockIn(storage).~Lock();
+}
+
+void RecursiveLock::enter()
+{
+    Lock &lock = lockIn(storage);
+    const void *self = __builtin_thread_pointer();
+    if (lock.owner.load(std::memory_order_relaxed) == self) {
+        ++lock.depth;
+        return;
+    }
+    uint32_t found = Lock::kFree;
+    if (!lock.state.compare_exchange_strong(found, Lock::kHeld)) waitAndTake(lock);
+    lock.owner.store(self, std::memory_order_relaxed);
+    lock.depth = 1;
+}
+
+void RecursiveLock::leave()
+{
+    Lock &lock = lockIn(storage);
+    if (--lock.depth != 0) return;
+    lock.owner.store(nullptr, std::memory_order_relaxed);
+    if (lock.state.exchange(Lock::kFree) == Lock::kAwaited) lock.state.notify_one();
+}
+
+} // namespace Platform
