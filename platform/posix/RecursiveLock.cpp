@@ -20,11 +20,23 @@ Lock &lockIn(std::byte *storage)
     return *std::launder(reinterpret_cast<Lock *>(storage));
 }
 
+void take(Lock &lock, const void *self)
+{
+    lock.owner.store(self, std::memory_order_relaxed);
+    lock.depth = 1;
+}
+
 /// Sleeps until the lock is ours. Once one thread has waited the lock stays marked until nobody does, so that
-/// no leave() misses a sleeper.
-[[gnu::noinline]] void waitAndTake(Lock &lock)
+/// no leave() misses a sleeper. Kept apart so that the uncontended path needs no stack.
+[[gnu::noinline]] void waitAndTake(Lock &lock, const void *self)
 {
     while (lock.state.exchange(Lock::kAwaited) != Lock::kFree) lock.state.wait(Lock::kAwaited);
+    take(lock, self);
+}
+
+[[gnu::noinline]] void wakeOne(Lock &lock)
+{
+    lock.state.notify_one();
 }
 
 } // namespace
@@ -48,9 +60,8 @@ void RecursiveLock::enter()
         return;
     }
     uint32_t found = Lock::kFree;
-    if (!lock.state.compare_exchange_strong(found, Lock::kHeld)) waitAndTake(lock);
-    lock.owner.store(self, std::memory_order_relaxed);
-    lock.depth = 1;
+    if (!lock.state.compare_exchange_strong(found, Lock::kHeld)) return waitAndTake(lock, self);
+    take(lock, self);
 }
 
 void RecursiveLock::leave()
@@ -58,7 +69,7 @@ void RecursiveLock::leave()
     Lock &lock = lockIn(storage);
     if (--lock.depth != 0) return;
     lock.owner.store(nullptr, std::memory_order_relaxed);
-    if (lock.state.exchange(Lock::kFree) == Lock::kAwaited) lock.state.notify_one();
+    if (lock.state.exchange(Lock::kFree) == Lock::kAwaited) wakeOne(lock);
 }
 
 } // namespace Platform
