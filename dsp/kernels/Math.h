@@ -7,9 +7,9 @@
 /// Errors  at most 0.51 units in the last place for exp, log, pow and their kin and 0.8 for sin, cos and tan,
 ///         where the result is a normal number; besselI0 4 up to 100, more beyond. NaN gives NaN, an overflow
 ///         infinity, an underflow 0
-/// Cost    sin, cos and tan 20 to 40 ns, the others up to a microsecond: for setters and tables, not for
-/// samples Thread  any; the floating-point state must be the default one (FloatState) Origin  pairs of
-/// doubles after Dekker, Numerische Mathematik 18 (1971); reduction after Cody and Waite
+/// Cost    sin, cos and tan 20 to 40 ns, the others up to 1 us: for setters and tables, not for samples
+/// Thread  any; the floating-point state must be the default one (FloatState)
+/// Origin  pairs of doubles after Dekker, Numerische Mathematik 18 (1971); reduction after Cody and Waite
 namespace DSP::Math {
 
 inline constexpr double kPi = 3.14159265358979323846;

@@ -1,0 +1,32 @@
+# What every target is compiled with. The floating-point flags are part of the product: the same source must
+# give the same samples on every system and for every instruction set.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g -DNDEBUG")
+
+add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+# No fused multiply-add, and no flag that lets the compiler reorder sums.
+add_compile_options(-ffp-contract=off -fno-math-errno -fno-trapping-math)
+if(CMAKE_SYSTEM_PROCESSOR MATCHES "i[3-6]86")
+    add_compile_options(-msse2 -mfpmath=sse)
+endif()
+
+set(TESSARINE_SANITIZE "" CACHE STRING "Sanitizers to build with, e.g. address,undefined or thread")
+if(TESSARINE_SANITIZE)
+    add_compile_options(-fsanitize=${TESSARINE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_link_options(-fsanitize=${TESSARINE_SANITIZE})
+endif()
+
+find_package(Threads REQUIRED)
+
+# tessarine_room(NAME SOURCES... LINKS LIBRARIES...): a static library whose headers are included from the root.
+function(tessarine_room name)
+    cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LINKS")
+    add_library(${name} STATIC ${room_SOURCES})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_link_libraries(${name} PUBLIC ${room_LINKS})
+endfunction()

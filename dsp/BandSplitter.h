@@ -1,0 +1,29 @@
+#pragma once
+#include <cstdint>
+#include <span>
+
+#include "dsp/kernels/CrossOverKernels.h"
+
+namespace DSP {
+
+/// One complete set of crossover filters for two channels and four bands, with its own state.
+class BandSplitter {
+public:
+    /// Designs all filters for ascending `cutoffsHz` (three) and clears their state. Cutoffs at or above half the
+    /// rate are left out, and the bands above them are silent.
+    void design(std::span<const float> cutoffsHz, uint32_t sampleRate);
+    void clear() { state = {}; }
+    /// Writes `frames` samples of each band; `right` is null for mono, and then the right outputs are not used.
+    void run(uint32_t frames, const float *left, const float *right, float *const *outLeft, float *const *outRight);
+
+    /// Gain of a band's filters without the lift of narrow bands; kept for show.
+    float plainGain(uint32_t band) const { return plainGains[band]; }
+
+private:
+    Kernels::SplitterCoeffs coeffs;
+    Kernels::SplitterState state;
+    uint32_t bandsInUse = 1;
+    float plainGains[4] = {1.0f, 1.0f, 1.0f, 1.0f};
+};
+
+} // namespace DSP

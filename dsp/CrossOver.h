@@ -1,0 +1,61 @@
+#pragma once
+#include <array>
+#include <vector>
+
+#include "PluginBase/Util/AlignedBuffer.h"
+#include "dsp/BandSplitter.h"
+#include "dsp/ComponentImpl.h"
+
+namespace DSP {
+
+constexpr int kCutoffs = kBands - 1;
+
+/// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a second
+/// set of filters, which is faded in over the one that played.
+/// Thread  process, reset, setSampleRate and setCutoff exclude each other by the component lock; band switches
+///         are single words.
+class CrossOver final : public ComponentImpl<CrossOver> {
+public:
+    explicit CrossOver(PluginLink &plugin);
+
+    bool isActive() const override { return true; }
+    void setSampleRate(uint32_t hz) override;
+    /// Writes the bands to the buffers given to run; the input stays.
+    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void reset() override;
+
+    float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
+    void setCutoff(uint32_t index, float hz);
+    bool bandBypass(uint32_t band) const { return bypassBits >> band & 1; }
+    void setBandBypass(uint32_t band, bool on) { setBit(bypassBits, band, on); }
+    bool bandMute(uint32_t band) const { return muteBits >> band & 1; }
+    void setBandMute(uint32_t band, bool on) { setBit(muteBits, band, on); }
+
+    /// `hz` kept in the legal range and `minOctaves` away from its neighbours; changes nothing.
+    float limitCutoff(uint32_t index, float hz, float minOctaves) const;
+    /// Which cutoffs must return to their defaults when `index` does, so that all stay `minOctaves` apart;
+    /// ascending, changes nothing.
+    void defaultCutoffsFrom(uint32_t index, std::vector<uint32_t> &changed, float minOctaves) const;
+
+    static constexpr FloatRange kCutoffRangeHz = {20.0f, 20000.0f};
+    static constexpr std::array<float, kCutoffs> kDefaultCutoffsHz = {120.0f, 2000.0f, 10000.0f};
+
+private:
+    void declareParameters();
+    void updateFade();
+    /// Designs filters for the present cutoffs; cutoffs that cross leave the set as it is.
+    void designFilters(BandSplitter &set);
+    static void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
+
+    uint32_t sampleRate = 44100; // Hz
+    uint32_t fadeLength = 0;     // samples
+    Util::Shared<uint32_t> bypassBits = 0, muteBits = 0;
+    std::array<Util::Shared<float>, kCutoffs> cutoffs; // Hz
+    std::array<BandSplitter, 2> filterSets;
+    Util::AlignedBuffer<float> fadeIn, fadeOut;
+    uint32_t activeSet = 0;     // the set that plays, or is being faded in
+    uint32_t fadeRemaining = 0; // samples
+    Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // four band pieces each
+};
+
+} // namespace DSP

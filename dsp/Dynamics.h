@@ -1,0 +1,78 @@
+#pragma once
+#include <array>
+
+#include "PluginBase/Util/AlignedBuffer.h"
+#include "dsp/ComponentImpl.h"
+
+namespace DSP {
+
+/// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a second
+/// smoothing, 1 ms of look-ahead, make-up gain, bypass and solo.
+/// Thread  process: audio. Setters and meter reads: any other, no lock; a value may be one block old.
+class Dynamics final : public ComponentImpl<Dynamics> {
+public:
+    explicit Dynamics(PluginLink &plugin);
+
+    bool isActive() const override { return true; }
+    void setSampleRate(uint32_t hz) override;
+    void suspend() override;
+    /// In place. With band pointers given to run all bands whose pointer is not null are processed together;
+    /// otherwise the band of setBandIndex, in `left` and `right`.
+    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void reset() override;
+    uint32_t latency() const override;
+
+    /// Smallest gain factor since the last call, make-up gain left out; 1 is no reduction.
+    float readGainReduction(uint32_t band);
+    /// Largest input magnitudes since the last call.
+    void readPeaks(uint32_t band, float &left, float &right);
+
+    bool getBandLink() const { return bandLink; }
+    void setBandLink(bool on);
+    float threshold(uint32_t band) const { return bands[band].thresholdDb; }
+    float gain(uint32_t band) const { return bands[band].gainDb; }
+    float ratio(uint32_t band) const { return bands[band].ratio; }
+    float attack(uint32_t band) const { return bands[band].attackMs; }
+    float release(uint32_t band) const { return bands[band].releaseMs; }
+    bool bypass(uint32_t band) const { return bands[band].bypass; }
+    bool solo(uint32_t band) const { return bands[band].solo; }
+    void setThreshold(uint32_t band, float db);
+    void setGain(uint32_t band, float db);
+    void setRatio(uint32_t band, float ratio);
+    void setAttack(uint32_t band, float ms);
+    void setRelease(uint32_t band, float ms);
+    void setBypass(uint32_t band, bool on);
+    void setSolo(uint32_t band, bool on);
+
+private:
+    struct BandState {
+        Util::Shared<bool> bypass = false, solo = false;
+        Util::Shared<float> peakLeft = 0.0f, peakRight = 0.0f; // since they were last read
+        float envelope = 0.0f;
+        Util::Shared<float> thresholdDb = 0.0f, ratio = 1.0f, attackMs = 10.0f, releaseMs = 100.0f, gainDb = 0.0f;
+        Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, gainLinear = 1.0f;
+        Util::Shared<float> attackCoeff = 0.0f, attackComplement = 1.0f;
+        Util::Shared<float> releaseCoeff = 0.0f, releaseComplement = 1.0f;
+        Util::Shared<float> smoothCoeff = 1.0f;
+        float followedGain = 1.0f, smoothedGain = 1.0f;
+        Util::Shared<float> reportedGain = 1.0f; // smallest since it was last read
+        Util::AlignedBuffer<float> delayLeft, delayRight; // the look-ahead lines
+        uint32_t delayPosition = 0;
+        uint8_t guardCounter = 0;
+    };
+
+    void declareParameters();
+    bool anySolo() const;
+    void deriveTimes(BandState &band);
+    void deriveSmoothing(BandState &band);
+    uint32_t lookAheadSamples() const;
+    void processBand(BandState &band, uint32_t frames, float *left, float *right);
+
+    Util::Shared<bool> bandLink = false; // read by the editor only
+    Util::Shared<uint32_t> sampleRate = 44100; // Hz
+    std::array<BandState, kBands> bands;
+    uint32_t delayLength = 0; // samples of the look-ahead lines
+    float envelopeDecay = 0.0f; // per sample
+};
+
+} // namespace DSP

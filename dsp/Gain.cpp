@@ -1,0 +1,43 @@
+#include "dsp/Gain.h"
+
+#include <algorithm>
+
+#include "dsp/kernels/Math.h"
+#include "dsp/kernels/VectorOperations.h"
+
+namespace DSP {
+
+namespace {
+constexpr FloatRange kGainRangeDb = {-18.0f, 18.0f};
+}
+
+Gain::Gain(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Gain")
+{
+    floatParams.push_back({.name = "Gain",
+                           .label = "dB",
+                           .range = kGainRangeDb,
+                           .defaultValue = 0.0f,
+                           .getters = {.plain = &Gain::gain},
+                           .setters = {.plain = &Gain::setGain},
+                           .group = ParamGroup::gain,
+                           .automatable = true});
+    owner = this;
+    finishConstruction();
+}
+
+uint32_t Gain::process(uint32_t frames, float *left, float *right)
+{
+    const float factor = gainLinear;
+    ippsMulC_32f_I(factor, left, static_cast<int>(frames));
+    if (right) ippsMulC_32f_I(factor, right, static_cast<int>(frames));
+    return frames;
+}
+
+void Gain::setGain(float db)
+{
+    if (db == gainDb) return;
+    gainDb = std::clamp(db, kGainRangeDb.minimum, kGainRangeDb.maximum);
+    gainLinear = static_cast<float>(Math::decibelsToLinear(gainDb));
+}
+
+} // namespace DSP

@@ -1,0 +1,61 @@
+#pragma once
+#include <array>
+
+#include "dsp/ComponentImpl.h"
+
+namespace DSP {
+
+/// Output limiter: holds the signal at the threshold, then lifts it so that the ceiling lands at the margin.
+/// Soft mode follows a 20:1 curve; brickwall mode never lets a sample over. Both delay by 262 samples.
+/// Thread  process, reset, setSampleRate under the component lock; setters store single values without it.
+class Maximizer final : public ComponentImpl<Maximizer> {
+public:
+    explicit Maximizer(PluginLink &plugin);
+
+    bool isActive() const override { return true; }
+    void setSampleRate(uint32_t hz) override;
+    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void reset() override;
+    uint32_t latency() const override { return kInputDelay - 1 + kOutputDelay - 1; }
+
+    float threshold() const { return thresholdDb; }
+    float margin() const { return marginDb; }
+    float getRatio() const { return ratio; }
+    float attack() const { return attackMs; }
+    float release() const { return releaseMs; }
+    bool getBypass() const { return bypass; }
+    bool getBrickwall() const { return brickwall; }
+    void setThreshold(float db);
+    void setMargin(float db);
+    /// Kept with its range; the curve of both modes is fixed and does not read it.
+    void setRatio(float value);
+    void setAttack(float ms);
+    void setRelease(float ms);
+    void setBypass(bool on) { bypass = on; }
+    void setBrickwall(bool on) { brickwall = on; }
+
+    /// Smallest gain factor since the last call, without the lift to the margin; 1 is no reduction.
+    float readGainReduction() { return reportedGain.exchange(1.0f); }
+
+    static constexpr uint32_t kInputDelay = 64;   // samples of the ring before the detector
+    static constexpr uint32_t kOutputDelay = 200; // samples of the ring before the output
+    static constexpr uint32_t kWindow = 64;       // samples of the smoothing window of the brickwall mode
+
+private:
+    void declareParameters();
+    void deriveOutputGain();
+    void deriveAttack();
+    void deriveRelease();
+
+    Util::Shared<bool> bypass = false, brickwall = false;
+    uint32_t sampleRate = 44100; // Hz
+    // NaN until the constructor installs the defaults, so that every setter derives its values
+    Util::Shared<float> thresholdDb, marginDb, ratio, attackMs, releaseMs;
+    Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, outputGain = 1.0f;
+    Util::Shared<float> attackCoeff = 0.0f, attackComplement = 1.0f;
+    Util::Shared<float> releaseCoeff = 0.0f, releaseComplement = 1.0f;
+    Util::Shared<uint32_t> lookAhead = kWindow; // samples
+    Util::Shared<float> reportedGain = 1.0f;
+};
+
+} // namespace DSP

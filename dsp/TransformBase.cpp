@@ -1,0 +1,185 @@
+#include "dsp/TransformBase.h"
+
+#include "dsp/PluginLink.h"
+#include "dsp/kernels/DenormalGuard.h"
+#include "dsp/kernels/FloatState.h"
+#include "dsp/kernels/Math.h"
+#include "dsp/kernels/VectorOperations.h"
+#include "platform/System.h"
+
+namespace DSP {
+
+namespace {
+constexpr uint32_t kRefreshIntervalMs = 67; // least time between two refreshes of the editor
+
+// A single bad sample would stay in recursive filters for ever.
+uint64_t silenceGarbage(uint32_t frames, float *samples)
+{
+    uint64_t refused = 0;
+    for (uint32_t i = 0; i < frames; ++i) {
+        const bool sound = samples[i] >= -TransformBase::kLoudestSample && samples[i] <= TransformBase::kLoudestSample;
+        samples[i] = sound ? samples[i] : 0.0f;
+        refused += !sound;
+    }
+    return refused;
+}
+} // namespace
+
+TransformBase::TransformBase(PluginLink &pluginLink)
+    : plugin(pluginLink), settings(std::make_unique<Global>(pluginLink)),
+      derivedSettings(std::make_unique<GlobalDerived>(pluginLink))
+{}
+
+TransformBase::~TransformBase()
+{
+    derivedSettings.reset();
+    settings.reset();
+}
+
+uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight)
+{
+    if (frames == 0) return 0;
+    const Util::Hold hold(plugin.getTransformLock());
+    const FloatState floatState;
+
+    const uint32_t mode = settings->getPresetChangeMode();
+    const bool presetChanging = plugin.isPresetChanging();
+    if (presetChanging ? mode == Global::bypassed : isPlainBypass()) {
+        bypassCopy(frames, inLeft, inRight, outLeft, outRight);
+        return frames;
+    }
+    if (presetChanging && mode == Global::muted) {
+        ippsZero_32f(outLeft, static_cast<int>(frames));
+        if (outRight) ippsZero_32f(outRight, static_cast<int>(frames));
+        return frames;
+    }
+
+    const bool mono = settings->getProcessAsMono();
+    if (inRight && mono != monoActive) {
+        monoActive = mono;
+        suspend();
+        resume(sampleRate);
+    }
+    uint64_t garbage = silenceGarbage(frames, inLeft) + (inRight ? silenceGarbage(frames, inRight) : 0);
+    if (garbage) refused = refused + garbage;
+
+    float *const callersRight = outRight;
+    if (monoActive && inRight) {
+        ippsAdd_32f_I(inRight, inLeft, static_cast<int>(frames));
+        ippsMulC_32f_I(0.5f, inLeft, static_cast<int>(frames));
+        inRight = outRight = nullptr;
+    }
+
+    updateComponents(activeUpdatePending, latencyUpdatePending);
+    {
+        const Util::Hold state(plugin.getStateLock());
+        inProcess = true;
+    }
+    delayCompensation = settings->getDelayCompensation();
+    const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
+    const uint32_t written = transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
+    refreshEditor();
+    {
+        const Util::Hold state(plugin.getStateLock());
+        inProcess = false;
+    }
+    if (monoActive && callersRight && written)
+        ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
+    return written;
+}
+
+bool TransformBase::isPlainBypass() const
+{
+    return settings->getBypass() &&
+           !settings->envelopeHandler().hasEnvelope(ParamKind::boolean, Global::kBypassParam);
+}
+
+uint32_t TransformBase::transformNoise(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
+                                       float *outRight, uint32_t zipperSamples)
+{
+    addDenormalGuard(frames, inLeft, inRight, &inputNoisePhase, true);
+    return transform(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
+}
+
+void TransformBase::bypassCopy(uint32_t frames, const float *inLeft, const float *inRight, float *outLeft,
+                               float *outRight)
+{
+    ippsCopy_32f(inLeft, outLeft, static_cast<int>(frames));
+    if (inRight) ippsCopy_32f(inRight, outRight, static_cast<int>(frames));
+}
+
+void TransformBase::refreshEditor()
+{
+    if (!uiRefreshPending || !plugin.hasEditorWindow()) return;
+    const uint32_t now = Platform::tickCount();
+    if (now - lastRefreshTick < kRefreshIntervalMs) return;
+    uiRefreshPending = false;
+    lastRefreshTick = now;
+    plugin.requestRefresh();
+}
+
+void TransformBase::updateComponents(bool updateActive, bool updateLatency)
+{
+    if (!updateActive && !updateLatency) return;
+    {
+        const Util::Hold hold(plugin.getStateLock());
+        if (updateActive) activeUpdatePending = false;
+        if (updateLatency) latencyUpdatePending = false;
+    }
+    if (updateActive)
+        for (Component *component : plugin.componentList()) {
+            const bool on = component->isActive();
+            if (on == component->isSwitchedOn()) continue;
+            component->setSwitchedOn(on);
+            if (!on) component->resetComponent();
+        }
+    if (updateLatency) {
+        uint32_t sum = plugin.addedLatency();
+        for (Component *component : plugin.componentList())
+            if (component->isSwitchedOn()) sum += component->totalLatency();
+        latency = sum;
+        plugin.latencyChanged();
+    }
+}
+
+void TransformBase::requestActiveUpdate() { requestUpdate(true); }
+void TransformBase::requestLatencyUpdate() { requestUpdate(false); }
+
+void TransformBase::requestUpdate(bool activeToo)
+{
+    {
+        const Util::Hold hold(plugin.getStateLock());
+        if (activeToo) activeUpdatePending = true;
+        latencyUpdatePending = true;
+    }
+    if (inProcess) return; // the audio thread carries it out at its next block
+    updateComponents(activeUpdatePending, latencyUpdatePending);
+    plugin.requestRefresh();
+}
+
+void TransformBase::resume(uint32_t rate)
+{
+    delayCompensation = settings->getDelayCompensation();
+    const bool changed = rate != sampleRate;
+    sampleRate = rate;
+    reset();
+    for (Component *component : plugin.componentList()) component->setSampleRate(rate);
+    updateComponents(activeUpdatePending, latencyUpdatePending);
+    if (changed) plugin.postMessage(PluginLink::sampleRateChanged);
+}
+
+void TransformBase::suspend()
+{
+    for (Component *component : plugin.componentList()) component->suspend();
+}
+
+void TransformBase::reset()
+{
+    activeUpdatePending = true;
+    latencyUpdatePending = true;
+    inputNoisePhase = 0;
+    resetState();
+    for (Component *component : plugin.componentList()) component->resetComponent();
+}
+
+} // namespace DSP

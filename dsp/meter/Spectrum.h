@@ -1,0 +1,68 @@
+#pragma once
+#include <memory>
+
+#include "PluginBase/Util/AlignedBuffer.h"
+#include "dsp/ComponentImpl.h"
+#include "dsp/kernels/Fft.h"
+
+namespace DSP::Meter {
+
+/// Magnitude spectrum of one band: linear amplitude per bin, peaks held and falling by 120 dB a second.
+/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): any
+///         other, no lock; a frame that ends during the copy may mix two frames in one picture.
+///         Setters of size, overlap and window: any thread, under the component lock.
+class Spectrum final : public ComponentImpl<Spectrum> {
+public:
+    Spectrum(PluginLink &plugin, const String &name);
+
+    bool isActive() const override { return true; }
+    /// Picks a window size that suits the rate, over the stored one.
+    void setSampleRate(uint32_t hz) override;
+    void reset() override;
+
+    /// Takes the mono mix of a block; `right` is null for mono.
+    void feed(uint32_t frames, const float *left, const float *right);
+    /// Copies the newest spectrum, if there is one since the last call, to at least kMostMagnitudes floats.
+    bool readSpectrum(float *destination, uint32_t &count);
+
+    enum WindowType : uint32_t { hamming, blackman, bartlett, kaiser, hann };
+
+    bool getOnInput() const { return onInput; }
+    uint32_t getWindowSize() const { return windowSize; }
+    uint32_t getOverlap() const { return overlap; }
+    uint32_t getWindowType() const { return windowType; }
+    void setOnInput(bool on) { onInput = on; }
+    void setWindowSize(uint32_t index);
+    void setOverlap(uint32_t index);
+    void setWindowType(uint32_t type);
+
+    static constexpr uint32_t kSizes[] = {512, 1024, 2048, 4096, 8192};
+    static constexpr uint32_t kMostSamples = 8192;
+    static constexpr uint32_t kMostMagnitudes = kMostSamples / 2 + 1;
+    static constexpr float kDecayDbPerSecond = 120.0f;
+
+private:
+    void declareParameters();
+    void choose(Util::Shared<uint32_t> &setting, uint32_t value);
+    void rebuild();
+    void buildWindow();
+    void analyse();
+
+    uint32_t frameLength() const { return kSizes[windowSize]; }
+
+    std::unique_ptr<FftPlan> fftPlan;
+    Util::AlignedBuffer<float> frame, work, overlapSamples, magnitudes, windowTable;
+    uint8_t guardCounter = 0;
+    uint32_t builtWindow = 5; // the window that windowTable holds; 5 is none
+    uint32_t builtLength = 0;
+    uint32_t overlapLength = 0;  // samples carried to the next frame
+    uint32_t framePosition = 0;  // next free place in frame
+    Util::Shared<uint32_t> magnitudeCount = 0;
+    Util::Shared<bool> hasNewData = false;
+    Util::Shared<bool> wasRead = false; // the result was copied out since the last frame
+    uint32_t sampleRate = 44100;        // Hz
+    Util::Shared<bool> onInput = false;
+    Util::Shared<uint32_t> windowSize = 3, overlap = 5, windowType = hann;
+};
+
+} // namespace DSP::Meter

@@ -1,0 +1,120 @@
+#include "plugin/Plugin.h"
+
+#include "PluginBase/Util/Dir_win.h"
+#include "PluginBase/Util/Exception.h"
+
+Plugin::Plugin(uint32_t format, uint32_t scale)
+    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg("Tessarine")), stateLock("Plugin"),
+      transformLock("Plugin::Transforming"), hostFormat(format), blockScale(scale)
+{
+    ensureInstallFolder();
+    chain = std::make_unique<DSP::Transform>(*this);
+    handle = std::make_unique<TransformHandle>(chain.get());
+    chain->updateComponents(true, true);
+}
+
+Plugin::~Plugin()
+{
+    components.clear();
+    handle.reset();
+    chain.reset();
+}
+
+void Plugin::ensureInstallFolder() const
+{
+    try {
+        const String path = installPath();
+        if (!Util::directoryExists(path)) Util::makeDirectory(path, true);
+    } catch (const Util::Exception::FileIO &) {
+        // nothing here needs the folder, so an effect without it is as good
+    }
+}
+
+String Plugin::installPath() const
+{
+    const String fallback = Util::longPath(Util::withTrailingSlash(Util::moduleDirectory()));
+    return Util::withTrailingSlash(registry.readString("InstallPath", fallback));
+}
+
+void Plugin::setEditorWindow(EditorWindow *window)
+{
+    editorWindow.store(window, std::memory_order_relaxed);
+    refreshPending = false;
+    if (!window) editorPosition = {};
+}
+
+void Plugin::postMessage(uint32_t code)
+{
+    if (EditorWindow *const window = editorWindow.load(std::memory_order_relaxed)) window->post(code);
+}
+
+void Plugin::requestRefresh()
+{
+    if (!hasEditorWindow() || refreshPending.exchange(true)) return;
+    postMessage(refreshControls);
+}
+
+void Plugin::resume(uint32_t rate)
+{
+    active = true;
+    postMessage(playingStarted);
+    chain->resume(rate);
+}
+
+void Plugin::suspend()
+{
+    active = false;
+    postMessage(playingStopped);
+    chain->suspend();
+}
+
+void Plugin::setChannelCount(uint32_t inputs, uint32_t outputs)
+{
+    if (inputs == chain->getInputChannels() && outputs == chain->getOutputChannels()) return;
+    chain->setChannels(inputs, outputs);
+    requestRefresh();
+}
+
+void Plugin::resetChain()
+{
+    if (chain) chain->reset();
+}
+
+void Plugin::requestActiveUpdate()
+{
+    if (chain) chain->requestActiveUpdate();
+}
+
+void Plugin::requestLatencyUpdate()
+{
+    if (chain) chain->requestLatencyUpdate();
+}
+
+uint32_t Plugin::transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight)
+{
+    chain->setStreamTime(streamTime);
+    return chain->process(frames, inLeft, inRight, outLeft, outRight);
+}
+
+void Plugin::registerComponent(DSP::Component *component) { components.push_back(component); }
+
+void Plugin::propagateMeterEnable()
+{
+    const bool on = chain->global()->getMeterEnable();
+    for (DSP::Component *component : components) component->setMeterEnabled(on);
+}
+
+void Plugin::editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                           const float *floatValue, const bool *boolValue, const uint32_t *intValue)
+{
+    if (phase != EditPhase::value) {
+        const bool on = phase == EditPhase::begin;
+        switch (kind) {
+        case DSP::ParamKind::real: component->setFloatParamEditing(index, on); break;
+        case DSP::ParamKind::boolean: component->setBoolParamEditing(index, on); break;
+        case DSP::ParamKind::integer: component->setIntParamEditing(index, on); break;
+        default: return;
+        }
+    }
+    notifyParameter(kind, phase, component, index, floatValue, boolValue, intValue);
+}

@@ -1,0 +1,121 @@
+#pragma once
+#include <atomic>
+#include <memory>
+#include <vector>
+
+#include "PluginBase/Util/NamedLock.h"
+#include "PluginBase/Util/RegistryKey.h"
+#include "PluginBase/Util/Shared.h"
+#include "dsp/PluginLink.h"
+#include "dsp/Transform.h"
+
+/// Where messages to the editor's window go. Posting never blocks: the audio thread does it.
+class EditorWindow {
+public:
+    virtual void post(uint32_t code) = 0;
+
+protected:
+    ~EditorWindow() = default;
+};
+
+/// The components of a plug-in, as the editor and the host shell reach them.
+class TransformHandle {
+public:
+    explicit TransformHandle(DSP::Transform *transform) : transform(transform) {}
+    DSP::Global *global() const { return transform->global(); }
+    DSP::Meter::Level *level() const { return transform->level(); }
+    DSP::Gain *gain() const { return transform->gain(); }
+    DSP::CrossOver *crossOver() const { return transform->crossOver(); }
+    DSP::Maximizer *maximizer() const { return transform->maximizer(); }
+    DSP::Dynamics *dynamics() const { return transform->dynamics(); }
+    DSP::Meter::Spectrum *spectrum(uint32_t band) const { return transform->spectrum(band); }
+    DSP::TransformBase *transformBase() const { return transform; }
+
+private:
+    DSP::Transform *transform;
+};
+
+/// The host-neutral effect: owns the chain, knows all components in their fixed order and the way to the editor.
+/// Thread  transform: audio. Everything else: the host's main thread or the editor's; messages from any thread.
+class Plugin : public DSP::PluginLink {
+public:
+    enum class EditPhase : uint32_t { begin = 0, value = 1, end = 2 };
+
+    Plugin(const Plugin &) = delete;
+    Plugin &operator=(const Plugin &) = delete;
+
+    virtual void initialise() {}
+    virtual ~Plugin();
+    void latencyChanged() override {}
+    void delayCompensationChanged() override {}
+    /// The message `latencyMoved` has reached a thread that may call the host.
+    virtual void applyLatency() {}
+    virtual uint32_t extraLatency() const { return 0; }
+    /// Tells the host of a gesture on a parameter; the pointer of the parameter's kind holds the value.
+    virtual void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                                 const float *floatValue, const bool *boolValue, const uint32_t *intValue) = 0;
+
+    void setEditorWindow(EditorWindow *window);
+    void postMessage(uint32_t code) override;
+    /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet are
+    /// one.
+    void requestRefresh() override;
+    void refreshServed() { refreshPending = false; }
+    bool hasEditorWindow() const override { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
+
+    void resume(uint32_t rate);
+    void suspend();
+    bool isActive() const { return active; }
+    void setChannelCount(uint32_t inputs, uint32_t outputs);
+    void resetChain() override;
+    void requestActiveUpdate() override;
+    void requestLatencyUpdate() override;
+    uint32_t sampleRate() const { return chain->getSampleRate(); } // Hz
+    uint32_t latency() const { return chain->getLatency(); }       // samples
+    /// One block; see DSP::TransformBase::process.
+    uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight);
+
+    void registerComponent(DSP::Component *component) override;
+    std::span<DSP::Component *const> componentList() const override { return components; }
+    void propagateMeterEnable() override;
+
+    /// A control begins, changes or ends a gesture; it has set the value itself. The pointers are null but for
+    /// the one of the kind.
+    void editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                       const float *floatValue, const bool *boolValue, const uint32_t *intValue);
+
+    /// Folder named by the registry, or the one of this library; ends in a separator.
+    String installPath() const;
+
+    const TransformHandle &transformHandle() const { return *handle; }
+
+    bool isPresetChanging() const override { return presetChanging; }
+    void markParametersTouched() override { parametersTouched = true; }
+    uint32_t addedLatency() const override { return hostFormat == kOtherFormat ? extraLatency() : 0; }
+    Util::NamedLock &getStateLock() override { return stateLock; }
+    Util::NamedLock &getTransformLock() override { return transformLock; }
+
+    static constexpr uint32_t kVst = 1, kOtherFormat = 2; // values of hostFormat
+
+protected:
+    explicit Plugin(uint32_t hostFormat, uint32_t blockScale = 1);
+
+    std::atomic<EditorWindow *> editorWindow = nullptr;
+    Util::RegistryKey registry;
+    int64_t streamTime = 0; // 100 ns
+    Util::Shared<bool> refreshPending = false;
+    std::vector<DSP::Component *> components;
+    OptionalIndex editorPosition;
+    Util::NamedLock stateLock, transformLock;
+    Util::Shared<bool> active = false; // between resume and suspend
+    Util::Shared<bool> presetChanging = false;
+    Util::Shared<bool> parametersTouched = false;
+    const uint32_t hostFormat;
+    const uint32_t blockScale;
+
+private:
+    void ensureInstallFolder() const;
+
+    std::unique_ptr<DSP::Transform> chain;
+    std::unique_ptr<TransformHandle> handle;
+};
