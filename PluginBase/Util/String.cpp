@@ -41,7 +41,7 @@ String digits(Integer value, uint32_t radix)
 {
     if (radix < 2 || radix > kLargestRadix) radix = kDefaultRadix;
     char room[std::numeric_limits<Integer>::digits + 2]; // radix 2 and a sign
-    const char *end = std::to_chars(std::begin(room), std::end(room), value, static_cast<int>(radix)).ptr;
+    char *const end = std::to_chars(std::begin(room), std::end(room), value, static_cast<int>(radix)).ptr;
     std::string text(room, end);
     std::transform(text.begin(), text.end(), text.begin(), upper);
     return String(std::move(text));
@@ -225,7 +225,7 @@ String String::realNumber(double value, OptionalIndex precision, char format)
                                               : std::chars_format::fixed;
     const uint32_t places = std::min(precision.valueOr(kDefaultPrecision), kLargestPrecision);
     char room[kLongestReal];
-    const char *end =
+    char *const end =
         std::to_chars(std::begin(room), std::end(room), value, style, static_cast<int>(places)).ptr;
     std::string written(room, end);
     const bool capitals = format == 'F' || format == 'E' || format == 'G';
