@@ -1,0 +1,99 @@
+#pragma once
+
+/// Operations that are made of those in the file of the set and read the same in all of them.
+/// Meaning: dsp/kernels/Lanes.h, the only file that includes this one.
+// One operation a line.
+// clang-format off
+namespace DSP::Kernels::SET {
+
+LANES_OP M4 operator>(F4 a, F4 b) { return b < a; }
+LANES_OP M4 operator>=(F4 a, F4 b) { return b <= a; }
+LANES_OP M8 operator>(F8 a, F8 b) { return b < a; }
+LANES_OP M8 operator>=(F8 a, F8 b) { return b <= a; }
+LANES_OP MD2 operator>(D2 a, D2 b) { return b < a; }
+LANES_OP MD2 operator>=(D2 a, D2 b) { return b <= a; }
+LANES_OP MD4 operator>(D4 a, D4 b) { return b < a; }
+LANES_OP MD4 operator>=(D4 a, D4 b) { return b <= a; }
+LANES_OP M4 operator<(I4 a, I4 b) { return b > a; }
+LANES_OP M8 operator<(I8 a, I8 b) { return b > a; }
+
+LANES_OP bool any(M4 a) { return bits(a) != 0; }
+LANES_OP bool any(M8 a) { return bits(a) != 0; }
+LANES_OP bool any(MD2 a) { return bits(a) != 0; }
+LANES_OP bool any(MD4 a) { return bits(a) != 0; }
+LANES_OP bool all(M4 a) { return bits(a) == 0xF; }
+LANES_OP bool all(M8 a) { return bits(a) == 0xFF; }
+LANES_OP bool all(MD2 a) { return bits(a) == 0x3; }
+LANES_OP bool all(MD4 a) { return bits(a) == 0xF; }
+
+/// shuffle<i, j, k, l>(a) takes lanes i, j, k, l; of an F8 in each half of four, as unpackLow and unpackHigh
+/// do.
+template <int i, int j, int k, int l> LANES_OP F4 shuffle(F4 a) { return shuffle<i, j, k, l>(a, a); }
+template <int i, int j, int k, int l> LANES_OP F8 shuffle(F8 a) { return shuffle<i, j, k, l>(a, a); }
+template <int i, int j> LANES_OP D2 shuffle(D2 a) { return shuffle<i, j>(a, a); }
+template <int i, int j> LANES_OP D4 shuffle(D4 a) { return shuffle<i, j>(a, a); }
+
+template <int i> LANES_OP F4 broadcastLane(F4 a) { return shuffle<i, i, i, i>(a); }
+template <int i> LANES_OP D2 broadcastLane(D2 a) { return shuffle<i, i>(a); }
+template <int i>
+LANES_OP F8 broadcastLane(F8 a)
+{
+    const F8 half = i < 4 ? lowHalves(a, a) : highHalves(a, a);
+    return shuffle<i % 4, i % 4, i % 4, i % 4>(half);
+}
+LANES_OP F4 reverse(F4 a) { return shuffle<3, 2, 1, 0>(a); }
+
+/// Folded by halves: lanes 0-3 with 4-7, then 0-1 with 2-3, then 0 with 1.
+LANES_OP float horizontalMax(F4 a)
+{
+    const F4 two = max(a, shuffle<2, 3, 2, 3>(a));
+    return lane<0>(max(two, shuffle<1, 1, 1, 1>(two)));
+}
+LANES_OP float horizontalMin(F4 a)
+{
+    const F4 two = min(a, shuffle<2, 3, 2, 3>(a));
+    return lane<0>(min(two, shuffle<1, 1, 1, 1>(two)));
+}
+LANES_OP float horizontalSum(F4 a)
+{
+    const F4 two = a + shuffle<2, 3, 2, 3>(a);
+    return lane<0>(two + shuffle<1, 1, 1, 1>(two));
+}
+LANES_OP float horizontalMax(F8 a) { return horizontalMax(max(low(a), high(a))); }
+LANES_OP float horizontalMin(F8 a) { return horizontalMin(min(low(a), high(a))); }
+LANES_OP float horizontalSum(F8 a) { return horizontalSum(low(a) + high(a)); }
+
+/// Rows become columns: lane j of rows[i] goes to lane i of rows[j].
+LANES_OP void transpose(F4 (&rows)[4])
+{
+    const F4 a = unpackLow(rows[0], rows[1]), b = unpackLow(rows[2], rows[3]);
+    const F4 c = unpackHigh(rows[0], rows[1]), d = unpackHigh(rows[2], rows[3]);
+    rows[0] = shuffle<0, 1, 0, 1>(a, b);
+    rows[1] = shuffle<2, 3, 2, 3>(a, b);
+    rows[2] = shuffle<0, 1, 0, 1>(c, d);
+    rows[3] = shuffle<2, 3, 2, 3>(c, d);
+}
+
+/// Four by four in each half: lane j of rows[i] goes to lane i of rows[j], and lane 4 + j to lane 4 + i.
+LANES_OP void transposeHalves(F8 &r0, F8 &r1, F8 &r2, F8 &r3)
+{
+    const F8 a = unpackLow(r0, r1), b = unpackLow(r2, r3);
+    const F8 c = unpackHigh(r0, r1), d = unpackHigh(r2, r3);
+    r0 = shuffle<0, 1, 0, 1>(a, b);
+    r1 = shuffle<2, 3, 2, 3>(a, b);
+    r2 = shuffle<0, 1, 0, 1>(c, d);
+    r3 = shuffle<2, 3, 2, 3>(c, d);
+}
+
+LANES_OP void transpose(F8 (&rows)[8])
+{
+    transposeHalves(rows[0], rows[1], rows[2], rows[3]);
+    transposeHalves(rows[4], rows[5], rows[6], rows[7]);
+    for (int i = 0; i < 4; ++i) {
+        const F8 upper = rows[i], lower = rows[i + 4];
+        rows[i] = lowHalves(upper, lower);
+        rows[i + 4] = highHalves(upper, lower);
+    }
+}
+
+} // namespace DSP::Kernels::SET
