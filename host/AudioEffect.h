@@ -1,0 +1,105 @@
+#pragma once
+#include <memory>
+
+#include "host/AEffEditor.h"
+#include "host/vst2.h"
+
+/// Turns the host's calls through an AEffect record into virtual operations, those of VST 1. Everything has a
+/// harmless default but `process`.
+/// Thread  whatever the host calls on; nothing here locks.
+/// Errors  answers are 0, false or an empty text; no exception leaves the record's entries. Text buffers are
+///         the host's: each operation names the longest text it writes, the defaults write an empty one.
+class AudioEffect {
+public:
+    AudioEffect(audioMasterCallback host, int32_t programs, int32_t parameters);
+    AudioEffect(const AudioEffect &) = delete;
+    AudioEffect &operator=(const AudioEffect &) = delete;
+    virtual ~AudioEffect();
+
+    /// Parameter values in host terms: 0 to 1.
+    virtual void setParameter(int32_t index, float value);
+    virtual float getParameter(int32_t index);
+    /// Tells the host of a value that the user has set.
+    virtual void setParameterAutomated(int32_t index, float value);
+
+    /// Audio: adds to the outputs, or overwrites them. One pointer per channel, `frames` samples each.
+    virtual void process(float **inputs, float **outputs, int32_t frames) = 0;
+    virtual void processReplacing(float **inputs, float **outputs, int32_t frames);
+
+    /// Answers one request of the host; opcodes up to effSetChunk here.
+    virtual intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
+
+    virtual void open() {}
+    virtual void close() {}
+    virtual int32_t getProgram() { return curProgram; }
+    virtual void setProgram(int32_t program) { curProgram = program; }
+    virtual void setProgramName(char *name);
+    virtual void getProgramName(char *name);
+    virtual void getParameterLabel(int32_t index, char *label);
+    virtual void getParameterDisplay(int32_t index, char *text);
+    virtual void getParameterName(int32_t index, char *text);
+    virtual float getVu() { return 0.0f; }
+    /// Points `data` to the effect's state and returns its bytes.
+    virtual int32_t getChunk(void **data, bool isPreset);
+    virtual int32_t setChunk(void *data, int32_t size, bool isPreset);
+    virtual void setSampleRate(float rate) { sampleRate = rate; } // Hz
+    virtual void setBlockSize(int32_t size) { blockSize = size; } // frames
+    virtual void suspend() {}
+    virtual void resume() {}
+
+    virtual void setUniqueID(int32_t id) { cEffect.uniqueID = id; }
+    virtual void setNumInputs(int32_t n) { cEffect.numInputs = n; }
+    virtual void setNumOutputs(int32_t n) { cEffect.numOutputs = n; }
+    virtual void hasVu(bool on = true) { setFlag(effFlagsHasVu, on); }
+    virtual void hasClip(bool on = true) { setFlag(effFlagsHasClip, on); }
+    virtual void canMono(bool on = true) { setFlag(effFlagsCanMono, on); }
+    virtual void canProcessReplacing(bool on = true) { setFlag(effFlagsCanReplacing, on); }
+    virtual void programsAreChunks(bool on = true) { setFlag(effFlagsProgramChunks, on); }
+    virtual void setRealtimeQualities(int32_t n) { cEffect.realQualities = n; }
+    virtual void setOfflineQualities(int32_t n) { cEffect.offQualities = n; }
+    /// The delay that the host compensates, in samples. Readable on any thread through initialDelay().
+    virtual void setInitialDelay(int32_t samples);
+
+    virtual float getSampleRate() { return sampleRate; }
+    virtual int32_t getBlockSize() { return blockSize; }
+
+    /// Version of the host's interface; 1 if it does not say.
+    virtual int32_t getMasterVersion();
+    virtual int32_t getCurrentUniqueId();
+    virtual void masterIdle();
+    /// Whether the host has something on that channel; true if it does not say.
+    virtual bool isInputConnected(int32_t index);
+    virtual bool isOutputConnected(int32_t index);
+
+    /// Numbers as right-aligned texts, most of them 7 characters wide.
+    virtual void dB2string(float value, char *text);
+    virtual void Hz2string(float samples, char *text);
+    virtual void ms2string(float samples, char *text);
+    virtual void float2string(float value, char *text);
+    virtual void long2string(int32_t value, char *text);
+
+    /// The record for the host; lives as long as this object.
+    AEffect *getAeffect() { return &cEffect; }
+
+protected:
+    void setFlag(VstAEffectFlags flag, bool on);
+    int32_t initialDelay();
+    /// The host's answer, or 0 without a host.
+    intptr_t callHost(VstHostOpcode opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
+                      float opt = 0.0f);
+
+    float sampleRate = 44100.0f; // Hz
+    std::unique_ptr<AEffEditor> editor;
+    audioMasterCallback audioMaster;
+    int32_t numPrograms;
+    int32_t numParams;
+    int32_t curProgram = 0;
+    int32_t blockSize = 1024; // frames
+    AEffect cEffect = {};
+
+private:
+    intptr_t dispatchProgram(int32_t opcode, intptr_t value, char *text);
+    intptr_t dispatchParameterText(int32_t opcode, int32_t index, char *text);
+    intptr_t dispatchEditor(int32_t opcode, void *ptr);
+    intptr_t dispatchChunk(int32_t opcode, bool isPreset, intptr_t value, void *ptr);
+};

@@ -1,0 +1,131 @@
+#pragma once
+#include "host/AudioEffect.h"
+
+/// The operations that VST 2 added: what the host may ask beyond AudioEffect, and what the effect may ask of
+/// the host. Adds no data.
+class AudioEffectX : public AudioEffect {
+public:
+    using AudioEffect::AudioEffect;
+
+    /// Opcodes effProcessEvents to effBeginLoadProgram here, all others by AudioEffect.
+    intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt) override;
+
+    // Asked by the host. The first line of a pair of arrangements is the input's.
+    virtual int32_t processEvents(VstEvents *) { return 0; }
+    virtual bool canParameterBeAutomated(int32_t) { return true; }
+    virtual bool string2parameter(int32_t, char *) { return false; }
+    virtual int32_t getNumCategories() { return 1; }
+    virtual bool getProgramNameIndexed(int32_t, int32_t, char *) { return false; }
+    virtual bool copyProgram(int32_t) { return false; }
+    virtual void inputConnected(int32_t, bool) {}
+    virtual void outputConnected(int32_t, bool) {}
+    virtual bool getInputProperties(int32_t, VstPinProperties *) { return false; }
+    virtual bool getOutputProperties(int32_t, VstPinProperties *) { return false; }
+    virtual VstPlugCategory getPlugCategory();
+    virtual int32_t reportCurrentPosition() { return 0; }
+    virtual float *reportDestinationBuffer() { return nullptr; }
+    virtual bool offlineNotify(VstAudioFile *, int32_t, bool) { return false; }
+    virtual bool offlinePrepare(VstOfflineTask *, int32_t) { return false; }
+    virtual bool offlineRun(VstOfflineTask *, int32_t) { return false; }
+    virtual bool processVariableIo(VstVariableIo *) { return false; }
+    virtual bool setSpeakerArrangement(VstSpeakerArrangement *, VstSpeakerArrangement *) { return false; }
+    virtual bool getSpeakerArrangement(VstSpeakerArrangement **inputs, VstSpeakerArrangement **outputs);
+    virtual void setBlockSizeAndSampleRate(int32_t size, float rate);
+    virtual bool setBypass(bool) { return false; }
+    virtual bool getEffectName(char *) { return false; }
+    virtual bool getErrorText(char *) { return false; }
+    virtual bool getVendorString(char *) { return false; }
+    virtual bool getProductString(char *) { return false; }
+    virtual int32_t getVendorVersion() { return 0; }
+    virtual intptr_t vendorSpecific(int32_t, intptr_t, void *, float) { return 0; }
+    /// 1 yes, -1 no, 0 never heard of it.
+    virtual int32_t canDo(const char *) { return 0; }
+    virtual int32_t getGetTailSize() { return 0; }
+    virtual int32_t fxIdle() { return 0; }
+    virtual void *getIcon() { return nullptr; }
+    virtual bool setViewPosition(int32_t, int32_t) { return false; }
+    virtual bool getParameterProperties(int32_t, VstParameterProperties *) { return false; }
+    /// The host hears the opposite.
+    virtual bool keysRequired() { return false; }
+    virtual int32_t getVstVersion() { return 2300; }
+    virtual int32_t getMidiProgramName(int32_t, MidiProgramName *) { return 0; }
+    virtual int32_t getCurrentMidiProgram(int32_t, MidiProgramName *) { return -1; }
+    virtual int32_t getMidiProgramCategory(int32_t, MidiProgramCategory *) { return 0; }
+    virtual bool hasMidiProgramsChanged(int32_t) { return false; }
+    virtual bool getMidiKeyName(int32_t, MidiKeyName *) { return false; }
+    virtual bool beginSetProgram() { return false; }
+    virtual bool endSetProgram() { return false; }
+    virtual int32_t getNextShellPlugin(char *) { return 0; }
+    virtual int32_t startProcess() { return 0; }
+    virtual int32_t stopProcess() { return 0; }
+    virtual int32_t setTotalSampleToProcess(int32_t frames) { return frames; }
+    virtual bool setPanLaw(int32_t, float) { return false; }
+    virtual int32_t beginLoadBank(void *) { return 0; }
+    virtual int32_t beginLoadProgram(void *) { return 0; }
+
+    // Asked of the host. Without one, and where it does not know, the answer is 0, false or null.
+    virtual void wantEvents(int32_t filter = 1);
+    virtual VstTimeInfo *getTimeInfo(int32_t filter);
+    virtual int32_t tempoAt(int32_t position);
+    virtual int32_t getNumAutomatableParameters();
+    virtual int32_t getParameterQuantization();
+    /// Delay or channels have changed: the host reads the record again.
+    virtual bool ioChanged();
+    virtual bool needIdle();
+    virtual bool sizeWindow(int32_t width, int32_t height);
+    /// Take over what the host says, if it says something, and return what now holds.
+    virtual float updateSampleRate();
+    virtual int32_t updateBlockSize();
+    virtual int32_t getInputLatency();
+    virtual int32_t getOutputLatency();
+    virtual AEffect *getPreviousPlug(VstPinProperties *properties);
+    virtual AEffect *getNextPlug(VstPinProperties *properties);
+    virtual int32_t willProcessReplacing();
+    virtual int32_t getCurrentProcessLevel();
+    virtual int32_t getAutomationState();
+    virtual bool offlineRead(VstOfflineTask *task, int32_t option, bool readSource = true);
+    virtual bool offlineWrite(VstOfflineTask *task, int32_t option);
+    virtual bool offlineStart(VstAudioFile *files, int32_t numFiles, int32_t numNewFiles);
+    virtual int32_t offlineGetCurrentPass();
+    virtual int32_t offlineGetCurrentMetaPass();
+    virtual void setOutputSampleRate(float rate);
+    virtual VstSpeakerArrangement *getInputSpeakerArrangement();
+    virtual VstSpeakerArrangement *getOutputSpeakerArrangement();
+    /// Texts of up to 64 characters with the terminator.
+    virtual bool getHostVendorString(char *text);
+    virtual bool getHostProductString(char *text);
+    virtual int32_t getHostVendorVersion();
+    virtual intptr_t hostVendorSpecific(int32_t index, intptr_t value, void *ptr, float opt);
+    virtual int32_t canHostDo(const char *text);
+    virtual int32_t getHostLanguage();
+    virtual void *openWindow(VstWindow *window);
+    virtual bool closeWindow(VstWindow *window);
+    virtual void *getDirectory();
+    virtual bool updateDisplay();
+    /// Bracket what the user does to one parameter.
+    virtual bool beginEdit(int32_t index);
+    virtual bool endEdit(int32_t index);
+    virtual bool openFileSelector(VstFileSelect *selector);
+
+    virtual AEffEditor *getEditor() { return editor.get(); }
+    virtual void wantAsyncOperation(bool on = true) { setFlag(effFlagsExtIsAsync, on); }
+    virtual void hasExternalBuffer(bool on = true) { setFlag(effFlagsExtHasBuffer, on); }
+    virtual void isSynth(bool on = true) { setFlag(effFlagsIsSynth, on); }
+    virtual void noTail(bool on = true) { setFlag(effFlagsNoSoundInStop, on); }
+
+    // Speaker arrangements on the heap; false if something is missing. What was in `*arrangement` is freed
+    // first.
+    virtual bool allocateArrangement(VstSpeakerArrangement **arrangement, int32_t channels);
+    virtual bool deallocateArrangement(VstSpeakerArrangement **arrangement);
+    virtual bool copySpeaker(VstSpeakerProperties *to, const VstSpeakerProperties *from);
+    /// Makes `*to` a copy of `from`.
+    virtual bool matchArrangement(VstSpeakerArrangement **to, const VstSpeakerArrangement *from);
+
+private:
+    intptr_t dispatchPrograms(int32_t opcode, int32_t index, intptr_t value, void *ptr);
+    intptr_t dispatchSelfDescription(int32_t opcode, int32_t index, void *ptr);
+    intptr_t dispatchConnections(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
+    intptr_t dispatchOffline(int32_t opcode, int32_t index, intptr_t value, void *ptr);
+    intptr_t dispatchKeys(int32_t opcode, int32_t index, intptr_t value, float opt);
+    intptr_t dispatchMidiPrograms(int32_t opcode, int32_t index, void *ptr);
+};

@@ -1,0 +1,100 @@
+#pragma once
+#include <vector>
+
+#include "PluginBase/Util/AlignedBuffer.h"
+#include "PluginBase/Util/NamedLock.h"
+#include "PluginBase/Util/Shared.h"
+#include "host/AudioEffectX.h"
+#include "plugin/Plugin.h"
+
+/// One row of the flat list by which the host knows the parameters.
+struct HostParam {
+    DSP::ParamKind kind;
+    DSP::Component *component; // not owned
+    uint32_t index;            // in the component's list of that kind
+};
+
+/// The effect as a VST 2 host sees it: adapts the host's parameters and buffers to the plug-in's components
+/// and chain. Inactive until the host's first resume or first block. Thread  process, processReplacing:
+/// audio. setParameter, getParameter: any. Everything else: the host's main
+///         thread. A block, resume and suspend exclude each other; setSampleRate relies on a host that does
+///         not change the rate while it plays.
+class VSTPlugin final : public Plugin, public AudioEffectX {
+public:
+    explicit VSTPlugin(audioMasterCallback host);
+    ~VSTPlugin() override;
+
+    /// The effect behind a record that VSTPluginMain returned.
+    static VSTPlugin *of(AEffect *effect);
+
+    /// Rows in host order.
+    const std::vector<HostParam> &hostParameters() const { return hostParams; }
+
+    // Parameters. An index beyond the table is ignored, as is a value that is not finite; one outside 0 to 1
+    // is stored as it converts. Texts: at most 23 characters, labels 7.
+    void setParameter(int32_t index, float value) override;
+    float getParameter(int32_t index) override;
+    void getParameterLabel(int32_t index, char *label) override;
+    void getParameterDisplay(int32_t index, char *text) override;
+    void getParameterName(int32_t index, char *text) override;
+    void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                         const float *floatValue, const bool *boolValue, const uint32_t *intValue) override;
+
+    // Self-description.
+    bool getEffectName(char *name) override;
+    bool getVendorString(char *text) override;
+    bool getProductString(char *text) override;
+    int32_t getVendorVersion() override { return kVersion; }
+    int32_t canDo(const char *text) override;
+    VstPlugCategory getPlugCategory() override { return kPlugCategEffect; }
+    int32_t getGetTailSize() override { return 1; } // no tail
+    bool keysRequired() override { return true; }
+
+    // Audio. A layout that the effect refuses, a missing channel or no frames leave the outputs as they are.
+    void process(float **inputs, float **outputs, int32_t frames) override;
+    void processReplacing(float **inputs, float **outputs, int32_t frames) override;
+    void suspend() override;
+    void resume() override;
+    /// Ignores rates that round to 0 or that no uint32_t holds.
+    void setSampleRate(float rate) override;
+
+    void latencyChanged() override;
+    void delayCompensationChanged() override;
+    void applyLatency() override;
+
+    static constexpr int32_t kVersion = 1020;
+    static constexpr int32_t kUniqueId = vstFourCharacters("Qlrt");
+
+private:
+    enum class Output { add, replace };
+    /// Channel pointers of one block; right ones are null where the host connects none.
+    struct Channels {
+        const float *inLeft = nullptr, *inRight = nullptr;
+        float *outLeft = nullptr, *outRight = nullptr;
+    };
+
+    void buildHostParams();
+    const HostParam *hostParam(int32_t index) const;
+    bool hostWantsShortNames();
+
+    void processBlock(float **inputs, float **outputs, int32_t frames, Output output);
+    bool readChannels(float **inputs, float **outputs, Channels &channels) const;
+    bool runChain(uint32_t frames, const Channels &channels);
+    void writeChannel(uint32_t frames, const float *from, Util::AlignedBuffer<float> &accumulate, float *to,
+                      Output output);
+    uint32_t delayForHost() const;
+
+    std::vector<HostParam> hostParams;
+    bool longNames = true;
+    Util::Shared<uint32_t> reportedLatency = 0; // samples
+    Util::NamedLock audioLock;
+    Util::AlignedBuffer<float> inputLeft, inputRight, outputLeft, outputRight, accumulateLeft,
+        accumulateRight;
+    bool monoActive = false;                            // "Global: Process As Mono" at the last resume
+    uint32_t connectedInputs = 0, connectedOutputs = 0; // 1 or 2 after the first resume
+    uint32_t hostSampleRate = 44100;                    // Hz, what the chain was told
+};
+
+/// The entry of the library: the host hands its callback over and receives the effect's record, or null if
+/// the host has no version or memory is short. effClose destroys the effect.
+extern "C" AEffect *VSTPluginMain(audioMasterCallback host);
