@@ -45,10 +45,7 @@ void makeDirectory(const String &path, bool withParents)
         makeOne(longPath(path), path);
 }
 
-String nativeSeparators(const String &path)
-{
-    return path.replace('/', Platform::pathSeparator());
-}
+String nativeSeparators(const String &path) { return path.replace('/', Platform::pathSeparator()); }
 
 String longPath(const String &path)
 {

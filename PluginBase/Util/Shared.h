@@ -3,9 +3,9 @@
 
 namespace Util {
 
-/// A plain value that several threads read and write without a lock. A reader sees some value that was stored,
-/// possibly one block old; nothing is ordered by it. On every processor we build for, a load or store of it is
-/// one ordinary instruction.
+/// A plain value that several threads read and write without a lock. A reader sees some value that was
+/// stored, possibly one block old; nothing is ordered by it. On every processor we build for, a load or store
+/// of it is one ordinary instruction.
 template <class T>
 class Shared {
 public:

@@ -14,27 +14,12 @@ constexpr std::size_t kLongestReal = 1023;
 constexpr char kNoBreakSpace = static_cast<char>(160);
 
 // None of the C library's own classification: it follows the locale that the host has set.
-bool isSpace(char c)
-{
-    return c == ' ' || (c >= 9 && c <= 13) || c == kNoBreakSpace;
-}
-bool isDigit(char c)
-{
-    return c >= '0' && c <= '9';
-}
-char lower(char c)
-{
-    return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c;
-}
-char upper(char c)
-{
-    return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c;
-}
+bool isSpace(char c) { return c == ' ' || (c >= 9 && c <= 13) || c == kNoBreakSpace; }
+bool isDigit(char c) { return c >= '0' && c <= '9'; }
+char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
-bool equal(char a, char b, bool caseSensitive)
-{
-    return caseSensitive ? a == b : lower(a) == lower(b);
-}
+bool equal(char a, char b, bool caseSensitive) { return caseSensitive ? a == b : lower(a) == lower(b); }
 
 template <class Integer>
 String digits(Integer value, uint32_t radix)
@@ -117,10 +102,7 @@ String::String(const char *characters, uint32_t maxLength)
 
 String::String(std::string characters) : text(std::make_shared<const std::string>(std::move(characters))) {}
 
-void String::setText(Buffer buffer)
-{
-    text = std::move(buffer);
-}
+void String::setText(Buffer buffer) { text = std::move(buffer); }
 
 String String::left(uint32_t count) const
 {
@@ -156,10 +138,7 @@ String &String::operator+=(const String &other)
     return *this;
 }
 
-void String::truncate(uint32_t count)
-{
-    *this = left(count);
-}
+void String::truncate(uint32_t count) { *this = left(count); }
 
 String String::replace(char from, char to) const
 {
@@ -206,15 +185,9 @@ OptionalIndex String::findLast(char wanted, OptionalIndex from, bool caseSensiti
     return {};
 }
 
-String String::number(uint32_t value, uint32_t radix)
-{
-    return digits(value, radix);
-}
+String String::number(uint32_t value, uint32_t radix) { return digits(value, radix); }
 
-String String::number(int32_t value, uint32_t radix)
-{
-    return digits(value, radix);
-}
+String String::number(int32_t value, uint32_t radix) { return digits(value, radix); }
 
 // std::to_chars with a precision is defined by printf's result in the "C" locale, and is one code on every
 // system, where the C libraries differ in signs of NaN, digits of the exponent and the locale's decimal mark.

@@ -15,10 +15,7 @@ struct Lock {
 };
 static_assert(sizeof(Lock) <= sizeof(RecursiveLock) && alignof(Lock) <= alignof(RecursiveLock));
 
-Lock &lockIn(std::byte *storage)
-{
-    return *std::launder(reinterpret_cast<Lock *>(storage));
-}
+Lock &lockIn(std::byte *storage) { return *std::launder(reinterpret_cast<Lock *>(storage)); }
 
 void take(Lock &lock, const void *self)
 {
@@ -34,22 +31,13 @@ void take(Lock &lock, const void *self)
     take(lock, self);
 }
 
-[[gnu::noinline]] void wakeOne(Lock &lock)
-{
-    lock.state.notify_one();
-}
+[[gnu::noinline]] void wakeOne(Lock &lock) { lock.state.notify_one(); }
 
 } // namespace
 
-RecursiveLock::RecursiveLock()
-{
-    new (storage) Lock;
-}
+RecursiveLock::RecursiveLock() { new (storage) Lock; }
 
-RecursiveLock::~RecursiveLock()
-{
-    lockIn(storage).~Lock();
-}
+RecursiveLock::~RecursiveLock() { lockIn(storage).~Lock(); }
 
 void RecursiveLock::enter()
 {

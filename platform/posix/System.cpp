@@ -27,10 +27,7 @@ uint32_t tickCount()
     return static_cast<uint32_t>(now.tv_sec) * 1000u + static_cast<uint32_t>(now.tv_nsec / 1000000);
 }
 
-char pathSeparator()
-{
-    return '/';
-}
+char pathSeparator() { return '/'; }
 
 std::string modulePath()
 {
@@ -43,25 +40,13 @@ std::string modulePath()
     return path.find('/') == std::string::npos ? resolved("/proc/self/exe") : resolved(path.c_str());
 }
 
-bool pathExists(const std::string &path)
-{
-    return access(path.c_str(), F_OK) == 0;
-}
+bool pathExists(const std::string &path) { return access(path.c_str(), F_OK) == 0; }
 
-bool makeDirectory(const std::string &path)
-{
-    return mkdir(path.c_str(), kDirectoryMode) == 0;
-}
+bool makeDirectory(const std::string &path) { return mkdir(path.c_str(), kDirectoryMode) == 0; }
 
-std::string longPathName(const std::string &path)
-{
-    return path;
-}
+std::string longPathName(const std::string &path) { return path; }
 
-uint32_t lastError()
-{
-    return static_cast<uint32_t>(errno);
-}
+uint32_t lastError() { return static_cast<uint32_t>(errno); }
 
 std::optional<RegistryValue> readRegistry(RegistryRoot, const std::string &, const std::string &)
 {

@@ -46,20 +46,11 @@ bool LowPriorityThread::start(std::function<void()> body)
     return true;
 }
 
-void LowPriorityThread::requestStop()
-{
-    SetEvent(state->stopEvent.get());
-}
+void LowPriorityThread::requestStop() { SetEvent(state->stopEvent.get()); }
 
-bool LowPriorityThread::stopRequested() const
-{
-    return state->stopWithin(0);
-}
+bool LowPriorityThread::stopRequested() const { return state->stopWithin(0); }
 
-bool LowPriorityThread::sleep(uint32_t milliseconds)
-{
-    return !state->stopWithin(milliseconds);
-}
+bool LowPriorityThread::sleep(uint32_t milliseconds) { return !state->stopWithin(milliseconds); }
 
 bool LowPriorityThread::join(uint32_t milliseconds)
 {

@@ -22,19 +22,10 @@ RecursiveLock::RecursiveLock()
     InitializeCriticalSectionAndSpinCount(new (storage) CRITICAL_SECTION, kSpinCount);
 }
 
-RecursiveLock::~RecursiveLock()
-{
-    DeleteCriticalSection(sectionIn(storage));
-}
+RecursiveLock::~RecursiveLock() { DeleteCriticalSection(sectionIn(storage)); }
 
-void RecursiveLock::enter()
-{
-    EnterCriticalSection(sectionIn(storage));
-}
+void RecursiveLock::enter() { EnterCriticalSection(sectionIn(storage)); }
 
-void RecursiveLock::leave()
-{
-    LeaveCriticalSection(sectionIn(storage));
-}
+void RecursiveLock::leave() { LeaveCriticalSection(sectionIn(storage)); }
 
 } // namespace Platform

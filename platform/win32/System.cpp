@@ -31,15 +31,9 @@ using Key = std::unique_ptr<std::remove_pointer_t<HKEY>, CloseKey>;
 
 } // namespace
 
-uint32_t tickCount()
-{
-    return GetTickCount();
-}
+uint32_t tickCount() { return GetTickCount(); }
 
-char pathSeparator()
-{
-    return '\\';
-}
+char pathSeparator() { return '\\'; }
 
 std::string modulePath()
 {
@@ -49,15 +43,9 @@ std::string modulePath()
     return path;
 }
 
-bool pathExists(const std::string &path)
-{
-    return _access(path.c_str(), kAccessExistence) == 0;
-}
+bool pathExists(const std::string &path) { return _access(path.c_str(), kAccessExistence) == 0; }
 
-bool makeDirectory(const std::string &path)
-{
-    return _mkdir(path.c_str()) == 0;
-}
+bool makeDirectory(const std::string &path) { return _mkdir(path.c_str()) == 0; }
 
 std::string longPathName(const std::string &path)
 {
@@ -69,10 +57,7 @@ std::string longPathName(const std::string &path)
     return longName;
 }
 
-uint32_t lastError()
-{
-    return GetLastError();
-}
+uint32_t lastError() { return GetLastError(); }
 
 std::optional<RegistryValue> readRegistry(RegistryRoot root, const std::string &path, const std::string &name)
 {
