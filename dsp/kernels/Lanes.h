@@ -1,21 +1,16 @@
 #pragma once
 
 /// Lanes: the vector types that kernels are written in.
-///
-/// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats and int32, MD2, MD4 of
-/// doubles.
-///         F8, D4 and I8 are halves of F4, D2 and I4 side by side; lane 0 is the first in memory.
-/// Sets    a kernel file is compiled once per instruction set with SET naming the set and its namespace, so
-///         everything here is a different entity in each. Nothing has external linkage and is inline at once:
-///         the linker would keep one copy of such a function, perhaps that of a set which the processor
-///         lacks.
-/// Bits    every operation gives the same bits in every set: one IEEE operation a lane, rounded to nearest,
-/// never
-///         fused, never an approximation. Only which NaN comes out of two NaNs is left open.
-/// Exact   min(a, b) is a < b ? a : b and max(a, b) is a > b ? a : b, so b is returned when a lane holds a
-/// NaN or
-///         two zeros. toInt rounds to the nearest, ties to even; outside the range of int32 it gives
-///         INT32_MIN. andNot(a, b) is a and not b. Masks are all ones or all zeros.
+/// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats and int32; MD2, MD4 masks of
+///         doubles. F8, D4 and I8 are two F4, D2 or I4 side by side; lane 0 is the first in memory
+/// Sets    a kernel file is compiled once per instruction set, SET naming the set and its namespace, so all
+///         that stands here is another entity in each. Nothing is inline with external linkage: of such
+///         functions the linker keeps one copy, perhaps that of a set which the processor lacks
+/// Bits    the same in every set: one IEEE operation a lane, rounded to nearest, never fused, never an
+///         approximation. Only which NaN comes out of two NaNs is left open
+/// Exact   min(a, b) is a < b ? a : b and max(a, b) is a > b ? a : b: b if a lane holds a NaN or two zeros.
+///         toInt rounds to nearest, ties to even, and gives INT32_MIN outside the range of int32.
+///         andNot(a, b) is a and not b; keep(m, a) is a or 0. Masks are all ones or all zeros
 #ifndef SET
 #error "compile kernel files with SET=<set> and SET_<SET> (see dsp/kernels/CMakeLists.txt)"
 #endif

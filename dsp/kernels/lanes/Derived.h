@@ -26,8 +26,8 @@ LANES_OP bool all(M8 a) { return bits(a) == 0xFF; }
 LANES_OP bool all(MD2 a) { return bits(a) == 0x3; }
 LANES_OP bool all(MD4 a) { return bits(a) == 0xF; }
 
-/// shuffle<i, j, k, l>(a) takes lanes i, j, k, l; of an F8 in each half of four, as unpackLow and unpackHigh
-/// do.
+/// shuffle<i, j, k, l>(a) takes lanes i, j, k and l. Of an F8 shuffle, unpackLow and unpackHigh work within
+/// each half of four.
 template <int i, int j, int k, int l> LANES_OP F4 shuffle(F4 a) { return shuffle<i, j, k, l>(a, a); }
 template <int i, int j, int k, int l> LANES_OP F8 shuffle(F8 a) { return shuffle<i, j, k, l>(a, a); }
 template <int i, int j> LANES_OP D2 shuffle(D2 a) { return shuffle<i, j>(a, a); }
@@ -63,15 +63,15 @@ LANES_OP float horizontalMax(F8 a) { return horizontalMax(max(low(a), high(a)));
 LANES_OP float horizontalMin(F8 a) { return horizontalMin(min(low(a), high(a))); }
 LANES_OP float horizontalSum(F8 a) { return horizontalSum(low(a) + high(a)); }
 
-/// Rows become columns: lane j of rows[i] goes to lane i of rows[j].
-LANES_OP void transpose(F4 (&rows)[4])
+/// Rows become columns: lane j of row i goes to lane i of row j.
+LANES_OP void transpose(F4 &r0, F4 &r1, F4 &r2, F4 &r3)
 {
-    const F4 a = unpackLow(rows[0], rows[1]), b = unpackLow(rows[2], rows[3]);
-    const F4 c = unpackHigh(rows[0], rows[1]), d = unpackHigh(rows[2], rows[3]);
-    rows[0] = shuffle<0, 1, 0, 1>(a, b);
-    rows[1] = shuffle<2, 3, 2, 3>(a, b);
-    rows[2] = shuffle<0, 1, 0, 1>(c, d);
-    rows[3] = shuffle<2, 3, 2, 3>(c, d);
+    const F4 a = unpackLow(r0, r1), b = unpackLow(r2, r3);
+    const F4 c = unpackHigh(r0, r1), d = unpackHigh(r2, r3);
+    r0 = shuffle<0, 1, 0, 1>(a, b);
+    r1 = shuffle<2, 3, 2, 3>(a, b);
+    r2 = shuffle<0, 1, 0, 1>(c, d);
+    r3 = shuffle<2, 3, 2, 3>(c, d);
 }
 
 /// Four by four in each half: lane j of rows[i] goes to lane i of rows[j], and lane 4 + j to lane 4 + i.

@@ -1,0 +1,67 @@
+#include "dsp/kernels/Kernels.h"
+
+#include <cstdlib>
+#include <string_view>
+
+/// What the kernel objects of one set define, and the table of it.
+#define TESSARINE_KERNEL_SET(set)                                                                            \
+    namespace DSP::Kernels::set {                                                                            \
+    extern const BlockKernels blockKernels;                                                                  \
+    extern const CrossOverKernels crossOverKernels;                                                          \
+    extern const PowerKernels powerKernels;                                                                  \
+    static constexpr Table table = {                                                                         \
+        .name = #set,                                                                                        \
+        .block = blockKernels,                                                                               \
+        .crossOver = crossOverKernels,                                                                       \
+        .power = powerKernels,                                                                               \
+    };                                                                                                       \
+    }
+
+TESSARINE_KERNEL_SET(portable)
+#ifdef TESSARINE_X86_KERNELS // set by CMakeLists.txt, which decides what is compiled
+TESSARINE_KERNEL_SET(sse2)
+TESSARINE_KERNEL_SET(avx2)
+#endif
+
+namespace DSP::Kernels {
+
+namespace {
+
+#ifdef TESSARINE_X86_KERNELS
+constexpr const Table *kTables[] = {&portable::table, &sse2::table, &avx2::table};
+
+size_t countRunnable()
+{
+    __builtin_cpu_init();
+    if (!__builtin_cpu_supports("sse2")) return 1;
+    return __builtin_cpu_supports("avx2") ? 3 : 2;
+}
+#else
+constexpr const Table *kTables[] = {&portable::table};
+
+size_t countRunnable() { return 1; }
+#endif
+
+} // namespace
+
+std::span<const Table *const> available()
+{
+    static const size_t count = countRunnable();
+    return {kTables, count};
+}
+
+const Table &choose(const char *requested)
+{
+    if (requested)
+        for (const Table *table : available())
+            if (std::string_view(requested) == table->name) return *table;
+    return *available().back();
+}
+
+const Table &active()
+{
+    static const Table &chosen = choose(std::getenv("TESSARINE_ISA"));
+    return chosen;
+}
+
+} // namespace DSP::Kernels
