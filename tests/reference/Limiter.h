@@ -1,0 +1,39 @@
+#pragma once
+#include <cstdint>
+#include <vector>
+
+#include "tests/reference/Settings.h"
+
+namespace Reference {
+
+/// Output limiter in both modes, sample by sample; the sliding minimum is a line of 200 values, all of which
+/// are lowered for every sample.
+class Limiter {
+public:
+    Limiter() { reset(); }
+    void set(const LimiterSettings &next) { settings = next; }
+    void setSampleRate(uint32_t hz);
+    void reset();
+    /// In place; `right` is null for mono.
+    void process(uint32_t frames, float *left, float *right);
+    /// Smallest gain since the last call, without the lift to the margin.
+    float readGainReduction();
+
+private:
+    struct Coefficients {
+        float threshold, outputGain, attack, release, smooth, peakDecay;
+        uint32_t lookAhead;
+    };
+    Coefficients coefficients() const;
+    void follow(float target, float attack, float release);
+    float soft(const Coefficients &c);
+    float brickwall(const Coefficients &c);
+
+    uint32_t sampleRate = 44100;
+    LimiterSettings settings;
+    float envelope = 0, followedGain = 1, smoothedGain = 1, reportedGain = 1;
+    std::vector<float> inputDelay[2], outputDelay[2], gainLine, gainRing;
+    uint32_t inputPosition = 0, outputPosition = 0, gainRingPosition = 0;
+};
+
+} // namespace Reference

@@ -1,0 +1,69 @@
+#pragma once
+#include <cstdint>
+#include <iterator>
+#include <string>
+#include <vector>
+
+/// Sound of a test; `right` is empty for mono.
+struct Audio {
+    std::vector<float> left, right;
+
+    uint32_t frames() const { return static_cast<uint32_t>(left.size()); }
+    bool stereo() const { return !right.empty(); }
+    bool operator==(const Audio &) const = default;
+};
+
+/// Sounds by name and seed, the same bits on every system. Levels are peaks in dB over full scale; left and
+/// right differ everywhere.
+namespace Signals {
+
+/// Random numbers that are the same with every library (Steele, Lea and Flood, "Fast Splittable Pseudorandom
+/// Number Generators", 2014).
+class Random {
+public:
+    explicit Random(uint64_t seed) : state(seed * 0x9E3779B97F4A7C15u) {}
+    uint64_t next();
+    double uniform(double low, double high);
+    float real(double low, double high) { return static_cast<float>(uniform(low, high)); }
+    uint32_t below(uint32_t count) { return static_cast<uint32_t>(next() % count); }
+    bool chance(double probability) { return uniform(0, 1) < probability; }
+    template <class List>
+    auto pick(const List &list)
+    {
+        return std::data(list)[below(static_cast<uint32_t>(std::size(list)))];
+    }
+
+private:
+    uint64_t state;
+};
+
+float fromDb(double db);
+
+Audio silence(uint32_t frames);
+Audio noise(uint64_t seed, uint32_t frames, double db);
+Audio sine(uint32_t rate, double hz, uint32_t frames, double db);
+/// Exponential in frequency.
+Audio sweep(uint32_t rate, double fromHz, double toHz, uint32_t frames, double db);
+Audio squares(uint32_t rate, double hz, uint32_t frames, double db);
+/// Single samples of both signs at random distances of 1 to 2000.
+Audio impulses(uint64_t seed, uint32_t frames, double db);
+/// Noise and tones of 1 to 50 ms with pauses, from a silent start.
+Audio bursts(uint64_t seed, uint32_t rate, uint32_t frames, double db);
+/// Decaying chords, a drum and hiss.
+Audio music(uint64_t seed, uint32_t rate, uint32_t frames, double db);
+Audio musicThenSilence(uint64_t seed, uint32_t rate, uint32_t frames, double db);
+/// What a limiter fears: all of the above cut together at +24 dB.
+Audio hostile(uint64_t seed, uint32_t rate, uint32_t frames);
+
+Audio mono(Audio audio);
+/// `audio` behind `before`.
+Audio append(Audio before, const Audio &audio);
+
+struct Named {
+    std::string name;
+    Audio audio;
+};
+/// One of the sounds, chosen, seeded and levelled by `seed`.
+Named any(uint64_t seed, uint32_t rate, uint32_t frames);
+
+} // namespace Signals
