@@ -78,6 +78,7 @@ private:
     bool hostWantsShortNames();
 
     void processBlock(float **inputs, float **outputs, int32_t frames, Output output);
+    bool readConnections();
     bool readChannels(float **inputs, float **outputs, Channels &channels) const;
     bool runChain(uint32_t frames, const Channels &channels);
     void writeChannel(uint32_t frames, const float *from, Util::AlignedBuffer<float> &accumulate, float *to,

@@ -1,0 +1,284 @@
+#include <cmath>
+#include <iterator>
+
+#include "dsp/kernels/Math.h"
+#include "host/HostText.h"
+#include "host/VSTPlugin.h"
+
+// The host's view of the parameters: a flat list of numbers from 0 to 1, all of them linear in the value.
+
+namespace {
+
+using DSP::ParamKind;
+
+// Alternatives of falling length may follow a line feed; the longest that fits is shown.
+constexpr const char *kHostNames[] = {
+    "Gain",
+    "Crossover Low Cutoff",
+    "Crossover Mid Cutoff",
+    "Crossover High Cutoff",
+    "Limiter Threshold",
+    "Limiter Margin",
+    "Limiter Attack",
+    "Limiter Release",
+    "Limiter Bypass",
+    "Limiter Brickwall Mode",
+    "Band 1 Comp Threshold",
+    "Band 2 Comp Threshold",
+    "Band 3 Comp Threshold",
+    "Band 4 Comp Threshold",
+    "Band 1 Gain",
+    "Band 2 Gain",
+    "Band 3 Gain",
+    "Band 4 Gain",
+    "Band 1 Ratio",
+    "Band 2 Ratio",
+    "Band 3 Ratio",
+    "Band 4 Ratio",
+    "Band 1 Attack",
+    "Band 2 Attack",
+    "Band 3 Attack",
+    "Band 4 Attack",
+    "Band 1 Release",
+    "Band 2 Release",
+    "Band 3 Release",
+    "Band 4 Release",
+    "Dynamics Band Link",
+    "Band 1 Bypass",
+    "Band 2 Bypass",
+    "Band 3 Bypass",
+    "Band 4 Bypass",
+    "Band 1 Solo",
+    "Band 2 Solo",
+    "Band 3 Solo",
+    "Band 4 Solo",
+};
+
+// Far beyond the 8 characters of the interface; hosts of our time bring room for 24 and more.
+constexpr uint32_t kLongestName = 23, kLongestShortName = 15, kLongestDisplay = 23;
+constexpr int32_t kDisplayDecimals = 2;
+
+// Linear between the bounds, in double, which holds a float and a uint32_t exactly.
+template <class V>
+double numberToHost(V value, DSP::Range<V> range)
+{
+    const double low = range.minimum, high = range.maximum;
+    return (value - low) / (high - low);
+}
+
+template <class V>
+double hostToNumber(double h, DSP::Range<V> range)
+{
+    const double low = range.minimum, high = range.maximum;
+    return low + h * (high - low);
+}
+
+double boolToHost(bool value) { return value ? 1.0 : 0.0; }
+
+bool hostToBool(double h) { return h >= 0.5; }
+
+/// Present value in host terms.
+double hostValue(const HostParam &param)
+{
+    const DSP::Component &component = *param.component;
+    const uint32_t i = param.index;
+    switch (param.kind) {
+    case ParamKind::real:
+        return numberToHost(component.floatParamValue(i), component.floatParamRange(i));
+    case ParamKind::boolean:
+        return boolToHost(component.boolParamValue(i));
+    case ParamKind::integer:
+        return numberToHost(component.intParamValue(i), component.intParamRange(i));
+    }
+    return 0.0;
+}
+
+/// Sets the parameter if that changes it; true if it did.
+bool setFromHost(const HostParam &param, double h)
+{
+    DSP::Component &component = *param.component;
+    const uint32_t i = param.index;
+    switch (param.kind) {
+    case ParamKind::real: {
+        const float value = static_cast<float>(hostToNumber(h, component.floatParamRange(i)));
+        if (value == component.floatParamValue(i)) return false;
+        component.setFloatParamValue(i, value);
+        return true;
+    }
+    case ParamKind::boolean: {
+        const bool value = hostToBool(h);
+        if (value == component.boolParamValue(i)) return false;
+        component.setBoolParamValue(i, value);
+        return true;
+    }
+    case ParamKind::integer: {
+        const uint32_t value = DSP::Math::roundHalfAwayFromZero(hostToNumber(h, component.intParamRange(i)));
+        if (value == component.intParamValue(i)) return false;
+        component.setIntParamValue(i, value);
+        return true;
+    }
+    }
+    return false;
+}
+
+String floatText(const DSP::Component &component, uint32_t i)
+{
+    const float value = component.floatParamValue(i);
+    if (component.floatParamShowsMinusInf(i) && value <= component.floatParamRange(i).minimum) return "-Inf";
+    return String::number(value, kDisplayDecimals);
+}
+
+String boolText(const DSP::Component &component, uint32_t i)
+{
+    const bool value = component.boolParamValue(i);
+    if (!component.boolParamHasValueNames(i)) return value ? "True" : "False";
+    std::vector<String> names;
+    component.boolParamValueNames(i, names);
+    return names.size() == 2 ? fitToLength(names[value], kLongestDisplay, '\n') : String();
+}
+
+String intText(const DSP::Component &component, uint32_t i)
+{
+    const uint32_t value = component.intParamValue(i);
+    std::vector<String> names;
+    component.intParamValueNames(i, names);
+    return value < names.size() ? names[value] : String::number(value);
+}
+
+String valueText(const HostParam &param)
+{
+    switch (param.kind) {
+    case ParamKind::real:
+        return floatText(*param.component, param.index);
+    case ParamKind::boolean:
+        return boolText(*param.component, param.index);
+    case ParamKind::integer:
+        return intText(*param.component, param.index);
+    }
+    return {};
+}
+
+String unitText(const HostParam &param)
+{
+    switch (param.kind) {
+    case ParamKind::real:
+        return param.component->floatParamLabel(param.index);
+    case ParamKind::boolean:
+        return param.component->boolParamLabel(param.index);
+    case ParamKind::integer:
+        return param.component->intParamLabel(param.index);
+    }
+    return {};
+}
+
+/// How the editor's gesture on a parameter stands with the host.
+struct Gesture {
+    OptionalIndex hostIndex;
+    bool editing; // the host has been told of its begin
+};
+
+Gesture gestureOf(ParamKind kind, const DSP::Component &component, uint32_t i)
+{
+    switch (kind) {
+    case ParamKind::real:
+        return {component.floatParamHostIndex(i), component.floatParamEditing(i)};
+    case ParamKind::boolean:
+        return {component.boolParamHostIndex(i), component.boolParamEditing(i)};
+    case ParamKind::integer:
+        return {component.intParamHostIndex(i), component.intParamEditing(i)};
+    }
+    return {};
+}
+
+} // namespace
+
+void VSTPlugin::buildHostParams()
+{
+    const auto nextIndex = [this] { return static_cast<uint32_t>(hostParams.size()); };
+    for (DSP::Component *component : componentList()) {
+        for (uint32_t i = 0; i < component->numFloatParams(); ++i) {
+            if (!component->floatParamAutomatable(i)) continue;
+            component->setFloatParamHostIndex(i, nextIndex());
+            hostParams.push_back({ParamKind::real, component, i});
+        }
+        for (uint32_t i = 0; i < component->numBoolParams(); ++i) {
+            if (!component->boolParamAutomatable(i)) continue;
+            component->setBoolParamHostIndex(i, nextIndex());
+            hostParams.push_back({ParamKind::boolean, component, i});
+        }
+        for (uint32_t i = 0; i < component->numIntParams(); ++i) {
+            if (!component->intParamAutomatable(i)) continue;
+            component->setIntParamHostIndex(i, nextIndex());
+            hostParams.push_back({ParamKind::integer, component, i});
+        }
+    }
+}
+
+const HostParam *VSTPlugin::hostParam(int32_t index) const
+{
+    return static_cast<uint32_t>(index) < hostParams.size() ? &hostParams[static_cast<uint32_t>(index)]
+                                                            : nullptr;
+}
+
+void VSTPlugin::setParameter(int32_t index, float value)
+{
+    const HostParam *const param = hostParam(index);
+    if (!param || !std::isfinite(value)) return;
+    if (setFromHost(*param, value)) requestRefresh();
+}
+
+float VSTPlugin::getParameter(int32_t index)
+{
+    const HostParam *const param = hostParam(index);
+    return param ? static_cast<float>(hostValue(*param)) : 0.0f;
+}
+
+void VSTPlugin::getParameterLabel(int32_t index, char *label)
+{
+    if (const HostParam *const param = hostParam(index))
+        writeText(unitText(*param), kVstMaxLabelLen - 1, label);
+}
+
+void VSTPlugin::getParameterDisplay(int32_t index, char *text)
+{
+    if (const HostParam *const param = hostParam(index)) writeText(valueText(*param), kLongestDisplay, text);
+}
+
+void VSTPlugin::getParameterName(int32_t index, char *text)
+{
+    if (!hostParam(index) || static_cast<size_t>(index) >= std::size(kHostNames)) return;
+    const uint32_t width = longNames ? kLongestName : kLongestShortName;
+    const String name = fitToLength(kHostNames[index], width, '\n');
+    writeText(name.isEmpty() ? String("?") : name, width, text);
+}
+
+void VSTPlugin::notifyParameter(ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                                const float *floatValue, const bool *boolValue, const uint32_t *intValue)
+{
+    const Gesture gesture = gestureOf(kind, *component, index);
+    if (!gesture.hostIndex) return;
+    const auto hostIndex = static_cast<int32_t>(gesture.hostIndex.value);
+    switch (phase) {
+    case EditPhase::begin:
+        beginEdit(hostIndex);
+        return;
+    case EditPhase::end:
+        endEdit(hostIndex);
+        return;
+    case EditPhase::value:
+        break;
+    }
+
+    double h = 0.0;
+    if (kind == ParamKind::real && floatValue)
+        h = numberToHost(*floatValue, component->floatParamRange(index));
+    else if (kind == ParamKind::boolean && boolValue)
+        h = boolToHost(*boolValue);
+    else if (kind == ParamKind::integer && intValue)
+        h = numberToHost(*intValue, component->intParamRange(index));
+    else
+        return;
+    if (!gesture.editing) beginEdit(hostIndex);
+    setParameterAutomated(hostIndex, static_cast<float>(h));
+    if (!gesture.editing) endEdit(hostIndex);
+}

@@ -1,0 +1,114 @@
+#include "host/VSTPlugin.h"
+
+#include <cstring>
+#include <string_view>
+
+#include "host/HostText.h"
+
+namespace {
+
+constexpr int32_t kNumPrograms = 1;
+
+int32_t countAutomatable(std::span<DSP::Component *const> components)
+{
+    int32_t count = 0;
+    for (const DSP::Component *component : components) {
+        for (uint32_t i = 0; i < component->numFloatParams(); ++i)
+            count += component->floatParamAutomatable(i);
+        for (uint32_t i = 0; i < component->numBoolParams(); ++i) count += component->boolParamAutomatable(i);
+        for (uint32_t i = 0; i < component->numIntParams(); ++i) count += component->intParamAutomatable(i);
+    }
+    return count;
+}
+
+} // namespace
+
+VSTPlugin::VSTPlugin(audioMasterCallback host)
+    : Plugin(kVst),
+      AudioEffectX(host, kNumPrograms, countAutomatable(componentList())),
+      audioLock("VSTPlugin")
+{
+    buildHostParams();
+    longNames = !hostWantsShortNames();
+
+    setNumInputs(2);
+    setNumOutputs(2);
+    setUniqueID(kUniqueId);
+    cEffect.version = kVersion;
+    canMono();
+    canProcessReplacing();
+    noTail();
+
+    if (transformHandle().global()->getDelayCompensation()) {
+        reportedLatency = latency();
+        setInitialDelay(static_cast<int32_t>(reportedLatency));
+    }
+}
+
+VSTPlugin::~VSTPlugin()
+{
+    const Util::Hold lastBlock(audioLock); // waits for a block that still runs before the buffers go
+}
+
+VSTPlugin *VSTPlugin::of(AEffect *effect)
+{
+    return static_cast<VSTPlugin *>(static_cast<AudioEffect *>(effect->object));
+}
+
+bool VSTPlugin::hostWantsShortNames()
+{
+    char product[4 * kVstMaxProductStrLen] = {}; // for hosts that write more than the interface allows
+    getHostProductString(product);
+    product[sizeof product - 1] = '\0';
+    return std::strcmp(product, "Live") == 0;
+}
+
+bool VSTPlugin::getEffectName(char *name)
+{
+    writeText("Tessarine", kVstMaxEffectNameLen - 1, name);
+    return true;
+}
+
+bool VSTPlugin::getVendorString(char *text)
+{
+    writeText("Veloxon, Inc.", kVstMaxVendorStrLen - 1, text);
+    return true;
+}
+
+bool VSTPlugin::getProductString(char *text)
+{
+    writeText("Tessarine", kVstMaxProductStrLen - 1, text);
+    return true;
+}
+
+int32_t VSTPlugin::canDo(const char *text)
+{
+    static constexpr std::string_view kYes[] = {
+        "plugAsChannelInsert", "plugAsSend", "mixDryWet", "1in1out", "2in2out",
+    };
+    static constexpr std::string_view kNo[] = {
+        "sendVstEvents",
+        "sendVstMidiEvent",
+        "sendVstTimeInfo",
+        "receiveVstEvents",
+        "receiveVstMidiEvent",
+        "receiveVstTimeInfo",
+        "offline",
+        "noRealTime",
+        "multipass",
+        "metapass",
+        "1in2out",
+        "2in1out",
+        "2in4out",
+        "4in2out",
+        "4in4out",
+        "4in8out",
+        "8in4out",
+        "8in8out",
+    };
+    for (const std::string_view known : kYes)
+        if (known == text) return 1;
+    for (const std::string_view known : kNo)
+        if (known == text) return -1;
+    return 0;
+}

@@ -1,0 +1,13 @@
+#include "dsp/kernels/FloatState.h"
+#include "host/VSTPlugin.h"
+
+AEffect *VSTPluginMain(audioMasterCallback host)
+{
+    if (!host || host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) == 0) return nullptr;
+    const DSP::FloatState floatState;
+    try {
+        return (new VSTPlugin(host))->getAeffect();
+    } catch (...) {
+        return nullptr;
+    }
+}
