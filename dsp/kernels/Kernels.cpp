@@ -8,12 +8,18 @@
     namespace DSP::Kernels::set {                                                                            \
     extern const BlockKernels blockKernels;                                                                  \
     extern const CrossOverKernels crossOverKernels;                                                          \
+    extern const DynamicsKernels dynamicsKernels;                                                            \
+    extern const LimiterKernels limiterKernels;                                                              \
     extern const PowerKernels powerKernels;                                                                  \
+    extern const SpectrumKernels spectrumKernels;                                                            \
     static constexpr Table table = {                                                                         \
         .name = #set,                                                                                        \
         .block = blockKernels,                                                                               \
         .crossOver = crossOverKernels,                                                                       \
+        .dynamics = dynamicsKernels,                                                                         \
+        .limiter = limiterKernels,                                                                           \
         .power = powerKernels,                                                                               \
+        .spectrum = spectrumKernels,                                                                         \
     };                                                                                                       \
     }
 

@@ -4,7 +4,10 @@
 
 #include "dsp/kernels/BlockKernels.h"
 #include "dsp/kernels/CrossOverKernels.h"
+#include "dsp/kernels/DynamicsKernels.h"
+#include "dsp/kernels/LimiterKernels.h"
 #include "dsp/kernels/PowerKernels.h"
+#include "dsp/kernels/SpectrumKernels.h"
 
 namespace DSP::Kernels {
 
@@ -17,7 +20,10 @@ struct Table {
     const char *name; ///< "portable", "sse2" or "avx2"
     const BlockKernels &block;
     const CrossOverKernels &crossOver;
+    const DynamicsKernels &dynamics;
+    const LimiterKernels &limiter;
     const PowerKernels &power;
+    const SpectrumKernels &spectrum;
 };
 
 /// The best set this processor runs, chosen at the first call. The environment variable TESSARINE_ISA may

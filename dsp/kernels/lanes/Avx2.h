@@ -37,6 +37,9 @@ struct D4 {
     LANES_OP D4 of(double a, double b, double c, double d) { return {_mm256_setr_pd(a, b, c, d)}; }
 };
 
+/// The floats that one register of the set holds.
+using FloatRegister = F8;
+
 LANES_OP F8 combine(F4 lo, F4 hi) { return {_mm256_insertf128_ps(_mm256_castps128_ps256(lo.v), hi.v, 1)}; }
 LANES_OP F4 low(F8 a) { return {_mm256_castps256_ps128(a.v)}; }
 LANES_OP F4 high(F8 a) { return {_mm256_extractf128_ps(a.v, 1)}; }

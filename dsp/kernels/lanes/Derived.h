@@ -96,4 +96,17 @@ LANES_OP void transpose(F8 (&rows)[8])
     }
 }
 
+/// Stores a0 b0 a1 b1 and so on.
+LANES_OP void storeInterleaved(float *to, F4 a, F4 b)
+{
+    store(to, unpackLow(a, b));
+    store(to + 4, unpackHigh(a, b));
+}
+LANES_OP void storeInterleaved(float *to, F8 a, F8 b)
+{
+    const F8 outer = unpackLow(a, b), inner = unpackHigh(a, b);
+    store(to, lowHalves(outer, inner));
+    store(to + 8, highHalves(outer, inner));
+}
+
 } // namespace DSP::Kernels::SET

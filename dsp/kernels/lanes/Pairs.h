@@ -34,6 +34,9 @@ struct D4 {
     LANES_OP D4 of(double a, double b, double c, double d) { return {D2::of(a, b), D2::of(c, d)}; }
 };
 
+/// The floats that one register of the set holds.
+using FloatRegister = F4;
+
 LANES_OP F8 combine(F4 lo, F4 hi) { return {lo, hi}; }
 LANES_OP F4 low(F8 a) { return a.lo; }
 LANES_OP F4 high(F8 a) { return a.hi; }

@@ -1,0 +1,80 @@
+#include "dsp/kernels/Fft.h"
+
+#include <algorithm>
+
+#include "dsp/kernels/Math.h"
+
+namespace DSP {
+
+namespace {
+
+constexpr int kLanes = 8;
+
+/// e^(-2 pi i turn) in one lane of a block of eight re and eight im.
+void putTwiddle(float *block, int lane, double turn)
+{
+    block[lane] = float(Math::cos(2 * Math::kPi * turn));
+    block[kLanes + lane] = float(-Math::sin(2 * Math::kPi * turn));
+}
+
+} // namespace
+
+FftPlan::FftPlan(int order, const Kernels::Table &table) : kernels(table.spectrum)
+{
+    tables.points = 1 << (std::clamp(order, kLeastOrder, kMostOrder) - 1);
+    makeFirstTwiddles();
+    makePasses();
+    makeSplitTables();
+}
+
+void FftPlan::makeFirstTwiddles()
+{
+    const int groups = tables.points / 8;
+    firstTwiddles.grow(size_t(groups) * 7 * 2);
+    float *block = firstTwiddles.data();
+    for (int first = 0; first < groups; first += kLanes)
+        for (int k = 1; k < 8; ++k, block += 2 * kLanes)
+            for (int lane = 0; lane < kLanes; ++lane)
+                putTwiddle(block, lane, double(k) * (first + Kernels::fftLaneOrder(lane)) / tables.points);
+    tables.firstTwiddles = firstTwiddles.data();
+}
+
+/// Radix 8 as long as what remains is not 2 or 4 times 4: no pass of radix 2 is ever needed from 8 points on.
+void FftPlan::makePasses()
+{
+    size_t offsets[std::size(Kernels::FftTables{}.passes)], floats = 0;
+    int stride = 8;
+    for (int remaining = tables.points / 8; remaining > 1; ++tables.passCount) {
+        const int radix = remaining == 4 || remaining == 16 ? 4 : 8;
+        remaining /= radix;
+        tables.passes[tables.passCount] = {radix, stride, remaining, nullptr};
+        offsets[tables.passCount] = floats;
+        floats += size_t(remaining - 1) * size_t(radix - 1) * 2 * kLanes;
+        stride *= radix;
+    }
+    passTwiddles.grow(floats);
+    for (int i = 0; i < tables.passCount; ++i) {
+        auto &[radix, passStride, groups, twiddles] = tables.passes[i];
+        float *block = passTwiddles.data() + offsets[i];
+        twiddles = block;
+        for (int group = 1; group < groups; ++group)
+            for (int k = 1; k < radix; ++k, block += 2 * kLanes)
+                for (int lane = 0; lane < kLanes; ++lane)
+                    putTwiddle(block, lane, double(k) * group / (radix * groups));
+    }
+}
+
+void FftPlan::makeSplitTables()
+{
+    const int count = tables.points / 2;
+    cosines.grow(size_t(count));
+    sines.grow(size_t(count));
+    for (int k = 0; k < count; ++k) {
+        cosines[size_t(k)] = float(Math::cos(Math::kPi * k / tables.points));
+        sines[size_t(k)] = float(Math::sin(Math::kPi * k / tables.points));
+    }
+    tables.cosines = cosines.data();
+    tables.sines = sines.data();
+}
+
+} // namespace DSP

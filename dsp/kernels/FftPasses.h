@@ -1,0 +1,216 @@
+#pragma once
+
+#include "dsp/kernels/Lanes.h"
+#include "dsp/kernels/SpectrumKernels.h"
+
+/// Passes of the complex Fourier transform, inlined in the kernels of a set; V is the register of the set.
+/// Lanes do not mix but in the transposition of the first pass, so four or eight of them give the same bits.
+/// Shape   between passes the points stand in blocks of eight: 8 re, 8 im
+/// Method  Stockham's sorting transform by decimation in frequency: a pass of radix r takes, for every group
+/// p and
+///         place q, x[q + stride (p + groups j)], j below r, to y[q + stride (r p + k)] = DFT_r(x)[k] w^(p
+///         k). Van Loan, "Computational Frameworks for the Fast Fourier Transform", ch. 1.7
+namespace DSP::Kernels::SET {
+
+template <class V>
+struct Complex {
+    V re, im;
+};
+
+template <class V>
+LANES_OP Complex<V> operator+(Complex<V> a, Complex<V> b)
+{
+    return {a.re + b.re, a.im + b.im};
+}
+template <class V>
+LANES_OP Complex<V> operator-(Complex<V> a, Complex<V> b)
+{
+    return {a.re - b.re, a.im - b.im};
+}
+/// a + i b and a - i b.
+template <class V>
+LANES_OP Complex<V> plusTurned(Complex<V> a, Complex<V> b)
+{
+    return {a.re - b.im, a.im + b.re};
+}
+template <class V>
+LANES_OP Complex<V> minusTurned(Complex<V> a, Complex<V> b)
+{
+    return {a.re + b.im, a.im - b.re};
+}
+template <class V>
+LANES_OP Complex<V> times(Complex<V> a, const float *twiddle)
+{
+    const V re = V::loadAligned(twiddle), im = V::loadAligned(twiddle + 8);
+    return {a.re * re - a.im * im, a.im * re + a.re * im};
+}
+template <class V>
+LANES_OP Complex<V> at(const float *block)
+{
+    return {V::loadAligned(block), V::loadAligned(block + 8)};
+}
+
+/// Outputs 0, 2, 4, 6 of a DFT of eight from the sums z[j] + z[j + 4], and 1, 3, 5, 7 from the differences.
+template <class V>
+LANES_OP void evenOutputs(Complex<V> s0, Complex<V> s1, Complex<V> s2, Complex<V> s3, Complex<V> (&y)[4])
+{
+    const Complex<V> even = s0 + s2, turned = s0 - s2, odd = s1 + s3, oddTurned = s1 - s3;
+    y[0] = even + odd;
+    y[2] = even - odd;
+    y[1] = minusTurned(turned, oddTurned);
+    y[3] = plusTurned(turned, oddTurned);
+}
+template <class V>
+LANES_OP void oddOutputs(Complex<V> d0, Complex<V> d1, Complex<V> d2, Complex<V> d3, Complex<V> (&y)[4])
+{
+    const V half = V::splat(0x1.6a09e6p-1f); // sqrt(1/2)
+    const Complex<V> c1 = minusTurned(d1, d3), c3 = plusTurned(d1, d3);
+    const Complex<V> b1 = minusTurned(d0, d2), b3 = plusTurned(d0, d2);
+    const Complex<V> t1 = {(c1.re + c1.im) * half, (c1.im - c1.re) * half};
+    const Complex<V> t3 = {(c3.im - c3.re) * half, (c3.re + c3.im) * half};
+    y[0] = b1 + t1;
+    y[2] = b1 - t1;
+    y[1] = {b3.re + t3.re, b3.im - t3.im};
+    y[3] = {b3.re - t3.re, b3.im + t3.im};
+}
+
+/// Where a pass puts its outputs: output k at `first + k x step`, imaginary parts `im` floats further.
+struct Target {
+    float *first;
+    long step, im;
+};
+template <bool twiddled, class V>
+LANES_OP void put(const Target &to, int k, Complex<V> z, const float *twiddles)
+{
+    if (twiddled && k) z = times(z, twiddles + 16 * (k - 1));
+    storeAligned(to.first + k * to.step, z.re);
+    storeAligned(to.first + k * to.step + to.im, z.im);
+}
+
+/// One butterfly of each radix for the lanes of a register, inputs `step` floats apart. That of radix 8 reads
+/// its inputs twice, which costs less than keeping sixteen sums and differences.
+template <class V, bool twiddled>
+LANES_OP void butterfly8(const float *x, long step, const Target &to, const float *twiddles)
+{
+    Complex<V> y[4];
+    evenOutputs(at<V>(x) + at<V>(x + 4 * step), at<V>(x + step) + at<V>(x + 5 * step),
+                at<V>(x + 2 * step) + at<V>(x + 6 * step), at<V>(x + 3 * step) + at<V>(x + 7 * step), y);
+    put<twiddled>(to, 0, y[0], twiddles);
+    put<twiddled>(to, 2, y[1], twiddles);
+    put<twiddled>(to, 4, y[2], twiddles);
+    put<twiddled>(to, 6, y[3], twiddles);
+    oddOutputs(at<V>(x) - at<V>(x + 4 * step), at<V>(x + step) - at<V>(x + 5 * step),
+               at<V>(x + 2 * step) - at<V>(x + 6 * step), at<V>(x + 3 * step) - at<V>(x + 7 * step), y);
+    put<twiddled>(to, 1, y[0], twiddles);
+    put<twiddled>(to, 3, y[1], twiddles);
+    put<twiddled>(to, 5, y[2], twiddles);
+    put<twiddled>(to, 7, y[3], twiddles);
+}
+template <class V, bool twiddled>
+LANES_OP void butterfly4(const float *x, long step, const Target &to, const float *twiddles)
+{
+    const Complex<V> z0 = at<V>(x), z2 = at<V>(x + 2 * step), z1 = at<V>(x + step), z3 = at<V>(x + 3 * step);
+    const Complex<V> s0 = z0 + z2, d0 = z0 - z2, s1 = z1 + z3, d1 = z1 - z3;
+    put<twiddled>(to, 0, s0 + s1, twiddles);
+    put<twiddled>(to, 1, minusTurned(d0, d1), twiddles);
+    put<twiddled>(to, 2, s0 - s1, twiddles);
+    put<twiddled>(to, 3, plusTurned(d0, d1), twiddles);
+}
+
+/// A group of a pass: all places q, from blocks to blocks or, in the last pass, to two plain arrays.
+template <class V, int radix, bool twiddled, bool last>
+LANES_OP void runGroup(const float *x, long step, float *y, long stride, long im, const float *twiddles)
+{
+    for (long block = 0; block < stride; block += 8)
+        for (int half = 0; half < 8; half += V::kLanes) {
+            const Target to = {y + (last ? 1 : 2) * block + half, last ? stride : 2 * stride, last ? im : 8};
+            if constexpr (radix == 8)
+                butterfly8<V, twiddled>(x + 2 * block + half, step, to, twiddles + half);
+            else
+                butterfly4<V, twiddled>(x + 2 * block + half, step, to, twiddles + half);
+        }
+}
+template <class V, int radix>
+LANES_OP void runPass(const FftTables::Pass &pass, const float *x, float *y)
+{
+    const long stride = pass.stride, step = 2 * stride * pass.groups;
+    const float *twiddles = pass.twiddles;
+    runGroup<V, radix, false, false>(x, step, y, stride, 0, twiddles);
+    for (int p = 1; p < pass.groups; ++p) {
+        x += 2 * stride;
+        y += 2 * stride * radix;
+        runGroup<V, radix, true, false>(x, step, y, stride, 0, twiddles);
+        twiddles += 16 * (radix - 1);
+    }
+}
+
+/// Even samples become real parts, odd samples imaginary parts.
+template <class V, bool windowed>
+LANES_OP Complex<V> readSamples(const float *in, const float *window, long at)
+{
+    V a = V::loadAligned(in + at), b = V::loadAligned(in + at + 8);
+    if constexpr (windowed) {
+        a = a * V::loadAligned(window + at);
+        b = b * V::loadAligned(window + at + 8);
+    }
+    return {shuffle<0, 2, 0, 2>(a, b), shuffle<1, 3, 1, 3>(a, b)};
+}
+
+/// Stores lane l of the eight vectors in a row, at the block where that lane belongs.
+LANES_OP void storeRows(float *to, int half, F4 a, F4 b, F4 c, F4 d, F4 e, F4 f, F4 g, F4 h)
+{
+    float *row[4];
+    for (int l = 0; l < 4; ++l) row[l] = to + 16 * fftLaneOrder(half + l);
+    transpose(a, b, c, d);
+    storeAligned(row[0], a);
+    storeAligned(row[1], b);
+    storeAligned(row[2], c);
+    storeAligned(row[3], d);
+    transpose(e, f, g, h);
+    storeAligned(row[0] + 4, e);
+    storeAligned(row[1] + 4, f);
+    storeAligned(row[2] + 4, g);
+    storeAligned(row[3] + 4, h);
+}
+LANES_OP void storeRows(float *to, int, F8 a, F8 b, F8 c, F8 d, F8 e, F8 f, F8 g, F8 h)
+{
+    F8 rows[8] = {a, b, c, d, e, f, g, h};
+    transpose(rows);
+    for (int l = 0; l < 8; ++l) storeAligned(to + 16 * fftLaneOrder(l), rows[l]);
+}
+
+/// The first pass, of radix 8: neighbouring groups as lanes, transposed on the way out.
+template <class V, bool windowed>
+LANES_OP void runFirstPass(const FftTables &tables, const float *in, const float *window, float *y)
+{
+    const long step = tables.points / 4;
+    const float *twiddles = tables.firstTwiddles;
+    for (long group = 0; group < tables.points / 8; group += 8, y += 128, twiddles += 7 * 16)
+        for (int half = 0; half < 8; half += V::kLanes) {
+            const long first = 2 * group + half;
+            Complex<V> s[4], d[4], even[4], odd[4];
+#pragma GCC unroll 4
+            for (int j = 0; j < 4; ++j) {
+                const auto a = readSamples<V, windowed>(in, window, first + j * step);
+                const auto b = readSamples<V, windowed>(in, window, first + (j + 4) * step);
+                s[j] = a + b;
+                d[j] = a - b;
+            }
+            const float *w = twiddles + half;
+            evenOutputs(s[0], s[1], s[2], s[3], even);
+            even[1] = times(even[1], w + 16);
+            even[2] = times(even[2], w + 3 * 16);
+            even[3] = times(even[3], w + 5 * 16);
+            oddOutputs(d[0], d[1], d[2], d[3], odd);
+            odd[0] = times(odd[0], w);
+            odd[1] = times(odd[1], w + 2 * 16);
+            odd[2] = times(odd[2], w + 4 * 16);
+            odd[3] = times(odd[3], w + 6 * 16);
+            storeRows(y, half, even[0].re, odd[0].re, even[1].re, odd[1].re, even[2].re, odd[2].re,
+                      even[3].re, odd[3].re);
+            storeRows(y + 8, half, even[0].im, odd[0].im, even[1].im, odd[1].im, even[2].im, odd[2].im,
+                      even[3].im, odd[3].im);
+        }
+}
+
+} // namespace DSP::Kernels::SET
