@@ -4,13 +4,15 @@
 #include <cfloat>
 #include <cstring>
 
+#include "dsp/kernels/Kernels.h"
+
 namespace DSP {
 
 VectorStatus ippsAdd_32f_I(const float *src, float *srcDst, int len)
 {
     const VectorStatus status = checkVectors(len, src, srcDst);
     if (status != kVectorOk) return status;
-    for (int i = 0; i < len; ++i) srcDst[i] += src[i];
+    Kernels::active().block.add(src, srcDst, len);
     return kVectorOk;
 }
 
@@ -19,7 +21,7 @@ VectorStatus ippsMulC_32f_I(float value, float *srcDst, int len)
     const VectorStatus status = checkVectors(len, srcDst);
     if (status != kVectorOk || value == 1.0f) return status;
     if (value == 0.0f) return ippsZero_32f(srcDst, len);
-    for (int i = 0; i < len; ++i) srcDst[i] *= value;
+    Kernels::active().block.scale(value, srcDst, len);
     return kVectorOk;
 }
 
@@ -27,7 +29,7 @@ VectorStatus ippsMul_32f_I(const float *src, float *srcDst, int len)
 {
     const VectorStatus status = checkVectors(len, src, srcDst);
     if (status != kVectorOk) return status;
-    for (int i = 0; i < len; ++i) srcDst[i] *= src[i];
+    Kernels::active().block.multiply(src, srcDst, len);
     return kVectorOk;
 }
 
@@ -83,10 +85,7 @@ VectorStatus ippsCopy_8u(const uint8_t *src, uint8_t *dst, int len)
     return kVectorOk;
 }
 
-VectorStatus ippsCopy_32f(const float *src, float *dst, int len)
-{
-    return ippsMove_32f(src, dst, len);
-}
+VectorStatus ippsCopy_32f(const float *src, float *dst, int len) { return ippsMove_32f(src, dst, len); }
 
 VectorStatus ippsMove_32f(const float *src, float *dst, int len)
 {
@@ -106,9 +105,6 @@ VectorStatus ippsSet_32f(float value, float *dst, int len)
     return kVectorOk;
 }
 
-VectorStatus ippsZero_32f(float *dst, int len)
-{
-    return ippsSet_32f(0.0f, dst, len);
-}
+VectorStatus ippsZero_32f(float *dst, int len) { return ippsSet_32f(0.0f, dst, len); }
 
 } // namespace DSP
