@@ -43,10 +43,7 @@ FloatState::FloatState()
     std::fesetenv(FE_DFL_ENV);
 }
 
-FloatState::~FloatState()
-{
-    std::fesetenv(&hosts);
-}
+FloatState::~FloatState() { std::fesetenv(&hosts); }
 
 #endif
 

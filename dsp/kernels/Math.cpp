@@ -90,10 +90,7 @@ Pair operator/(Pair a, Pair b)
     return quickSum(quotient, ((a.hi - back.hi) - back.lo + a.lo - quotient * b.lo) / b.hi);
 }
 
-Pair negative(Pair a)
-{
-    return {-a.hi, -a.lo};
-}
+Pair negative(Pair a) { return {-a.hi, -a.lo}; }
 
 /// a times 2^exponent, exact unless the result leaves the normal range; two steps, as 2^1024 is no double.
 double scale(double a, int exponent)
@@ -179,10 +176,7 @@ double logOfOutsider(double x)
     return x > 0.0 ? x : kNaN;
 }
 
-bool positiveFinite(double x)
-{
-    return x > 0.0 && x < kInfinity;
-}
+bool positiveFinite(double x) { return x > 0.0 && x < kInfinity; }
 
 /// An angle less a whole number of quarter turns: the rest within an eighth of a turn, and the number's last
 /// two bits.
@@ -238,15 +232,9 @@ double exp(double x)
     return expOf({x, 0.0});
 }
 
-double exp2(double x)
-{
-    return pow(2.0, x);
-}
+double exp2(double x) { return pow(2.0, x); }
 
-double log(double x)
-{
-    return positiveFinite(x) ? logOf(x).hi : logOfOutsider(x);
-}
+double log(double x) { return positiveFinite(x) ? logOf(x).hi : logOfOutsider(x); }
 
 double log2(double x)
 {
@@ -255,10 +243,7 @@ double log2(double x)
     return (logOfMantissa(n.mantissa) * kInverseLn2 + n.exponent).hi;
 }
 
-double log10(double x)
-{
-    return positiveFinite(x) ? (logOf(x) * kInverseLn10).hi : logOfOutsider(x);
-}
+double log10(double x) { return positiveFinite(x) ? (logOf(x) * kInverseLn10).hi : logOfOutsider(x); }
 
 double pow(double base, double exponent)
 {
@@ -310,25 +295,13 @@ double besselI0(double x)
     return sum;
 }
 
-double flooredLog2(double x)
-{
-    return std::fabs(x) < 1e-36 ? -1e35 : log2(x);
-}
+double flooredLog2(double x) { return std::fabs(x) < 1e-36 ? -1e35 : log2(x); }
 
-double flooredLog10(double x)
-{
-    return std::fabs(x) < 1e-36 ? -1e35 : log10(x);
-}
+double flooredLog10(double x) { return std::fabs(x) < 1e-36 ? -1e35 : log10(x); }
 
-double decibelsToLinear(double decibels)
-{
-    return pow(10.0, decibels * static_cast<double>(0.05f));
-}
+double decibelsToLinear(double decibels) { return pow(10.0, decibels * static_cast<double>(0.05f)); }
 
-double linearToDecibels(double linear)
-{
-    return 20.0 * flooredLog10(linear);
-}
+double linearToDecibels(double linear) { return 20.0 * flooredLog10(linear); }
 
 double timeCoeff(double ms, double sampleRate)
 {

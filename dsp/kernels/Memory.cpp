@@ -22,20 +22,11 @@ void *allocate(int len, unsigned elementSize)
 
 } // namespace
 
-uint8_t *ippsMalloc_8u(int len)
-{
-    return static_cast<uint8_t *>(allocate(len, sizeof(uint8_t)));
-}
+uint8_t *ippsMalloc_8u(int len) { return static_cast<uint8_t *>(allocate(len, sizeof(uint8_t))); }
 
-float *ippsMalloc_32f(int len)
-{
-    return static_cast<float *>(allocate(len, sizeof(float)));
-}
+float *ippsMalloc_32f(int len) { return static_cast<float *>(allocate(len, sizeof(float))); }
 
-double *ippsMalloc_64f(int len)
-{
-    return static_cast<double *>(allocate(len, sizeof(double)));
-}
+double *ippsMalloc_64f(int len) { return static_cast<double *>(allocate(len, sizeof(double))); }
 
 void ippsFree(void *pointer)
 {

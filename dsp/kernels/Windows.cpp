@@ -7,10 +7,7 @@
 namespace DSP {
 namespace {
 
-void multiply(float &sample, double factor)
-{
-    sample = static_cast<float>(sample * factor);
-}
+void multiply(float &sample, double factor) { sample = static_cast<float>(sample * factor); }
 
 /// Multiplies by shape(n), which is evaluated for the first half only: all windows are their own mirror
 /// images.
