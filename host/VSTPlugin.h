@@ -27,6 +27,8 @@ public:
     /// The effect behind a record that VSTPluginMain returned.
     static VSTPlugin *of(AEffect *effect);
 
+    using Plugin::sampleRate; // the chain's; the host's own, which may have a fraction, is getSampleRate()
+
     /// Rows in host order.
     const std::vector<HostParam> &hostParameters() const { return hostParams; }
 
