@@ -8,6 +8,8 @@ set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g -DNDEBUG")
 
+# No path of the building machine in what we ship.
+add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
 # No fused multiply-add, and no flag that lets the compiler reorder sums.
 add_compile_options(-ffp-contract=off -fno-math-errno -fno-trapping-math)
