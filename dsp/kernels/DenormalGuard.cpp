@@ -1,31 +1,39 @@
 #include "dsp/kernels/DenormalGuard.h"
 
 #include <algorithm>
+#include <array>
+
+#include "dsp/kernels/Kernels.h"
 
 namespace DSP {
 namespace {
 
-constexpr uint32_t kHalfWave = 128;
+constexpr uint32_t kPeriod = GuardWave::kLength;
 
-void addConstant(float *samples, uint32_t count, float value)
+using Wave = std::array<float, 2 * kPeriod>; // so that a whole period follows every place of the first
+constexpr Wave makeWave(float amplitude)
 {
-    for (uint32_t i = 0; i < count; ++i) samples[i] += value;
+    Wave wave = {};
+    for (uint32_t i = 0; i < wave.size(); ++i) wave[i] = i % kPeriod < kPeriod / 2 ? amplitude : -amplitude;
+    return wave;
 }
+alignas(32) constexpr Wave kLeft = makeWave(kGuardLeft);
+alignas(32) constexpr Wave kRight = makeWave(kGuardRight);
 
 } // namespace
 
+GuardWave guardWave(uint8_t counter) { return {kLeft.data() + counter, kRight.data() + counter}; }
+
 void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
 {
-    uint32_t phase = *counter;
-    for (uint32_t done = 0; done < frames;) {
-        const uint32_t count = std::min(frames - done, kHalfWave - phase % kHalfWave);
-        const bool minus = phase % (2 * kHalfWave) >= kHalfWave;
-        addConstant(left + done, count, minus ? -kGuardLeft : kGuardLeft);
-        if (right != nullptr) addConstant(right + done, count, minus ? -kGuardRight : kGuardRight);
-        done += count;
-        phase += count;
+    const Kernels::BlockKernels &kernels = Kernels::active().block;
+    const GuardWave wave = guardWave(*counter);
+    for (uint32_t done = 0; done < frames; done += kPeriod) {
+        const int count = static_cast<int>(std::min(frames - done, kPeriod));
+        kernels.add(wave.left, left + done, count);
+        if (right) kernels.add(wave.right, right + done, count);
     }
-    if (keep) *counter = static_cast<uint8_t>(phase);
+    if (keep) *counter = static_cast<uint8_t>(*counter + frames);
 }
 
 } // namespace DSP

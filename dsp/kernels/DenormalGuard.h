@@ -2,17 +2,22 @@
 
 #include <cstdint>
 
-/// A square wave far below hearing that keeps filters and followers out of denormal numbers and adds no
-/// offset.
+/// A square wave far below hearing that keeps filters and followers out of denormal numbers, without offset.
 namespace DSP {
 
 /// Left and right differ, so their difference is guarded too.
 inline constexpr float kGuardLeft = 1e-10f, kGuardRight = 2e-10f;
 
+/// The wave as samples, from the place where a counter stands.
+struct GuardWave {
+    static constexpr int kLength = 256; // valid samples behind each pointer: a whole period
+    const float *left, *right;
+};
+GuardWave guardWave(uint8_t counter);
+
 /// Adds the guard to a block: plus for 128 samples, minus for 128, and so on.
 /// Shape   right may be null
-/// State   `counter` is the place in the wave, the caller's own. It moves on only if `keep` is set: who
-/// guards
+/// State   `counter` is the place in the wave, the caller's own, moving on only if `keep` is set: who guards
 ///         several buffers alike passes false until the last
 /// Thread  audio, no allocation
 void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep);

@@ -1,0 +1,31 @@
+#pragma once
+#include <stdint.h>
+
+namespace DSP::Kernels {
+
+/// One pass over a block of samples. Lengths of 0 and less do nothing.
+struct BlockKernels {
+    /// Replaces what is no number or beyond +-`loudest` by 0; returns how many samples that were.
+    int (*silenceGarbage)(float *samples, float loudest, int count);
+    /// samples[i] += value.
+    void (*offset)(float *samples, float value, int count);
+    /// Largest magnitude; 0 for an empty block. NaN is passed over.
+    float (*peak)(const float *samples, int count);
+    /// out = (left + right) x 0.5 + value; `right` null: left + value.
+    void (*monoMix)(const float *left, const float *right, float value, float *out, int count);
+    void (*add)(const float *source, float *target, int count);
+    void (*multiply)(const float *source, float *target, int count);
+    void (*scale)(float factor, float *samples, int count);
+};
+
+namespace portable {
+extern const BlockKernels blockKernels;
+}
+namespace sse2 {
+extern const BlockKernels blockKernels;
+}
+namespace avx2 {
+extern const BlockKernels blockKernels;
+}
+
+} // namespace DSP::Kernels
