@@ -27,9 +27,9 @@ public:
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
     void setCutoff(uint32_t index, float hz);
     bool bandBypass(uint32_t band) const { return bypassBits >> band & 1; }
-    void setBandBypass(uint32_t band, bool on) { setBit(bypassBits, band, on); }
+    void setBandBypass(uint32_t band, bool on);
     bool bandMute(uint32_t band) const { return muteBits >> band & 1; }
-    void setBandMute(uint32_t band, bool on) { setBit(muteBits, band, on); }
+    void setBandMute(uint32_t band, bool on);
 
     /// `hz` kept in the legal range and `minOctaves` away from its neighbours; changes nothing.
     float limitCutoff(uint32_t index, float hz, float minOctaves) const;
@@ -45,7 +45,11 @@ private:
     void updateFade();
     /// Designs filters for the present cutoffs; cutoffs that cross leave the set as it is.
     void designFilters(BandSplitter &set);
-    static void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
+    void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
+    /// Blends the set that is going into the start of the bands that the coming set has written.
+    void crossFade(uint32_t frames, const float *left, const float *right);
+    /// Finite but absurd rates and cutoffs can make a filter unstable: its block is dropped, its state cleared.
+    void silenceRunaway(uint32_t frames, bool stereo);
 
     uint32_t sampleRate = 44100; // Hz
     uint32_t fadeLength = 0;     // samples

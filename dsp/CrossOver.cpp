@@ -1,0 +1,223 @@
+#include "dsp/CrossOver.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dsp/PluginLink.h"
+#include "dsp/kernels/BlockKernels.h"
+#include "dsp/kernels/Kernels.h"
+#include "dsp/kernels/Math.h"
+#include "dsp/kernels/VectorOperations.h"
+
+namespace DSP {
+
+namespace {
+constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
+constexpr float kPi32 = 3.1415927f;
+
+// No sound input comes out of sound filters like this: it is a filter that has lost its stability.
+constexpr float kLoudestBand = 1e12f;
+} // namespace
+
+CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
+{
+    std::copy(kDefaultCutoffsHz.begin(), kDefaultCutoffsHz.end(), cutoffs.begin());
+    declareParameters();
+    owner = this;
+    finishConstruction();
+    updateFade();
+    {
+        const Util::Hold hold(lock);
+        designFilters(filterSets[activeSet]);
+    }
+    setFraming(0, 2, 2 * kBands);
+}
+
+void CrossOver::declareParameters()
+{
+    const char *const cutoffNames[] = {"Crossover Low Cutoff", "Crossover Mid Cutoff", "Crossover High Cutoff"};
+    for (uint32_t i = 0; i < kCutoffs; ++i)
+        floatParams.push_back({.name = cutoffNames[i],
+                               .label = "Hz",
+                               .range = kCutoffRangeHz,
+                               .defaultValue = kDefaultCutoffsHz[i],
+                               .getters = {.one = &CrossOver::cutoff},
+                               .setters = {.one = &CrossOver::setCutoff},
+                               .indices = {OptionalIndex(i)},
+                               .group = ParamGroup::crossover,
+                               .automatable = true});
+
+    const auto bandSwitches = [this](const char *pattern, bool (CrossOver::*get)(uint32_t) const,
+                                     void (CrossOver::*set)(uint32_t, bool)) {
+        for (uint32_t band = 0; band < kBands; ++band)
+            boolParams.push_back({.name = String(pattern).arg(band + 1),
+                                  .label = "",
+                                  .range = {true, false},
+                                  .defaultValue = false,
+                                  .getters = {.one = get},
+                                  .setters = {.one = set},
+                                  .indices = {OptionalIndex(band)},
+                                  .group = ParamGroup::crossover});
+    };
+    bandSwitches("Crossover Band %1 Bypass", &CrossOver::bandBypass, &CrossOver::setBandBypass);
+    bandSwitches("Crossover Band %1 Mute", &CrossOver::bandMute, &CrossOver::setBandMute);
+}
+
+void CrossOver::setBandBypass(uint32_t band, bool on) { setBit(bypassBits, band, on); }
+void CrossOver::setBandMute(uint32_t band, bool on) { setBit(muteBits, band, on); }
+
+void CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
+{
+    const uint32_t changed = on ? bits | 1u << band : bits & ~(1u << band);
+    if (changed == bits) return;
+    bits = changed;
+    notifyParameterChanged();
+}
+
+void CrossOver::setSampleRate(uint32_t hz)
+{
+    if (hz == sampleRate) return;
+    const Util::Hold hold(lock);
+    sampleRate = hz;
+    updateFade();
+    fadeRemaining = 0;
+    designFilters(filterSets[activeSet]);
+}
+
+void CrossOver::updateFade()
+{
+    fadeLength = static_cast<uint32_t>(std::floor(sampleRate * kFadeSeconds + 0.5));
+    fadeIn.grow(fadeLength);
+    fadeOut.grow(fadeLength);
+    for (uint32_t i = 0; i < fadeLength; ++i) {
+        fadeIn[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kPi32 / fadeLength)) * 0.5);
+        fadeOut[i] = 1.0f - fadeIn[i];
+    }
+}
+
+void CrossOver::designFilters(BandSplitter &set)
+{
+    std::array<float, kCutoffs> hz;
+    std::copy(cutoffs.begin(), cutoffs.end(), hz.begin());
+    if (std::is_sorted(hz.begin(), hz.end())) set.design(hz, sampleRate);
+}
+
+void CrossOver::reset()
+{
+    const Util::Hold hold(lock);
+    fadeRemaining = 0;
+    filterSets[activeSet].clear();
+}
+
+void CrossOver::setCutoff(uint32_t index, float hz)
+{
+    if (hz == cutoffs[index]) return;
+    notifyParameterChanged();
+    const Util::Hold hold(lock);
+    if (fadeRemaining == 0) activeSet ^= 1;
+    fadeRemaining = fadeLength;
+    cutoffs[index] = hz;
+    designFilters(filterSets[activeSet]);
+}
+
+uint32_t CrossOver::process(uint32_t frames, float *left, float *right)
+{
+    const Util::Hold hold(lock);
+    filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight);
+    if (fadeRemaining > 0) crossFade(frames, left, right);
+    silenceRunaway(frames, right != nullptr);
+    return frames;
+}
+
+void CrossOver::crossFade(uint32_t frames, const float *left, const float *right)
+{
+    const uint32_t count = std::min(frames, fadeRemaining);
+    // A block shorter than the fade reads the end of the tables each time, not the next piece of them.
+    const uint32_t offset = fadeLength - count;
+    const int length = static_cast<int>(count);
+
+    fadeScratchLeft.grow(kBands * count);
+    fadeScratchRight.grow(kBands * count);
+    float *oldLeft[kBands], *oldRight[kBands];
+    for (int band = 0; band < kBands; ++band) {
+        oldLeft[band] = fadeScratchLeft.data() + band * count;
+        oldRight[band] = fadeScratchRight.data() + band * count;
+    }
+    filterSets[activeSet ^ 1].run(count, left, right, oldLeft, oldRight);
+
+    const auto blend = [&](float *coming, float *going) {
+        ippsMul_32f_I(fadeIn.data() + offset, coming, length);
+        ippsMul_32f_I(fadeOut.data() + offset, going, length);
+        ippsAdd_32f_I(going, coming, length);
+    };
+    for (int band = 0; band < kBands; ++band) {
+        blend(bandOutLeft[band], oldLeft[band]);
+        if (right) blend(bandOutRight[band], oldRight[band]);
+    }
+    fadeRemaining -= count;
+}
+
+void CrossOver::silenceRunaway(uint32_t frames, bool stereo)
+{
+    const Kernels::BlockKernels &kernels = Kernels::active().block;
+    const int length = static_cast<int>(frames);
+    float loudest = 0.0f;
+    for (int band = 0; band < kBands; ++band) {
+        loudest = std::max(loudest, kernels.peak(bandOutLeft[band], length));
+        if (stereo) loudest = std::max(loudest, kernels.peak(bandOutRight[band], length));
+    }
+    if (loudest < kLoudestBand) return;
+    for (int band = 0; band < kBands; ++band) {
+        ippsZero_32f(bandOutLeft[band], length);
+        if (stereo) ippsZero_32f(bandOutRight[band], length);
+    }
+    for (BandSplitter &set : filterSets) set.clear();
+}
+
+float CrossOver::limitCutoff(uint32_t index, float hz, float minOctaves) const
+{
+    const auto clamped = [](double x) {
+        return std::clamp<double>(x, kCutoffRangeHz.minimum, kCutoffRangeHz.maximum);
+    };
+    double limited = clamped(hz);
+    if (index > 0) {
+        const double below = Math::flooredLog2(cutoffs[index - 1]);
+        if (Math::flooredLog2(limited) - below < minOctaves) limited = Math::exp2(below + minOctaves);
+    }
+    if (index + 1 < kCutoffs) {
+        const double above = Math::flooredLog2(cutoffs[index + 1]);
+        if (above - Math::flooredLog2(limited) < minOctaves) limited = Math::exp2(above - minOctaves);
+    }
+    return static_cast<float>(clamped(limited));
+}
+
+void CrossOver::defaultCutoffsFrom(uint32_t index, std::vector<uint32_t> &changed, float minOctaves) const
+{
+    std::array<float, kCutoffs> hz;
+    std::copy(cutoffs.begin(), cutoffs.end(), hz.begin());
+    std::array<bool, kCutoffs> flagged = {};
+    const auto flag = [&](uint32_t i) {
+        const bool news = !flagged[i] || hz[i] != kDefaultCutoffsHz[i];
+        flagged[i] = true;
+        hz[i] = kDefaultCutoffsHz[i];
+        return news;
+    };
+    const auto tooClose = [&](uint32_t low) {
+        return Math::flooredLog2(hz[low + 1]) - Math::flooredLog2(hz[low]) < minOctaves;
+    };
+    flag(index);
+    bool moved = true;
+    for (int pass = 0; pass < kCutoffs && moved; ++pass) {
+        moved = false;
+        for (uint32_t low = 0; low + 1 < kCutoffs; ++low) {
+            if (!tooClose(low)) continue;
+            const bool lower = flag(low), upper = flag(low + 1);
+            moved = moved || lower || upper;
+        }
+    }
+    changed.clear();
+    for (uint32_t i = 0; i < kCutoffs; ++i)
+        if (flagged[i]) changed.push_back(i);
+}
+
+} // namespace DSP

@@ -1,0 +1,130 @@
+#include "dsp/kernels/CrossOverKernels.h"
+#include "dsp/kernels/Lanes.h"
+
+namespace DSP::Kernels::SET {
+
+namespace {
+
+enum class Numerators { highAndLow, low, high };
+
+/// The state of a filter pair for the length of a block, in registers.
+template <Numerators numerators>
+struct Cascade {
+    D4 a1, a2, twice, z1[2], z2[2];
+
+    LANES_OP Cascade load(const FilterPair &pair, const FilterPairState &state)
+    {
+        Cascade c;
+        c.a1 = D4::loadAligned(pair.a1);
+        c.a2 = D4::loadAligned(pair.a2);
+        c.twice = D4::of(-2, -2, 2, 2);
+        for (int s = 0; s < 2; ++s) {
+            c.z1[s] = D4::loadAligned(state.z1[s]);
+            c.z2[s] = D4::loadAligned(state.z2[s]);
+        }
+        return c;
+    }
+    [[gnu::always_inline]] inline void save(FilterPairState &state) const
+    {
+        for (int s = 0; s < 2; ++s) {
+            storeAligned(state.z1[s], z1[s]);
+            storeAligned(state.z2[s], z2[s]);
+        }
+    }
+    /// y[n] = x[n] +- 2 x[n-1] + x[n-2] - a1 y[n-1] - a2 y[n-2], twice; Smith, "Introduction to Digital Filters".
+    [[gnu::always_inline]] inline D4 tick(D4 x)
+    {
+        for (int s = 0; s < 2; ++s) {
+            const D4 y = x + z1[s];
+            if constexpr (numerators == Numerators::low)
+                z1[s] = (z2[s] + (x + x)) - a1 * y;
+            else if constexpr (numerators == Numerators::high)
+                z1[s] = (z2[s] - (x + x)) - a1 * y;
+            else
+                z1[s] = (z2[s] + twice * x) - a1 * y;
+            z2[s] = x - a2 * y;
+            x = y;
+        }
+        return x;
+    }
+};
+
+LANES_OP F4 narrow(D4 x)
+{
+    const F4 most = F4::splat(3.402823466e38f);
+    return min(max(toFloat(x), -most), most);
+}
+
+struct Splitter {
+    Cascade<Numerators::highAndLow> outer;
+    Cascade<Numerators::low> inner;
+    Cascade<Numerators::high> second;
+    F4 outerGain, innerGain;
+
+    LANES_OP Splitter load(const SplitterCoeffs &coeffs, const SplitterState &state)
+    {
+        return {decltype(outer)::load(coeffs.outer, state.outer), decltype(inner)::load(coeffs.inner, state.inner),
+                decltype(second)::load(coeffs.second, state.second), F4::loadAligned(coeffs.outer.gain),
+                F4::loadAligned(coeffs.inner.gain)};
+    }
+    [[gnu::always_inline]] inline void save(SplitterState &state) const
+    {
+        outer.save(state.outer);
+        inner.save(state.inner);
+        second.save(state.second);
+    }
+    /// One frame, `x` being left, right, left, right.
+    [[gnu::always_inline]] inline void tick(D4 x, F4 &outerBands, F4 &innerBands)
+    {
+        outerBands = narrow(outer.tick(x)) * outerGain;
+        innerBands = narrow(second.tick(toDouble(narrow(inner.tick(x)) * innerGain)));
+    }
+};
+
+} // namespace
+
+static void split(const SplitterCoeffs &coeffs, SplitterState &state, const float *left, const float *right,
+                  const SplitterOutput &out, int frames)
+{
+    Splitter splitter = Splitter::load(coeffs, state);
+    int i = 0;
+    for (; i + 4 <= frames; i += 4) {
+        const F4 l = F4::load(left + i), r = F4::load(right + i);
+        const D4 early = toDouble(unpackLow(l, r)), late = toDouble(unpackHigh(l, r));
+        F4 o[4], n[4];
+        splitter.tick(lowHalves(early, early), o[0], n[0]);
+        splitter.tick(highHalves(early, early), o[1], n[1]);
+        splitter.tick(lowHalves(late, late), o[2], n[2]);
+        splitter.tick(highHalves(late, late), o[3], n[3]);
+        transpose(o[0], o[1], o[2], o[3]);
+        transpose(n[0], n[1], n[2], n[3]);
+        store(out.left[0] + i, o[0]);
+        store(out.right[0] + i, o[1]);
+        store(out.left[3] + i, o[2]);
+        store(out.right[3] + i, o[3]);
+        store(out.left[1] + i, n[0]);
+        store(out.right[1] + i, n[1]);
+        store(out.left[2] + i, n[2]);
+        store(out.right[2] + i, n[3]);
+    }
+    for (; i < frames; ++i) {
+        F4 o, n;
+        splitter.tick(D4::of(left[i], right[i], left[i], right[i]), o, n);
+        alignas(16) float outer[4], inner[4];
+        store(outer, o);
+        store(inner, n);
+        out.left[0][i] = outer[0];
+        out.right[0][i] = outer[1];
+        out.left[3][i] = outer[2];
+        out.right[3][i] = outer[3];
+        out.left[1][i] = inner[0];
+        out.right[1][i] = inner[1];
+        out.left[2][i] = inner[2];
+        out.right[2][i] = inner[3];
+    }
+    splitter.save(state);
+}
+
+const CrossOverKernels crossOverKernels = {.split = split};
+
+} // namespace DSP::Kernels::SET
