@@ -1,8 +1,10 @@
 #pragma once
 #include <array>
+#include <limits>
 
-#include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/ComponentImpl.h"
+#include "dsp/DelayLine.h"
+#include "dsp/kernels/DynamicsKernels.h"
 
 namespace DSP {
 
@@ -48,31 +50,41 @@ private:
     struct BandState {
         Util::Shared<bool> bypass = false, solo = false;
         Util::Shared<float> peakLeft = 0.0f, peakRight = 0.0f; // since they were last read
-        float envelope = 0.0f;
-        Util::Shared<float> thresholdDb = 0.0f, ratio = 1.0f, attackMs = 10.0f, releaseMs = 100.0f, gainDb = 0.0f;
+        // not a number until the constructor installs the defaults, so that every setter derives its values
+        Util::Shared<float> thresholdDb = kUnset, ratio = kUnset, attackMs = kUnset, releaseMs = kUnset;
+        Util::Shared<float> gainDb = kUnset;
         Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, gainLinear = 1.0f;
-        Util::Shared<float> attackCoeff = 0.0f, attackComplement = 1.0f;
-        Util::Shared<float> releaseCoeff = 0.0f, releaseComplement = 1.0f;
+        Util::Shared<float> attackComplement = 1.0f, releaseCoeff = 0.0f, releaseComplement = 1.0f;
         Util::Shared<float> smoothCoeff = 1.0f;
-        float followedGain = 1.0f, smoothedGain = 1.0f;
         Util::Shared<float> reportedGain = 1.0f; // smallest since it was last read
-        Util::AlignedBuffer<float> delayLeft, delayRight; // the look-ahead lines
-        uint32_t delayPosition = 0;
+        DelayLine delayLeft, delayRight;         // the look-ahead lines
         uint8_t guardCounter = 0;
+    };
+    /// The samples of the bands to be compressed; null for the others.
+    struct Block {
+        float *left[kBands] = {}, *right[kBands] = {};
     };
 
     void declareParameters();
-    bool anySolo() const;
-    void deriveTimes(BandState &band);
+    template <class V>
+    bool change(Util::Shared<V> &value, V next);
+    void deriveAttack(BandState &band);
+    void deriveRelease(BandState &band);
     void deriveSmoothing(BandState &band);
     uint32_t lookAheadSamples() const;
-    void processBand(BandState &band, uint32_t frames, float *left, float *right);
+    /// Takes out of the block, and silences, the bands that another band's solo shuts.
+    void silenceUnsoloed(Block &block, uint32_t frames);
+    Kernels::CompressorCoeffs coefficients() const;
+    void compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames);
+    void report(BandState &band, float peakLeft, float peakRight, float smallestGain);
 
-    Util::Shared<bool> bandLink = false; // read by the editor only
+    static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
+
+    Util::Shared<bool> bandLink = false;       // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     std::array<BandState, kBands> bands;
-    uint32_t delayLength = 0; // samples of the look-ahead lines
-    float envelopeDecay = 0.0f; // per sample
+    Kernels::CompressorState state;
+    Util::Shared<float> envelopeDecay = 0.0f; // per sample
 };
 
 } // namespace DSP

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "dsp/kernels/Math.h"
+#include "dsp/Conversions.h"
 #include "dsp/kernels/VectorOperations.h"
 
 namespace DSP {
@@ -37,7 +37,7 @@ void Gain::setGain(float db)
 {
     if (db == gainDb) return;
     gainDb = std::clamp(db, kGainRangeDb.minimum, kGainRangeDb.maximum);
-    gainLinear = static_cast<float>(Math::decibelsToLinear(gainDb));
+    gainLinear = gainFactor(gainDb);
 }
 
 } // namespace DSP

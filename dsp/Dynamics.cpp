@@ -1,0 +1,287 @@
+#include "dsp/Dynamics.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dsp/Conversions.h"
+#include "dsp/kernels/DenormalGuard.h"
+#include "dsp/kernels/Kernels.h"
+#include "dsp/kernels/Math.h"
+#include "dsp/kernels/VectorOperations.h"
+
+namespace DSP {
+
+namespace {
+constexpr float kLookAheadSeconds = 0.001f;
+constexpr uint32_t kChunk = Kernels::DynamicsKernels::kMostFrames;
+} // namespace
+
+Dynamics::Dynamics(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Squash")
+{
+    declareParameters();
+    owner = this;
+    for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamValue(i, floatParamDefault(i));
+    envelopeDecay = peakDecay(sampleRate);
+    reset();
+    finishConstruction();
+}
+
+void Dynamics::declareParameters()
+{
+    const auto bandName = [](const char *pattern, uint32_t band) {
+        return String(pattern).arg(String("Band %1").arg(band + 1));
+    };
+    const auto real = [&](const char *pattern, const char *unit, FloatRange range, float initial,
+                          float (Dynamics::*get)(uint32_t) const, void (Dynamics::*set)(uint32_t, float)) {
+        for (uint32_t band = 0; band < kBands; ++band)
+            floatParams.push_back({.name = bandName(pattern, band),
+                                   .label = unit,
+                                   .range = range,
+                                   .defaultValue = initial,
+                                   .getters = {.one = get},
+                                   .setters = {.one = set},
+                                   .indices = {OptionalIndex(band)},
+                                   .group = ParamGroup::dynamics,
+                                   .automatable = true});
+    };
+    real("%1 Comp Threshold", "dB", {-60, 0}, 0, &Dynamics::threshold, &Dynamics::setThreshold);
+    real("%1 Gain", "dB", {-18, 18}, 0, &Dynamics::gain, &Dynamics::setGain);
+    real("%1 Ratio", "x:1", {1, 30}, 1, &Dynamics::ratio, &Dynamics::setRatio);
+    real("%1 Attack", "ms", {0, 500}, 10, &Dynamics::attack, &Dynamics::setAttack);
+    real("%1 Release", "ms", {0, 5000}, 100, &Dynamics::release, &Dynamics::setRelease);
+
+    const BoolParam flag = {.name = "Dynamics Band Link",
+                            .label = "",
+                            .range = {true, false},
+                            .defaultValue = false,
+                            .getters = {.plain = &Dynamics::getBandLink},
+                            .setters = {.plain = &Dynamics::setBandLink},
+                            .group = ParamGroup::dynamics,
+                            .automatable = true};
+    boolParams.push_back(flag);
+    const auto bandSwitch = [&](const char *pattern, bool (Dynamics::*get)(uint32_t) const,
+                                void (Dynamics::*set)(uint32_t, bool)) {
+        for (uint32_t band = 0; band < kBands; ++band) {
+            BoolParam param = flag;
+            param.name = bandName(pattern, band);
+            param.getters = {.one = get};
+            param.setters = {.one = set};
+            param.indices = {OptionalIndex(band)};
+            boolParams.push_back(param);
+        }
+    };
+    bandSwitch("%1 Bypass", &Dynamics::bypass, &Dynamics::setBypass);
+    bandSwitch("%1 Solo", &Dynamics::solo, &Dynamics::setSolo);
+}
+
+template <class V>
+bool Dynamics::change(Util::Shared<V> &value, V next)
+{
+    if (value == next) return false;
+    notifyParameterChanged();
+    value = next;
+    return true;
+}
+
+void Dynamics::setBandLink(bool on) { change(bandLink, on); }
+void Dynamics::setBypass(uint32_t band, bool on) { change(bands[band].bypass, on); }
+void Dynamics::setSolo(uint32_t band, bool on) { change(bands[band].solo, on); }
+
+void Dynamics::setThreshold(uint32_t band, float db)
+{
+    if (change(bands[band].thresholdDb, db)) bands[band].thresholdLinear = thresholdFactor(db);
+}
+
+void Dynamics::setGain(uint32_t band, float db)
+{
+    if (change(bands[band].gainDb, db)) bands[band].gainLinear = gainFactor(db);
+}
+
+void Dynamics::setRatio(uint32_t band, float ratio)
+{
+    if (change(bands[band].ratio, ratio)) bands[band].inverseRatio = 1.0f / ratio;
+}
+
+void Dynamics::setAttack(uint32_t band, float ms)
+{
+    if (!change(bands[band].attackMs, ms)) return;
+    deriveAttack(bands[band]);
+    deriveSmoothing(bands[band]);
+}
+
+void Dynamics::setRelease(uint32_t band, float ms)
+{
+    if (!change(bands[band].releaseMs, ms)) return;
+    deriveRelease(bands[band]);
+    deriveSmoothing(bands[band]);
+}
+
+void Dynamics::deriveAttack(BandState &band)
+{
+    band.attackComplement = 1.0f - static_cast<float>(Math::timeCoeff(band.attackMs, sampleRate));
+}
+
+void Dynamics::deriveRelease(BandState &band)
+{
+    const float coeff = static_cast<float>(Math::timeCoeff(band.releaseMs, sampleRate));
+    band.releaseCoeff = coeff;
+    band.releaseComplement = 1.0f - coeff;
+}
+
+void Dynamics::deriveSmoothing(BandState &band)
+{
+    const double ms = std::min<float>(band.attackMs, band.releaseMs) * 0.5;
+    band.smoothCoeff = static_cast<float>(1.0 - Math::timeCoeff(ms, sampleRate));
+}
+
+uint32_t Dynamics::lookAheadSamples() const
+{
+    const double samples = std::floor(static_cast<double>(sampleRate) * kLookAheadSeconds + 0.5);
+    return std::max(1u, static_cast<uint32_t>(samples));
+}
+
+uint32_t Dynamics::latency() const { return lookAheadSamples() - 1; }
+
+void Dynamics::setSampleRate(uint32_t hz)
+{
+    if (hz != sampleRate) {
+        sampleRate = hz;
+        envelopeDecay = peakDecay(hz);
+        for (BandState &band : bands) {
+            deriveAttack(band);
+            deriveRelease(band);
+            deriveSmoothing(band);
+        }
+    }
+    for (BandState &band : bands) {
+        band.peakLeft = band.peakRight = 0.0f;
+        band.reportedGain = 1.0f;
+    }
+}
+
+void Dynamics::suspend()
+{
+    for (BandState &band : bands) band.peakLeft = band.peakRight = 0.0f;
+}
+
+void Dynamics::reset()
+{
+    const Util::Hold hold(lock);
+    for (BandState &band : bands) {
+        band.peakLeft = band.peakRight = 0.0f;
+        band.reportedGain = 1.0f;
+        band.guardCounter = 0;
+        band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
+        band.delayRight.resize(lookAheadSamples() - 1, kChunk);
+    }
+    std::fill_n(state.envelope, kBands, 0.0f);
+    std::fill_n(state.followed, kBands, 1.0f);
+    std::fill_n(state.smoothed, kBands, 1.0f);
+}
+
+float Dynamics::readGainReduction(uint32_t band) { return bands[band].reportedGain.exchange(1.0f); }
+
+void Dynamics::readPeaks(uint32_t band, float &left, float &right)
+{
+    left = bands[band].peakLeft.exchange(0.0f);
+    right = bands[band].peakRight.exchange(0.0f);
+}
+
+uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
+{
+    Block block;
+    if (bandOutLeft[0] || bandOutLeft[1] || bandOutLeft[2] || bandOutLeft[3]) {
+        std::copy_n(bandOutLeft, kBands, block.left);
+        std::copy_n(bandOutRight, kBands, block.right);
+    } else {
+        block.left[bandIndex] = left;
+        block.right[bandIndex] = right;
+    }
+    silenceUnsoloed(block, frames);
+    if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return frames;
+
+    const Kernels::CompressorCoeffs coeffs = coefficients();
+    const Kernels::CompressorState before = state;
+    for (uint32_t done = 0; done < frames; done += kChunk) {
+        const uint32_t count = std::min(frames - done, kChunk);
+        compressChunk(coeffs, block, count);
+        for (uint32_t b = 0; b < kBands; ++b) {
+            if (block.left[b]) block.left[b] += count;
+            if (block.right[b]) block.right[b] += count;
+        }
+    }
+    for (uint32_t b = 0; b < kBands; ++b) {
+        if (block.left[b]) continue;
+        state.envelope[b] = before.envelope[b];
+        state.followed[b] = before.followed[b];
+        state.smoothed[b] = before.smoothed[b];
+    }
+    return frames;
+}
+
+void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
+{
+    if (std::none_of(bands.begin(), bands.end(), [](const BandState &band) { return band.solo.load(); })) return;
+    for (uint32_t b = 0; b < kBands; ++b) {
+        if (bands[b].solo || !block.left[b]) continue;
+        ippsZero_32f(block.left[b], static_cast<int>(frames));
+        if (block.right[b]) ippsZero_32f(block.right[b], static_cast<int>(frames));
+        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardCounter, true);
+        block.left[b] = block.right[b] = nullptr;
+    }
+}
+
+Kernels::CompressorCoeffs Dynamics::coefficients() const
+{
+    Kernels::CompressorCoeffs coeffs;
+    for (uint32_t b = 0; b < kBands; ++b) {
+        const BandState &band = bands[b];
+        coeffs.threshold[b] = band.thresholdLinear;
+        coeffs.exponent[b] = band.inverseRatio - 1.0f;
+        coeffs.attackComplement[b] = band.attackComplement;
+        coeffs.releaseCoeff[b] = band.releaseCoeff;
+        coeffs.releaseComplement[b] = band.releaseComplement;
+        coeffs.smoothCoeff[b] = band.smoothCoeff;
+    }
+    coeffs.envelopeDecay = envelopeDecay;
+    return coeffs;
+}
+
+void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames)
+{
+    const Kernels::DynamicsKernels &kernels = Kernels::active().dynamics;
+    const int length = static_cast<int>(frames);
+    alignas(32) float gains[kBands][kChunk];
+    float *const gainRows[kBands] = {gains[0], gains[1], gains[2], gains[3]};
+    Kernels::CompressorPeaks peaks;
+    kernels.computeGains(coeffs, state, block.left, block.right, gainRows, peaks, length);
+
+    for (uint32_t b = 0; b < kBands; ++b) {
+        if (!block.left[b]) continue;
+        BandState &band = bands[b];
+        const bool bypassed = band.bypass;
+        report(band, peaks.left[b], peaks.right[b], bypassed ? 1.0f : peaks.smallestGain[b]);
+
+        const int delay = static_cast<int>(band.delayLeft.history());
+        const float *const gain = bypassed ? nullptr : gains[b];
+        const float makeUp = band.gainLinear;
+        const GuardWave guard = guardWave(band.guardCounter);
+        kernels.applyGains(block.left[b], band.delayLeft.write(frames), delay, gain, makeUp, guard.left, length);
+        if (block.right[b])
+            kernels.applyGains(block.right[b], band.delayRight.write(frames), delay, gain, makeUp, guard.right,
+                               length);
+        band.guardCounter = static_cast<uint8_t>(band.guardCounter + frames);
+    }
+}
+
+void Dynamics::report(BandState &band, float peakLeft, float peakRight, float smallestGain)
+{
+    if (peakLeft > band.peakLeft) band.peakLeft = peakLeft;
+    if (peakRight > band.peakRight) band.peakRight = peakRight;
+    if (band.bypass)
+        band.reportedGain = 1.0f;
+    else if (smallestGain < band.reportedGain)
+        band.reportedGain = smallestGain;
+}
+
+} // namespace DSP

@@ -1,0 +1,166 @@
+#include "dsp/kernels/DynamicsKernels.h"
+#include "dsp/kernels/Lanes.h"
+#include "dsp/kernels/Power.h"
+
+namespace DSP::Kernels::SET {
+
+namespace {
+
+constexpr int kMost = DynamicsKernels::kMostFrames;
+constexpr float kQuietest = 1e-5f; // floor of the level that the gain curve sees
+
+/// One chunk of four bands, a frame after the other: bands are lanes.
+struct Chunk {
+    alignas(32) float lanes[kMost][4];
+};
+
+LANES_OP float magnitude(float x) { return x < 0.0f ? -x : x; }
+LANES_OP float larger(float a, float b) { return a > b ? a : b; }
+
+/// Detector input: the larger channel of every band and frame; peaks of both channels on the way.
+LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels, CompressorPeaks &peaks,
+                      int frames)
+{
+    const F8 silence = F8::splat(0.0f);
+    F8 mostLeft[4] = {silence, silence, silence, silence}, mostRight[4] = {silence, silence, silence, silence};
+    int i = 0;
+    for (; i + 8 <= frames; i += 8) {
+        F8 level[4];
+        for (int b = 0; b < 4; ++b) {
+            const F8 l = left[b] ? abs(F8::load(left[b] + i)) : silence;
+            const F8 r = right[b] ? abs(F8::load(right[b] + i)) : l;
+            mostLeft[b] = max(l, mostLeft[b]);
+            mostRight[b] = max(r, mostRight[b]);
+            level[b] = max(l, r);
+        }
+        transposeHalves(level[0], level[1], level[2], level[3]);
+        for (int k = 0; k < 4; ++k) {
+            store(levels.lanes[i + k], low(level[k]));
+            store(levels.lanes[i + 4 + k], high(level[k]));
+        }
+    }
+    for (int b = 0; b < 4; ++b) {
+        float l = horizontalMax(mostLeft[b]), r = horizontalMax(mostRight[b]);
+        for (int k = i; k < frames; ++k) {
+            const float newLeft = left[b] ? magnitude(left[b][k]) : 0.0f;
+            const float newRight = right[b] ? magnitude(right[b][k]) : newLeft;
+            l = larger(newLeft, l);
+            r = larger(newRight, r);
+            levels.lanes[k][b] = larger(newLeft, newRight);
+        }
+        peaks.left[b] = l;
+        peaks.right[b] = r;
+    }
+}
+
+/// Peak detector: up at once, down by the decay. Tells whether any band reaches its threshold.
+LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &levels, int frames)
+{
+    const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
+    const F4 threshold = F4::loadAligned(coeffs.threshold);
+    F4 envelope = F4::loadAligned(state.envelope), loudest = floor;
+    for (int i = 0; i < frames; ++i) {
+        const F4 level = F4::loadAligned(levels.lanes[i]);
+        envelope = max(keep(level > envelope, level), decay * envelope);
+        const F4 heard = max(envelope, floor);
+        loudest = max(heard, loudest);
+        storeAligned(levels.lanes[i], heard);
+    }
+    storeAligned(state.envelope, envelope);
+    return any(loudest >= threshold);
+}
+
+/// Hard-kneed curve, in place: levels become target gains.
+LANES_OP void curve(const CompressorCoeffs &coeffs, Chunk &levels, int frames)
+{
+    const F4 t = F4::loadAligned(coeffs.threshold), e = F4::loadAligned(coeffs.exponent);
+    const F8 threshold = combine(t, t), one = F8::splat(1.0f);
+    const auto exponent = powerExponent(combine(e, e));
+    if (frames & 1) store(levels.lanes[frames], low(one));
+    for (int i = 0; i < frames; i += 2) {
+        const F8 level = F8::loadAligned(levels.lanes[i]);
+        storeAligned(levels.lanes[i], select(level >= threshold, power(level / threshold, exponent), one));
+    }
+}
+
+/// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
+template <bool anyTarget>
+LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &targets, CompressorPeaks &peaks,
+                     int frames)
+{
+    const F4 attack = F4::loadAligned(coeffs.attackComplement), smooth = F4::loadAligned(coeffs.smoothCoeff);
+    const F4 release = F4::loadAligned(coeffs.releaseCoeff), rise = F4::loadAligned(coeffs.releaseComplement);
+    F4 followed = F4::loadAligned(state.followed), smoothed = F4::loadAligned(state.smoothed);
+    F4 smallest = F4::splat(1.0f);
+    for (int i = 0; i < frames; ++i) {
+        const F4 target = anyTarget ? F4::loadAligned(targets.lanes[i]) : F4::splat(1.0f);
+        followed = select(target < followed, (target - followed) * attack + followed, release * followed + rise);
+        smoothed = (followed - smoothed) * smooth + smoothed;
+        smallest = min(smoothed, smallest);
+        storeAligned(targets.lanes[i], smoothed);
+    }
+    storeAligned(state.followed, followed);
+    storeAligned(state.smoothed, smoothed);
+    store(peaks.smallestGain, smallest);
+}
+
+LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
+{
+    int i = 0;
+    for (; i + 8 <= frames; i += 8) {
+        F8 g[4];
+        for (int k = 0; k < 4; ++k)
+            g[k] = combine(F4::loadAligned(gains.lanes[i + k]), F4::loadAligned(gains.lanes[i + 4 + k]));
+        transposeHalves(g[0], g[1], g[2], g[3]);
+        for (int b = 0; b < 4; ++b) storeAligned(out[b] + i, g[b]);
+    }
+    for (; i < frames; ++i)
+        for (int b = 0; b < 4; ++b) out[b][i] = gains.lanes[i][b];
+}
+
+} // namespace
+
+static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
+                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks, int frames)
+{
+    Chunk chunk;
+    measure(left, right, chunk, peaks, frames);
+    if (detect(coeffs, state, chunk, frames)) {
+        curve(coeffs, chunk, frames);
+        follow<true>(coeffs, state, chunk, peaks, frames);
+    } else {
+        follow<false>(coeffs, state, chunk, peaks, frames);
+    }
+    separate(chunk, gains, frames);
+}
+
+template <bool unity>
+LANES_OP void delayAndScale(float *samples, float *line, int delay, const float *gains, float makeUp,
+                            const float *guard, int frames)
+{
+    const float *const delayed = line - delay;
+    int i = 0;
+    for (; i + 8 <= frames; i += 8) {
+        store(line + i, F8::load(samples + i)); // before the load, which may reach into it
+        F8 y = F8::load(delayed + i);
+        if constexpr (!unity) y = y * (F8::load(gains + i) * F8::splat(makeUp));
+        store(samples + i, y + F8::load(guard + i));
+    }
+    for (; i < frames; ++i) {
+        line[i] = samples[i];
+        samples[i] = delayed[i] * (unity ? 1.0f : gains[i] * makeUp) + guard[i];
+    }
+}
+
+static void applyGains(float *samples, float *line, int delay, const float *gains, float makeUp, const float *guard,
+                       int frames)
+{
+    if (gains)
+        delayAndScale<false>(samples, line, delay, gains, makeUp, guard, frames);
+    else
+        delayAndScale<true>(samples, line, delay, gains, makeUp, guard, frames);
+}
+
+const DynamicsKernels dynamicsKernels = {.computeGains = computeGains, .applyGains = applyGains};
+
+} // namespace DSP::Kernels::SET

@@ -1,0 +1,45 @@
+#pragma once
+
+namespace DSP::Kernels {
+
+/// Coefficients of four compressors, one a lane. Linear gains; the curve is hard-kneed.
+struct CompressorCoeffs {
+    alignas(16) float threshold[4], exponent[4]; // gain = (level / threshold)^exponent from the threshold on
+    alignas(16) float attackComplement[4], releaseCoeff[4], releaseComplement[4];
+    alignas(16) float smoothCoeff[4];
+    float envelopeDecay; // per sample
+};
+struct CompressorState {
+    alignas(16) float envelope[4], followed[4], smoothed[4];
+};
+struct CompressorPeaks {
+    float left[4], right[4]; // largest input magnitudes of the block
+    float smallestGain[4];
+};
+
+struct DynamicsKernels {
+    /// Most frames that one call takes.
+    static constexpr int kMostFrames = 64;
+
+    /// From the bands' samples to their gains, make-up left out. A null `left[b]` is a band of silence; a null
+    /// `right[b]` makes it mono. `gains[b]` are arrays of kMostFrames, 32-byte aligned.
+    void (*computeGains)(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
+                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks, int frames);
+
+    /// Delays `samples` by `delay` through `line`, which holds that many older samples before it and takes the new
+    /// ones, multiplies by gains[i] x makeUp (by 1 for null gains) and adds the guard.
+    void (*applyGains)(float *samples, float *line, int delay, const float *gains, float makeUp, const float *guard,
+                       int frames);
+};
+
+namespace portable {
+extern const DynamicsKernels dynamicsKernels;
+}
+namespace sse2 {
+extern const DynamicsKernels dynamicsKernels;
+}
+namespace avx2 {
+extern const DynamicsKernels dynamicsKernels;
+}
+
+} // namespace DSP::Kernels
