@@ -1,7 +1,11 @@
 #pragma once
 #include <array>
+#include <limits>
 
 #include "dsp/ComponentImpl.h"
+#include "dsp/DelayLine.h"
+#include "dsp/SlidingMinimum.h"
+#include "dsp/kernels/LimiterKernels.h"
 
 namespace DSP {
 
@@ -42,19 +46,41 @@ public:
     static constexpr uint32_t kWindow = 64;       // samples of the smoothing window of the brickwall mode
 
 private:
+    /// Block-long copies of the channels' delay lines: where the new samples stand, older ones before them.
+    struct Lines {
+        float *left, *right; // right is null for mono
+    };
+
     void declareParameters();
     void deriveOutputGain();
     void deriveAttack();
     void deriveRelease();
+    void processChunk(uint32_t frames, float *left, float *right);
+    /// Gains from envelopes, in place, then the delayed samples scaled by them.
+    void processSoft(uint32_t frames, const Lines &lines, float *gains, float *left, float *right);
+    void processBrickwall(uint32_t frames, const Lines &lines, float *gains, float *left, float *right);
+    void report(const float *gains, uint32_t frames);
+
+    static constexpr uint32_t kChunk = Kernels::LimiterKernels::kMostFrames;
+    static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
     Util::Shared<bool> bypass = false, brickwall = false;
     uint32_t sampleRate = 44100; // Hz
-    // NaN until the constructor installs the defaults, so that every setter derives its values
-    Util::Shared<float> thresholdDb, marginDb, ratio, attackMs, releaseMs;
+    // not a number until the constructor installs the defaults, so that every setter derives its values
+    Util::Shared<float> thresholdDb = kUnset, marginDb = kUnset, ratio = kUnset, attackMs = kUnset;
+    Util::Shared<float> releaseMs = kUnset;
     Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, outputGain = 1.0f;
     Util::Shared<float> attackCoeff = 0.0f, attackComplement = 1.0f;
     Util::Shared<float> releaseCoeff = 0.0f, releaseComplement = 1.0f;
-    Util::Shared<uint32_t> lookAhead = kWindow; // samples
+    float brickwallAttackCoeff, brickwallAttackComplement;
+    Util::Shared<uint32_t> lookAhead = kWindow; // samples between scaling and output, brickwall mode
+    float envelope = 0.0f, envelopeDecay = 0.0f;
+    float followedGain = 1.0f, smoothedGain = 1.0f;
+    float smoothCoeff = 1.0f;
+    DelayLine lineLeft, lineRight; // both delays in one: the detector reads at the first, the output at the end
+    SlidingMinimum gainLine;
+    DelayLine gainRing;
+    alignas(32) std::array<float, kWindow / 2> gainWindow; // its second half mirrors this one
     Util::Shared<float> reportedGain = 1.0f;
 };
 

@@ -1,0 +1,226 @@
+#include "dsp/Maximizer.h"
+
+#include <algorithm>
+#include <cmath>
+
+#include "dsp/Conversions.h"
+#include "dsp/kernels/Kernels.h"
+#include "dsp/kernels/VectorOperations.h"
+
+namespace DSP {
+
+namespace {
+// gain = (level / threshold)^(1/20 - 1): the soft curve is 20:1 whatever the ratio says
+constexpr float kSoftExponent = static_cast<float>(static_cast<double>(0.05f) - 1.0);
+constexpr double kTwoPi = 2.0 * Math::kPi;
+} // namespace
+
+Maximizer::Maximizer(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Maximizer::Maximizer")
+{
+    // an attack of 100 samples at the rate of construction; the coefficient then serves every rate
+    brickwallAttackCoeff = static_cast<float>(Math::timeCoeff(200000.0 / sampleRate, sampleRate));
+    brickwallAttackComplement = 1.0f - brickwallAttackCoeff;
+    envelopeDecay = peakDecay(sampleRate);
+    declareParameters();
+    owner = this;
+    for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamValue(i, floatParamDefault(i));
+    reset();
+    setSampleRate(sampleRate);
+    finishConstruction();
+}
+
+void Maximizer::declareParameters()
+{
+    const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
+                             float (Maximizer::*get)() const, void (Maximizer::*set)(float)) {
+        floatParams.push_back({.name = paramName,
+                               .label = unit,
+                               .range = range,
+                               .defaultValue = initial,
+                               .getters = {.plain = get},
+                               .setters = {.plain = set},
+                               .group = ParamGroup::maximizer,
+                               .automatable = true});
+    };
+    real("Limiter Threshold", "dB", {-20, 0}, 0, &Maximizer::threshold, &Maximizer::setThreshold);
+    real("Limiter Margin", "dB", {-5, 0}, 0, &Maximizer::margin, &Maximizer::setMargin);
+    real("Limiter Ratio", "x:1", {1, 25}, 20, &Maximizer::getRatio, &Maximizer::setRatio);
+    floatParams.back().automatable = false;
+    real("Limiter Attack", "ms", {1, 20}, 4, &Maximizer::attack, &Maximizer::setAttack);
+    real("Limiter Release", "ms", {10, 500}, 500, &Maximizer::release, &Maximizer::setRelease);
+
+    const auto flag = [this](const char *paramName, bool (Maximizer::*get)() const, void (Maximizer::*set)(bool)) {
+        boolParams.push_back({.name = paramName,
+                              .label = "",
+                              .range = {true, false},
+                              .defaultValue = false,
+                              .getters = {.plain = get},
+                              .setters = {.plain = set},
+                              .group = ParamGroup::maximizer,
+                              .automatable = true});
+    };
+    flag("Limiter Bypass", &Maximizer::getBypass, &Maximizer::setBypass);
+    flag("Limiter Brickwall Mode", &Maximizer::getBrickwall, &Maximizer::setBrickwall);
+}
+
+void Maximizer::setThreshold(float db)
+{
+    if (db == thresholdDb) return;
+    thresholdDb = db;
+    thresholdLinear = thresholdFactor(db);
+    deriveOutputGain();
+}
+
+void Maximizer::setMargin(float db)
+{
+    if (db == marginDb) return;
+    marginDb = db;
+    deriveOutputGain();
+}
+
+void Maximizer::deriveOutputGain() { outputGain = gainFactor(marginDb - thresholdDb); }
+
+void Maximizer::setRatio(float value)
+{
+    if (value == ratio) return;
+    ratio = value;
+    inverseRatio = 1.0f / value;
+}
+
+void Maximizer::setAttack(float ms)
+{
+    if (ms == attackMs) return;
+    attackMs = ms;
+    deriveAttack();
+}
+
+void Maximizer::deriveAttack()
+{
+    const float coeff = static_cast<float>(Math::timeCoeff(attackMs, sampleRate));
+    attackCoeff = coeff;
+    attackComplement = 1.0f - coeff;
+    const double samples = kWindow / 2 + std::floor(sampleRate * (attackMs * 0.001) + 0.5);
+    lookAhead = static_cast<uint32_t>(std::clamp<double>(samples, kWindow, kOutputDelay - 1));
+}
+
+void Maximizer::setRelease(float ms)
+{
+    if (ms == releaseMs) return;
+    releaseMs = ms;
+    deriveRelease();
+}
+
+void Maximizer::deriveRelease()
+{
+    const float coeff = static_cast<float>(Math::timeCoeff(releaseMs, sampleRate));
+    releaseCoeff = coeff;
+    releaseComplement = 1.0f - coeff;
+}
+
+void Maximizer::setSampleRate(uint32_t hz)
+{
+    const Util::Hold hold(lock);
+    if (hz != sampleRate) {
+        sampleRate = hz;
+        deriveAttack();
+        deriveRelease();
+        envelopeDecay = peakDecay(hz);
+    }
+    envelope = 0.0f;
+    followedGain = 1.0f;
+    smoothCoeff = static_cast<float>(1.0 - Math::exp(-1.0 / (0.001f * static_cast<float>(hz))));
+    gainRing.resize(kWindow - 1, kChunk, 1.0f);
+    for (uint32_t i = 0; i < gainWindow.size(); ++i) // Hann, with a sum of 1
+        gainWindow[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kTwoPi / kWindow)) / kWindow);
+}
+
+void Maximizer::reset()
+{
+    const Util::Hold hold(lock);
+    envelope = 0.0f;
+    followedGain = smoothedGain = 1.0f;
+    lineLeft.resize(latency(), kChunk);
+    lineRight.resize(latency(), kChunk);
+    gainLine.clear();
+    gainRing.resize(kWindow - 1, kChunk, 1.0f);
+    reportedGain = 1.0f;
+}
+
+uint32_t Maximizer::process(uint32_t frames, float *left, float *right)
+{
+    const Util::Hold hold(lock);
+    for (uint32_t done = 0; done < frames; done += kChunk)
+        processChunk(std::min(frames - done, kChunk), left + done, right ? right + done : nullptr);
+    return frames;
+}
+
+void Maximizer::processChunk(uint32_t frames, float *left, float *right)
+{
+    const int length = static_cast<int>(frames);
+    const auto append = [length](DelayLine &line, const float *samples) {
+        float *const here = line.write(static_cast<uint32_t>(length));
+        ippsCopy_32f(samples, here, length);
+        return here;
+    };
+    const Lines lines = {append(lineLeft, left), right ? append(lineRight, right) : nullptr};
+
+    constexpr int kDetectorDelay = kInputDelay - 1;
+    alignas(32) float gains[kChunk];
+    Kernels::active().limiter.detect(lines.left - kDetectorDelay, right ? lines.right - kDetectorDelay : nullptr,
+                                     envelopeDecay, envelope, gains, length);
+    if (brickwall)
+        processBrickwall(frames, lines, gains, left, right);
+    else
+        processSoft(frames, lines, gains, left, right);
+}
+
+void Maximizer::processSoft(uint32_t frames, const Lines &lines, float *gains, float *left, float *right)
+{
+    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
+    const int length = static_cast<int>(frames);
+    kernels.softGains(thresholdLinear, kSoftExponent, {attackCoeff, attackComplement, releaseCoeff, releaseComplement},
+                      smoothCoeff, followedGain, smoothedGain, gains, length);
+    gainLine.skip(length);
+    report(gains, frames);
+
+    const auto output = [&](const float *line, float *out) {
+        if (bypass)
+            ippsCopy_32f(line - latency(), out, length);
+        else
+            kernels.apply(line - latency(), gains, outputGain, out, length);
+    };
+    output(lines.left, left);
+    if (right) output(lines.right, right);
+}
+
+void Maximizer::processBrickwall(uint32_t frames, const Lines &lines, float *gains, float *left, float *right)
+{
+    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
+    const int length = static_cast<int>(frames);
+    kernels.holdingGains(thresholdLinear, gains, length);
+    gainLine.run(gains, length);
+    kernels.followMinimum({brickwallAttackCoeff, brickwallAttackComplement, releaseCoeff, releaseComplement},
+                          followedGain, gains, length);
+    float *const ring = gainRing.write(frames);
+    ippsCopy_32f(gains, ring, length);
+    kernels.weightedSum(gainWindow.data(), ring, gains, length);
+    smoothedGain = gains[frames - 1];
+    report(gains, frames);
+
+    // A sample is scaled once, in the line, when the window of gains lies around it; later it leaves as it stands.
+    const uint32_t scaled = kInputDelay - 1 + lookAhead;
+    const auto output = [&](float *line, float *out) {
+        if (!bypass) kernels.apply(line - scaled, gains, outputGain, line - scaled, length);
+        ippsCopy_32f(line - latency(), out, length);
+    };
+    output(lines.left, left);
+    if (right) output(lines.right, right);
+}
+
+void Maximizer::report(const float *gains, uint32_t frames)
+{
+    const float least = bypass ? 1.0f : *std::min_element(gains, gains + frames);
+    if (least < reportedGain) reportedGain = least;
+}
+
+} // namespace DSP
