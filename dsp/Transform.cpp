@@ -6,14 +6,21 @@
 
 namespace DSP {
 
+namespace {
+// Samples between the transforms of two bands: a host's short block then carries one of them, not four.
+constexpr uint32_t kSpectrumStagger = 64;
+} // namespace
+
 Transform::Transform(PluginLink &pluginLink)
     : TransformBase(pluginLink), levelMeter(std::make_unique<Meter::Level>(pluginLink)),
       outputGain(std::make_unique<Gain>(pluginLink)), splitter(std::make_unique<CrossOver>(pluginLink)),
       limiter(std::make_unique<Maximizer>(pluginLink)), compressor(std::make_unique<Dynamics>(pluginLink))
 {
     global()->setDelayCompensation(true);
-    for (uint32_t band = 0; band < kBands; ++band)
+    for (uint32_t band = 0; band < kBands; ++band) {
         spectra[band] = std::make_shared<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
+        spectra[band]->setStagger(band * kSpectrumStagger);
+    }
 }
 
 Transform::~Transform()
@@ -60,8 +67,13 @@ Transform::BandPointers Transform::split(uint32_t frames, float *left, float *ri
 void Transform::compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples)
 {
     BandPointers compressed = bands;
+    uint32_t count = 0;
     for (uint32_t b = 0; b < kBands; ++b)
-        if (splitter->bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
+        if (splitter->bandBypass(b))
+            compressed.left[b] = compressed.right[b] = nullptr;
+        else
+            ++count;
+    if (count == 0) return;
     runComponent(*compressor, frames, zipperSamples, bands.left[0], bands.right[0], compressed.left,
                  compressed.right);
 }

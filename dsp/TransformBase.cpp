@@ -3,6 +3,7 @@
 #include "dsp/PluginLink.h"
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/FloatState.h"
+#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/Math.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "platform/System.h"
@@ -15,13 +16,8 @@ constexpr uint32_t kRefreshIntervalMs = 67; // least time between two refreshes 
 // A single bad sample would stay in recursive filters for ever.
 uint64_t silenceGarbage(uint32_t frames, float *samples)
 {
-    uint64_t refused = 0;
-    for (uint32_t i = 0; i < frames; ++i) {
-        const bool sound = samples[i] >= -TransformBase::kLoudestSample && samples[i] <= TransformBase::kLoudestSample;
-        samples[i] = sound ? samples[i] : 0.0f;
-        refused += !sound;
-    }
-    return refused;
+    return static_cast<uint64_t>(
+        Kernels::active().block.silenceGarbage(samples, TransformBase::kLoudestSample, static_cast<int>(frames)));
 }
 } // namespace
 
@@ -60,7 +56,7 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
         suspend();
         resume(sampleRate);
     }
-    uint64_t garbage = silenceGarbage(frames, inLeft) + (inRight ? silenceGarbage(frames, inRight) : 0);
+    const uint64_t garbage = silenceGarbage(frames, inLeft) + (inRight ? silenceGarbage(frames, inRight) : 0);
     if (garbage) refused = refused + garbage;
 
     float *const callersRight = outRight;
@@ -159,6 +155,7 @@ void TransformBase::requestUpdate(bool activeToo)
 
 void TransformBase::resume(uint32_t rate)
 {
+    const Util::Hold hold(plugin.getTransformLock());
     delayCompensation = settings->getDelayCompensation();
     const bool changed = rate != sampleRate;
     sampleRate = rate;
@@ -170,11 +167,13 @@ void TransformBase::resume(uint32_t rate)
 
 void TransformBase::suspend()
 {
+    const Util::Hold hold(plugin.getTransformLock());
     for (Component *component : plugin.componentList()) component->suspend();
 }
 
 void TransformBase::reset()
 {
+    const Util::Hold hold(plugin.getTransformLock());
     activeUpdatePending = true;
     latencyUpdatePending = true;
     inputNoisePhase = 0;

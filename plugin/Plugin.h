@@ -21,7 +21,7 @@ protected:
 /// The components of a plug-in, as the editor and the host shell reach them.
 class TransformHandle {
 public:
-    explicit TransformHandle(DSP::Transform *transform) : transform(transform) {}
+    explicit TransformHandle(DSP::Transform *chain) : transform(chain) {}
     DSP::Global *global() const { return transform->global(); }
     DSP::Meter::Level *level() const { return transform->level(); }
     DSP::Gain *gain() const { return transform->gain(); }

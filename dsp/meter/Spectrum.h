@@ -4,12 +4,13 @@
 #include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/ComponentImpl.h"
 #include "dsp/kernels/Fft.h"
+#include "dsp/meter/PublishedSpectrum.h"
 
 namespace DSP::Meter {
 
 /// Magnitude spectrum of one band: linear amplitude per bin, peaks held and falling by 120 dB a second.
-/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): any
-///         other, no lock; a frame that ends during the copy may mix two frames in one picture.
+/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): one other,
+///         no lock and no waiting.
 ///         Setters of size, overlap and window: any thread, under the component lock.
 class Spectrum final : public ComponentImpl<Spectrum> {
 public:
@@ -22,6 +23,9 @@ public:
 
     /// Takes the mono mix of a block; `right` is null for mono.
     void feed(uint32_t frames, const float *left, const float *right);
+    /// Lets the analysis wait for so many samples after a frame is full, fewer than a hop, so that the meters of
+    /// several bands do not all transform in the same block. Before playing.
+    void setStagger(uint32_t samples);
     /// Copies the newest spectrum, if there is one since the last call, to at least kMostMagnitudes floats.
     bool readSpectrum(float *destination, uint32_t &count);
 
@@ -44,23 +48,30 @@ public:
 private:
     void declareParameters();
     void choose(Util::Shared<uint32_t> &setting, uint32_t value);
+    /// Starts over with an analysis for the present settings, which is made before the lock is taken.
     void rebuild();
-    void buildWindow();
-    void analyse();
+    /// Takes `count` samples that fit the frame.
+    void append(const float *left, const float *right, uint32_t count);
+    void completeFrame();
+    void analyse(const float *samples);
 
-    uint32_t frameLength() const { return kSizes[windowSize]; }
+    /// All that depends on size, overlap and window.
+    struct Analysis {
+        Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t window);
+        uint32_t length, overlapLength; // samples of a frame, and carried from one to the next
+        FftPlan fftPlan;
+        Util::AlignedBuffer<float> windowTable, work;
+    };
 
-    std::unique_ptr<FftPlan> fftPlan;
-    Util::AlignedBuffer<float> frame, work, overlapSamples, magnitudes, windowTable;
+    std::unique_ptr<Analysis> analysis;
+    Util::AlignedBuffer<float> frame, magnitudes;
+    Util::AlignedBuffer<float> waitingFrame; // full, to be analysed when `waitingSamples` more have come
+    uint32_t stagger = 0, waitingSamples = 0;
     uint8_t guardCounter = 0;
-    uint32_t builtWindow = 5; // the window that windowTable holds; 5 is none
-    uint32_t builtLength = 0;
-    uint32_t overlapLength = 0;  // samples carried to the next frame
-    uint32_t framePosition = 0;  // next free place in frame
-    Util::Shared<uint32_t> magnitudeCount = 0;
-    Util::Shared<bool> hasNewData = false;
-    Util::Shared<bool> wasRead = false; // the result was copied out since the last frame
-    uint32_t sampleRate = 44100;        // Hz
+    uint32_t framePosition = 0; // next free place in frame
+    PublishedSpectrum published{kMostMagnitudes};
+    Util::Shared<bool> wasRead = false;        // the result was copied out since the last frame
+    Util::Shared<uint32_t> sampleRate = 44100; // Hz
     Util::Shared<bool> onInput = false;
     Util::Shared<uint32_t> windowSize = 3, overlap = 5, windowType = hann;
 };

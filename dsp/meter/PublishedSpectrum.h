@@ -1,0 +1,51 @@
+#pragma once
+#include <algorithm>
+#include <array>
+#include <atomic>
+#include <cstdint>
+#include <vector>
+
+namespace DSP::Meter {
+
+/// Hands whole spectra from one writer to one reader; neither waits. Of three slots one is being written, one is
+/// being read and one holds the newest spectrum; a spectrum that is not fetched in time is overtaken.
+class PublishedSpectrum {
+public:
+    explicit PublishedSpectrum(size_t mostMagnitudes)
+    {
+        for (Slot &slot : slots) slot.magnitudes.resize(mostMagnitudes);
+    }
+
+    /// Writer: one thread at a time.
+    void publish(const float *magnitudes, uint32_t count)
+    {
+        Slot &slot = slots[writing];
+        std::copy_n(magnitudes, count, slot.magnitudes.begin());
+        slot.count = count;
+        writing = newest.exchange(writing | kFresh, std::memory_order_acq_rel) & kSlotMask;
+    }
+
+    /// Reader: one thread at a time. False if nothing was published since the last call.
+    bool fetch(float *destination, uint32_t &count)
+    {
+        if (!(newest.load(std::memory_order_relaxed) & kFresh)) return false;
+        reading = newest.exchange(reading, std::memory_order_acq_rel) & kSlotMask;
+        const Slot &slot = slots[reading];
+        count = slot.count;
+        std::copy_n(slot.magnitudes.begin(), count, destination);
+        return true;
+    }
+
+private:
+    struct Slot {
+        std::vector<float> magnitudes;
+        uint32_t count = 0;
+    };
+    static constexpr uint32_t kSlotMask = 3, kFresh = 4;
+
+    std::array<Slot, 3> slots;
+    uint32_t writing = 0, reading = 1;
+    std::atomic<uint32_t> newest = 2;
+};
+
+} // namespace DSP::Meter

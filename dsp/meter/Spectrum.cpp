@@ -1,0 +1,192 @@
+#include "dsp/meter/Spectrum.h"
+
+#include <algorithm>
+
+#include "dsp/kernels/DenormalGuard.h"
+#include "dsp/kernels/Kernels.h"
+#include "dsp/kernels/Math.h"
+#include "dsp/kernels/VectorOperations.h"
+#include "dsp/kernels/Windows.h"
+
+namespace DSP::Meter {
+
+namespace {
+constexpr float kOverlapFactors[] = {0.0f, 0.1f, 0.2f, 0.3f, 0.4f, 0.5f};
+constexpr int kLeastOrder = 9; // log2 of the smallest size
+constexpr float kBlackmanAlpha = -0.16f, kKaiserAlpha = 0.006f;
+constexpr uint32_t kHalfGuardWave = GuardWave::kLength / 2;
+
+uint32_t sizeForRate(uint32_t hz)
+{
+    constexpr uint32_t kLimitsHz[] = {11000, 22000, 38000};
+    return static_cast<uint32_t>(std::upper_bound(std::begin(kLimitsHz), std::end(kLimitsHz), hz) -
+                                 std::begin(kLimitsHz));
+}
+} // namespace
+
+Spectrum::Spectrum(PluginLink &pluginLink, const String &meterName) : ComponentImpl(pluginLink, meterName)
+{
+    declareParameters();
+    owner = this;
+    finishConstruction();
+    frame.grow(kMostSamples);
+    waitingFrame.grow(kMostSamples);
+    magnitudes.grow(kMostMagnitudes);
+    rebuild();
+}
+
+void Spectrum::declareParameters()
+{
+    boolParams.push_back({.name = "Spectrum On Input",
+                          .label = "",
+                          .range = {true, false},
+                          .defaultValue = false,
+                          .getters = {.plain = &Spectrum::getOnInput},
+                          .setters = {.plain = &Spectrum::setOnInput},
+                          .group = ParamGroup::spectrum});
+    const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
+                             uint32_t (Spectrum::*get)() const, void (Spectrum::*set)(uint32_t)) {
+        intParams.push_back({.name = paramName,
+                             .label = "",
+                             .range = {0, static_cast<uint32_t>(names.size() - 1)},
+                             .defaultValue = initial,
+                             .getters = {.plain = get},
+                             .setters = {.plain = set},
+                             .group = ParamGroup::spectrum,
+                             .valueNames = std::move(names)});
+    };
+    list("Spectrum Window Size", windowSize, {"512", "1024", "2048", "4096", "8192"}, &Spectrum::getWindowSize,
+         &Spectrum::setWindowSize);
+    list("Spectrum Overlap", overlap, {"0%", "10%", "20%", "30%", "40%", "50%"}, &Spectrum::getOverlap,
+         &Spectrum::setOverlap);
+    list("Spectrum Window Type", windowType, {"Hamming", "Blackman", "Bartlett", "Kaiser", "Hann"},
+         &Spectrum::getWindowType, &Spectrum::setWindowType);
+}
+
+void Spectrum::setSampleRate(uint32_t hz)
+{
+    if (hz == sampleRate) return;
+    sampleRate = hz;
+    setWindowSize(sizeForRate(hz));
+}
+
+void Spectrum::setWindowSize(uint32_t index) { choose(windowSize, std::min(index, intParams[0].range.maximum)); }
+void Spectrum::setOverlap(uint32_t index) { choose(overlap, std::min(index, intParams[1].range.maximum)); }
+void Spectrum::setWindowType(uint32_t type) { choose(windowType, std::min(type, intParams[2].range.maximum)); }
+
+void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
+{
+    if (value == setting) return;
+    notifyParameterChanged();
+    setting = value;
+    rebuild();
+}
+
+void Spectrum::setStagger(uint32_t samples)
+{
+    const Util::Hold hold(lock);
+    stagger = samples;
+    waitingSamples = 0;
+}
+
+void Spectrum::reset()
+{
+    const Util::Hold hold(lock);
+    ippsZero_32f(frame.data(), static_cast<int>(analysis->length));
+}
+
+void Spectrum::rebuild()
+{
+    auto next = std::make_unique<Analysis>(windowSize, overlap, windowType);
+    const Util::Hold hold(lock);
+    analysis.swap(next);
+    framePosition = 0;
+    waitingSamples = 0;
+    ippsZero_32f(magnitudes.data(), static_cast<int>(kMostMagnitudes));
+    published.publish(magnitudes.data(), analysis->length / 2 + 1);
+}
+
+Spectrum::Analysis::Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t window)
+    : length(kSizes[sizeIndex]),
+      overlapLength(static_cast<uint32_t>(static_cast<float>(length) * kOverlapFactors[overlapIndex])),
+      fftPlan(kLeastOrder + static_cast<int>(sizeIndex)), windowTable(length), work(fftPlan.workLength())
+{
+    const int count = static_cast<int>(length);
+    float *const table = windowTable.data();
+    // A magnitude counts 2 / length of the transform; the plan gives the 2, and the rest is a power of two that
+    // rounds nothing.
+    ippsSet_32f(1.0f / static_cast<float>(length), table, count);
+    switch (window) {
+    case hamming: ippsWinHamming_32f_I(table, count); break;
+    case blackman: ippsWinBlackman_32f_I(table, count, kBlackmanAlpha); break;
+    case bartlett: ippsWinBartlett_32f_I(table, count); break;
+    case kaiser: ippsWinKaiser_32f_I(table, count, kKaiserAlpha); break;
+    default: ippsWinHann_32f_I(table, count); break;
+    }
+}
+
+void Spectrum::feed(uint32_t frames, const float *left, const float *right)
+{
+    if (frames == 0) return;
+    const Util::Hold hold(lock);
+    while (frames > 0) {
+        uint32_t count = std::min(frames, analysis->length - framePosition);
+        if (waitingSamples > 0) count = std::min(count, waitingSamples);
+        append(left, right, count);
+        left += count;
+        if (right) right += count;
+        frames -= count;
+        if (waitingSamples > 0 && (waitingSamples -= count) == 0) analyse(waitingFrame.data());
+        if (framePosition == analysis->length) completeFrame();
+    }
+}
+
+void Spectrum::append(const float *left, const float *right, uint32_t count)
+{
+    const auto mix = Kernels::active().block.monoMix;
+    for (uint32_t done = 0; done < count;) {
+        const uint32_t run = std::min(count - done, kHalfGuardWave - guardCounter % kHalfGuardWave);
+        // opposite in sign to the guard of the chain, which the signal bears already
+        const float guard = guardCounter < kHalfGuardWave ? -kGuardLeft : kGuardLeft;
+        mix(left + done, right ? right + done : nullptr, guard, frame.data() + framePosition, static_cast<int>(run));
+        guardCounter = static_cast<uint8_t>(guardCounter + run);
+        framePosition += run;
+        done += run;
+    }
+}
+
+void Spectrum::completeFrame()
+{
+    if (stagger > 0) {
+        ippsCopy_32f(frame.data(), waitingFrame.data(), static_cast<int>(analysis->length));
+        waitingSamples = stagger;
+    } else {
+        analyse(frame.data());
+    }
+    const uint32_t kept = analysis->overlapLength;
+    ippsMove_32f(frame.data() + analysis->length - kept, frame.data(), static_cast<int>(kept));
+    framePosition = kept;
+}
+
+void Spectrum::analyse(const float *samples)
+{
+    const uint32_t count = analysis->length / 2 + 1;
+    if (wasRead.exchange(false)) {
+        const double hop = analysis->length - analysis->overlapLength;
+        const double decay = Math::decibelsToLinear(-hop * kDecayDbPerSecond / sampleRate);
+        ippsMulC_32f_I(static_cast<float>(decay), magnitudes.data(), static_cast<int>(count));
+    }
+    analysis->fftPlan.raiseMagnitudes(samples, analysis->windowTable.data(), magnitudes.data(),
+                                      analysis->work.data());
+    published.publish(magnitudes.data(), count);
+}
+
+bool Spectrum::readSpectrum(float *destination, uint32_t &count)
+{
+    count = 0;
+    if (!published.fetch(destination, count)) return false;
+    wasRead = true;
+    return true;
+}
+
+} // namespace DSP::Meter
