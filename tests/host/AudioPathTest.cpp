@@ -1,0 +1,329 @@
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <limits>
+#include <thread>
+
+#include "tests/host/AllocationCount.h"
+#include "tests/host/FakeHost.h"
+#include "tests/signals/Signals.h"
+
+namespace {
+
+constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
+constexpr float kInfinity = std::numeric_limits<float>::infinity();
+constexpr float kHosts = 0.5f; // what stands in the host's output before a block
+
+Audio filled(uint32_t frames, float value)
+{
+    return {std::vector<float>(frames, value), std::vector<float>(frames, value)};
+}
+
+bool isFinite(const Audio &audio)
+{
+    const auto finite = [](float x) { return std::isfinite(x); };
+    return std::ranges::all_of(audio.left, finite) && std::ranges::all_of(audio.right, finite);
+}
+
+/// One call of the host. A null channel is one that `hide` names: 0 and 1 inputs, 2 and 3 outputs.
+enum class Entry { process, processReplacing };
+void block(const LoadedEffect &effect, Entry entry, const Audio &in, Audio &out, int32_t frames,
+           int hide = -1)
+{
+    Audio copy = in;
+    float *channels[] = {copy.left.data(), copy.right.data(), out.left.data(), out.right.data()};
+    if (hide >= 0) channels[hide] = nullptr;
+    const auto call = entry == Entry::process ? effect->process : effect->processReplacing;
+    call(effect.operator->(), channels, channels + 2, frames);
+}
+
+Audio replaced(const LoadedEffect &effect, const Audio &in)
+{
+    Audio out = filled(in.frames(), kHosts);
+    block(effect, Entry::processReplacing, in, out, static_cast<int32_t>(in.frames()));
+    return out;
+}
+
+/// All four bands and the limiter at work.
+void compress(const LoadedEffect &effect)
+{
+    for (int32_t band = 0; band < 4; ++band) {
+        effect.set(10 + band, 0.4f); // threshold
+        effect.set(18 + band, 0.3f); // ratio
+    }
+    effect.set(4, 0.5f); // limiter threshold
+}
+
+struct AudioPath : testing::Test {
+    FakeHost host;
+    LoadedEffect effect;
+    const Audio music = Signals::music(1, 44100, 4096, -3.0);
+    const Audio untouched = filled(4096, kHosts);
+};
+
+TEST_F(AudioPath, ReplacingOverwritesAndTheOtherEntryAdds)
+{
+    const Audio first = replaced(effect, music);
+    EXPECT_NE(untouched, first);
+
+    const LoadedEffect adding;
+    Audio sum = untouched;
+    block(adding, Entry::process, music, sum, 4096);
+    for (uint32_t i = 0; i < sum.frames(); ++i) {
+        ASSERT_EQ(kHosts + first.left[i], sum.left[i]) << i;
+        ASSERT_EQ(kHosts + first.right[i], sum.right[i]) << i;
+    }
+}
+
+TEST_F(AudioPath, ResumesByItselfAtTheFirstBlock)
+{
+    EXPECT_FALSE(effect.plugin().isActive());
+    Audio out = untouched;
+    block(effect, Entry::processReplacing, music, out, 0);
+    EXPECT_TRUE(effect.plugin().isActive());
+    EXPECT_EQ(untouched, out);
+
+    const LoadedEffect switchedOn;
+    switchedOn.switchOn();
+    EXPECT_EQ(replaced(switchedOn, music), replaced(effect, music));
+    switchedOn.switchOff();
+    EXPECT_FALSE(switchedOn.plugin().isActive());
+}
+
+TEST_F(AudioPath, MayWorkInTheHostsInputBuffers)
+{
+    Audio inPlace = music;
+    float *channels[] = {inPlace.left.data(), inPlace.right.data()};
+    const LoadedEffect other;
+    other->processReplacing(other.operator->(), channels, channels, 4096);
+    EXPECT_EQ(replaced(effect, music), inPlace);
+}
+
+TEST_F(AudioPath, RefusesMixedAndMissingConnections)
+{
+    const struct {
+        int32_t inputs, outputs;
+    } layouts[] = {{1, 2}, {2, 1}, {0, 2}, {2, 0}, {0, 0}};
+    for (const auto &layout : layouts) {
+        SCOPED_TRACE(testing::Message() << layout.inputs << " in, " << layout.outputs << " out");
+        host.connectedInputs = host.connectedOutputs = 2;
+        effect.switchOn();
+        EXPECT_TRUE(effect.plugin().isActive());
+        host.connectedInputs = layout.inputs;
+        host.connectedOutputs = layout.outputs;
+        effect.switchOn(); // a host that changes the layout without a pause
+        EXPECT_EQ(untouched, replaced(effect, music));
+        EXPECT_FALSE(effect.plugin().isActive());
+    }
+    host.connectedInputs = host.connectedOutputs = 2;
+    EXPECT_NE(untouched, replaced(effect, music));
+}
+
+TEST_F(AudioPath, MonoReadsAndWritesTheLeftChannelOnly)
+{
+    host.connectedInputs = host.connectedOutputs = 1;
+    float *in[] = {const_cast<float *>(music.left.data())};
+    Audio out = untouched;
+    float *outs[] = {out.left.data()};
+    effect->processReplacing(effect.operator->(), in, outs, 4096);
+
+    host.connectedInputs = host.connectedOutputs = 2;
+    const LoadedEffect stereo;
+    EXPECT_EQ(replaced(stereo, music).left, out.left);
+    EXPECT_EQ(untouched.right, out.right);
+}
+
+TEST_F(AudioPath, LeavesTheHostAloneWithoutAllItsBuffersOrFrames)
+{
+    for (Entry entry : {Entry::process, Entry::processReplacing}) {
+        Audio out = untouched;
+        for (int hidden = 0; hidden < 4; ++hidden) block(effect, entry, music, out, 4096, hidden);
+        for (int32_t frames : {0, -1, std::numeric_limits<int32_t>::min()})
+            block(effect, entry, music, out, frames);
+        const auto call = entry == Entry::process ? effect->process : effect->processReplacing;
+        call(effect.operator->(), nullptr, nullptr, 4096);
+        EXPECT_EQ(untouched, out);
+    }
+    const LoadedEffect fresh;
+    EXPECT_EQ(replaced(fresh, music), replaced(effect, music)) << "refused blocks leave no trace";
+}
+
+TEST_F(AudioPath, TakesBlocksOfAnySize)
+{
+    compress(effect);
+    const Audio longMusic = Signals::music(2, 44100, (1u << 20) + 5, -3.0);
+    const Audio whole = replaced(effect, longMusic);
+
+    const LoadedEffect other;
+    compress(other);
+    Audio pieces = filled(longMusic.frames(), kHosts);
+    Signals::Random random(7);
+    for (uint32_t done = 0; done < longMusic.frames();) {
+        const uint32_t frames = std::min(1 + random.below(30000), longMusic.frames() - done);
+        float *in[] = {const_cast<float *>(longMusic.left.data()) + done,
+                       const_cast<float *>(longMusic.right.data()) + done};
+        float *out[] = {pieces.left.data() + done, pieces.right.data() + done};
+        other->processReplacing(other.operator->(), in, out, static_cast<int32_t>(frames));
+        done += frames;
+    }
+    EXPECT_TRUE(isFinite(whole));
+    EXPECT_TRUE(whole == pieces);
+}
+
+TEST_F(AudioPath, AllocatesNothingAfterTheLargestBlock)
+{
+    compress(effect);
+    Audio out = untouched;
+    for (Entry entry : {Entry::processReplacing, Entry::process}) block(effect, entry, music, out, 4096);
+
+    float *in[] = {const_cast<float *>(music.left.data()), const_cast<float *>(music.right.data())};
+    float *outs[] = {out.left.data(), out.right.data()};
+    const uint64_t before = allocationCount();
+    for (int i = 0; i < 50; ++i) {
+        effect.set(i % effect->numParams, static_cast<float>(i % 7) / 6); // automation from the audio thread
+        effect->processReplacing(effect.operator->(), in, outs, 4096 - 37 * i);
+        effect->process(effect.operator->(), in, outs, 1 + 80 * i);
+    }
+    EXPECT_EQ(before, allocationCount());
+}
+
+TEST_F(AudioPath, StaysFiniteWhateverTheHostSetsAndSends)
+{
+    Signals::Random random(3);
+    const float wild[] = {-1e38f, -1e9f, -1.0f, -1e-3f, 0.0f, 1e-30f,
+                          1.001f, 2.0f,  1e9f,  3e38f,  kNaN, kInfinity};
+    for (int round = 0; round < 200; ++round) {
+        effect.set(static_cast<int32_t>(random.below(39)), random.pick(wild));
+        Audio bad = Signals::noise(static_cast<uint64_t>(round), 300, 12.0);
+        for (float garbage : {kNaN, kInfinity, -3e38f}) bad.left[random.below(300)] = bad.right[0] = garbage;
+        ASSERT_TRUE(isFinite(replaced(effect, bad))) << "round " << round;
+    }
+    for (int32_t i = 0; i < effect->numParams; ++i) effect.set(i, 0.5f);
+    effect.switchOff();
+    effect.switchOn();
+    const LoadedEffect fresh;
+    for (int32_t i = 0; i < fresh->numParams; ++i) fresh.set(i, 0.5f);
+    fresh.switchOn();
+    EXPECT_EQ(replaced(fresh, music), replaced(effect, music)) << "nothing of it stays";
+}
+
+TEST_F(AudioPath, IgnoresRatesThatAreNone)
+{
+    for (float rate : {0.0f, 0.4f, -44100.0f, kNaN, kInfinity, -kInfinity, 1e30f}) {
+        effect.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
+        effect.dispatch(effSetBlockSizeAndSampleRate, 0, 64, nullptr, rate);
+        EXPECT_EQ(44100.0f, effect.plugin().getSampleRate()) << rate;
+        EXPECT_EQ(44100u, effect.plugin().sampleRate()) << rate;
+    }
+    effect.dispatch(effSetSampleRate, 0, 0, nullptr, 44100.4f);
+    EXPECT_EQ(44100.4f, effect.plugin().getSampleRate());
+    EXPECT_EQ(44100u, effect.plugin().sampleRate());
+}
+
+TEST_F(AudioPath, SurvivesAbsurdRates)
+{
+    for (float rate : {1.0f, 400.0f, 1e9f}) {
+        effect.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
+        effect.switchOff();
+        effect.switchOn();
+        EXPECT_TRUE(isFinite(replaced(effect, music))) << rate;
+    }
+}
+
+TEST_F(AudioPath, ANewRateReachesTheChainAndKeepsTheActiveState)
+{
+    effect.dispatch(effSetBlockSizeAndSampleRate, 0, 256, nullptr, 48000.0f);
+    EXPECT_FALSE(effect.plugin().isActive());
+    EXPECT_EQ(48000u, effect.plugin().sampleRate());
+    EXPECT_EQ(256, effect.plugin().getBlockSize());
+    effect.switchOn();
+    effect.dispatch(effSetSampleRate, 0, 0, nullptr, 96000.0f);
+    EXPECT_TRUE(effect.plugin().isActive());
+    EXPECT_EQ(96000u, effect.plugin().sampleRate());
+}
+
+TEST_F(AudioPath, ProcessAsMonoGivesBothChannelsTheSame)
+{
+    effect.global().setProcessAsMono(true);
+    effect.switchOn();
+    const Audio fromLeft =
+        replaced(effect, music); // from the resume on the shell gives the chain one channel
+    EXPECT_EQ(fromLeft.left, fromLeft.right);
+
+    const LoadedEffect stereo;
+    stereo.switchOn();
+    EXPECT_EQ(replaced(stereo, music).left, fromLeft.left);
+    stereo.global().setProcessAsMono(true); // while it plays: the chain folds
+    const Audio folded = replaced(stereo, music);
+    EXPECT_EQ(folded.left, folded.right);
+    EXPECT_NE(fromLeft.left, folded.left);
+}
+
+class MessageWindow final : public EditorWindow {
+public:
+    void post(uint32_t code) override { latencyMessages += code == DSP::PluginLink::latencyMoved; }
+    int latencyMessages = 0;
+};
+
+TEST_F(AudioPath, ReportsANewDelayOnlyThroughTheEditorsWindow)
+{
+    effect.dispatch(effSetSampleRate, 0, 0, nullptr, 48000.0f);
+    effect.switchOn();
+    EXPECT_EQ(309u, effect.plugin().latency());
+    EXPECT_EQ(305, effect->initialDelay);
+    effect.global().setDelayCompensation(false);
+    effect.global().setDelayCompensation(true);
+    EXPECT_EQ(305, effect->initialDelay);
+    EXPECT_EQ(0, host.count(audioMasterIOChanged));
+
+    MessageWindow window;
+    effect.plugin().setEditorWindow(&window);
+    effect.switchOn();
+    EXPECT_EQ(305, effect->initialDelay) << "the audio thread does not call the host";
+    ASSERT_EQ(1, window.latencyMessages);
+    effect.plugin().applyLatency();
+    EXPECT_EQ(309, effect->initialDelay);
+    EXPECT_EQ(1, host.count(audioMasterIOChanged));
+
+    effect.switchOn();
+    EXPECT_EQ(1, window.latencyMessages) << "nothing new to say";
+    effect.global().setDelayCompensation(false);
+    EXPECT_EQ(2, window.latencyMessages);
+    effect.plugin().applyLatency();
+    EXPECT_EQ(0, effect->initialDelay);
+    effect.plugin().setEditorWindow(nullptr);
+}
+
+TEST_F(AudioPath, DelaysByWhatItReports)
+{
+    for (uint32_t rate : {44100u, 48000u}) {
+        effect.dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(rate));
+        effect.switchOff();
+        effect.switchOn();
+        Audio impulse = filled(2048, 0.0f);
+        impulse.left[0] = impulse.right[0] = 0.25f;
+        const Audio out = replaced(effect, impulse);
+        // The filters answer at once, with little; the guard against denormals lies far below.
+        const auto start = std::ranges::find_if(out.left, [](float x) { return std::abs(x) > 1e-6f; });
+        EXPECT_EQ(effect.plugin().latency(), start - out.left.begin()) << rate;
+    }
+}
+
+TEST_F(AudioPath, PlaysWhileOtherThreadsAutomateAndPause)
+{
+    compress(effect);
+    std::thread automation([this] {
+        Signals::Random random(5);
+        for (int i = 0; i < 400; ++i) {
+            effect.set(static_cast<int32_t>(random.below(39)), random.real(0, 1));
+            effect.get(static_cast<int32_t>(random.below(39)));
+            if (i % 50 == 49) effect.switchOff();
+        }
+    });
+    bool finite = true;
+    for (int i = 0; i < 100; ++i) finite = finite && isFinite(replaced(effect, music));
+    automation.join();
+    EXPECT_TRUE(finite);
+}
+
+} // namespace

@@ -1,0 +1,74 @@
+#pragma once
+#include <map>
+#include <string>
+#include <vector>
+
+#include "host/VSTPlugin.h"
+
+/// A host that writes down what the effect asks and answers as the test says. The callback carries no pointer
+/// of ours, so one host at a time exists.
+class FakeHost {
+public:
+    struct Call {
+        int32_t opcode, index;
+        intptr_t value;
+        float opt;
+    };
+
+    FakeHost() { current = this; }
+    ~FakeHost() { current = nullptr; }
+    FakeHost(const FakeHost &) = delete;
+    FakeHost &operator=(const FakeHost &) = delete;
+
+    static intptr_t callback(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
+                             float opt)
+    {
+        return current->answer(effect, opcode, index, value, ptr, opt);
+    }
+
+    /// How often the effect has asked for that.
+    int count(int32_t opcode) const;
+    /// What it has asked for since the last call of this, without the questions about connections.
+    std::vector<Call> takeCalls();
+
+    std::map<int32_t, intptr_t> answers = {{audioMasterVersion, 2300}}; // everything else: 0
+    std::string product;
+    int32_t connectedInputs = 2, connectedOutputs = 2;
+    bool echoesAutomation = false; // sets each automated value at once, as some hosts do
+
+private:
+    intptr_t answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
+
+    static inline FakeHost *current = nullptr;
+    std::vector<Call> calls;
+};
+
+/// The effect as a host has it: reached through its record only, but for plugin(). Closed at the end.
+class LoadedEffect {
+public:
+    LoadedEffect() : effect(VSTPluginMain(FakeHost::callback)) {}
+    ~LoadedEffect() { dispatch(effClose); }
+    LoadedEffect(const LoadedEffect &) = delete;
+    LoadedEffect &operator=(const LoadedEffect &) = delete;
+
+    AEffect *operator->() const { return effect; }
+    VSTPlugin &plugin() const { return *VSTPlugin::of(effect); }
+    DSP::Global &global() const { return *plugin().transformHandle().global(); }
+
+    intptr_t dispatch(int32_t opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
+                      float opt = 0.0f) const
+    {
+        return effect->dispatcher(effect, opcode, index, value, ptr, opt);
+    }
+    void switchOn() const { dispatch(effMainsChanged, 0, 1); }
+    void switchOff() const { dispatch(effMainsChanged, 0, 0); }
+    void set(int32_t index, float value) const { effect->setParameter(effect, index, value); }
+    float get(int32_t index) const { return effect->getParameter(effect, index); }
+    /// What the effect writes for a question; the marker shows that it wrote nothing.
+    std::string text(int32_t opcode, int32_t index = 0) const;
+
+    static constexpr char kUntouched[] = "untouched";
+
+private:
+    AEffect *effect;
+};
