@@ -4,8 +4,6 @@
 #include <cmath>
 
 #include "dsp/PluginLink.h"
-#include "dsp/kernels/BlockKernels.h"
-#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/Math.h"
 #include "dsp/kernels/VectorOperations.h"
 
@@ -14,9 +12,6 @@ namespace DSP {
 namespace {
 constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
 constexpr float kPi32 = 3.1415927f;
-
-// No sound input comes out of sound filters like this: it is a filter that has lost its stability.
-constexpr float kLoudestBand = 1e12f;
 } // namespace
 
 CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
@@ -125,7 +120,6 @@ uint32_t CrossOver::process(uint32_t frames, float *left, float *right)
     const Util::Hold hold(lock);
     filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight);
     if (fadeRemaining > 0) crossFade(frames, left, right);
-    silenceRunaway(frames, right != nullptr);
     return frames;
 }
 
@@ -157,20 +151,9 @@ void CrossOver::crossFade(uint32_t frames, const float *left, const float *right
     fadeRemaining -= count;
 }
 
-void CrossOver::silenceRunaway(uint32_t frames, bool stereo)
+void CrossOver::dropRunaway()
 {
-    const Kernels::BlockKernels &kernels = Kernels::active().block;
-    const int length = static_cast<int>(frames);
-    float loudest = 0.0f;
-    for (int band = 0; band < kBands; ++band) {
-        loudest = std::max(loudest, kernels.peak(bandOutLeft[band], length));
-        if (stereo) loudest = std::max(loudest, kernels.peak(bandOutRight[band], length));
-    }
-    if (loudest < kLoudestBand) return;
-    for (int band = 0; band < kBands; ++band) {
-        ippsZero_32f(bandOutLeft[band], length);
-        if (stereo) ippsZero_32f(bandOutRight[band], length);
-    }
+    const Util::Hold hold(lock);
     for (BandSplitter &set : filterSets) set.clear();
 }
 

@@ -23,6 +23,8 @@ public:
     /// Writes the bands to the buffers given to run; the input stays.
     uint32_t process(uint32_t frames, float *left, float *right) override;
     void reset() override;
+    /// Clears the state of filters that have lost their stability, as an absurd rate or cutoff can make them.
+    void dropRunaway();
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
     void setCutoff(uint32_t index, float hz);
@@ -48,8 +50,6 @@ private:
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the set that is going into the start of the bands that the coming set has written.
     void crossFade(uint32_t frames, const float *left, const float *right);
-    /// Finite but absurd rates and cutoffs can make a filter unstable: its block is dropped, its state cleared.
-    void silenceRunaway(uint32_t frames, bool stereo);
 
     uint32_t sampleRate = 44100; // Hz
     uint32_t fadeLength = 0;     // samples

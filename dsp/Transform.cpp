@@ -59,9 +59,20 @@ Transform::BandPointers Transform::split(uint32_t frames, float *left, float *ri
         bands.right[b] = right ? bandRight[b].data() : nullptr;
     }
     runComponent(*splitter, frames, zipperSamples, left, right, bands.left, bands.right);
+    bool sound = true;
     for (int b = 0; b < kBands; ++b)
-        addDenormalGuard(frames, bands.left[b], bands.right[b], &bandNoisePhase, b == kBands - 1);
+        sound &= addDenormalGuard(frames, bands.left[b], bands.right[b], &bandNoisePhase, b == kBands - 1);
+    if (!sound) dropBlock(frames, bands);
     return bands;
+}
+
+void Transform::dropBlock(uint32_t frames, const BandPointers &bands)
+{
+    splitter->dropRunaway();
+    for (int b = 0; b < kBands; ++b) {
+        ippsZero_32f(bands.left[b], static_cast<int>(frames));
+        if (bands.right[b]) ippsZero_32f(bands.right[b], static_cast<int>(frames));
+    }
 }
 
 void Transform::compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples)

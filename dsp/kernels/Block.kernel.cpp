@@ -22,11 +22,22 @@ static int silenceGarbage(float *samples, float loudest, int count)
     return refused;
 }
 
-static void offset(float *samples, float value, int count)
+static bool addChecked(const float *wave, float *samples, float loudest, int count)
 {
+    const F8 most = F8::splat(loudest);
+    M8 sound = most <= most;
+    bool tailSound = true;
     int i = 0;
-    for (; i + F8::kLanes <= count; i += F8::kLanes) store(samples + i, F8::load(samples + i) + F8::splat(value));
-    for (; i < count; ++i) samples[i] += value;
+    for (; i + F8::kLanes <= count; i += F8::kLanes) {
+        const F8 x = F8::load(samples + i) + F8::load(wave + i);
+        sound = sound & (abs(x) <= most); // false for NaN
+        store(samples + i, x);
+    }
+    for (; i < count; ++i) {
+        samples[i] += wave[i];
+        tailSound = tailSound && samples[i] >= -loudest && samples[i] <= loudest;
+    }
+    return tailSound && all(sound);
 }
 
 static float peak(const float *samples, int count)
@@ -54,6 +65,33 @@ static void monoMix(const float *left, const float *right, float value, float *o
     for (; i < count; ++i) out[i] = (right ? (left[i] + right[i]) * 0.5f : left[i]) + value;
 }
 
+static float least(const float *values, float most, int count)
+{
+    F8 lowest = F8::splat(most);
+    int i = 0;
+    for (; i + F8::kLanes <= count; i += F8::kLanes) lowest = min(F8::load(values + i), lowest);
+    float result = horizontalMin(lowest);
+    for (; i < count; ++i)
+        if (values[i] < result) result = values[i];
+    return result;
+}
+
+// Long copies of the C library count every byte where instructions are counted, and short ones pay for its choices.
+static void copy(const float *source, float *target, int count)
+{
+    int i = 0;
+    for (; i + 4 * F8::kLanes <= count; i += 4 * F8::kLanes) {
+        const F8 a = F8::load(source + i), b = F8::load(source + i + 8);
+        const F8 c = F8::load(source + i + 16), d = F8::load(source + i + 24);
+        store(target + i, a);
+        store(target + i + 8, b);
+        store(target + i + 16, c);
+        store(target + i + 24, d);
+    }
+    for (; i + F8::kLanes <= count; i += F8::kLanes) store(target + i, F8::load(source + i));
+    for (; i < count; ++i) target[i] = source[i];
+}
+
 static void add(const float *source, float *target, int count)
 {
     int i = 0;
@@ -76,9 +114,11 @@ static void scale(float factor, float *samples, int count)
 }
 
 const BlockKernels blockKernels = {.silenceGarbage = silenceGarbage,
-                                   .offset = offset,
+                                   .addChecked = addChecked,
                                    .peak = peak,
+                                   .least = least,
                                    .monoMix = monoMix,
+                                   .copy = copy,
                                    .add = add,
                                    .multiply = multiply,
                                    .scale = scale};

@@ -7,12 +7,16 @@ namespace DSP::Kernels {
 struct BlockKernels {
     /// Replaces what is no number or beyond +-`loudest` by 0; returns how many samples that were.
     int (*silenceGarbage)(float *samples, float loudest, int count);
-    /// samples[i] += value.
-    void (*offset)(float *samples, float value, int count);
+    /// samples[i] += wave[i]; tells whether all samples are numbers of at most `loudest`.
+    bool (*addChecked)(const float *wave, float *samples, float loudest, int count);
     /// Largest magnitude; 0 for an empty block. NaN is passed over.
     float (*peak)(const float *samples, int count);
+    /// Smallest value, at most `most`.
+    float (*least)(const float *values, float most, int count);
     /// out = (left + right) x 0.5 + value; `right` null: left + value.
     void (*monoMix)(const float *left, const float *right, float value, float *out, int count);
+    /// The arrays may not overlap.
+    void (*copy)(const float *source, float *target, int count);
     void (*add)(const float *source, float *target, int count);
     void (*multiply)(const float *source, float *target, int count);
     void (*scale)(float factor, float *samples, int count);

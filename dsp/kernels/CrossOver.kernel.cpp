@@ -49,12 +49,6 @@ struct Cascade {
     }
 };
 
-LANES_OP F4 narrow(D4 x)
-{
-    const F4 most = F4::splat(3.402823466e38f);
-    return min(max(toFloat(x), -most), most);
-}
-
 struct Splitter {
     Cascade<Numerators::highAndLow> outer;
     Cascade<Numerators::low> inner;
@@ -76,8 +70,8 @@ struct Splitter {
     /// One frame, `x` being left, right, left, right.
     [[gnu::always_inline]] inline void tick(D4 x, F4 &outerBands, F4 &innerBands)
     {
-        outerBands = narrow(outer.tick(x)) * outerGain;
-        innerBands = narrow(second.tick(toDouble(narrow(inner.tick(x)) * innerGain)));
+        outerBands = toFloat(outer.tick(x)) * outerGain;
+        innerBands = toFloat(second.tick(toDouble(toFloat(inner.tick(x)) * innerGain)));
     }
 };
 

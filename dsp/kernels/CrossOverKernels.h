@@ -31,7 +31,8 @@ struct SplitterOutput {
 
 struct CrossOverKernels {
     /// Splits a block into four bands. `left` and `right` may be the same buffer, but may not be an output.
-    /// Filters run in 64 bits; what leaves a filter is narrowed to a finite 32-bit float.
+    /// Filters run in 64 bits; what leaves a filter is narrowed to 32. A filter that lost its stability gives
+    /// infinities and NaN in the end: who calls must look at what comes out.
     void (*split)(const SplitterCoeffs &coeffs, SplitterState &state, const float *left, const float *right,
                   const SplitterOutput &out, int frames);
 };

@@ -24,16 +24,18 @@ alignas(32) constexpr Wave kRight = makeWave(kGuardRight);
 
 GuardWave guardWave(uint8_t counter) { return {kLeft.data() + counter, kRight.data() + counter}; }
 
-void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
+bool addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
 {
-    const Kernels::BlockKernels &kernels = Kernels::active().block;
+    const auto add = Kernels::active().block.addChecked;
     const GuardWave wave = guardWave(*counter);
+    bool sound = true;
     for (uint32_t done = 0; done < frames; done += kPeriod) {
         const int count = static_cast<int>(std::min(frames - done, kPeriod));
-        kernels.add(wave.left, left + done, count);
-        if (right) kernels.add(wave.right, right + done, count);
+        sound &= add(wave.left, left + done, kLoudestGuarded, count);
+        if (right) sound &= add(wave.right, right + done, kLoudestGuarded, count);
     }
     if (keep) *counter = static_cast<uint8_t>(*counter + frames);
+    return sound;
 }
 
 } // namespace DSP

@@ -20,6 +20,10 @@ GuardWave guardWave(uint8_t counter);
 /// State   `counter` is the place in the wave, the caller's own, moving on only if `keep` is set: who guards
 ///         several buffers alike passes false until the last
 /// Thread  audio, no allocation
-void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep);
+/// Returns whether all samples are numbers of at most kLoudestGuarded
+bool addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep);
+
+/// 240 dB over full scale: no sound.
+inline constexpr float kLoudestGuarded = 1e12f;
 
 } // namespace DSP

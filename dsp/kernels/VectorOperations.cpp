@@ -85,7 +85,14 @@ VectorStatus ippsCopy_8u(const uint8_t *src, uint8_t *dst, int len)
     return kVectorOk;
 }
 
-VectorStatus ippsCopy_32f(const float *src, float *dst, int len) { return ippsMove_32f(src, dst, len); }
+VectorStatus ippsCopy_32f(const float *src, float *dst, int len)
+{
+    if (len == 0) return kVectorOk;
+    const VectorStatus status = checkVectors(len, src, dst);
+    if (status != kVectorOk) return status;
+    Kernels::active().block.copy(src, dst, len);
+    return kVectorOk;
+}
 
 VectorStatus ippsMove_32f(const float *src, float *dst, int len)
 {
