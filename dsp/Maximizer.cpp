@@ -219,8 +219,10 @@ void Maximizer::processBrickwall(uint32_t frames, const Lines &lines, float *gai
 
 void Maximizer::report(const float *gains, uint32_t frames)
 {
-    const float least = bypass ? 1.0f : *std::min_element(gains, gains + frames);
-    if (least < reportedGain) reportedGain = least;
+    if (bypass) return;
+    const float before = reportedGain;
+    const float least = Kernels::active().block.least(gains, before, static_cast<int>(frames));
+    if (least < before) reportedGain = least;
 }
 
 } // namespace DSP

@@ -1,6 +1,9 @@
 #include "dsp/meter/Level.h"
 
+#include <algorithm>
 #include <cmath>
+
+#include "dsp/kernels/Kernels.h"
 
 namespace DSP::Meter {
 
@@ -26,6 +29,17 @@ void Level::measure(uint32_t frames, const float *leftSamples, const float *righ
 }
 
 void Level::Channel::measure(uint32_t frames, const float *samples)
+{
+    const float loudest = std::max(peak.load(), Kernels::active().block.peak(samples, static_cast<int>(frames)));
+    if (loudest > held || holdCount + frames > kHoldSamples) {
+        follow(frames, samples);
+    } else { // nothing happens to the held peak within this block
+        peak = loudest;
+        holdCount += frames;
+    }
+}
+
+void Level::Channel::follow(uint32_t frames, const float *samples)
 {
     float newPeak = peak, newHeld = held;
     for (uint32_t i = 0; i < frames; ++i) {

@@ -27,6 +27,8 @@ private:
         Util::Shared<float> held = 0.0f;
         uint32_t holdCount = 0; // samples since `held` was last raised
         void measure(uint32_t frames, const float *samples);
+        /// The plain rule, a sample after the other.
+        void follow(uint32_t frames, const float *samples);
     };
     Channel left, right;
 };

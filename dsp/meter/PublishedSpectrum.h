@@ -1,9 +1,10 @@
 #pragma once
-#include <algorithm>
 #include <array>
 #include <atomic>
 #include <cstdint>
 #include <vector>
+
+#include "dsp/kernels/VectorOperations.h"
 
 namespace DSP::Meter {
 
@@ -20,7 +21,7 @@ public:
     void publish(const float *magnitudes, uint32_t count)
     {
         Slot &slot = slots[writing];
-        std::copy_n(magnitudes, count, slot.magnitudes.begin());
+        ippsCopy_32f(magnitudes, slot.magnitudes.data(), static_cast<int>(count));
         slot.count = count;
         writing = newest.exchange(writing | kFresh, std::memory_order_acq_rel) & kSlotMask;
     }
@@ -32,7 +33,7 @@ public:
         reading = newest.exchange(reading, std::memory_order_acq_rel) & kSlotMask;
         const Slot &slot = slots[reading];
         count = slot.count;
-        std::copy_n(slot.magnitudes.begin(), count, destination);
+        ippsCopy_32f(slot.magnitudes.data(), destination, static_cast<int>(count));
         return true;
     }
 

@@ -1,6 +1,7 @@
 #include "dsp/meter/Spectrum.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Kernels.h"
@@ -157,14 +158,11 @@ void Spectrum::append(const float *left, const float *right, uint32_t count)
 
 void Spectrum::completeFrame()
 {
-    if (stagger > 0) {
-        ippsCopy_32f(frame.data(), waitingFrame.data(), static_cast<int>(analysis->length));
-        waitingSamples = stagger;
-    } else {
-        analyse(frame.data());
-    }
+    if (stagger == 0) analyse(frame.data());
+    waitingSamples = stagger;
+    std::swap(frame, waitingFrame);
     const uint32_t kept = analysis->overlapLength;
-    ippsMove_32f(frame.data() + analysis->length - kept, frame.data(), static_cast<int>(kept));
+    ippsCopy_32f(waitingFrame.data() + analysis->length - kept, frame.data(), static_cast<int>(kept));
     framePosition = kept;
 }
 
