@@ -1,15 +1,16 @@
 #pragma once
 
+#include <stddef.h>
+
 #include "dsp/kernels/Lanes.h"
 #include "dsp/kernels/SpectrumKernels.h"
 
 /// Passes of the complex Fourier transform, inlined in the kernels of a set; V is the register of the set.
 /// Lanes do not mix but in the transposition of the first pass, so four or eight of them give the same bits.
 /// Shape   between passes the points stand in blocks of eight: 8 re, 8 im
-/// Method  Stockham's sorting transform by decimation in frequency: a pass of radix r takes, for every group
-/// p and
-///         place q, x[q + stride (p + groups j)], j below r, to y[q + stride (r p + k)] = DFT_r(x)[k] w^(p
-///         k). Van Loan, "Computational Frameworks for the Fast Fourier Transform", ch. 1.7
+/// Method  Stockham's sorting transform by decimation in frequency: for every group p and place q a pass of
+///         radix r takes x[q + stride (p + groups j)], j below r, to DFT_r(x)[k] w^(p k) at
+///         y[q + stride (r p + k)]. Van Loan, "Computational Frameworks for the FFT", ch. 1
 namespace DSP::Kernels::SET {
 
 template <class V>
@@ -38,11 +39,24 @@ LANES_OP Complex<V> minusTurned(Complex<V> a, Complex<V> b)
 {
     return {a.re + b.im, a.im - b.re};
 }
+
+/// Two addresses of the same blocks of eight re and eight im. The compiler takes them for different ones and
+/// so leaves both uses of a number in memory operands, where it would spend a load and a register on it.
+struct Twiddles {
+    const float *one, *other;
+    LANES_OP Twiddles from(const float *blocks)
+    {
+        const float *same = blocks;
+        asm("" : "+r"(same));
+        return {blocks, same};
+    }
+};
 template <class V>
-LANES_OP Complex<V> times(Complex<V> a, const float *twiddle)
+LANES_OP Complex<V> times(Complex<V> a, Twiddles w, int block)
 {
-    const V re = V::loadAligned(twiddle), im = V::loadAligned(twiddle + 8);
-    return {a.re * re - a.im * im, a.im * re + a.re * im};
+    const V re = V::loadAligned(w.one + 16 * block), im = V::loadAligned(w.one + 16 * block + 8);
+    const V sameRe = V::loadAligned(w.other + 16 * block), sameIm = V::loadAligned(w.other + 16 * block + 8);
+    return {a.re * re - a.im * im, a.im * sameRe + a.re * sameIm};
 }
 template <class V>
 LANES_OP Complex<V> at(const float *block)
@@ -63,11 +77,11 @@ LANES_OP void evenOutputs(Complex<V> s0, Complex<V> s1, Complex<V> s2, Complex<V
 template <class V>
 LANES_OP void oddOutputs(Complex<V> d0, Complex<V> d1, Complex<V> d2, Complex<V> d3, Complex<V> (&y)[4])
 {
-    const V half = V::splat(0x1.6a09e6p-1f); // sqrt(1/2)
+    const V root = V::splat(0x1.6a09e6p-1f); // sqrt(1/2)
     const Complex<V> c1 = minusTurned(d1, d3), c3 = plusTurned(d1, d3);
     const Complex<V> b1 = minusTurned(d0, d2), b3 = plusTurned(d0, d2);
-    const Complex<V> t1 = {(c1.re + c1.im) * half, (c1.im - c1.re) * half};
-    const Complex<V> t3 = {(c3.im - c3.re) * half, (c3.re + c3.im) * half};
+    const Complex<V> t1 = {(c1.re + c1.im) * root, (c1.im - c1.re) * root};
+    const Complex<V> t3 = {(c3.im - c3.re) * root, (c3.re + c3.im) * root};
     y[0] = b1 + t1;
     y[2] = b1 - t1;
     y[1] = {b3.re + t3.re, b3.im - t3.im};
@@ -77,12 +91,12 @@ LANES_OP void oddOutputs(Complex<V> d0, Complex<V> d1, Complex<V> d2, Complex<V>
 /// Where a pass puts its outputs: output k at `first + k x step`, imaginary parts `im` floats further.
 struct Target {
     float *first;
-    long step, im;
+    ptrdiff_t step, im;
 };
 template <bool twiddled, class V>
-LANES_OP void put(const Target &to, int k, Complex<V> z, const float *twiddles)
+LANES_OP void put(const Target &to, int k, Complex<V> z, Twiddles twiddles)
 {
-    if (twiddled && k) z = times(z, twiddles + 16 * (k - 1));
+    if (twiddled && k) z = times(z, twiddles, k - 1);
     storeAligned(to.first + k * to.step, z.re);
     storeAligned(to.first + k * to.step + to.im, z.im);
 }
@@ -90,7 +104,7 @@ LANES_OP void put(const Target &to, int k, Complex<V> z, const float *twiddles)
 /// One butterfly of each radix for the lanes of a register, inputs `step` floats apart. That of radix 8 reads
 /// its inputs twice, which costs less than keeping sixteen sums and differences.
 template <class V, bool twiddled>
-LANES_OP void butterfly8(const float *x, long step, const Target &to, const float *twiddles)
+LANES_OP void butterfly8(const float *x, ptrdiff_t step, const Target &to, Twiddles twiddles)
 {
     Complex<V> y[4];
     evenOutputs(at<V>(x) + at<V>(x + 4 * step), at<V>(x + step) + at<V>(x + 5 * step),
@@ -107,7 +121,7 @@ LANES_OP void butterfly8(const float *x, long step, const Target &to, const floa
     put<twiddled>(to, 7, y[3], twiddles);
 }
 template <class V, bool twiddled>
-LANES_OP void butterfly4(const float *x, long step, const Target &to, const float *twiddles)
+LANES_OP void butterfly4(const float *x, ptrdiff_t step, const Target &to, Twiddles twiddles)
 {
     const Complex<V> z0 = at<V>(x), z2 = at<V>(x + 2 * step), z1 = at<V>(x + step), z3 = at<V>(x + 3 * step);
     const Complex<V> s0 = z0 + z2, d0 = z0 - z2, s1 = z1 + z3, d1 = z1 - z3;
@@ -117,36 +131,51 @@ LANES_OP void butterfly4(const float *x, long step, const Target &to, const floa
     put<twiddled>(to, 3, plusTurned(d0, d1), twiddles);
 }
 
-/// A group of a pass: all places q, from blocks to blocks or, in the last pass, to two plain arrays.
-template <class V, int radix, bool twiddled, bool last>
-LANES_OP void runGroup(const float *x, long step, float *y, long stride, long im, const float *twiddles)
+/// One group of a pass: all places q.
+template <class V, int radix, int stride, bool twiddled>
+LANES_OP void runGroup(const float *x, ptrdiff_t step, float *y, const float *twiddles)
 {
-    for (long block = 0; block < stride; block += 8)
-        for (int half = 0; half < 8; half += V::kLanes) {
-            const Target to = {y + (last ? 1 : 2) * block + half, last ? stride : 2 * stride, last ? im : 8};
+    for (int half = 0; half < 8; half += V::kLanes) {
+        const Twiddles w = Twiddles::from(twiddles + half);
+        for (int block = 0; block < 2 * stride; block += 16) {
+            const Target to = {y + block + half, 2 * stride, 8};
             if constexpr (radix == 8)
-                butterfly8<V, twiddled>(x + 2 * block + half, step, to, twiddles + half);
+                butterfly8<V, twiddled>(x + block + half, step, to, w);
             else
-                butterfly4<V, twiddled>(x + 2 * block + half, step, to, twiddles + half);
+                butterfly4<V, twiddled>(x + block + half, step, to, w);
         }
+    }
 }
-template <class V, int radix>
-LANES_OP void runPass(const FftTables::Pass &pass, const float *x, float *y)
+template <class V, int radix, int stride>
+LANES_OP void runPass(const FftTables::Pass &pass, ptrdiff_t points, const float *x, float *y)
 {
-    const long stride = pass.stride, step = 2 * stride * pass.groups;
+    const ptrdiff_t step = 2 * points / radix;
     const float *twiddles = pass.twiddles;
-    runGroup<V, radix, false, false>(x, step, y, stride, 0, twiddles);
-    for (int p = 1; p < pass.groups; ++p) {
+    runGroup<V, radix, stride, false>(x, step, y, twiddles);
+    for (int p = 1; p < pass.groups; ++p, twiddles += 16 * (radix - 1)) {
         x += 2 * stride;
         y += 2 * stride * radix;
-        runGroup<V, radix, true, false>(x, step, y, stride, 0, twiddles);
-        twiddles += 16 * (radix - 1);
+        runGroup<V, radix, stride, true>(x, step, y, twiddles);
     }
+}
+
+/// The last pass has one group and leaves two plain arrays, that of the imaginary parts `im` floats further.
+template <class V, int radix>
+LANES_OP void runLastPass(ptrdiff_t stride, const float *x, float *y, ptrdiff_t im)
+{
+    for (ptrdiff_t block = 0; block < stride; block += 8, x += 16, y += 8)
+        for (int half = 0; half < 8; half += V::kLanes) {
+            const Target to = {y + half, stride, im};
+            if constexpr (radix == 8)
+                butterfly8<V, false>(x + half, 2 * stride, to, {});
+            else
+                butterfly4<V, false>(x + half, 2 * stride, to, {});
+        }
 }
 
 /// Even samples become real parts, odd samples imaginary parts.
 template <class V, bool windowed>
-LANES_OP Complex<V> readSamples(const float *in, const float *window, long at)
+LANES_OP Complex<V> readSamples(const float *in, const float *window, ptrdiff_t at)
 {
     V a = V::loadAligned(in + at), b = V::loadAligned(in + at + 8);
     if constexpr (windowed) {
@@ -156,38 +185,44 @@ LANES_OP Complex<V> readSamples(const float *in, const float *window, long at)
     return {shuffle<0, 2, 0, 2>(a, b), shuffle<1, 3, 1, 3>(a, b)};
 }
 
-/// Stores lane l of the eight vectors in a row, at the block where that lane belongs.
+/// Stores lane l of eight vectors in a row, at the place of that lane.
 LANES_OP void storeRows(float *to, int half, F4 a, F4 b, F4 c, F4 d, F4 e, F4 f, F4 g, F4 h)
 {
-    float *row[4];
-    for (int l = 0; l < 4; ++l) row[l] = to + 16 * fftLaneOrder(half + l);
+    to += 16 * fftLaneOrder(half);
     transpose(a, b, c, d);
-    storeAligned(row[0], a);
-    storeAligned(row[1], b);
-    storeAligned(row[2], c);
-    storeAligned(row[3], d);
+    storeAligned(to, a);
+    storeAligned(to + 16, b);
+    storeAligned(to + 64, c);
+    storeAligned(to + 80, d);
     transpose(e, f, g, h);
-    storeAligned(row[0] + 4, e);
-    storeAligned(row[1] + 4, f);
-    storeAligned(row[2] + 4, g);
-    storeAligned(row[3] + 4, h);
+    storeAligned(to + 4, e);
+    storeAligned(to + 20, f);
+    storeAligned(to + 68, g);
+    storeAligned(to + 84, h);
 }
 LANES_OP void storeRows(float *to, int, F8 a, F8 b, F8 c, F8 d, F8 e, F8 f, F8 g, F8 h)
 {
     F8 rows[8] = {a, b, c, d, e, f, g, h};
     transpose(rows);
-    for (int l = 0; l < 8; ++l) storeAligned(to + 16 * fftLaneOrder(l), rows[l]);
+    storeAligned(to, rows[0]);
+    storeAligned(to + 16, rows[1]);
+    storeAligned(to + 64, rows[2]);
+    storeAligned(to + 80, rows[3]);
+    storeAligned(to + 32, rows[4]);
+    storeAligned(to + 48, rows[5]);
+    storeAligned(to + 96, rows[6]);
+    storeAligned(to + 112, rows[7]);
 }
 
 /// The first pass, of radix 8: neighbouring groups as lanes, transposed on the way out.
 template <class V, bool windowed>
 LANES_OP void runFirstPass(const FftTables &tables, const float *in, const float *window, float *y)
 {
-    const long step = tables.points / 4;
+    const ptrdiff_t step = tables.points / 4;
     const float *twiddles = tables.firstTwiddles;
-    for (long group = 0; group < tables.points / 8; group += 8, y += 128, twiddles += 7 * 16)
+    for (ptrdiff_t group = 0; group < tables.points / 8; group += 8, y += 128, twiddles += 7 * 16)
         for (int half = 0; half < 8; half += V::kLanes) {
-            const long first = 2 * group + half;
+            const ptrdiff_t first = 2 * group + half;
             Complex<V> s[4], d[4], even[4], odd[4];
 #pragma GCC unroll 4
             for (int j = 0; j < 4; ++j) {
@@ -196,16 +231,16 @@ LANES_OP void runFirstPass(const FftTables &tables, const float *in, const float
                 s[j] = a + b;
                 d[j] = a - b;
             }
-            const float *w = twiddles + half;
+            const Twiddles w = Twiddles::from(twiddles + half);
             evenOutputs(s[0], s[1], s[2], s[3], even);
-            even[1] = times(even[1], w + 16);
-            even[2] = times(even[2], w + 3 * 16);
-            even[3] = times(even[3], w + 5 * 16);
+            even[1] = times(even[1], w, 1);
+            even[2] = times(even[2], w, 3);
+            even[3] = times(even[3], w, 5);
             oddOutputs(d[0], d[1], d[2], d[3], odd);
-            odd[0] = times(odd[0], w);
-            odd[1] = times(odd[1], w + 2 * 16);
-            odd[2] = times(odd[2], w + 4 * 16);
-            odd[3] = times(odd[3], w + 6 * 16);
+            odd[0] = times(odd[0], w, 0);
+            odd[1] = times(odd[1], w, 2);
+            odd[2] = times(odd[2], w, 4);
+            odd[3] = times(odd[3], w, 6);
             storeRows(y, half, even[0].re, odd[0].re, even[1].re, odd[1].re, even[2].re, odd[2].re,
                       even[3].re, odd[3].re);
             storeRows(y + 8, half, even[0].im, odd[0].im, even[1].im, odd[1].im, even[2].im, odd[2].im,

@@ -11,6 +11,17 @@ struct Points {
     const float *re, *im;
 };
 
+/// Strides are known to the compiler, so that it need not keep eight addresses; FftPlan makes no others.
+LANES_OP void runInnerPass(const FftTables::Pass &pass, ptrdiff_t points, const float *from, float *to)
+{
+    if (pass.radix == 8)
+        pass.stride == 8 ? runPass<V, 8, 8>(pass, points, from, to)
+                         : runPass<V, 8, 64>(pass, points, from, to);
+    else
+        pass.stride == 8 ? runPass<V, 4, 8>(pass, points, from, to)
+                         : runPass<V, 4, 64>(pass, points, from, to);
+}
+
 template <bool windowed>
 LANES_OP Points transformComplex(const FftTables &tables, const float *in, const float *window, float *work)
 {
@@ -18,19 +29,16 @@ LANES_OP Points transformComplex(const FftTables &tables, const float *in, const
     float *from = work, *to = work + 2 * points + 32;
     runFirstPass<V, windowed>(tables, in, window, from);
     for (int i = 0; i < last; ++i) {
-        if (tables.passes[i].radix == 8)
-            runPass<V, 8>(tables.passes[i], from, to);
-        else
-            runPass<V, 4>(tables.passes[i], from, to);
+        runInnerPass(tables.passes[i], points, from, to);
         float *const read = from;
         from = to;
         to = read;
     }
-    const long stride = tables.passes[last].stride, im = points + 16;
+    const ptrdiff_t im = points + 16;
     if (tables.passes[last].radix == 8)
-        runGroup<V, 8, false, true>(from, 2 * stride, to, stride, im, nullptr);
+        runLastPass<V, 8>(points / 8, from, to, im);
     else
-        runGroup<V, 4, false, true>(from, 2 * stride, to, stride, im, nullptr);
+        runLastPass<V, 4>(points / 4, from, to, im);
     to[points] = to[0];
     to[im + points] = to[im];
     return {to, to + im};
@@ -39,12 +47,12 @@ LANES_OP Points transformComplex(const FftTables &tables, const float *in, const
 /// Twice the bins k of the real transform and the conjugates of twice the bins points - k, in the lanes from
 /// k on: with the parts even and odd that an exchange of X[k] and X[points - k]* leaves or negates, bin k is
 /// even - i w odd.
-LANES_OP void splitReal(const FftTables &tables, Points x, int k, Complex<V> &low, Complex<V> &high)
+LANES_OP void splitReal(Points x, const float *cosines, const float *sines, ptrdiff_t k, ptrdiff_t mirrored,
+                        Complex<V> &low, Complex<V> &high)
 {
     const V xr = V::loadAligned(x.re + k), xi = V::loadAligned(x.im + k);
-    const int mirrored = tables.points - k - (V::kLanes - 1);
     const V yr = reverse(V::load(x.re + mirrored)), yi = reverse(V::load(x.im + mirrored));
-    const V c = V::loadAligned(tables.cosines + k), s = V::loadAligned(tables.sines + k);
+    const V c = V::loadAligned(cosines + k), s = V::loadAligned(sines + k);
     const Complex<V> even = {xr + yr, xi - yi};
     const V dr = xr - yr, di = xi + yi;
     const Complex<V> odd = {di * c - dr * s, di * s + dr * c};
@@ -57,15 +65,16 @@ static void raiseMagnitudes(const FftTables &tables, const float *samples, const
 {
     const Points x = transformComplex<true>(tables, samples, window, work);
     const V most = V::splat(__FLT_MAX__);
-    const int points = tables.points;
-    for (int k = 0; k < points / 2; k += V::kLanes) {
+    const ptrdiff_t points = tables.points;
+    const float *const cosines = tables.cosines, *const sines = tables.sines;
+    ptrdiff_t mirrored = points - (V::kLanes - 1);
+    for (ptrdiff_t k = 0; k < points / 2; k += V::kLanes, mirrored -= V::kLanes) {
         Complex<V> low, high;
-        splitReal(tables, x, k, low, high);
-        const V below = min(most, sqrt(low.re * low.re + low.im * low.im));
-        storeAligned(magnitudes + k, max(below, V::loadAligned(magnitudes + k)));
-        float *const mirror = magnitudes + points - k - (V::kLanes - 1);
-        const V above = min(most, sqrt(high.re * high.re + high.im * high.im));
-        store(mirror, max(reverse(above), V::load(mirror)));
+        splitReal(x, cosines, sines, k, mirrored, low, high);
+        const V below = sqrt(low.re * low.re + low.im * low.im);
+        storeAligned(magnitudes + k, min(max(below, V::loadAligned(magnitudes + k)), most));
+        const V above = reverse(sqrt(high.re * high.re + high.im * high.im));
+        store(magnitudes + mirrored, min(max(above, V::load(magnitudes + mirrored)), most));
     }
     const float re = x.re[points / 2], im = x.im[points / 2];
     const float size = 2 * __builtin_sqrtf(re * re + im * im), held = size < __FLT_MAX__ ? size : __FLT_MAX__;
@@ -76,13 +85,14 @@ static void transform(const FftTables &tables, const float *in, float *out, floa
 {
     const Points x = transformComplex<false>(tables, in, nullptr, work);
     const V half = V::splat(0.5f);
-    const int points = tables.points;
-    for (int k = 0; k < points / 2; k += V::kLanes) {
+    const ptrdiff_t points = tables.points;
+    const float *const cosines = tables.cosines, *const sines = tables.sines;
+    ptrdiff_t mirrored = points - (V::kLanes - 1);
+    for (ptrdiff_t k = 0; k < points / 2; k += V::kLanes, mirrored -= V::kLanes) {
         Complex<V> low, high;
-        splitReal(tables, x, k, low, high);
+        splitReal(x, cosines, sines, k, mirrored, low, high);
         storeInterleaved(out + 2 * k, low.re * half, low.im * half);
-        storeInterleaved(out + 2 * (points - k - (V::kLanes - 1)), reverse(high.re * half),
-                         reverse(-(high.im * half)));
+        storeInterleaved(out + 2 * mirrored, reverse(high.re * half), reverse(-(high.im * half)));
     }
     out[points] = x.re[points / 2];
     out[points + 1] = -x.im[points / 2];

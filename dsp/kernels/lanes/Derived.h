@@ -85,15 +85,20 @@ LANES_OP void transposeHalves(F8 &r0, F8 &r1, F8 &r2, F8 &r3)
     r3 = shuffle<2, 3, 2, 3>(c, d);
 }
 
+LANES_OP void joinHalves(F8 &a, F8 &b)
+{
+    const F8 upper = a;
+    a = lowHalves(upper, b);
+    b = highHalves(upper, b);
+}
 LANES_OP void transpose(F8 (&rows)[8])
 {
     transposeHalves(rows[0], rows[1], rows[2], rows[3]);
     transposeHalves(rows[4], rows[5], rows[6], rows[7]);
-    for (int i = 0; i < 4; ++i) {
-        const F8 upper = rows[i], lower = rows[i + 4];
-        rows[i] = lowHalves(upper, lower);
-        rows[i + 4] = highHalves(upper, lower);
-    }
+    joinHalves(rows[0], rows[4]);
+    joinHalves(rows[1], rows[5]);
+    joinHalves(rows[2], rows[6]);
+    joinHalves(rows[3], rows[7]);
 }
 
 /// Stores a0 b0 a1 b1 and so on.
