@@ -1,0 +1,15 @@
+# Fails if a kernel object defines a weak or unique symbol: of those the linker keeps one copy for all instruction
+# sets, perhaps one that the processor cannot run.
+# cmake -DNM=... -DOBJECTS=a.o,b.o -P KernelObjects.cmake
+string(REPLACE "," ";" OBJECTS "${OBJECTS}")
+if(NOT OBJECTS)
+    message(FATAL_ERROR "no kernel objects were given")
+endif()
+foreach(object IN LISTS OBJECTS)
+    execute_process(COMMAND ${NM} -C --defined-only ${object} OUTPUT_VARIABLE symbols COMMAND_ERROR_IS_FATAL ANY)
+    string(REGEX MATCHALL "[0-9a-f]+ [WVwvu] [^\n]*" weak "${symbols}")
+    if(weak)
+        list(JOIN weak "\n  " lines)
+        message(SEND_ERROR "${object} defines symbols that the linker merges:\n  ${lines}")
+    endif()
+endforeach()

@@ -1,0 +1,109 @@
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <limits>
+#include <random>
+#include <vector>
+
+#include "dsp/kernels/Kernels.h"
+
+namespace {
+
+using DSP::Kernels::available;
+
+constexpr float kMost = std::numeric_limits<float>::max();
+
+/// Every `stride`-th float from `low` to `high`.
+std::vector<float> floats(float low, float high, uint32_t stride)
+{
+    std::vector<float> list;
+    for (uint32_t bits = std::bit_cast<uint32_t>(low); bits <= std::bit_cast<uint32_t>(high); bits += stride)
+        list.push_back(std::bit_cast<float>(bits));
+    list.push_back(high);
+    return list;
+}
+
+std::vector<float> powers(const DSP::Kernels::Table &table, const std::vector<float> &bases, float exponent)
+{
+    std::vector<float> results(bases.size());
+    table.power.power(bases.data(), exponent, results.data(), int(bases.size()));
+    return results;
+}
+
+/// Distance in units of the last place of the float nearest to the true value.
+double errorInUlps(float result, long double truth)
+{
+    int exponent;
+    std::frexp(truth, &exponent);
+    return double(std::fabs(result - truth) / std::ldexp(1.0L, std::max(exponent, -125) - 24));
+}
+
+double worstError(const std::vector<float> &bases, float exponent)
+{
+    const std::vector<float> results = powers(*available().back(), bases, exponent);
+    double worst = 0;
+    for (size_t i = 0; i < bases.size(); ++i)
+        worst = std::max(worst, errorInUlps(results[i], powl((long double)bases[i], (long double)exponent)));
+    return worst;
+}
+
+TEST(Power, StaysWithinTwoUlpsOverTheWholeRange)
+{
+    const std::vector<float> loud = floats(1.f, kMost, 997), near = floats(0.5f, 2.5f, 101),
+                             quiet = floats(0x1p-100f, 1.f, 9973);
+    for (float exponent : {-1.f, 1.f / 30 - 1, -0.9f, -0.5f, -1.f / 3, -0.01f}) {
+        EXPECT_LT(worstError(loud, exponent), 1.75) << exponent;
+        EXPECT_LT(worstError(near, exponent), 1.75) << exponent;
+        EXPECT_LT(worstError(quiet, exponent), 1.75) << exponent;
+    }
+    std::mt19937 random(3);
+    std::uniform_real_distribution<float> any(-1.f, 1.f);
+    for (int i = 0; i < 40; ++i) {
+        const float exponent = any(random);
+        EXPECT_LT(worstError(floats(1.f, 0x1p100f, 99991), exponent), 1.75) << exponent;
+    }
+}
+
+TEST(Power, IsOneWhereItMustBe)
+{
+    for (const auto *table : available()) {
+        for (float exponent : {-1.f, -0.7f, -1e-9f, 0.f, 0.3f, 1.f})
+            EXPECT_EQ(powers(*table, {1.f}, exponent).front(), 1.f) << exponent;
+        for (float base : {1e-30f, 0.1f, 7.f, kMost})
+            EXPECT_EQ(powers(*table, {base}, 0.f).front(), 1.f) << base;
+    }
+}
+
+TEST(Power, NeverGivesANaNWhateverItIsAsked)
+{
+    const float infinity = std::numeric_limits<float>::infinity(),
+                nan = std::numeric_limits<float>::quiet_NaN();
+    const std::vector<float> bases = {0.f,   -0.f,     1e-45f, 1e-38f,    1.f, 2.f,
+                                      kMost, infinity, -1.f,   -infinity, nan};
+    for (const auto *table : available())
+        for (float exponent : {-infinity, -1e30f, -2.f, -1.f, -1e-40f, 0.f, 1e-40f, 1.f, 77.f, infinity, nan})
+            for (float result : powers(*table, bases, exponent)) EXPECT_FALSE(std::isnan(result)) << exponent;
+}
+
+TEST(Power, GivesTheSameBitsInEverySetAndAtEveryLength)
+{
+    const std::vector<float> bases = floats(1e-30f, kMost, 40009);
+    for (float exponent : {-1.f, -0.6180339f, -1e-4f, 0.25f}) {
+        const std::vector<float> expected = powers(*available().front(), bases, exponent);
+        for (const auto *table : available()) {
+            const std::vector<float> all = powers(*table, bases, exponent);
+            ASSERT_EQ(std::memcmp(all.data(), expected.data(), all.size() * sizeof(float)), 0) << table->name;
+            for (int length = 1; length < 20; ++length) {
+                std::vector<float> part(bases.begin(), bases.begin() + length);
+                part.push_back(-5.f);
+                table->power.power(part.data(), exponent, part.data(), length);
+                ASSERT_TRUE(std::equal(part.begin(), part.end() - 1, expected.begin())) << length;
+                ASSERT_EQ(part.back(), -5.f) << length;
+            }
+        }
+    }
+}
+
+} // namespace
