@@ -1,5 +1,7 @@
 #include <gtest/gtest.h>
 
+#include <algorithm>
+#include <cfenv>
 #include <cmath>
 #include <limits>
 #include <thread>
@@ -131,6 +133,22 @@ TEST_F(AudioPath, MonoReadsAndWritesTheLeftChannelOnly)
     const LoadedEffect stereo;
     EXPECT_EQ(replaced(stereo, music).left, out.left);
     EXPECT_EQ(untouched.right, out.right);
+}
+
+TEST_F(AudioPath, SoundsTheSameInAnyFloatStateOfTheHost)
+{
+    const auto play = [this] {
+        const LoadedEffect fresh;
+        compress(fresh);
+        fresh.set(1, 0.01f); // a cutoff, whose filter is designed at once
+        return replaced(fresh, music);
+    };
+    const Audio expected = play();
+    std::fesetround(FE_UPWARD);
+    const Audio inUnusualState = play();
+    EXPECT_EQ(FE_UPWARD, std::fegetround()) << "the host's state is its own";
+    std::fesetround(FE_TONEAREST);
+    EXPECT_TRUE(expected == inUnusualState);
 }
 
 TEST_F(AudioPath, LeavesTheHostAloneWithoutAllItsBuffersOrFrames)
