@@ -30,6 +30,21 @@ float narrowBandLift(float lowHz, float highHz)
     return static_cast<float>(6.0 / (ratio * ratio * ratio) + 1.0);
 }
 
+// Sets the right channel's lanes to those of `from` that lie `offset` into each left-right pair.
+void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &from, int offset)
+{
+    const auto take = [offset](Kernels::FilterPairState &pair, const Kernels::FilterPairState &source) {
+        for (int section = 0; section < 2; ++section)
+            for (const int lane : {0, 2}) {
+                pair.z1[section][lane + 1] = source.z1[section][lane + offset];
+                pair.z2[section][lane + 1] = source.z2[section][lane + offset];
+            }
+    };
+    take(to.outer, from.outer);
+    take(to.inner, from.inner);
+    take(to.second, from.second);
+}
+
 } // namespace
 
 void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
@@ -83,27 +98,14 @@ void BandSplitter::run(uint32_t frames, const float *left, const float *right, f
             out.right[slot] = right ? outRight[bandOfSlot[slot]] : out.left[slot];
         }
         const Kernels::SplitterState before = state;
+        if (!right) takeRightLanes(state, state, 0); // so that both lanes write the same samples
         Kernels::active().crossOver.split(coeffs, state, left, right ? right : left, out, length);
-        if (!right) keepRightChannel(before);
+        if (!right) takeRightLanes(state, before, 1);
     }
     for (uint32_t band = bandsInUse; band < 4; ++band) {
         ippsZero_32f(outLeft[band], length);
         if (right) ippsZero_32f(outRight[band], length);
     }
-}
-
-void BandSplitter::keepRightChannel(const Kernels::SplitterState &before)
-{
-    const auto restore = [](Kernels::FilterPairState &now, const Kernels::FilterPairState &old) {
-        for (int section = 0; section < 2; ++section)
-            for (const int lane : {1, 3}) {
-                now.z1[section][lane] = old.z1[section][lane];
-                now.z2[section][lane] = old.z2[section][lane];
-            }
-    };
-    restore(state.outer, before.outer);
-    restore(state.inner, before.inner);
-    restore(state.second, before.second);
 }
 
 } // namespace DSP

@@ -20,9 +20,6 @@ public:
     float plainGain(uint32_t band) const { return plainGains[band]; }
 
 private:
-    /// A mono block runs its samples through the lanes of the right channel too; their state is given back.
-    void keepRightChannel(const Kernels::SplitterState &before);
-
     Kernels::SplitterCoeffs coeffs;
     Kernels::SplitterState state;
     uint32_t bandsInUse = 1;
