@@ -81,6 +81,7 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
                   const SplitterOutput &out, int frames)
 {
     Splitter splitter = Splitter::load(coeffs, state);
+    const SplitterOutput bands = out; // in registers: a store to a band could otherwise change where the next goes
     int i = 0;
     for (; i + 4 <= frames; i += 4) {
         const F4 l = F4::load(left + i), r = F4::load(right + i);
@@ -92,14 +93,14 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
         splitter.tick(highHalves(late, late), o[3], n[3]);
         transpose(o[0], o[1], o[2], o[3]);
         transpose(n[0], n[1], n[2], n[3]);
-        store(out.left[0] + i, o[0]);
-        store(out.right[0] + i, o[1]);
-        store(out.left[3] + i, o[2]);
-        store(out.right[3] + i, o[3]);
-        store(out.left[1] + i, n[0]);
-        store(out.right[1] + i, n[1]);
-        store(out.left[2] + i, n[2]);
-        store(out.right[2] + i, n[3]);
+        store(bands.left[0] + i, o[0]);
+        store(bands.right[0] + i, o[1]);
+        store(bands.left[3] + i, o[2]);
+        store(bands.right[3] + i, o[3]);
+        store(bands.left[1] + i, n[0]);
+        store(bands.right[1] + i, n[1]);
+        store(bands.left[2] + i, n[2]);
+        store(bands.right[2] + i, n[3]);
     }
     for (; i < frames; ++i) {
         F4 o, n;
@@ -107,14 +108,14 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
         alignas(16) float outer[4], inner[4];
         store(outer, o);
         store(inner, n);
-        out.left[0][i] = outer[0];
-        out.right[0][i] = outer[1];
-        out.left[3][i] = outer[2];
-        out.right[3][i] = outer[3];
-        out.left[1][i] = inner[0];
-        out.right[1][i] = inner[1];
-        out.left[2][i] = inner[2];
-        out.right[2][i] = inner[3];
+        bands.left[0][i] = outer[0];
+        bands.right[0][i] = outer[1];
+        bands.left[3][i] = outer[2];
+        bands.right[3][i] = outer[3];
+        bands.left[1][i] = inner[0];
+        bands.right[1][i] = inner[1];
+        bands.left[2][i] = inner[2];
+        bands.right[2][i] = inner[3];
     }
     splitter.save(state);
 }
