@@ -37,11 +37,18 @@ const float kNaN = std::numeric_limits<float>::quiet_NaN();
 uint32_t bitsOf(float x) { return std::bit_cast<uint32_t>(x); }
 int32_t signedBits(uint32_t x) { return std::bit_cast<int32_t>(x); }
 
+/// Lanes 0-3 with 4-7, then 0-1 with 2-3, then 0 with 1.
 float folded(Lanes a, float (*join)(float, float))
 {
-    float four[4];
-    for (int i = 0; i < 4; ++i) four[i] = join(a[i], a[i + 4]);
-    return join(join(four[0], four[2]), join(four[1], four[3]));
+    const float even = join(join(a[0], a[4]), join(a[2], a[6]));
+    return join(even, join(join(a[1], a[5]), join(a[3], a[7])));
+}
+/// One bit for each lane with a < b.
+int lessMask(Lanes a, Lanes b)
+{
+    int mask = 0;
+    for (int bit = 1; bit < 256; bit *= 2, ++a, ++b) mask += *a < *b ? bit : 0;
+    return mask;
 }
 float lesser(float a, float b) { return a < b ? a : b; }
 float greater(float a, float b) { return a > b ? a : b; }
@@ -71,27 +78,19 @@ const std::map<std::string, FloatLane> kFloats = {
     {"shuffled",
      [](Lanes a, Lanes b, int i) {
          constexpr int kFrom[4] = {3, 0, 1, 1};
-         return (i % 4 < 2 ? a : b)[i / 4 * 4 + kFrom[i % 4]];
+         const int from = i / 4 * 4 + kFrom[i % 4];
+         return i % 4 < 2 ? a[from] : b[from];
      }},
     {"largest", [](Lanes a, Lanes, int) { return folded(a, greater); }},
     {"smallest", [](Lanes a, Lanes, int) { return folded(a, lesser); }},
     {"sum", [](Lanes a, Lanes, int) { return folded(a, [](float x, float y) { return x + y; }); }},
-    {"bits of a < b",
-     [](Lanes a, Lanes b, int) {
-         int bits = 0;
-         for (int i = 0; i < 8; ++i) bits |= (a[i] < b[i]) << i;
-         return float(bits);
-     }},
+    {"bits of a < b", [](Lanes a, Lanes b, int) { return float(lessMask(a, b)); }},
     {"any and all",
-     [](Lanes a, Lanes b, int) {
-         int less = 0;
-         for (int i = 0; i < 8; ++i) less += a[i] < b[i];
-         return float(2 * (less != 0) + (less == 8));
-     }},
+     [](Lanes a, Lanes b, int) { return float(2 * (lessMask(a, b) != 0) + (lessMask(a, b) == 255)); }},
     {"column 5", [](Lanes a, Lanes, int i) { return a[5] + float(i); }},
     {"columns 1 and 3", [](Lanes a, Lanes, int i) { return a[i < 4 ? 1 : 3] + float(i); }},
-    {"interleaved", [](Lanes a, Lanes b, int i) { return (i % 2 ? b : a)[i / 2]; }},
-    {"interleaved above", [](Lanes a, Lanes b, int i) { return (i % 2 ? b : a)[4 + i / 2]; }},
+    {"interleaved", [](Lanes a, Lanes b, int i) { return i % 2 ? b[i / 2] : a[i / 2]; }},
+    {"interleaved above", [](Lanes a, Lanes b, int i) { return i % 2 ? b[4 + i / 2] : a[4 + i / 2]; }},
 };
 
 const std::map<std::string, BitsLane> kBits = {
