@@ -24,7 +24,7 @@ FftPlan::FftPlan(int order, const Kernels::Table &table) : kernels(table.spectru
     tables.points = 1 << (std::clamp(order, kLeastOrder, kMostOrder) - 1);
     makeFirstTwiddles();
     makePasses();
-    makeSplitTables();
+    makeSplitTwiddles();
 }
 
 void FftPlan::makeFirstTwiddles()
@@ -64,17 +64,14 @@ void FftPlan::makePasses()
     }
 }
 
-void FftPlan::makeSplitTables()
+void FftPlan::makeSplitTwiddles()
 {
-    const int count = tables.points / 2;
-    cosines.grow(size_t(count));
-    sines.grow(size_t(count));
-    for (int k = 0; k < count; ++k) {
-        cosines[size_t(k)] = float(Math::cos(Math::kPi * k / tables.points));
-        sines[size_t(k)] = float(Math::sin(Math::kPi * k / tables.points));
-    }
-    tables.cosines = cosines.data();
-    tables.sines = sines.data();
+    splitTwiddles.grow(size_t(tables.points));
+    float *block = splitTwiddles.data();
+    for (int first = 0; first < tables.points / 2; first += kLanes, block += 2 * kLanes)
+        for (int lane = 0; lane < kLanes; ++lane)
+            putTwiddle(block, lane, -double(first + lane) / (2 * tables.points));
+    tables.splitTwiddles = splitTwiddles.data();
 }
 
 } // namespace DSP

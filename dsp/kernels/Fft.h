@@ -39,11 +39,11 @@ public:
 private:
     void makeFirstTwiddles();
     void makePasses();
-    void makeSplitTables();
+    void makeSplitTwiddles();
 
     const Kernels::SpectrumKernels &kernels;
     Kernels::FftTables tables = {};
-    Util::AlignedBuffer<float> firstTwiddles, passTwiddles, cosines, sines;
+    Util::AlignedBuffer<float> firstTwiddles, passTwiddles, splitTwiddles;
 };
 
 } // namespace DSP

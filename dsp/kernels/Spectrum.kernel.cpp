@@ -47,17 +47,31 @@ LANES_OP Points transformComplex(const FftTables &tables, const float *in, const
 /// Twice the bins k of the real transform and the conjugates of twice the bins points - k, in the lanes from
 /// k on: with the parts even and odd that an exchange of X[k] and X[points - k]* leaves or negates, bin k is
 /// even - i w odd.
-LANES_OP void splitReal(Points x, const float *cosines, const float *sines, ptrdiff_t k, ptrdiff_t mirrored,
-                        Complex<V> &low, Complex<V> &high)
+LANES_OP void splitReal(Points x, ptrdiff_t k, ptrdiff_t mirrored, Twiddles twiddles, Complex<V> &low,
+                        Complex<V> &high)
 {
     const V xr = V::loadAligned(x.re + k), xi = V::loadAligned(x.im + k);
     const V yr = reverse(V::load(x.re + mirrored)), yi = reverse(V::load(x.im + mirrored));
-    const V c = V::loadAligned(cosines + k), s = V::loadAligned(sines + k);
     const Complex<V> even = {xr + yr, xi - yi};
-    const V dr = xr - yr, di = xi + yi;
-    const Complex<V> odd = {di * c - dr * s, di * s + dr * c};
+    const Complex<V> odd = times(Complex<V>{xi + yi, xr - yr}, twiddles, 0);
     low = {even.re + odd.re, even.im - odd.im};
     high = {even.re - odd.re, even.im + odd.im};
+}
+
+/// Calls take(k, mirrored, low, high) for all bins but the middle one.
+template <class Take>
+LANES_OP void splitAll(const FftTables &tables, Points x, Take take)
+{
+    const ptrdiff_t middle = tables.points / 2;
+    ptrdiff_t mirrored = tables.points - (V::kLanes - 1);
+    Twiddles twiddles = Twiddles::from(tables.splitTwiddles);
+    for (ptrdiff_t k = 0; k < middle; twiddles.one += 16, twiddles.other += 16)
+#pragma GCC unroll 2
+        for (int half = 0; half < 8; half += V::kLanes, k += V::kLanes, mirrored -= V::kLanes) {
+            Complex<V> low, high;
+            splitReal(x, k, mirrored, {twiddles.one + half, twiddles.other + half}, low, high);
+            take(k, mirrored, low, high);
+        }
 }
 
 static void raiseMagnitudes(const FftTables &tables, const float *samples, const float *window,
@@ -65,17 +79,13 @@ static void raiseMagnitudes(const FftTables &tables, const float *samples, const
 {
     const Points x = transformComplex<true>(tables, samples, window, work);
     const V most = V::splat(__FLT_MAX__);
-    const ptrdiff_t points = tables.points;
-    const float *const cosines = tables.cosines, *const sines = tables.sines;
-    ptrdiff_t mirrored = points - (V::kLanes - 1);
-    for (ptrdiff_t k = 0; k < points / 2; k += V::kLanes, mirrored -= V::kLanes) {
-        Complex<V> low, high;
-        splitReal(x, cosines, sines, k, mirrored, low, high);
+    const int points = tables.points;
+    splitAll(tables, x, [=](ptrdiff_t k, ptrdiff_t mirrored, Complex<V> low, Complex<V> high) {
         const V below = sqrt(low.re * low.re + low.im * low.im);
         storeAligned(magnitudes + k, min(max(below, V::loadAligned(magnitudes + k)), most));
         const V above = reverse(sqrt(high.re * high.re + high.im * high.im));
         store(magnitudes + mirrored, min(max(above, V::load(magnitudes + mirrored)), most));
-    }
+    });
     const float re = x.re[points / 2], im = x.im[points / 2];
     const float size = 2 * __builtin_sqrtf(re * re + im * im), held = size < __FLT_MAX__ ? size : __FLT_MAX__;
     if (held > magnitudes[points / 2]) magnitudes[points / 2] = held;
@@ -85,15 +95,11 @@ static void transform(const FftTables &tables, const float *in, float *out, floa
 {
     const Points x = transformComplex<false>(tables, in, nullptr, work);
     const V half = V::splat(0.5f);
-    const ptrdiff_t points = tables.points;
-    const float *const cosines = tables.cosines, *const sines = tables.sines;
-    ptrdiff_t mirrored = points - (V::kLanes - 1);
-    for (ptrdiff_t k = 0; k < points / 2; k += V::kLanes, mirrored -= V::kLanes) {
-        Complex<V> low, high;
-        splitReal(x, cosines, sines, k, mirrored, low, high);
+    const int points = tables.points;
+    splitAll(tables, x, [=](ptrdiff_t k, ptrdiff_t mirrored, Complex<V> low, Complex<V> high) {
         storeInterleaved(out + 2 * k, low.re * half, low.im * half);
         storeInterleaved(out + 2 * mirrored, reverse(high.re * half), reverse(-(high.im * half)));
-    }
+    });
     out[points] = x.re[points / 2];
     out[points + 1] = -x.im[points / 2];
     out[1] = out[2 * points + 1] = 0;

@@ -15,8 +15,8 @@ struct FftTables {
     int points; ///< half the number of real samples
     int passCount;
     Pass passes[4];
-    const float *firstTwiddles;   ///< for each 8 groups, 7 of (8 re, 8 im), lanes as fftLaneOrder says
-    const float *cosines, *sines; ///< of pi k / points for k below points / 2
+    const float *firstTwiddles; ///< for each 8 groups, 7 of (8 re, 8 im), lanes as fftLaneOrder says
+    const float *splitTwiddles; ///< for each 8 bins k below points / 2, 8 cos and 8 sin of pi k / points
 };
 
 /// Where lane l of the first pass stands in memory: its loads take even and odd samples apart within each
