@@ -1,0 +1,30 @@
+#pragma once
+#include "bench/Load.h"
+#include "plugin/Plugin.h"
+
+namespace Bench {
+
+/// A plug-in without a host, under the standard load: what the chain costs without the record's shell, and
+/// the home of single stages.
+class Chain final : public Plugin {
+public:
+    explicit Chain(bool brickwall = false) : Plugin(kVst)
+    {
+        setStandard(transformHandle(), brickwall);
+        setChannelCount(2, 2);
+        resume(kRate);
+    }
+    void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
+                         const uint32_t *) override
+    {
+    }
+    /// Runs one component as the chain does.
+    void runStage(DSP::Component &component, uint32_t frames, float *left, float *right,
+                  float *const *bandsLeft = nullptr, float *const *bandsRight = nullptr)
+    {
+        bool refresh = false;
+        component.run(kRate, &streamTime, 0, &refresh, frames, left, right, true, bandsLeft, bandsRight);
+    }
+};
+
+} // namespace Bench

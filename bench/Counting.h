@@ -1,0 +1,20 @@
+#pragma once
+
+namespace Bench {
+
+/// Switches for the instruction counter that may be watching the process from outside (Callgrind, started
+/// with
+/// --collect-atstart=no). Without one they do nothing and cost nothing worth measuring.
+class Counting {
+public:
+    static bool isWatched();
+    /// Counts while the object lives.
+    Counting();
+    ~Counting();
+    Counting(const Counting &) = delete;
+    Counting &operator=(const Counting &) = delete;
+    /// Ends a part: writes what was counted since the last one, and counts on from 0.
+    static void endPart();
+};
+
+} // namespace Bench

@@ -1,0 +1,53 @@
+#pragma once
+#include <lilv/lilv.h>
+#include <map>
+#include <memory>
+#include <string>
+#include <vector>
+
+namespace Bench {
+
+/// All LV2 effects of the system.
+class Lv2World {
+public:
+    Lv2World();
+    /// Throws std::runtime_error if there is none of that name.
+    const LilvPlugin *find(const char *uri) const;
+    /// Whether a port is of that class.
+    bool is(const LilvPlugin *plugin, const LilvPort *port, const char *classUri) const;
+
+private:
+    struct Free {
+        void operator()(LilvWorld *world) const { lilv_world_free(world); }
+        void operator()(LilvNode *node) const { lilv_node_free(node); }
+    };
+    using Node = std::unique_ptr<LilvNode, Free>;
+
+    std::unique_ptr<LilvWorld, Free> world;
+};
+
+/// A stereo LV2 effect that needs nothing of its host but audio and control ports: no features, no messages.
+class Lv2Effect {
+public:
+    using Settings = std::map<std::string, float>; // by the symbol of the port
+
+    /// Controls without a setting take their defaults. Throws std::runtime_error if the effect does not fit
+    /// or lacks one of the controls.
+    Lv2Effect(const Lv2World &world, const char *uri, double rate, const Settings &settings);
+
+    void run(float *const in[2], float *const out[2], uint32_t frames);
+    /// Value of a control, for instance of a meter.
+    float control(const std::string &symbol) const { return controls[portOf.at(symbol)]; }
+
+private:
+    struct Stop {
+        void operator()(LilvInstance *instance) const;
+    };
+
+    std::unique_ptr<LilvInstance, Stop> instance;
+    std::vector<float> controls; // one a port, whatever its kind
+    std::map<std::string, uint32_t> portOf;
+    std::vector<uint32_t> inputs, outputs; // audio ports
+};
+
+} // namespace Bench
