@@ -64,10 +64,6 @@ const Table &choose(const char *requested)
     return *available().back();
 }
 
-const Table &active()
-{
-    static const Table &chosen = choose(std::getenv("TESSARINE_ISA"));
-    return chosen;
-}
+const Table *const chosenAtLoad = &choose(std::getenv("TESSARINE_ISA"));
 
 } // namespace DSP::Kernels

@@ -26,9 +26,12 @@ struct Table {
     const SpectrumKernels &spectrum;
 };
 
-/// The best set this processor runs, chosen at the first call. The environment variable TESSARINE_ISA may
-/// name another; a name that is unknown or asks too much of the processor is passed over. Any thread.
-const Table &active();
+/// What active() gives, chosen when the library is loaded.
+extern const Table *const chosenAtLoad;
+
+/// The best set this processor runs. The environment variable TESSARINE_ISA may name another; a name that is
+/// unknown or asks too much of the processor is passed over. Any thread, but not before main.
+inline const Table &active() { return *chosenAtLoad; }
 
 /// The tables this processor runs, plainest first.
 std::span<const Table *const> available();
