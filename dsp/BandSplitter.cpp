@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "dsp/FilterDesign.h"
+#include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 
@@ -45,6 +46,17 @@ void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &fr
     take(to.second, from.second);
 }
 
+void addGuard(uint32_t frames, float *left, float *right, const uint8_t *counter)
+{
+    if (!counter) return;
+    uint8_t place = *counter;
+    addDenormalGuard(frames, left, right, &place, false);
+}
+
+// The largest state that sound can leave: 200 dB over full scale, through the steepest filter at the highest
+// rate.
+constexpr double kLargestState = 1e30;
+
 } // namespace
 
 void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
@@ -75,37 +87,53 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
         const FilterDesign high = section(FilterType::highPass, band - 1);
         const double plain = low.designGain * high.designGain;
         plainGains[band] = static_cast<float>(plain);
-        install(coeffs.inner, filter, low,
-                static_cast<float>(narrowBandLift(hz(band - 1), hz(band)) * low.designGain * high.designGain));
+        install(
+            coeffs.inner, filter, low,
+            static_cast<float>(narrowBandLift(hz(band - 1), hz(band)) * low.designGain * high.designGain));
         install(coeffs.second, filter, high, 1.0f);
     }
 }
 
-void BandSplitter::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                       float *const *outRight)
+bool BandSplitter::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                       float *const *outRight, const uint8_t *guardCounter)
 {
-    const int length = static_cast<int>(frames);
     if (bandsInUse == 1) {
+        const int length = static_cast<int>(frames);
         ippsCopy_32f(left, outLeft[0], length);
         if (right) ippsCopy_32f(right, outRight[0], length);
+        addGuard(frames, outLeft[0], right ? outRight[0] : nullptr, guardCounter);
     } else {
-        // Slots without a band write to the buffers of the bands that are silenced below.
-        const uint32_t top = bandsInUse - 1;
-        const uint32_t bandOfSlot[4] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
-        Kernels::SplitterOutput out;
-        for (int slot = 0; slot < 4; ++slot) {
-            out.left[slot] = outLeft[bandOfSlot[slot]];
-            out.right[slot] = right ? outRight[bandOfSlot[slot]] : out.left[slot];
-        }
-        const Kernels::SplitterState before = state;
-        if (!right) takeRightLanes(state, state, 0); // so that both lanes write the same samples
-        Kernels::active().crossOver.split(coeffs, state, left, right ? right : left, out, length);
-        if (!right) takeRightLanes(state, before, 1);
+        filter(frames, left, right, outLeft, outRight, guardCounter);
     }
     for (uint32_t band = bandsInUse; band < 4; ++band) {
-        ippsZero_32f(outLeft[band], length);
-        if (right) ippsZero_32f(outRight[band], length);
+        ippsZero_32f(outLeft[band], static_cast<int>(frames));
+        if (right) ippsZero_32f(outRight[band], static_cast<int>(frames));
+        addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardCounter);
     }
+    return Kernels::active().crossOver.isWithin(state, kLargestState);
+}
+
+void BandSplitter::filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                          float *const *outRight, const uint8_t *guardCounter)
+{
+    // Slots without a band write to the buffers of the bands that are silenced afterwards.
+    const uint32_t top = bandsInUse - 1;
+    const uint32_t bandOfSlot[4] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
+    const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
+
+    const Kernels::SplitterState before = state;
+    if (!right) takeRightLanes(state, state, 0); // so that both lanes write the same samples
+    for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
+        const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
+        Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
+        for (int slot = 0; slot < 4; ++slot) {
+            out.left[slot] = outLeft[bandOfSlot[slot]] + done;
+            out.right[slot] = right ? outRight[bandOfSlot[slot]] + done : out.left[slot];
+        }
+        Kernels::active().crossOver.split(coeffs, state, left + done, (right ? right : left) + done, out,
+                                          static_cast<int>(count));
+    }
+    if (!right) takeRightLanes(state, before, 1);
 }
 
 } // namespace DSP

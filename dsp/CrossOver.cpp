@@ -4,6 +4,7 @@
 #include <cmath>
 
 #include "dsp/PluginLink.h"
+#include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Math.h"
 #include "dsp/kernels/VectorOperations.h"
 
@@ -30,7 +31,8 @@ CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossO
 
 void CrossOver::declareParameters()
 {
-    const char *const cutoffNames[] = {"Crossover Low Cutoff", "Crossover Mid Cutoff", "Crossover High Cutoff"};
+    const char *const cutoffNames[] = {"Crossover Low Cutoff", "Crossover Mid Cutoff",
+                                       "Crossover High Cutoff"};
     for (uint32_t i = 0; i < kCutoffs; ++i)
         floatParams.push_back({.name = cutoffNames[i],
                                .label = "Hz",
@@ -84,6 +86,8 @@ void CrossOver::updateFade()
     fadeLength = static_cast<uint32_t>(std::floor(sampleRate * kFadeSeconds + 0.5));
     fadeIn.grow(fadeLength);
     fadeOut.grow(fadeLength);
+    fadeScratchLeft.grow(kBands * fadeLength);
+    fadeScratchRight.grow(kBands * fadeLength);
     for (uint32_t i = 0; i < fadeLength; ++i) {
         fadeIn[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kPi32 / fadeLength)) * 0.5);
         fadeOut[i] = 1.0f - fadeIn[i];
@@ -118,26 +122,43 @@ void CrossOver::setCutoff(uint32_t index, float hz)
 uint32_t CrossOver::process(uint32_t frames, float *left, float *right)
 {
     const Util::Hold hold(lock);
-    filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight);
-    if (fadeRemaining > 0) crossFade(frames, left, right);
+    bool stable;
+    if (fadeRemaining == 0) {
+        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, guardCounter);
+    } else {
+        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, nullptr);
+        stable &= crossFade(frames, left, right);
+        if (guardCounter)
+            for (int band = 0; band < kBands; ++band)
+                addDenormalGuard(frames, bandOutLeft[band], bandOutRight[band], guardCounter, false);
+    }
+    if (!stable) dropBlock(frames, right != nullptr);
+    if (guardCounter) *guardCounter = static_cast<uint8_t>(*guardCounter + frames);
     return frames;
 }
 
-void CrossOver::crossFade(uint32_t frames, const float *left, const float *right)
+void CrossOver::dropBlock(uint32_t frames, bool stereo)
+{
+    for (BandSplitter &set : filterSets) set.clear();
+    for (int band = 0; band < kBands; ++band) {
+        ippsZero_32f(bandOutLeft[band], static_cast<int>(frames));
+        if (stereo) ippsZero_32f(bandOutRight[band], static_cast<int>(frames));
+    }
+}
+
+bool CrossOver::crossFade(uint32_t frames, const float *left, const float *right)
 {
     const uint32_t count = std::min(frames, fadeRemaining);
     // A block shorter than the fade reads the end of the tables each time, not the next piece of them.
     const uint32_t offset = fadeLength - count;
     const int length = static_cast<int>(count);
 
-    fadeScratchLeft.grow(kBands * count);
-    fadeScratchRight.grow(kBands * count);
     float *oldLeft[kBands], *oldRight[kBands];
     for (int band = 0; band < kBands; ++band) {
         oldLeft[band] = fadeScratchLeft.data() + band * count;
         oldRight[band] = fadeScratchRight.data() + band * count;
     }
-    filterSets[activeSet ^ 1].run(count, left, right, oldLeft, oldRight);
+    const bool stable = filterSets[activeSet ^ 1].run(count, left, right, oldLeft, oldRight, nullptr);
 
     const auto blend = [&](float *coming, float *going) {
         ippsMul_32f_I(fadeIn.data() + offset, coming, length);
@@ -149,12 +170,7 @@ void CrossOver::crossFade(uint32_t frames, const float *left, const float *right
         if (right) blend(bandOutRight[band], oldRight[band]);
     }
     fadeRemaining -= count;
-}
-
-void CrossOver::dropRunaway()
-{
-    const Util::Hold hold(lock);
-    for (BandSplitter &set : filterSets) set.clear();
+    return stable;
 }
 
 float CrossOver::limitCutoff(uint32_t index, float hz, float minOctaves) const

@@ -10,9 +10,9 @@ namespace DSP {
 
 constexpr int kCutoffs = kBands - 1;
 
-/// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a second
-/// set of filters, which is faded in over the one that played.
-/// Thread  process, reset, setSampleRate and setCutoff exclude each other by the component lock; band switches
+/// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a
+/// second set of filters, which is faded in over the one that played. Thread  process, reset, setSampleRate
+/// and setCutoff exclude each other by the component lock; band switches
 ///         are single words.
 class CrossOver final : public ComponentImpl<CrossOver> {
 public:
@@ -23,8 +23,9 @@ public:
     /// Writes the bands to the buffers given to run; the input stays.
     uint32_t process(uint32_t frames, float *left, float *right) override;
     void reset() override;
-    /// Clears the state of filters that have lost their stability, as an absurd rate or cutoff can make them.
-    void dropRunaway();
+    /// Has the denormal guard put on every band, from the place where the caller's counter stands; null is no
+    /// guard.
+    void guardBands(uint8_t *counter) { guardCounter = counter; }
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
     void setCutoff(uint32_t index, float hz);
@@ -49,7 +50,9 @@ private:
     void designFilters(BandSplitter &set);
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the set that is going into the start of the bands that the coming set has written.
-    void crossFade(uint32_t frames, const float *left, const float *right);
+    bool crossFade(uint32_t frames, const float *left, const float *right);
+    /// A filter has lost its stability: what it wrote must not reach anything that remembers.
+    void dropBlock(uint32_t frames, bool stereo);
 
     uint32_t sampleRate = 44100; // Hz
     uint32_t fadeLength = 0;     // samples
@@ -59,6 +62,7 @@ private:
     Util::AlignedBuffer<float> fadeIn, fadeOut;
     uint32_t activeSet = 0;     // the set that plays, or is being faded in
     uint32_t fadeRemaining = 0; // samples
+    uint8_t *guardCounter = nullptr;
     Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // four band pieces each
 };
 

@@ -2,6 +2,7 @@
 
 #include "dsp/PluginLink.h"
 #include "dsp/kernels/DenormalGuard.h"
+#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 
 namespace DSP {
@@ -12,13 +13,17 @@ constexpr uint32_t kSpectrumStagger = 64;
 } // namespace
 
 Transform::Transform(PluginLink &pluginLink)
-    : TransformBase(pluginLink), levelMeter(std::make_unique<Meter::Level>(pluginLink)),
-      outputGain(std::make_unique<Gain>(pluginLink)), splitter(std::make_unique<CrossOver>(pluginLink)),
-      limiter(std::make_unique<Maximizer>(pluginLink)), compressor(std::make_unique<Dynamics>(pluginLink))
+    : TransformBase(pluginLink),
+      levelMeter(std::make_unique<Meter::Level>(pluginLink)),
+      outputGain(std::make_unique<Gain>(pluginLink)),
+      splitter(std::make_unique<CrossOver>(pluginLink)),
+      limiter(std::make_unique<Maximizer>(pluginLink)),
+      compressor(std::make_unique<Dynamics>(pluginLink))
 {
     global()->setDelayCompensation(true);
     for (uint32_t band = 0; band < kBands; ++band) {
-        spectra[band] = std::make_shared<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
+        spectra[band] =
+            std::make_shared<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
         spectra[band]->setStagger(band * kSpectrumStagger);
     }
 }
@@ -58,33 +63,16 @@ Transform::BandPointers Transform::split(uint32_t frames, float *left, float *ri
         bands.left[b] = bandLeft[b].data();
         bands.right[b] = right ? bandRight[b].data() : nullptr;
     }
+    splitter->guardBands(&bandNoisePhase);
     runComponent(*splitter, frames, zipperSamples, left, right, bands.left, bands.right);
-    bool sound = true;
-    for (int b = 0; b < kBands; ++b)
-        sound &= addDenormalGuard(frames, bands.left[b], bands.right[b], &bandNoisePhase, b == kBands - 1);
-    if (!sound) dropBlock(frames, bands);
     return bands;
-}
-
-void Transform::dropBlock(uint32_t frames, const BandPointers &bands)
-{
-    splitter->dropRunaway();
-    for (int b = 0; b < kBands; ++b) {
-        ippsZero_32f(bands.left[b], static_cast<int>(frames));
-        if (bands.right[b]) ippsZero_32f(bands.right[b], static_cast<int>(frames));
-    }
 }
 
 void Transform::compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples)
 {
     BandPointers compressed = bands;
-    uint32_t count = 0;
     for (uint32_t b = 0; b < kBands; ++b)
-        if (splitter->bandBypass(b))
-            compressed.left[b] = compressed.right[b] = nullptr;
-        else
-            ++count;
-    if (count == 0) return;
+        if (splitter->bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
     runComponent(*compressor, frames, zipperSamples, bands.left[0], bands.right[0], compressed.left,
                  compressed.right);
 }
@@ -97,20 +85,22 @@ void Transform::feedSpectra(uint32_t frames, const BandPointers &bands)
 void Transform::sum(uint32_t frames, const BandPointers &bands, float *left, float *right)
 {
     const int length = static_cast<int>(frames);
-    bool started = false;
+    BandPointers heard = {};
+    int count = 0;
     for (uint32_t b = 0; b < kBands; ++b) {
         if (splitter->bandMute(b)) continue;
-        const auto put = started ? [](const float *src, float *dst, int n) { ippsAdd_32f_I(src, dst, n); }
-                                 : [](const float *src, float *dst, int n) { ippsCopy_32f(src, dst, n); };
-        put(bands.left[b], left, length);
-        if (right) put(bands.right[b], right, length);
-        started = true;
+        heard.left[count] = bands.left[b];
+        heard.right[count++] = bands.right[b];
     }
-    if (started) return;
-    // so that the stages behind see no true zeros
-    ippsZero_32f(left, length);
-    if (right) ippsZero_32f(right, length);
-    addDenormalGuard(frames, left, right, &sumNoisePhase, true);
+    if (count > 0) {
+        const auto sum = Kernels::active().block.sum;
+        sum(heard.left, count, left, length);
+        if (right) sum(heard.right, count, right, length);
+    } else { // the stages behind see no true zeros
+        ippsZero_32f(left, length);
+        if (right) ippsZero_32f(right, length);
+        addDenormalGuard(frames, left, right, &sumNoisePhase, true);
+    }
 }
 
 } // namespace DSP

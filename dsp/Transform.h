@@ -12,7 +12,8 @@
 
 namespace DSP {
 
-/// The chain of this effect: crossover, per band spectrum and compressor, sum, limiter, output gain, level meter.
+/// The chain of this effect: crossover, per band spectrum and compressor, sum, limiter, output gain, level
+/// meter.
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);
@@ -35,8 +36,6 @@ private:
         float *left[kBands], *right[kBands];
     };
     BandPointers split(uint32_t frames, float *left, float *right, uint32_t zipperSamples);
-    /// A filter gave no sound: its block must not reach what remembers.
-    void dropBlock(uint32_t frames, const BandPointers &bands);
     void compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples);
     void feedSpectra(uint32_t frames, const BandPointers &bands);
     void sum(uint32_t frames, const BandPointers &bands, float *left, float *right);

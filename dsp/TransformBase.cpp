@@ -16,15 +16,17 @@ constexpr uint32_t kRefreshIntervalMs = 67; // least time between two refreshes 
 // A single bad sample would stay in recursive filters for ever.
 uint64_t silenceGarbage(uint32_t frames, float *samples)
 {
-    return static_cast<uint64_t>(
-        Kernels::active().block.silenceGarbage(samples, TransformBase::kLoudestSample, static_cast<int>(frames)));
+    return static_cast<uint64_t>(Kernels::active().block.silenceGarbage(
+        samples, TransformBase::kLoudestSample, static_cast<int>(frames)));
 }
 } // namespace
 
 TransformBase::TransformBase(PluginLink &pluginLink)
-    : plugin(pluginLink), settings(std::make_unique<Global>(pluginLink)),
+    : plugin(pluginLink),
+      settings(std::make_unique<Global>(pluginLink)),
       derivedSettings(std::make_unique<GlobalDerived>(pluginLink))
-{}
+{
+}
 
 TransformBase::~TransformBase()
 {
@@ -32,7 +34,8 @@ TransformBase::~TransformBase()
     settings.reset();
 }
 
-uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight)
+uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
+                                float *outRight)
 {
     if (frames == 0) return 0;
     const Util::Hold hold(plugin.getTransformLock());
@@ -79,8 +82,7 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
         const Util::Hold state(plugin.getStateLock());
         inProcess = false;
     }
-    if (monoActive && callersRight && written)
-        ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
+    if (monoActive && callersRight && written) ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
     return written;
 }
 

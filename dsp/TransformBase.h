@@ -9,15 +9,15 @@ namespace DSP {
 
 class PluginLink;
 
-/// The generic part of the chain: settings, locks of a block, global bypass, mono folding, active components and
-/// latency. The concrete chain gives `transform`.
-/// Thread  process: audio. Everything else: the host's main thread, or the editor's.
+/// The generic part of the chain: settings, locks of a block, global bypass, mono folding, active components
+/// and latency. The concrete chain gives `transform`. Thread  process: audio. Everything else: the host's
+/// main thread, or the editor's.
 class TransformBase {
 public:
     virtual ~TransformBase();
 
-    /// One block from `in` to `out`, which may not overlap; the input is destroyed. Right channels are null for
-    /// mono. Returns the frames written.
+    /// One block from `in` to `out`, which may not overlap; the input is destroyed. Right channels are null
+    /// for mono. Returns the frames written.
     uint32_t process(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight);
 
     /// Prepares for playing at `rate` Hz: clears all audio state.
@@ -51,17 +51,17 @@ protected:
     explicit TransformBase(PluginLink &plugin);
 
     virtual void resetState() {}
-    virtual uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
-                               uint32_t zipperSamples) = 0;
+    virtual uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
+                               float *outRight, uint32_t zipperSamples) = 0;
     virtual void bypassCopy(uint32_t frames, const float *inLeft, const float *inRight, float *outLeft,
                             float *outRight);
 
     /// The arguments that every component's run takes from the chain.
-    uint32_t runComponent(Component &component, uint32_t frames, uint32_t zipperSamples, float *left, float *right,
-                          float *const *bandsLeft = nullptr, float *const *bandsRight = nullptr)
+    uint32_t runComponent(Component &component, uint32_t frames, uint32_t zipperSamples, float *left,
+                          float *right, float *const *bandsLeft = nullptr, float *const *bandsRight = nullptr)
     {
-        return component.run(sampleRate, &streamTime, zipperSamples, &uiRefreshPending, frames, left, right, false,
-                             bandsLeft, bandsRight);
+        return component.run(sampleRate, &streamTime, zipperSamples, &uiRefreshPending, frames, left, right,
+                             false, bandsLeft, bandsRight);
     }
 
     PluginLink &plugin;

@@ -22,24 +22,6 @@ static int silenceGarbage(float *samples, float loudest, int count)
     return refused;
 }
 
-static bool addChecked(const float *wave, float *samples, float loudest, int count)
-{
-    const F8 most = F8::splat(loudest);
-    M8 sound = most <= most;
-    bool tailSound = true;
-    int i = 0;
-    for (; i + F8::kLanes <= count; i += F8::kLanes) {
-        const F8 x = F8::load(samples + i) + F8::load(wave + i);
-        sound = sound & (abs(x) <= most); // false for NaN
-        store(samples + i, x);
-    }
-    for (; i < count; ++i) {
-        samples[i] += wave[i];
-        tailSound = tailSound && samples[i] >= -loudest && samples[i] <= loudest;
-    }
-    return tailSound && all(sound);
-}
-
 static float peak(const float *samples, int count)
 {
     F8 most = F8::splat(0.0f);
@@ -76,7 +58,8 @@ static float least(const float *values, float most, int count)
     return result;
 }
 
-// Long copies of the C library count every byte where instructions are counted, and short ones pay for its choices.
+// Long copies of the C library count every byte where instructions are counted, and short ones pay for its
+// choices.
 static void copy(const float *source, float *target, int count)
 {
     int i = 0;
@@ -95,31 +78,61 @@ static void copy(const float *source, float *target, int count)
 static void add(const float *source, float *target, int count)
 {
     int i = 0;
-    for (; i + F8::kLanes <= count; i += F8::kLanes) store(target + i, F8::load(target + i) + F8::load(source + i));
+    for (; i + F8::kLanes <= count; i += F8::kLanes)
+        store(target + i, F8::load(target + i) + F8::load(source + i));
     for (; i < count; ++i) target[i] += source[i];
+}
+
+template <int sourceCount>
+LANES_OP void sumOf(const float *const sources[4], float *out, int count)
+{
+    int i = 0;
+    for (; i + F8::kLanes <= count; i += F8::kLanes) {
+        F8 total = F8::load(sources[0] + i);
+        for (int k = 1; k < sourceCount; ++k) total = total + F8::load(sources[k] + i);
+        store(out + i, total);
+    }
+    for (; i < count; ++i) {
+        float total = sources[0][i];
+        for (int k = 1; k < sourceCount; ++k) total += sources[k][i];
+        out[i] = total;
+    }
+}
+
+static void sum(const float *const sources[4], int sourceCount, float *out, int count)
+{
+    const float *const s[4] = {sources[0], sources[1], sources[2], sources[3]};
+    switch (sourceCount) {
+    case 1: return sumOf<1>(s, out, count);
+    case 2: return sumOf<2>(s, out, count);
+    case 3: return sumOf<3>(s, out, count);
+    default: return sumOf<4>(s, out, count);
+    }
 }
 
 static void multiply(const float *source, float *target, int count)
 {
     int i = 0;
-    for (; i + F8::kLanes <= count; i += F8::kLanes) store(target + i, F8::load(target + i) * F8::load(source + i));
+    for (; i + F8::kLanes <= count; i += F8::kLanes)
+        store(target + i, F8::load(target + i) * F8::load(source + i));
     for (; i < count; ++i) target[i] *= source[i];
 }
 
 static void scale(float factor, float *samples, int count)
 {
     int i = 0;
-    for (; i + F8::kLanes <= count; i += F8::kLanes) store(samples + i, F8::load(samples + i) * F8::splat(factor));
+    for (; i + F8::kLanes <= count; i += F8::kLanes)
+        store(samples + i, F8::load(samples + i) * F8::splat(factor));
     for (; i < count; ++i) samples[i] *= factor;
 }
 
 const BlockKernels blockKernels = {.silenceGarbage = silenceGarbage,
-                                   .addChecked = addChecked,
                                    .peak = peak,
                                    .least = least,
                                    .monoMix = monoMix,
                                    .copy = copy,
                                    .add = add,
+                                   .sum = sum,
                                    .multiply = multiply,
                                    .scale = scale};
 

@@ -7,8 +7,6 @@ namespace DSP::Kernels {
 struct BlockKernels {
     /// Replaces what is no number or beyond +-`loudest` by 0; returns how many samples that were.
     int (*silenceGarbage)(float *samples, float loudest, int count);
-    /// samples[i] += wave[i]; tells whether all samples are numbers of at most `loudest`.
-    bool (*addChecked)(const float *wave, float *samples, float loudest, int count);
     /// Largest magnitude; 0 for an empty block. NaN is passed over.
     float (*peak)(const float *samples, int count);
     /// Smallest value, at most `most`.
@@ -18,6 +16,9 @@ struct BlockKernels {
     /// The arrays may not overlap.
     void (*copy)(const float *source, float *target, int count);
     void (*add)(const float *source, float *target, int count);
+    /// out = ((sources[0] + sources[1]) + sources[2]) + sources[3], as far as there are `sourceCount` of
+    /// them, 1 to 4.
+    void (*sum)(const float *const sources[4], int sourceCount, float *out, int count);
     void (*multiply)(const float *source, float *target, int count);
     void (*scale)(float factor, float *samples, int count);
 };

@@ -31,7 +31,8 @@ struct Cascade {
             storeAligned(state.z2[s], z2[s]);
         }
     }
-    /// y[n] = x[n] +- 2 x[n-1] + x[n-2] - a1 y[n-1] - a2 y[n-2], twice; Smith, "Introduction to Digital Filters".
+    /// y[n] = x[n] +- 2 x[n-1] + x[n-2] - a1 y[n-1] - a2 y[n-2], twice; Smith, "Introduction to Digital
+    /// Filters".
     [[gnu::always_inline]] inline D4 tick(D4 x)
     {
         for (int s = 0; s < 2; ++s) {
@@ -57,7 +58,8 @@ struct Splitter {
 
     LANES_OP Splitter load(const SplitterCoeffs &coeffs, const SplitterState &state)
     {
-        return {decltype(outer)::load(coeffs.outer, state.outer), decltype(inner)::load(coeffs.inner, state.inner),
+        return {decltype(outer)::load(coeffs.outer, state.outer),
+                decltype(inner)::load(coeffs.inner, state.inner),
                 decltype(second)::load(coeffs.second, state.second), F4::loadAligned(coeffs.outer.gain),
                 F4::loadAligned(coeffs.inner.gain)};
     }
@@ -81,7 +83,8 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
                   const SplitterOutput &out, int frames)
 {
     Splitter splitter = Splitter::load(coeffs, state);
-    const SplitterOutput bands = out; // in registers: a store to a band could otherwise change where the next goes
+    const SplitterOutput bands =
+        out; // in registers: a store to a band could otherwise change where the next goes
     int i = 0;
     for (; i + 4 <= frames; i += 4) {
         const F4 l = F4::load(left + i), r = F4::load(right + i);
@@ -93,14 +96,15 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
         splitter.tick(highHalves(late, late), o[3], n[3]);
         transpose(o[0], o[1], o[2], o[3]);
         transpose(n[0], n[1], n[2], n[3]);
-        store(bands.left[0] + i, o[0]);
-        store(bands.right[0] + i, o[1]);
-        store(bands.left[3] + i, o[2]);
-        store(bands.right[3] + i, o[3]);
-        store(bands.left[1] + i, n[0]);
-        store(bands.right[1] + i, n[1]);
-        store(bands.left[2] + i, n[2]);
-        store(bands.right[2] + i, n[3]);
+        const F4 guardLeft = F4::load(bands.guardLeft + i), guardRight = F4::load(bands.guardRight + i);
+        store(bands.left[0] + i, o[0] + guardLeft);
+        store(bands.right[0] + i, o[1] + guardRight);
+        store(bands.left[3] + i, o[2] + guardLeft);
+        store(bands.right[3] + i, o[3] + guardRight);
+        store(bands.left[1] + i, n[0] + guardLeft);
+        store(bands.right[1] + i, n[1] + guardRight);
+        store(bands.left[2] + i, n[2] + guardLeft);
+        store(bands.right[2] + i, n[3] + guardRight);
     }
     for (; i < frames; ++i) {
         F4 o, n;
@@ -108,18 +112,31 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
         alignas(16) float outer[4], inner[4];
         store(outer, o);
         store(inner, n);
-        bands.left[0][i] = outer[0];
-        bands.right[0][i] = outer[1];
-        bands.left[3][i] = outer[2];
-        bands.right[3][i] = outer[3];
-        bands.left[1][i] = inner[0];
-        bands.right[1][i] = inner[1];
-        bands.left[2][i] = inner[2];
-        bands.right[2][i] = inner[3];
+        const float guardLeft = bands.guardLeft[i], guardRight = bands.guardRight[i];
+        bands.left[0][i] = outer[0] + guardLeft;
+        bands.right[0][i] = outer[1] + guardRight;
+        bands.left[3][i] = outer[2] + guardLeft;
+        bands.right[3][i] = outer[3] + guardRight;
+        bands.left[1][i] = inner[0] + guardLeft;
+        bands.right[1][i] = inner[1] + guardRight;
+        bands.left[2][i] = inner[2] + guardLeft;
+        bands.right[2][i] = inner[3] + guardRight;
     }
     splitter.save(state);
 }
 
-const CrossOverKernels crossOverKernels = {.split = split};
+static bool isWithin(const SplitterState &state, double largest)
+{
+    const D4 most = D4::splat(largest);
+    MD4 within = most <= most;
+    const FilterPairState *const pairs[] = {&state.outer, &state.inner, &state.second};
+    for (const FilterPairState *pair : pairs)
+        for (int s = 0; s < 2; ++s)
+            within = within & (abs(D4::loadAligned(pair->z1[s])) <= most) &
+                     (abs(D4::loadAligned(pair->z2[s])) <= most);
+    return all(within); // false for NaN
+}
+
+const CrossOverKernels crossOverKernels = {.split = split, .isWithin = isWithin};
 
 } // namespace DSP::Kernels::SET

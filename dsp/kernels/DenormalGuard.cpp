@@ -24,18 +24,22 @@ alignas(32) constexpr Wave kRight = makeWave(kGuardRight);
 
 GuardWave guardWave(uint8_t counter) { return {kLeft.data() + counter, kRight.data() + counter}; }
 
-bool addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
+GuardWave GuardWave::none()
 {
-    const auto add = Kernels::active().block.addChecked;
+    alignas(32) static constexpr float kZeros[kLength] = {};
+    return {kZeros, kZeros};
+}
+
+void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
+{
+    const auto add = Kernels::active().block.add;
     const GuardWave wave = guardWave(*counter);
-    bool sound = true;
     for (uint32_t done = 0; done < frames; done += kPeriod) {
         const int count = static_cast<int>(std::min(frames - done, kPeriod));
-        sound &= add(wave.left, left + done, kLoudestGuarded, count);
-        if (right) sound &= add(wave.right, right + done, kLoudestGuarded, count);
+        add(wave.left, left + done, count);
+        if (right) add(wave.right, right + done, count);
     }
     if (keep) *counter = static_cast<uint8_t>(*counter + frames);
-    return sound;
 }
 
 } // namespace DSP

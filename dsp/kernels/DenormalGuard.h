@@ -12,6 +12,9 @@ inline constexpr float kGuardLeft = 1e-10f, kGuardRight = 2e-10f;
 struct GuardWave {
     static constexpr int kLength = 256; // valid samples behind each pointer: a whole period
     const float *left, *right;
+
+    /// As many zeros: no guard.
+    static GuardWave none();
 };
 GuardWave guardWave(uint8_t counter);
 
@@ -20,10 +23,6 @@ GuardWave guardWave(uint8_t counter);
 /// State   `counter` is the place in the wave, the caller's own, moving on only if `keep` is set: who guards
 ///         several buffers alike passes false until the last
 /// Thread  audio, no allocation
-/// Returns whether all samples are numbers of at most kLoudestGuarded
-bool addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep);
-
-/// 240 dB over full scale: no sound.
-inline constexpr float kLoudestGuarded = 1e12f;
+void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep);
 
 } // namespace DSP
