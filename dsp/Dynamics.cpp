@@ -190,7 +190,7 @@ void Dynamics::readPeaks(uint32_t band, float &left, float &right)
 uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
 {
     Block block;
-    if (bandOutLeft[0] || bandOutLeft[1] || bandOutLeft[2] || bandOutLeft[3]) {
+    if (hasBandPointers) {
         std::copy_n(bandOutLeft, kBands, block.left);
         std::copy_n(bandOutRight, kBands, block.right);
     } else {
@@ -221,7 +221,8 @@ uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
 
 void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
 {
-    if (std::none_of(bands.begin(), bands.end(), [](const BandState &band) { return band.solo.load(); })) return;
+    if (std::none_of(bands.begin(), bands.end(), [](const BandState &band) { return band.solo.load(); }))
+        return;
     for (uint32_t b = 0; b < kBands; ++b) {
         if (bands[b].solo || !block.left[b]) continue;
         ippsZero_32f(block.left[b], static_cast<int>(frames));
@@ -262,14 +263,14 @@ void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Bloc
         const bool bypassed = band.bypass;
         report(band, peaks.left[b], peaks.right[b], bypassed ? 1.0f : peaks.smallestGain[b]);
 
-        const int delay = static_cast<int>(band.delayLeft.history());
-        const float *const gain = bypassed ? nullptr : gains[b];
-        const float makeUp = band.gainLinear;
+        const bool stereo = block.right[b] != nullptr;
         const GuardWave guard = guardWave(band.guardCounter);
-        kernels.applyGains(block.left[b], band.delayLeft.write(frames), delay, gain, makeUp, guard.left, length);
-        if (block.right[b])
-            kernels.applyGains(block.right[b], band.delayRight.write(frames), delay, gain, makeUp, guard.right,
-                               length);
+        float *const samples[2] = {block.left[b], block.right[b]};
+        float *const lines[2] = {band.delayLeft.write(frames),
+                                 stereo ? band.delayRight.write(frames) : nullptr};
+        const float *const guards[2] = {guard.left, guard.right};
+        kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, static_cast<int>(band.delayLeft.history()),
+                           bypassed ? nullptr : gains[b], band.gainLinear, length);
         band.guardCounter = static_cast<uint8_t>(band.guardCounter + frames);
     }
 }

@@ -8,9 +8,9 @@
 
 namespace DSP {
 
-/// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a second
-/// smoothing, 1 ms of look-ahead, make-up gain, bypass and solo.
-/// Thread  process: audio. Setters and meter reads: any other, no lock; a value may be one block old.
+/// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a
+/// second smoothing, 1 ms of look-ahead, make-up gain, bypass and solo. Thread  process: audio. Setters and
+/// meter reads: any other, no lock; a value may be one block old.
 class Dynamics final : public ComponentImpl<Dynamics> {
 public:
     explicit Dynamics(PluginLink &plugin);

@@ -18,11 +18,12 @@ LANES_OP float magnitude(float x) { return x < 0.0f ? -x : x; }
 LANES_OP float larger(float a, float b) { return a > b ? a : b; }
 
 /// Detector input: the larger channel of every band and frame; peaks of both channels on the way.
-LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels, CompressorPeaks &peaks,
-                      int frames)
+LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels,
+                      CompressorPeaks &peaks, int frames)
 {
     const F8 silence = F8::splat(0.0f);
-    F8 mostLeft[4] = {silence, silence, silence, silence}, mostRight[4] = {silence, silence, silence, silence};
+    F8 mostLeft[4] = {silence, silence, silence, silence},
+       mostRight[4] = {silence, silence, silence, silence};
     int i = 0;
     for (; i + 8 <= frames; i += 8) {
         F8 level[4];
@@ -59,6 +60,7 @@ LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Chu
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
     const F4 threshold = F4::loadAligned(coeffs.threshold);
     F4 envelope = F4::loadAligned(state.envelope), loudest = floor;
+#pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const F4 level = F4::loadAligned(levels.lanes[i]);
         envelope = max(keep(level > envelope, level), decay * envelope);
@@ -85,16 +87,18 @@ LANES_OP void curve(const CompressorCoeffs &coeffs, Chunk &levels, int frames)
 
 /// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
 template <bool anyTarget>
-LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &targets, CompressorPeaks &peaks,
-                     int frames)
+LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &targets,
+                     CompressorPeaks &peaks, int frames)
 {
     const F4 attack = F4::loadAligned(coeffs.attackComplement), smooth = F4::loadAligned(coeffs.smoothCoeff);
     const F4 release = F4::loadAligned(coeffs.releaseCoeff), rise = F4::loadAligned(coeffs.releaseComplement);
     F4 followed = F4::loadAligned(state.followed), smoothed = F4::loadAligned(state.smoothed);
     F4 smallest = F4::splat(1.0f);
+#pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const F4 target = anyTarget ? F4::loadAligned(targets.lanes[i]) : F4::splat(1.0f);
-        followed = select(target < followed, (target - followed) * attack + followed, release * followed + rise);
+        followed =
+            select(target < followed, (target - followed) * attack + followed, release * followed + rise);
         smoothed = (followed - smoothed) * smooth + smoothed;
         smallest = min(smoothed, smallest);
         storeAligned(targets.lanes[i], smoothed);
@@ -121,7 +125,8 @@ LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
 } // namespace
 
 static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
-                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks, int frames)
+                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
+                         int frames)
 {
     Chunk chunk;
     measure(left, right, chunk, peaks, frames);
@@ -134,31 +139,41 @@ static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state,
     separate(chunk, gains, frames);
 }
 
-template <bool unity>
-LANES_OP void delayAndScale(float *samples, float *line, int delay, const float *gains, float makeUp,
-                            const float *guard, int frames)
+template <int channels, bool unity>
+LANES_OP void delayAndScale(float *const samples[2], float *const lines[2], const float *const guards[2],
+                            int delay, const float *gains, float makeUp, int frames)
 {
-    const float *const delayed = line - delay;
+    float *const s[2] = {samples[0], samples[1]}, *const line[2] = {lines[0], lines[1]};
+    const float *const guard[2] = {guards[0], guards[1]};
     int i = 0;
     for (; i + 8 <= frames; i += 8) {
-        store(line + i, F8::load(samples + i)); // before the load, which may reach into it
-        F8 y = F8::load(delayed + i);
-        if constexpr (!unity) y = y * (F8::load(gains + i) * F8::splat(makeUp));
-        store(samples + i, y + F8::load(guard + i));
+        const F8 factor = unity ? F8::splat(1.0f) : F8::load(gains + i) * F8::splat(makeUp);
+        for (int c = 0; c < channels; ++c) {
+            store(line[c] + i, F8::load(s[c] + i)); // before the load, which may reach into it
+            const F8 delayed = F8::load(line[c] - delay + i);
+            store(s[c] + i, (unity ? delayed : delayed * factor) + F8::load(guard[c] + i));
+        }
     }
     for (; i < frames; ++i) {
-        line[i] = samples[i];
-        samples[i] = delayed[i] * (unity ? 1.0f : gains[i] * makeUp) + guard[i];
+        const float factor = unity ? 1.0f : gains[i] * makeUp;
+        for (int c = 0; c < channels; ++c) {
+            line[c][i] = s[c][i];
+            s[c][i] = line[c][i - delay] * factor + guard[c][i];
+        }
     }
 }
 
-static void applyGains(float *samples, float *line, int delay, const float *gains, float makeUp, const float *guard,
-                       int frames)
+static void applyGains(float *const samples[2], float *const lines[2], const float *const guards[2],
+                       int channels, int delay, const float *gains, float makeUp, int frames)
 {
-    if (gains)
-        delayAndScale<false>(samples, line, delay, gains, makeUp, guard, frames);
+    if (channels == 2 && gains)
+        delayAndScale<2, false>(samples, lines, guards, delay, gains, makeUp, frames);
+    else if (channels == 2)
+        delayAndScale<2, true>(samples, lines, guards, delay, gains, makeUp, frames);
+    else if (gains)
+        delayAndScale<1, false>(samples, lines, guards, delay, gains, makeUp, frames);
     else
-        delayAndScale<true>(samples, line, delay, gains, makeUp, guard, frames);
+        delayAndScale<1, true>(samples, lines, guards, delay, gains, makeUp, frames);
 }
 
 const DynamicsKernels dynamicsKernels = {.computeGains = computeGains, .applyGains = applyGains};

@@ -21,15 +21,17 @@ struct DynamicsKernels {
     /// Most frames that one call takes.
     static constexpr int kMostFrames = 64;
 
-    /// From the bands' samples to their gains, make-up left out. A null `left[b]` is a band of silence; a null
-    /// `right[b]` makes it mono. `gains[b]` are arrays of kMostFrames, 32-byte aligned.
+    /// From the bands' samples to their gains, make-up left out. A null `left[b]` is a band of silence; a
+    /// null `right[b]` makes it mono. `gains[b]` are arrays of kMostFrames, 32-byte aligned.
     void (*computeGains)(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
-                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks, int frames);
+                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
+                         int frames);
 
-    /// Delays `samples` by `delay` through `line`, which holds that many older samples before it and takes the new
-    /// ones, multiplies by gains[i] x makeUp (by 1 for null gains) and adds the guard.
-    void (*applyGains)(float *samples, float *line, int delay, const float *gains, float makeUp, const float *guard,
-                       int frames);
+    /// Delays `samples` of `channels` (1 or 2) by `delay` through `lines`, which hold that many older samples
+    /// before them and take the new ones, multiplies by gains[i] x makeUp (by 1 for null gains) and adds the
+    /// guards.
+    void (*applyGains)(float *const samples[2], float *const lines[2], const float *const guards[2],
+                       int channels, int delay, const float *gains, float makeUp, int frames);
 };
 
 namespace portable {

@@ -15,7 +15,8 @@ LANES_OP float magnitude(float x) { return x < 0.0f ? -x : x; }
 
 } // namespace
 
-static void detect(const float *left, const float *right, float decay, float &envelope, float *envelopes, int frames)
+static void detect(const float *left, const float *right, float decay, float &envelope, float *envelopes,
+                   int frames)
 {
     alignas(32) float levels[kMost];
     for (int i = 0; i < wholeVectors(frames); i += F8::kLanes) {
@@ -23,6 +24,7 @@ static void detect(const float *left, const float *right, float decay, float &en
         storeAligned(levels + i, right ? max(l, abs(F8::load(right + i))) : l);
     }
     float now = envelope;
+#pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const float fallen = decay * now;
         now = levels[i] > fallen ? levels[i] : fallen;
@@ -45,6 +47,7 @@ static void softGains(float threshold, float exponent, const LimiterFollower &fo
     constexpr float kStandstill = 1e-9f; // a difference below this is made up at once
     const LimiterFollower f = follower;
     float gain = followed, smooth = smoothed;
+#pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const float target = gains[i];
         const float down = target * f.attackComplement + f.attackCoeff * gain;
@@ -87,8 +90,8 @@ LANES_OP void doubleSpan(MinimumLadder &ladder, Span &from, Span &to, int frames
 
 } // namespace
 
-// The least over 2^(k+1) values is the lesser of two over 2^k: eight steps give a window of 200, at the same cost for
-// every signal. Bender and Farach-Colton, "The LCA problem revisited" (2000), as a running window.
+// The least over 2^(k+1) values is the lesser of two over 2^k: eight steps give a window of 200, at the same
+// cost for every signal. Bender and Farach-Colton, "The LCA problem revisited" (2000), as a running window.
 static void slidingMinimum(MinimumLadder &ladder, float *values, int frames)
 {
     Span a, b;
@@ -110,6 +113,7 @@ static void followMinimum(const LimiterFollower &follower, float &followed, floa
 {
     const LimiterFollower f = follower;
     float gain = followed;
+#pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const float least = gains[i];
         const float down = least * f.attackComplement + f.attackCoeff * gain;
@@ -129,7 +133,8 @@ LANES_OP void weightedSums(const float *weights, const float *gains, float *sums
 {
     F8 sum[groups];
     const F8 newest = F8::splat(weights[0]);
-    for (int g = 0; g < groups; ++g) sum[g] = (F8::load(gains + 8 * g) + F8::load(gains + 8 * g - 1)) * newest;
+    for (int g = 0; g < groups; ++g)
+        sum[g] = (F8::load(gains + 8 * g) + F8::load(gains + 8 * g - 1)) * newest;
     for (int j = 1; j < LimiterKernels::kTaps / 2; ++j) {
         const F8 weight = F8::splat(weights[j]);
         for (int g = 0; g < groups; ++g) {
@@ -142,7 +147,8 @@ LANES_OP void weightedSums(const float *weights, const float *gains, float *sums
 
 } // namespace
 
-static void weightedSum(const float weights[LimiterKernels::kTaps / 2], const float *gains, float *sums, int frames)
+static void weightedSum(const float weights[LimiterKernels::kTaps / 2], const float *gains, float *sums,
+                        int frames)
 {
     int i = 0;
     for (; i + 32 <= frames; i += 32) weightedSums<4>(weights, gains + i, sums + i);

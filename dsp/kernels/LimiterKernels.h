@@ -9,11 +9,11 @@ struct LimiterFollower {
     float releaseCoeff, releaseComplement;
 };
 
-/// Minima over spans that double: levels[k] of them over the last 2^k values. Each keeps the tail of its past that
-/// the next one reaches back to.
+/// Minima over spans that double: levels[k] of them over the last 2^k values. Each keeps the tail of its past
+/// that the next one reaches back to.
 struct MinimumLadder {
-    static constexpr int kSteps = 8;                 // spans of 1 to 128
-    static constexpr int kWindow = 200;              // values
+    static constexpr int kSteps = 8;    // spans of 1 to 128
+    static constexpr int kWindow = 200; // values
     static constexpr int kTail[kSteps] = {1, 2, 4, 8, 16, 32, 64, kWindow - 128};
     alignas(32) float tails[kSteps][72];
 };
@@ -24,7 +24,8 @@ struct LimiterKernels {
     static constexpr int kTaps = 64;
 
     /// Peak envelope over both channels (`right` null for mono): up at once, down by `decay`.
-    void (*detect)(const float *left, const float *right, float decay, float &envelope, float *envelopes, int frames);
+    void (*detect)(const float *left, const float *right, float decay, float &envelope, float *envelopes,
+                   int frames);
 
     /// Soft mode: envelopes become gains by (envelope / threshold)^exponent, `follower` and a last smoothing.
     void (*softGains)(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
@@ -36,8 +37,8 @@ struct LimiterKernels {
     void (*slidingMinimum)(MinimumLadder &ladder, float *values, int frames);
     /// Third step, in place: attack and release that never rise over the minimum.
     void (*followMinimum)(const LimiterFollower &follower, float &followed, float *gains, int frames);
-    /// Last step: weighted sum of kTaps gains; `gains` has kTaps - 1 older ones before it. weights[0] is that of the
-    /// newest two, weights[j] that of the gains 1 + j and 64 - j back.
+    /// Last step: weighted sum of kTaps gains; `gains` has kTaps - 1 older ones before it. weights[0] is that
+    /// of the newest two, weights[j] that of the gains 1 + j and 64 - j back.
     void (*weightedSum)(const float weights[kTaps / 2], const float *gains, float *sums, int frames);
 
     /// samples[i] *= gains[i] x factor; out may be samples.
