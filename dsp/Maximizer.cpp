@@ -49,7 +49,8 @@ void Maximizer::declareParameters()
     real("Limiter Attack", "ms", {1, 20}, 4, &Maximizer::attack, &Maximizer::setAttack);
     real("Limiter Release", "ms", {10, 500}, 500, &Maximizer::release, &Maximizer::setRelease);
 
-    const auto flag = [this](const char *paramName, bool (Maximizer::*get)() const, void (Maximizer::*set)(bool)) {
+    const auto flag = [this](const char *paramName, bool (Maximizer::*get)() const,
+                             void (Maximizer::*set)(bool)) {
         boolParams.push_back({.name = paramName,
                               .label = "",
                               .range = {true, false},
@@ -99,7 +100,7 @@ void Maximizer::deriveAttack()
     const float coeff = static_cast<float>(Math::timeCoeff(attackMs, sampleRate));
     attackCoeff = coeff;
     attackComplement = 1.0f - coeff;
-    const double samples = kWindow / 2 + std::floor(sampleRate * (attackMs * 0.001) + 0.5);
+    const double samples = kWindow / 2 + std::floor(sampleRate * static_cast<double>(attackMs) * 0.001 + 0.5);
     lookAhead = static_cast<uint32_t>(std::clamp<double>(samples, kWindow, kOutputDelay - 1));
 }
 
@@ -166,8 +167,9 @@ void Maximizer::processChunk(uint32_t frames, float *left, float *right)
 
     constexpr int kDetectorDelay = kInputDelay - 1;
     alignas(32) float gains[kChunk];
-    Kernels::active().limiter.detect(lines.left - kDetectorDelay, right ? lines.right - kDetectorDelay : nullptr,
-                                     envelopeDecay, envelope, gains, length);
+    Kernels::active().limiter.detect(lines.left - kDetectorDelay,
+                                     right ? lines.right - kDetectorDelay : nullptr, envelopeDecay, envelope,
+                                     gains, length);
     if (brickwall)
         processBrickwall(frames, lines, gains, left, right);
     else
@@ -178,8 +180,9 @@ void Maximizer::processSoft(uint32_t frames, const Lines &lines, float *gains, f
 {
     const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
     const int length = static_cast<int>(frames);
-    kernels.softGains(thresholdLinear, kSoftExponent, {attackCoeff, attackComplement, releaseCoeff, releaseComplement},
-                      smoothCoeff, followedGain, smoothedGain, gains, length);
+    kernels.softGains(thresholdLinear, kSoftExponent,
+                      {attackCoeff, attackComplement, releaseCoeff, releaseComplement}, smoothCoeff,
+                      followedGain, smoothedGain, gains, length);
     gainLine.skip(length);
     report(gains, frames);
 
@@ -207,7 +210,8 @@ void Maximizer::processBrickwall(uint32_t frames, const Lines &lines, float *gai
     smoothedGain = gains[frames - 1];
     report(gains, frames);
 
-    // A sample is scaled once, in the line, when the window of gains lies around it; later it leaves as it stands.
+    // A sample is scaled once, in the line, when the window of gains lies around it; later it leaves as it
+    // stands.
     const uint32_t scaled = kInputDelay - 1 + lookAhead;
     const auto output = [&](float *line, float *out) {
         if (!bypass) kernels.apply(line - scaled, gains, outputGain, line - scaled, length);

@@ -77,7 +77,8 @@ private:
     float envelope = 0.0f, envelopeDecay = 0.0f;
     float followedGain = 1.0f, smoothedGain = 1.0f;
     float smoothCoeff = 1.0f;
-    DelayLine lineLeft, lineRight; // both delays in one: the detector reads at the first, the output at the end
+    DelayLine lineLeft,
+        lineRight; // both delays in one: the detector reads at the first, the output at the end
     SlidingMinimum gainLine;
     DelayLine gainRing;
     alignas(32) std::array<float, kWindow / 2> gainWindow; // its second half mirrors this one
