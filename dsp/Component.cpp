@@ -8,7 +8,8 @@ namespace DSP {
 
 Component::Component(PluginLink &pluginLink, const String &componentName)
     : lock(String("DSP::Component %1").arg(componentName)), plugin(pluginLink), name(componentName)
-{}
+{
+}
 
 Component::~Component() = default;
 
@@ -38,14 +39,15 @@ bool Component::hasAutomation() const
 
 uint32_t Component::process(uint32_t frames, float *, float *) { return frames; }
 
-uint32_t Component::run(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples, bool *refreshFlag,
-                        uint32_t frames, float *left, float *right, bool force, float *const *bandsLeft,
-                        float *const *bandsRight)
+uint32_t Component::run(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples,
+                        bool *refreshFlag, uint32_t frames, float *left, float *right, bool force,
+                        float *const *bandsLeft, float *const *bandsRight)
 {
     if (!active && !deactivating && !force) return frames;
     const Util::Hold hold(lock);
     if (bandsLeft) std::copy_n(bandsLeft, kBands, bandOutLeft);
     if (bandsRight) std::copy_n(bandsRight, kBands, bandOutRight);
+    hasBandPointers = bandsLeft != nullptr;
     bool abort = false;
     const uint32_t done =
         runBlock(sampleRate, streamTime, zipperSamples, refreshFlag, frames, left, right, &abort);
@@ -54,8 +56,8 @@ uint32_t Component::run(uint32_t sampleRate, const int64_t *streamTime, uint32_t
     return abort ? frames : done;
 }
 
-uint32_t Component::runBlock(uint32_t, const int64_t *, uint32_t, bool *, uint32_t frames, float *left, float *right,
-                             bool *)
+uint32_t Component::runBlock(uint32_t, const int64_t *, uint32_t, bool *, uint32_t frames, float *left,
+                             float *right, bool *)
 {
     return process(frames, left, right);
 }

@@ -119,9 +119,9 @@ public:
     /// The block entry of the chain. An inactive component costs one comparison and leaves the signal alone.
     /// `bandsLeft`, `bandsRight` are the four band buffers for the two components that work on all bands at
     /// once, null for the others.
-    virtual uint32_t run(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples, bool *refreshFlag,
-                         uint32_t frames, float *left, float *right, bool force, float *const *bandsLeft,
-                         float *const *bandsRight);
+    virtual uint32_t run(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples,
+                         bool *refreshFlag, uint32_t frames, float *left, float *right, bool force,
+                         float *const *bandsLeft, float *const *bandsRight);
     virtual ~Component();
     /// Clears audio state; parameters stay.
     virtual void reset() = 0;
@@ -159,8 +159,9 @@ protected:
 
     std::unique_ptr<EnvelopeHandler> envelopes;
     std::vector<uint32_t> floatWatch, boolWatch, intWatch; // parameters that hasAutomation looks at
-    float *bandOutLeft[kBands] = {};                       // valid during process when run was given band pointers
+    float *bandOutLeft[kBands] = {}; // valid during process when run was given band pointers
     float *bandOutRight[kBands] = {};
+    bool hasBandPointers = false;
     Util::NamedLock lock;
     PluginLink &plugin;
     const String name;
