@@ -3,8 +3,8 @@
 
 #include "dsp/kernels/Math.h"
 
-/// From parameters in the user's units to the 32-bit factors that block code reads. Values inside the parameters'
-/// ranges convert exactly; a host may store any finite value, and what comes of it stays finite.
+/// From parameters in the user's units to the 32-bit factors that block code reads. Values inside the
+/// parameters' ranges convert exactly; a host may store any finite value, and what comes of it stays finite.
 namespace DSP {
 
 /// 120 dB: far above any range, and a product of a chain of these is still a number.

@@ -19,13 +19,17 @@ struct EnvelopeSegment {
 /// Automation of one parameter, ordered by time.
 using Envelope = std::vector<EnvelopeSegment>;
 
-/// The envelopes of a component's parameters. A host that sets values directly, as VST 2 does, leaves all empty.
+/// The envelopes of a component's parameters. A host that sets values directly, as VST 2 does, leaves all
+/// empty.
 class EnvelopeHandler {
 public:
     EnvelopeHandler(const String &componentName, uint32_t floats, uint32_t bools, uint32_t ints)
-        : lock(String("%1::EnvelopeHandler").arg(componentName)), floatEnvelopes(floats), boolEnvelopes(bools),
+        : lock(String("%1::EnvelopeHandler").arg(componentName)),
+          floatEnvelopes(floats),
+          boolEnvelopes(bools),
           intEnvelopes(ints)
-    {}
+    {
+    }
 
     bool hasEnvelope(ParamKind kind, uint32_t index) const
     {

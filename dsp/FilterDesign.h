@@ -14,7 +14,8 @@ struct FilterDesign {
 
 /// Butterworth section of 2nd order by the bilinear transform with prewarped cutoff (Oppenheim and Schafer,
 /// "Discrete-Time Signal Processing", ch. 7); two of them make the Linkwitz-Riley filter (S. Linkwitz, JAES
-/// 24(1), 1976). `alpha` is cutoff / sample rate, between 0 and 0.5. In double precision, by our own functions.
+/// 24(1), 1976). `alpha` is cutoff / sample rate, between 0 and 0.5. In double precision, by our own
+/// functions.
 FilterDesign designSection(FilterType type, double alpha);
 
 } // namespace DSP

@@ -21,8 +21,8 @@ Global::Global(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Global")
 
 void Global::declareParameters()
 {
-    const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial, ParamGroup group,
-                             float (Global::*get)() const, void (Global::*set)(float)) {
+    const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
+                             ParamGroup group, float (Global::*get)() const, void (Global::*set)(float)) {
         floatParams.push_back({.name = paramName,
                                .label = unit,
                                .range = range,
@@ -34,7 +34,8 @@ void Global::declareParameters()
                                .scope = 1});
     };
     real("Global: FPS", "fps", {5, 60}, 30, ParamGroup::global, &Global::getFps, &Global::setFps);
-    real("Global: Opacity", "%", {20, 100}, 100, ParamGroup::global, &Global::getOpacity, &Global::setOpacity);
+    real("Global: Opacity", "%", {20, 100}, 100, ParamGroup::global, &Global::getOpacity,
+         &Global::setOpacity);
     real("Global: Automation Zipper Samples", "", kZipperRange, 50, ParamGroup::gain,
          &Global::getAutomationZipperSamples, &Global::setAutomationZipperSamples);
 
@@ -58,9 +59,11 @@ void Global::declareParameters()
     flag("Global: Delay Compensation", false, &Global::getDelayCompensation, &Global::setDelayCompensation);
     flag("Global: Meter Enable", true, &Global::getMeterEnable, &Global::setMeterEnable);
     flag("Global: Animation Enable", true, &Global::getAnimationEnable, &Global::setAnimationEnable);
-    flag("Global: Animated Focus Enable", true, &Global::getAnimatedFocusEnable, &Global::setAnimatedFocusEnable);
+    flag("Global: Animated Focus Enable", true, &Global::getAnimatedFocusEnable,
+         &Global::setAnimatedFocusEnable);
     flag("Global: Process As Mono", false, &Global::getProcessAsMono, &Global::setProcessAsMono);
-    flag("Global: Show Background Grid", true, &Global::getShowBackgroundGrid, &Global::setShowBackgroundGrid);
+    flag("Global: Show Background Grid", true, &Global::getShowBackgroundGrid,
+         &Global::setShowBackgroundGrid);
 
     const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
                              uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {

@@ -13,7 +13,14 @@ namespace DSP {
 enum class ParamKind : uint32_t { real = 0, boolean = 1, integer = 2 };
 
 /// Component family of a parameter.
-enum class ParamGroup : uint32_t { gain = 0, spectrum = 1, crossover = 2, maximizer = 3, dynamics = 4, global = 5 };
+enum class ParamGroup : uint32_t {
+    gain = 0,
+    spectrum = 1,
+    crossover = 2,
+    maximizer = 3,
+    dynamics = 4,
+    global = 5
+};
 
 /// Whether a value belongs to the saved program.
 enum Persistence : uint32_t { inProgram = 0, neverSavedBypass = 1, neverSavedSetting = 2 };
@@ -30,8 +37,8 @@ constexpr uint32_t kNoHighlight = 4; // also the number of highlight colours
 /// Up to three numbers bound to a getter or setter, such as the band.
 using BoundIndices = std::array<OptionalIndex, 3>;
 
-/// The member function of T that reads a value; the form whose pointer is set is called, one index before two,
-/// three and none.
+/// The member function of T that reads a value; the form whose pointer is set is called, one index before
+/// two, three and none.
 template <class T, class V>
 struct Getters {
     V (T::*plain)() const = nullptr;
@@ -65,8 +72,8 @@ struct Setters {
     }
 };
 
-/// One parameter of a component of class T. The value itself lives in T; the record says everything else about
-/// it, once: host, editor, state and documentation read it here.
+/// One parameter of a component of class T. The value itself lives in T; the record says everything else
+/// about it, once: host, editor, state and documentation read it here.
 template <class T, class V>
 struct Param {
     String name;

@@ -6,9 +6,10 @@
 namespace DSP {
 
 /// The hold of the brickwall limiter: for each gain the least of the last 200.
-/// Shape   behaves as a line of 200 places of which each run sample lowers all to its own value, takes out the place
-///         whose turn it is and refills it with 1. Samples that pass without run (the other mode of the limiter)
-///         move the turn on and leave the line alone, so places then hold spans of other lengths.
+/// Shape   behaves as a line of 200 places of which each run sample lowers all to its own value, takes out
+/// the place
+///         whose turn it is and refills it with 1. Samples that pass without run (the other mode of the
+///         limiter) move the turn on and leave the line alone, so places then hold spans of other lengths.
 /// Unit    linear gain, 0 to 1
 /// Cost    eight vector minima a sample on any signal; a change of mode costs one pass over the line
 /// Thread  audio, no allocation
@@ -29,10 +30,10 @@ private:
     void writeLine();
     float leastOfLast(int count) const;
 
-    Kernels::MinimumLadder ladder;     // minima of what has run since the line was last written
-    std::array<float, kWindow> line;   // what places held then; 1 once their turn has come
-    int position = 0;                  // the place whose turn is next
-    int placesLeft = 0;                // places that still hold something from before
+    Kernels::MinimumLadder ladder;   // minima of what has run since the line was last written
+    std::array<float, kWindow> line; // what places held then; 1 once their turn has come
+    int position = 0;                // the place whose turn is next
+    int placesLeft = 0;              // places that still hold something from before
     bool ladderInUse = false;
 };
 

@@ -96,50 +96,32 @@ void AudioEffect::processReplacing(float **, float **, int32_t) {}
 intptr_t AudioEffect::dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt)
 {
     switch (opcode) {
-    case effOpen:
-        open();
-        return 0;
-    case effClose:
-        close();
-        return 0;
+    case effOpen: open(); return 0;
+    case effClose: close(); return 0;
 
     case effSetProgram:
     case effGetProgram:
     case effSetProgramName:
-    case effGetProgramName:
-        return dispatchProgram(opcode, value, static_cast<char *>(ptr));
+    case effGetProgramName: return dispatchProgram(opcode, value, static_cast<char *>(ptr));
 
     case effGetParamLabel:
     case effGetParamDisplay:
-    case effGetParamName:
-        return dispatchParameterText(opcode, index, static_cast<char *>(ptr));
+    case effGetParamName: return dispatchParameterText(opcode, index, static_cast<char *>(ptr));
 
-    case effGetVu:
-        return static_cast<intptr_t>(getVu());
-    case effSetSampleRate:
-        setSampleRate(opt);
-        return 0;
-    case effSetBlockSize:
-        setBlockSize(static_cast<int32_t>(value));
-        return 0;
-    case effMainsChanged:
-        value == 0 ? suspend() : resume();
-        return 0;
+    case effGetVu: return static_cast<intptr_t>(getVu());
+    case effSetSampleRate: setSampleRate(opt); return 0;
+    case effSetBlockSize: setBlockSize(static_cast<int32_t>(value)); return 0;
+    case effMainsChanged: value == 0 ? suspend() : resume(); return 0;
 
     case effEditGetRect:
     case effEditOpen:
     case effEditClose:
-    case effEditIdle:
-        return editor ? dispatchEditor(opcode, ptr) : 0;
+    case effEditIdle: return editor ? dispatchEditor(opcode, ptr) : 0;
 
-    case effIdentify:
-        return kIdentity;
-    case effGetChunk:
-        return ptr ? getChunk(static_cast<void **>(ptr), index != 0) : 0;
-    case effSetChunk:
-        return ptr ? setChunk(ptr, static_cast<int32_t>(value), index != 0) : 0;
-    default:
-        return 0;
+    case effIdentify: return kIdentity;
+    case effGetChunk: return ptr ? getChunk(static_cast<void **>(ptr), index != 0) : 0;
+    case effSetChunk: return ptr ? setChunk(ptr, static_cast<int32_t>(value), index != 0) : 0;
+    default: return 0;
     }
 }
 
@@ -149,8 +131,7 @@ intptr_t AudioEffect::dispatchProgram(int32_t opcode, intptr_t value, char *text
     case effSetProgram:
         if (value >= 0 && value < numPrograms) setProgram(static_cast<int32_t>(value));
         return 0;
-    case effGetProgram:
-        return getProgram();
+    case effGetProgram: return getProgram();
     case effSetProgramName:
         if (text) setProgramName(text);
         return 0;
@@ -164,15 +145,9 @@ intptr_t AudioEffect::dispatchParameterText(int32_t opcode, int32_t index, char 
 {
     if (!text) return 0;
     switch (opcode) {
-    case effGetParamLabel:
-        getParameterLabel(index, text);
-        break;
-    case effGetParamDisplay:
-        getParameterDisplay(index, text);
-        break;
-    default:
-        getParameterName(index, text);
-        break;
+    case effGetParamLabel: getParameterLabel(index, text); break;
+    case effGetParamDisplay: getParameterDisplay(index, text); break;
+    default: getParameterName(index, text); break;
     }
     return 0;
 }
@@ -180,16 +155,10 @@ intptr_t AudioEffect::dispatchParameterText(int32_t opcode, int32_t index, char 
 intptr_t AudioEffect::dispatchEditor(int32_t opcode, void *ptr)
 {
     switch (opcode) {
-    case effEditGetRect:
-        return ptr ? editor->getRect(static_cast<ERect **>(ptr)) : 0;
-    case effEditOpen:
-        return editor->open(ptr);
-    case effEditClose:
-        editor->close();
-        return 0;
-    default:
-        editor->idle();
-        return 0;
+    case effEditGetRect: return ptr ? editor->getRect(static_cast<ERect **>(ptr)) : 0;
+    case effEditOpen: return editor->open(ptr);
+    case effEditClose: editor->close(); return 0;
+    default: editor->idle(); return 0;
     }
 }
 

@@ -24,12 +24,9 @@ uint8_t modifierIn(float opt)
 intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt)
 {
     switch (opcode) {
-    case effProcessEvents:
-        return ptr ? processEvents(static_cast<VstEvents *>(ptr)) : 0;
-    case effCanBeAutomated:
-        return canParameterBeAutomated(index);
-    case effString2Parameter:
-        return ptr ? string2parameter(index, static_cast<char *>(ptr)) : 0;
+    case effProcessEvents: return ptr ? processEvents(static_cast<VstEvents *>(ptr)) : 0;
+    case effCanBeAutomated: return canParameterBeAutomated(index);
+    case effString2Parameter: return ptr ? string2parameter(index, static_cast<char *>(ptr)) : 0;
 
     case effGetNumProgramCategories:
     case effGetProgramNameIndexed:
@@ -37,8 +34,7 @@ intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value,
     case effBeginSetProgram:
     case effEndSetProgram:
     case effBeginLoadBank:
-    case effBeginLoadProgram:
-        return dispatchPrograms(opcode, index, value, ptr);
+    case effBeginLoadProgram: return dispatchPrograms(opcode, index, value, ptr);
 
     case effConnectInput:
     case effConnectOutput:
@@ -47,23 +43,17 @@ intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value,
     case effSetSpeakerArrangement:
     case effGetSpeakerArrangement:
     case effSetBypass:
-    case effSetPanLaw:
-        return dispatchConnections(opcode, index, value, ptr, opt);
+    case effSetPanLaw: return dispatchConnections(opcode, index, value, ptr, opt);
 
-    case effGetCurrentPosition:
-        return reportCurrentPosition();
-    case effGetDestinationBuffer:
-        return reinterpret_cast<intptr_t>(reportDestinationBuffer());
+    case effGetCurrentPosition: return reportCurrentPosition();
+    case effGetDestinationBuffer: return reinterpret_cast<intptr_t>(reportDestinationBuffer());
 
     case effOfflineNotify:
     case effOfflinePrepare:
     case effOfflineRun:
-    case effProcessVarIo:
-        return dispatchOffline(opcode, index, value, ptr);
+    case effProcessVarIo: return dispatchOffline(opcode, index, value, ptr);
 
-    case effSetBlockSizeAndSampleRate:
-        setBlockSizeAndSampleRate(static_cast<int32_t>(value), opt);
-        return 1;
+    case effSetBlockSizeAndSampleRate: setBlockSizeAndSampleRate(static_cast<int32_t>(value), opt); return 1;
 
     case effGetPlugCategory:
     case effGetEffectName:
@@ -77,56 +67,40 @@ intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value,
     case effGetParameterProperties:
     case effKeysRequired:
     case effGetVstVersion:
-    case effShellGetNextPlugin:
-        return dispatchSelfDescription(opcode, index, ptr);
+    case effShellGetNextPlugin: return dispatchSelfDescription(opcode, index, ptr);
 
-    case effVendorSpecific:
-        return vendorSpecific(index, value, ptr, opt);
-    case effIdle:
-        return fxIdle();
-    case effSetViewPosition:
-        return setViewPosition(index, static_cast<int32_t>(value));
+    case effVendorSpecific: return vendorSpecific(index, value, ptr, opt);
+    case effIdle: return fxIdle();
+    case effSetViewPosition: return setViewPosition(index, static_cast<int32_t>(value));
 
     case effEditKeyDown:
     case effEditKeyUp:
-    case effSetEditKnobMode:
-        return editor ? dispatchKeys(opcode, index, value, opt) : 0;
+    case effSetEditKnobMode: return editor ? dispatchKeys(opcode, index, value, opt) : 0;
 
     case effGetMidiProgramName:
     case effGetCurrentMidiProgram:
     case effGetMidiProgramCategory:
     case effHasMidiProgramsChanged:
-    case effGetMidiKeyName:
-        return dispatchMidiPrograms(opcode, index, ptr);
+    case effGetMidiKeyName: return dispatchMidiPrograms(opcode, index, ptr);
 
-    case effStartProcess:
-        return startProcess();
-    case effStopProcess:
-        return stopProcess();
-    case effSetTotalSampleToProcess:
-        return setTotalSampleToProcess(static_cast<int32_t>(value));
-    default:
-        return AudioEffect::dispatcher(opcode, index, value, ptr, opt);
+    case effStartProcess: return startProcess();
+    case effStopProcess: return stopProcess();
+    case effSetTotalSampleToProcess: return setTotalSampleToProcess(static_cast<int32_t>(value));
+    default: return AudioEffect::dispatcher(opcode, index, value, ptr, opt);
     }
 }
 
 intptr_t AudioEffectX::dispatchPrograms(int32_t opcode, int32_t index, intptr_t value, void *ptr)
 {
     switch (opcode) {
-    case effGetNumProgramCategories:
-        return getNumCategories();
+    case effGetNumProgramCategories: return getNumCategories();
     case effGetProgramNameIndexed:
         return ptr ? getProgramNameIndexed(static_cast<int32_t>(value), index, static_cast<char *>(ptr)) : 0;
-    case effCopyProgram:
-        return copyProgram(index);
-    case effBeginSetProgram:
-        return beginSetProgram();
-    case effEndSetProgram:
-        return endSetProgram();
-    case effBeginLoadBank:
-        return ptr ? beginLoadBank(ptr) : 0;
-    default:
-        return ptr ? beginLoadProgram(ptr) : 0;
+    case effCopyProgram: return copyProgram(index);
+    case effBeginSetProgram: return beginSetProgram();
+    case effEndSetProgram: return endSetProgram();
+    case effBeginLoadBank: return ptr ? beginLoadBank(ptr) : 0;
+    default: return ptr ? beginLoadProgram(ptr) : 0;
     }
 }
 
@@ -134,12 +108,8 @@ intptr_t AudioEffectX::dispatchConnections(int32_t opcode, int32_t index, intptr
                                            float opt)
 {
     switch (opcode) {
-    case effConnectInput:
-        inputConnected(index, value != 0);
-        return 1;
-    case effConnectOutput:
-        outputConnected(index, value != 0);
-        return 1;
+    case effConnectInput: inputConnected(index, value != 0); return 1;
+    case effConnectOutput: outputConnected(index, value != 0); return 1;
     case effGetInputProperties:
         return ptr ? getInputProperties(index, static_cast<VstPinProperties *>(ptr)) : 0;
     case effGetOutputProperties:
@@ -150,10 +120,8 @@ intptr_t AudioEffectX::dispatchConnections(int32_t opcode, int32_t index, intptr
     case effGetSpeakerArrangement:
         return getSpeakerArrangement(pointerIn<VstSpeakerArrangement *>(value),
                                      static_cast<VstSpeakerArrangement **>(ptr));
-    case effSetBypass:
-        return setBypass(value != 0);
-    default:
-        return setPanLaw(static_cast<int32_t>(value), opt);
+    case effSetBypass: return setBypass(value != 0);
+    default: return setPanLaw(static_cast<int32_t>(value), opt);
     }
 }
 
@@ -162,14 +130,10 @@ intptr_t AudioEffectX::dispatchOffline(int32_t opcode, int32_t index, intptr_t v
     if (!ptr) return 0;
     const auto count = static_cast<int32_t>(value);
     switch (opcode) {
-    case effOfflineNotify:
-        return offlineNotify(static_cast<VstAudioFile *>(ptr), count, index != 0);
-    case effOfflinePrepare:
-        return offlinePrepare(static_cast<VstOfflineTask *>(ptr), count);
-    case effOfflineRun:
-        return offlineRun(static_cast<VstOfflineTask *>(ptr), count);
-    default:
-        return processVariableIo(static_cast<VstVariableIo *>(ptr));
+    case effOfflineNotify: return offlineNotify(static_cast<VstAudioFile *>(ptr), count, index != 0);
+    case effOfflinePrepare: return offlinePrepare(static_cast<VstOfflineTask *>(ptr), count);
+    case effOfflineRun: return offlineRun(static_cast<VstOfflineTask *>(ptr), count);
+    default: return processVariableIo(static_cast<VstVariableIo *>(ptr));
     }
 }
 
@@ -177,32 +141,20 @@ intptr_t AudioEffectX::dispatchSelfDescription(int32_t opcode, int32_t index, vo
 {
     auto *const text = static_cast<char *>(ptr);
     switch (opcode) {
-    case effGetPlugCategory:
-        return getPlugCategory();
-    case effGetEffectName:
-        return text ? getEffectName(text) : 0;
-    case effGetErrorText:
-        return text ? getErrorText(text) : 0;
-    case effGetVendorString:
-        return text ? getVendorString(text) : 0;
-    case effGetProductString:
-        return text ? getProductString(text) : 0;
-    case effGetVendorVersion:
-        return getVendorVersion();
-    case effCanDo:
-        return text ? canDo(text) : 0;
-    case effGetTailSize:
-        return getGetTailSize();
-    case effGetIcon:
-        return reinterpret_cast<intptr_t>(getIcon());
+    case effGetPlugCategory: return getPlugCategory();
+    case effGetEffectName: return text ? getEffectName(text) : 0;
+    case effGetErrorText: return text ? getErrorText(text) : 0;
+    case effGetVendorString: return text ? getVendorString(text) : 0;
+    case effGetProductString: return text ? getProductString(text) : 0;
+    case effGetVendorVersion: return getVendorVersion();
+    case effCanDo: return text ? canDo(text) : 0;
+    case effGetTailSize: return getGetTailSize();
+    case effGetIcon: return reinterpret_cast<intptr_t>(getIcon());
     case effGetParameterProperties:
         return ptr ? getParameterProperties(index, static_cast<VstParameterProperties *>(ptr)) : 0;
-    case effKeysRequired:
-        return !keysRequired();
-    case effGetVstVersion:
-        return getVstVersion();
-    default:
-        return text ? getNextShellPlugin(text) : 0;
+    case effKeysRequired: return !keysRequired();
+    case effGetVstVersion: return getVstVersion();
+    default: return text ? getNextShellPlugin(text) : 0;
     }
 }
 
@@ -210,28 +162,21 @@ intptr_t AudioEffectX::dispatchKeys(int32_t opcode, int32_t index, intptr_t valu
 {
     const VstKeyCode key = {index, static_cast<uint8_t>(value), modifierIn(opt)};
     switch (opcode) {
-    case effEditKeyDown:
-        return editor->onKeyDown(key);
-    case effEditKeyUp:
-        return editor->onKeyUp(key);
-    default:
-        return editor->setKnobMode(static_cast<int32_t>(value));
+    case effEditKeyDown: return editor->onKeyDown(key);
+    case effEditKeyUp: return editor->onKeyUp(key);
+    default: return editor->setKnobMode(static_cast<int32_t>(value));
     }
 }
 
 intptr_t AudioEffectX::dispatchMidiPrograms(int32_t opcode, int32_t channel, void *ptr)
 {
     switch (opcode) {
-    case effGetMidiProgramName:
-        return getMidiProgramName(channel, static_cast<MidiProgramName *>(ptr));
-    case effGetCurrentMidiProgram:
-        return getCurrentMidiProgram(channel, static_cast<MidiProgramName *>(ptr));
+    case effGetMidiProgramName: return getMidiProgramName(channel, static_cast<MidiProgramName *>(ptr));
+    case effGetCurrentMidiProgram: return getCurrentMidiProgram(channel, static_cast<MidiProgramName *>(ptr));
     case effGetMidiProgramCategory:
         return getMidiProgramCategory(channel, static_cast<MidiProgramCategory *>(ptr));
-    case effHasMidiProgramsChanged:
-        return hasMidiProgramsChanged(channel);
-    default:
-        return getMidiKeyName(channel, static_cast<MidiKeyName *>(ptr));
+    case effHasMidiProgramsChanged: return hasMidiProgramsChanged(channel);
+    default: return getMidiKeyName(channel, static_cast<MidiKeyName *>(ptr));
     }
 }
 

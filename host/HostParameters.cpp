@@ -83,12 +83,9 @@ double hostValue(const HostParam &param)
     const DSP::Component &component = *param.component;
     const uint32_t i = param.index;
     switch (param.kind) {
-    case ParamKind::real:
-        return numberToHost(component.floatParamValue(i), component.floatParamRange(i));
-    case ParamKind::boolean:
-        return boolToHost(component.boolParamValue(i));
-    case ParamKind::integer:
-        return numberToHost(component.intParamValue(i), component.intParamRange(i));
+    case ParamKind::real: return numberToHost(component.floatParamValue(i), component.floatParamRange(i));
+    case ParamKind::boolean: return boolToHost(component.boolParamValue(i));
+    case ParamKind::integer: return numberToHost(component.intParamValue(i), component.intParamRange(i));
     }
     return 0.0;
 }
@@ -148,12 +145,9 @@ String intText(const DSP::Component &component, uint32_t i)
 String valueText(const HostParam &param)
 {
     switch (param.kind) {
-    case ParamKind::real:
-        return floatText(*param.component, param.index);
-    case ParamKind::boolean:
-        return boolText(*param.component, param.index);
-    case ParamKind::integer:
-        return intText(*param.component, param.index);
+    case ParamKind::real: return floatText(*param.component, param.index);
+    case ParamKind::boolean: return boolText(*param.component, param.index);
+    case ParamKind::integer: return intText(*param.component, param.index);
     }
     return {};
 }
@@ -161,12 +155,9 @@ String valueText(const HostParam &param)
 String unitText(const HostParam &param)
 {
     switch (param.kind) {
-    case ParamKind::real:
-        return param.component->floatParamLabel(param.index);
-    case ParamKind::boolean:
-        return param.component->boolParamLabel(param.index);
-    case ParamKind::integer:
-        return param.component->intParamLabel(param.index);
+    case ParamKind::real: return param.component->floatParamLabel(param.index);
+    case ParamKind::boolean: return param.component->boolParamLabel(param.index);
+    case ParamKind::integer: return param.component->intParamLabel(param.index);
     }
     return {};
 }
@@ -180,12 +171,9 @@ struct Gesture {
 Gesture gestureOf(ParamKind kind, const DSP::Component &component, uint32_t i)
 {
     switch (kind) {
-    case ParamKind::real:
-        return {component.floatParamHostIndex(i), component.floatParamEditing(i)};
-    case ParamKind::boolean:
-        return {component.boolParamHostIndex(i), component.boolParamEditing(i)};
-    case ParamKind::integer:
-        return {component.intParamHostIndex(i), component.intParamEditing(i)};
+    case ParamKind::real: return {component.floatParamHostIndex(i), component.floatParamEditing(i)};
+    case ParamKind::boolean: return {component.boolParamHostIndex(i), component.boolParamEditing(i)};
+    case ParamKind::integer: return {component.intParamHostIndex(i), component.intParamEditing(i)};
     }
     return {};
 }
@@ -259,14 +247,9 @@ void VSTPlugin::notifyParameter(ParamKind kind, EditPhase phase, DSP::Component 
     if (!gesture.hostIndex) return;
     const auto hostIndex = static_cast<int32_t>(gesture.hostIndex.value);
     switch (phase) {
-    case EditPhase::begin:
-        beginEdit(hostIndex);
-        return;
-    case EditPhase::end:
-        endEdit(hostIndex);
-        return;
-    case EditPhase::value:
-        break;
+    case EditPhase::begin: beginEdit(hostIndex); return;
+    case EditPhase::end: endEdit(hostIndex); return;
+    case EditPhase::value: break;
     }
 
     double h = 0.0;

@@ -4,8 +4,11 @@
 #include "PluginBase/Util/Exception.h"
 
 Plugin::Plugin(uint32_t format, uint32_t scale)
-    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg("Tessarine")), stateLock("Plugin"),
-      transformLock("Plugin::Transforming"), hostFormat(format), blockScale(scale)
+    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg("Tessarine")),
+      stateLock("Plugin"),
+      transformLock("Plugin::Transforming"),
+      hostFormat(format),
+      blockScale(scale)
 {
     ensureInstallFolder();
     chain = std::make_unique<DSP::Transform>(*this);

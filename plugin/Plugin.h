@@ -35,8 +35,9 @@ private:
     DSP::Transform *transform;
 };
 
-/// The host-neutral effect: owns the chain, knows all components in their fixed order and the way to the editor.
-/// Thread  transform: audio. Everything else: the host's main thread or the editor's; messages from any thread.
+/// The host-neutral effect: owns the chain, knows all components in their fixed order and the way to the
+/// editor. Thread  transform: audio. Everything else: the host's main thread or the editor's; messages from
+/// any thread.
 class Plugin : public DSP::PluginLink {
 public:
     enum class EditPhase : uint32_t { begin = 0, value = 1, end = 2 };
@@ -52,13 +53,14 @@ public:
     virtual void applyLatency() {}
     virtual uint32_t extraLatency() const { return 0; }
     /// Tells the host of a gesture on a parameter; the pointer of the parameter's kind holds the value.
-    virtual void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
-                                 const float *floatValue, const bool *boolValue, const uint32_t *intValue) = 0;
+    virtual void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component,
+                                 uint32_t index, const float *floatValue, const bool *boolValue,
+                                 const uint32_t *intValue) = 0;
 
     void setEditorWindow(EditorWindow *window);
     void postMessage(uint32_t code) override;
-    /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet are
-    /// one.
+    /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet
+    /// are one.
     void requestRefresh() override;
     void refreshServed() { refreshPending = false; }
     bool hasEditorWindow() const override { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
@@ -79,8 +81,8 @@ public:
     std::span<DSP::Component *const> componentList() const override { return components; }
     void propagateMeterEnable() override;
 
-    /// A control begins, changes or ends a gesture; it has set the value itself. The pointers are null but for
-    /// the one of the kind.
+    /// A control begins, changes or ends a gesture; it has set the value itself. The pointers are null but
+    /// for the one of the kind.
     void editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                        const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 

@@ -30,7 +30,8 @@ void Level::measure(uint32_t frames, const float *leftSamples, const float *righ
 
 void Level::Channel::measure(uint32_t frames, const float *samples)
 {
-    const float loudest = std::max(peak.load(), Kernels::active().block.peak(samples, static_cast<int>(frames)));
+    const float loudest =
+        std::max(peak.load(), Kernels::active().block.peak(samples, static_cast<int>(frames)));
     if (loudest > held || holdCount + frames > kHoldSamples) {
         follow(frames, samples);
     } else { // nothing happens to the held peak within this block

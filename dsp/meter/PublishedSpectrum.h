@@ -8,8 +8,8 @@
 
 namespace DSP::Meter {
 
-/// Hands whole spectra from one writer to one reader; neither waits. Of three slots one is being written, one is
-/// being read and one holds the newest spectrum; a spectrum that is not fetched in time is overtaken.
+/// Hands whole spectra from one writer to one reader; neither waits. Of three slots one is being written, one
+/// is being read and one holds the newest spectrum; a spectrum that is not fetched in time is overtaken.
 class PublishedSpectrum {
 public:
     explicit PublishedSpectrum(size_t mostMagnitudes)

@@ -56,8 +56,8 @@ void Spectrum::declareParameters()
                              .group = ParamGroup::spectrum,
                              .valueNames = std::move(names)});
     };
-    list("Spectrum Window Size", windowSize, {"512", "1024", "2048", "4096", "8192"}, &Spectrum::getWindowSize,
-         &Spectrum::setWindowSize);
+    list("Spectrum Window Size", windowSize, {"512", "1024", "2048", "4096", "8192"},
+         &Spectrum::getWindowSize, &Spectrum::setWindowSize);
     list("Spectrum Overlap", overlap, {"0%", "10%", "20%", "30%", "40%", "50%"}, &Spectrum::getOverlap,
          &Spectrum::setOverlap);
     list("Spectrum Window Type", windowType, {"Hamming", "Blackman", "Bartlett", "Kaiser", "Hann"},
@@ -71,9 +71,15 @@ void Spectrum::setSampleRate(uint32_t hz)
     setWindowSize(sizeForRate(hz));
 }
 
-void Spectrum::setWindowSize(uint32_t index) { choose(windowSize, std::min(index, intParams[0].range.maximum)); }
+void Spectrum::setWindowSize(uint32_t index)
+{
+    choose(windowSize, std::min(index, intParams[0].range.maximum));
+}
 void Spectrum::setOverlap(uint32_t index) { choose(overlap, std::min(index, intParams[1].range.maximum)); }
-void Spectrum::setWindowType(uint32_t type) { choose(windowType, std::min(type, intParams[2].range.maximum)); }
+void Spectrum::setWindowType(uint32_t type)
+{
+    choose(windowType, std::min(type, intParams[2].range.maximum));
+}
 
 void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
 {
@@ -110,12 +116,14 @@ void Spectrum::rebuild()
 Spectrum::Analysis::Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t window)
     : length(kSizes[sizeIndex]),
       overlapLength(static_cast<uint32_t>(static_cast<float>(length) * kOverlapFactors[overlapIndex])),
-      fftPlan(kLeastOrder + static_cast<int>(sizeIndex)), windowTable(length), work(fftPlan.workLength())
+      fftPlan(kLeastOrder + static_cast<int>(sizeIndex)),
+      windowTable(length),
+      work(fftPlan.workLength())
 {
     const int count = static_cast<int>(length);
     float *const table = windowTable.data();
-    // A magnitude counts 2 / length of the transform; the plan gives the 2, and the rest is a power of two that
-    // rounds nothing.
+    // A magnitude counts 2 / length of the transform; the plan gives the 2, and the rest is a power of two
+    // that rounds nothing.
     ippsSet_32f(1.0f / static_cast<float>(length), table, count);
     switch (window) {
     case hamming: ippsWinHamming_32f_I(table, count); break;
@@ -149,7 +157,8 @@ void Spectrum::append(const float *left, const float *right, uint32_t count)
         const uint32_t run = std::min(count - done, kHalfGuardWave - guardCounter % kHalfGuardWave);
         // opposite in sign to the guard of the chain, which the signal bears already
         const float guard = guardCounter < kHalfGuardWave ? -kGuardLeft : kGuardLeft;
-        mix(left + done, right ? right + done : nullptr, guard, frame.data() + framePosition, static_cast<int>(run));
+        mix(left + done, right ? right + done : nullptr, guard, frame.data() + framePosition,
+            static_cast<int>(run));
         guardCounter = static_cast<uint8_t>(guardCounter + run);
         framePosition += run;
         done += run;

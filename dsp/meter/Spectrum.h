@@ -9,7 +9,8 @@
 namespace DSP::Meter {
 
 /// Magnitude spectrum of one band: linear amplitude per bin, peaks held and falling by 120 dB a second.
-/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): one other,
+/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): one
+/// other,
 ///         no lock and no waiting.
 ///         Setters of size, overlap and window: any thread, under the component lock.
 class Spectrum final : public ComponentImpl<Spectrum> {
@@ -23,8 +24,8 @@ public:
 
     /// Takes the mono mix of a block; `right` is null for mono.
     void feed(uint32_t frames, const float *left, const float *right);
-    /// Lets the analysis wait for so many samples after a frame is full, fewer than a hop, so that the meters of
-    /// several bands do not all transform in the same block. Before playing.
+    /// Lets the analysis wait for so many samples after a frame is full, fewer than a hop, so that the meters
+    /// of several bands do not all transform in the same block. Before playing.
     void setStagger(uint32_t samples);
     /// Copies the newest spectrum, if there is one since the last call, to at least kMostMagnitudes floats.
     bool readSpectrum(float *destination, uint32_t &count);
