@@ -1,0 +1,64 @@
+#pragma once
+#include <memory>
+#include <span>
+#include <string>
+
+typedef struct _cairo cairo_t;
+typedef struct _cairo_surface cairo_surface_t;
+
+namespace App {
+
+struct Colour {
+    double red, green, blue; // 0 to 1
+};
+struct Point {
+    double x, y;
+};
+struct Rect {
+    double left, top, right, bottom;
+    double width() const { return right - left; }
+    double height() const { return bottom - top; }
+};
+enum class Align { left, centre, right };
+enum class PictureFormat { png, svg };
+
+/// A picture being drawn, on a white page in points; a PNG has kPixelsPerPoint for each.
+/// Errors  Failure from the constructor and from finish if memory is short
+class Drawing {
+public:
+    Drawing(PictureFormat format, double width, double height);
+
+    void line(Point from, Point to, Colour colour, double width);
+    void path(std::span<const Point> points, Colour colour, double width);
+    void fill(std::span<const Point> outline, Colour colour, double opacity);
+    void rectangle(const Rect &rect, Colour colour, double width);
+    /// `at` is the base line; returns the width.
+    double text(Point at, const std::string &text, double size, Colour colour, Align align = Align::left,
+                bool bold = false);
+    /// Upwards, centred on `at`.
+    void verticalText(Point at, const std::string &text, double size, Colour colour);
+    /// Until the next call nothing is drawn outside.
+    void clip(const Rect &rect);
+    void unclip();
+
+    /// The file's bytes. Nothing is drawn after this.
+    std::string finish();
+
+    static constexpr double kPixelsPerPoint = 1.5;
+
+private:
+    struct Destroy {
+        void operator()(cairo_t *context) const;
+        void operator()(cairo_surface_t *surface) const;
+    };
+    void trace(std::span<const Point> points);
+    void use(Colour colour, double opacity = 1.0);
+    void font(double size, bool bold);
+
+    const PictureFormat format;
+    std::string bytes;
+    std::unique_ptr<cairo_surface_t, Destroy> surface;
+    std::unique_ptr<cairo_t, Destroy> context;
+};
+
+} // namespace App
