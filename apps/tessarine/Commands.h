@@ -1,0 +1,13 @@
+#pragma once
+#include "apps/tessarine/Options.h"
+
+namespace App {
+
+/// The commands of the program. Results go to standard output, warnings and progress to standard error.
+/// Errors  Failure, with nothing half-written left behind
+void run(const RenderOptions &options);
+void run(const ParamsOptions &options);
+void run(const LatencyOptions &options);
+void run(const ResponseOptions &options);
+
+} // namespace App

@@ -1,0 +1,41 @@
+#include <csignal>
+#include <cstdio>
+#include <exception>
+
+#include "apps/tessarine/Commands.h"
+#include "apps/tessarine/Failure.h"
+#include "apps/tessarine/Interrupt.h"
+#include "apps/tessarine/Options.h"
+
+namespace {
+
+int fail(const char *sentence)
+{
+    std::fprintf(stderr, "tessarine: %s\n", sentence);
+    return 1;
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    App::catchSignals();
+    try {
+        std::visit([](const auto &options) { App::run(options); }, App::readCommandLine(argc, argv));
+        return std::fflush(stdout) == 0 ? 0 : fail("standard output cannot be written");
+    } catch (const App::Usage &usage) {
+        std::fputs(usage.text.c_str(), usage.exitCode == 0 ? stdout : stderr);
+        return usage.exitCode;
+    } catch (const App::Interrupted &stop) {
+        fail("stopped; nothing was written");
+        std::signal(stop.signal, SIG_DFL);
+        std::raise(stop.signal); // so that the shell sees what ended the program
+        return 1;
+    } catch (const App::Failure &failure) {
+        return fail(failure.what());
+    } catch (const std::bad_alloc &) {
+        return fail("there is not enough memory; close other programs and try again");
+    } catch (const std::exception &unexpected) {
+        return fail(unexpected.what());
+    }
+}
