@@ -1,0 +1,54 @@
+#include "tests/apps/Sandbox.h"
+
+#include <gmock/gmock.h>
+#include <regex>
+
+using testing::AllOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+using testing::Not;
+using testing::StartsWith;
+
+namespace {
+
+using Commands = Sandbox;
+
+TEST_F(Commands, ParamsListsEveryHostParameterWithItsRange)
+{
+    const std::string out = succeed({"params"});
+    EXPECT_THAT(out, ContainsRegex("\n +10  Band 1 Comp Threshold +dB +-60 to 0 +0  0.00\n"));
+    EXPECT_THAT(out, ContainsRegex("\n +38  Band 4 Solo +off, on +off  False\n"));
+    EXPECT_THAT(out, ContainsRegex("\n +Limiter Ratio +x:1 +1 to 25 +20  20.00\n"));
+}
+
+TEST_F(Commands, LatencyTellsThreeNumbersAtEveryRate)
+{
+    const std::regex row(R"((\d+) samples)");
+    const std::pair<const char *, int> rates[] = {
+        {"8000", 269}, {"44100", 305}, {"48000", 309}, {"192000", 453}};
+    for (const auto &[rate, delay] : rates) {
+        SCOPED_TRACE(rate);
+        const std::string out = succeed({"latency", "--rate", rate});
+        std::vector<int> numbers;
+        for (std::sregex_iterator i(out.begin(), out.end(), row), end; i != end; ++i)
+            numbers.push_back(std::stoi((*i)[1]));
+        EXPECT_EQ((std::vector<int>{305, delay, delay}), numbers);
+    }
+}
+
+TEST_F(Commands, ResponseMeasuresTheRippleAndDraws)
+{
+    EXPECT_THAT(succeed({"response", "--png", "a.png"}), HasSubstr("-0.26 dB at 2060 Hz to +0.09 dB"));
+    EXPECT_THAT(readBytes("a.png"), StartsWith("\x89PNG\r\n"));
+    const std::string bandAlone = succeed(
+        {"response", "--png", "b.png", "--set", "Crossover Band 2 Mute=on", "--set", "Band 1 Gain=6"});
+    EXPECT_THAT(bandAlone, ContainsRegex("to \\+(5.99|6.00) dB at 20 Hz"));
+}
+
+TEST_F(Commands, HelpGoesToStandardOutput)
+{
+    EXPECT_THAT(succeed({"--help"}), AllOf(HasSubstr("render"), HasSubstr("response")));
+    EXPECT_THAT(succeed({"render", "--help"}), HasSubstr("--no-compensate"));
+}
+
+} // namespace

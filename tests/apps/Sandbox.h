@@ -1,0 +1,51 @@
+#pragma once
+#include <gtest/gtest.h>
+
+#include <filesystem>
+#include <set>
+#include <sndfile.h>
+#include <string>
+#include <vector>
+
+#include "tests/apps/Program.h"
+#include "tests/signals/Signals.h"
+
+/// A sound file's format and samples, channels side by side.
+struct Sound {
+    SF_INFO info{};
+    std::vector<float> samples;
+
+    float at(size_t frame, int channel = 0) const
+    {
+        return samples[frame * static_cast<size_t>(info.channels) + static_cast<size_t>(channel)];
+    }
+};
+
+/// A test with a folder of its own, which is the program's working folder and disappears with the test.
+class Sandbox : public testing::Test {
+protected:
+    Sandbox();
+    ~Sandbox() override;
+
+    Program::Outcome run(const std::vector<std::string> &arguments) const
+    {
+        return runProgram(folder, arguments);
+    }
+    /// Runs the program and expects that it succeeds without a word on standard error.
+    std::string succeed(const std::vector<std::string> &arguments) const;
+
+    std::string pathOf(const std::string &name) const { return folder / name; }
+    void write(const std::string &name, int format, int rate, const Audio &audio) const;
+    void writeInterleaved(const std::string &name, int format, int rate, int channels,
+                          const std::vector<float> &samples) const;
+    void writeText(const std::string &name, const std::string &text) const;
+    Sound read(const std::string &name) const;
+    std::string readBytes(const std::string &name) const;
+    /// Names in the folder, hidden ones too.
+    std::set<std::string> contents() const;
+
+    const std::filesystem::path folder;
+};
+
+constexpr int kWav16 = SF_FORMAT_WAV | SF_FORMAT_PCM_16, kWav24 = SF_FORMAT_WAV | SF_FORMAT_PCM_24,
+              kWavFloat = SF_FORMAT_WAV | SF_FORMAT_FLOAT;
