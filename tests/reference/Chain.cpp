@@ -4,8 +4,6 @@
 
 namespace Reference {
 
-static float *pointer(std::vector<float> &channel) { return channel.empty() ? nullptr : channel.data(); }
-
 /// Adds the guard to both channels and returns the phase behind them.
 static uint8_t addGuard(Audio &audio, uint8_t phase)
 {
@@ -81,10 +79,10 @@ void Chain::run(Audio &audio)
     float *left[4], *right[4];
     for (int b = 0; b < 4; ++b) {
         bands[b] = audio;
-        left[b] = pointer(bands[b].left);
-        right[b] = pointer(bands[b].right);
+        left[b] = bands[b].left.data();
+        right[b] = bands[b].rightOrNull();
     }
-    crossOver.process(frames, pointer(audio.left), pointer(audio.right), left, right);
+    crossOver.process(frames, audio.left.data(), audio.rightOrNull(), left, right);
     uint8_t behind = 0;
     for (Audio &band : bands) behind = addGuard(band, bandPhase);
     bandPhase = behind;
@@ -111,11 +109,11 @@ void Chain::run(Audio &audio)
         sumPhase = addGuard(audio, sumPhase);
     }
 
-    limiter.process(frames, pointer(audio.left), pointer(audio.right));
+    limiter.process(frames, audio.left.data(), audio.rightOrNull());
     const float gain = linear(settings.gainDb);
     for (auto *channel : {&audio.left, &audio.right})
         for (float &sample : *channel) sample *= gain;
-    level.measure(frames, pointer(audio.left), pointer(audio.right));
+    level.measure(frames, audio.left.data(), audio.rightOrNull());
 }
 
 } // namespace Reference

@@ -20,6 +20,8 @@ public:
     void reset();
     /// One block, as long as the host's.
     Audio process(Audio input);
+    /// Bound of what rounding may add to a gain.
+    float doubt() const { return dynamics.doubt() + limiter.doubt(); }
     uint32_t latency() const { return dynamics.latency() + 262; }
 
     CrossOver crossOver;

@@ -18,6 +18,7 @@ public:
     void process(int band, uint32_t frames, float *left, float *right);
     float readGainReduction(int band);
     void readPeaks(int band, float &left, float &right);
+    float doubt() const { return doubts.worst(); }
     uint32_t latency() const { return lookAhead() - 1; }
 
 private:
@@ -33,6 +34,7 @@ private:
 
     uint32_t sampleRate = 44100;
     Band bands[4];
+    Doubt doubts;
 };
 
 } // namespace Reference

@@ -59,6 +59,7 @@ float Limiter::soft(const Coefficients &c)
     float target = 1;
     if (envelope >= c.threshold)
         target = static_cast<float>(std::pow(static_cast<double>(envelope / c.threshold), 0.05f - 1.0));
+    doubts.decide(target, followedGain, c.attack, c.release);
     follow(target, c.attack, c.release);
 
     const float difference = followedGain - smoothedGain;
@@ -113,7 +114,7 @@ void Limiter::process(uint32_t frames, float *left, float *right)
 
         const float gain = settings.brickwall ? brickwall(c) : soft(c);
         const float factor = settings.bypass ? 1.0f : c.outputGain * gain;
-        reportedGain = settings.bypass ? 1.0f : std::min(reportedGain, gain);
+        if (!settings.bypass) reportedGain = std::min(reportedGain, gain);
 
         const uint32_t scaled = (outputPosition + kOutput - c.lookAhead) % kOutput;
         const uint32_t oldest = (outputPosition + 1) % kOutput;

@@ -18,6 +18,7 @@ public:
     void process(uint32_t frames, float *left, float *right);
     /// Smallest gain since the last call, without the lift to the margin.
     float readGainReduction();
+    float doubt() const { return doubts.worst(); }
 
 private:
     struct Coefficients {
@@ -33,6 +34,7 @@ private:
     LimiterSettings settings;
     float envelope = 0, followedGain = 1, smoothedGain = 1, reportedGain = 1;
     std::vector<float> inputDelay[2], outputDelay[2], gainLine, gainRing;
+    Doubt doubts;
     uint32_t inputPosition = 0, outputPosition = 0, gainRingPosition = 0;
 };
 

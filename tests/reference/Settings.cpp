@@ -11,12 +11,9 @@ using Signals::Random;
 static float value(Random &random, float low, float high)
 {
     switch (random.below(8)) {
-    case 0:
-        return low;
-    case 1:
-        return high;
-    default:
-        return random.real(low, high);
+    case 0: return low;
+    case 1: return high;
+    default: return random.real(low, high);
     }
 }
 
@@ -70,6 +67,8 @@ Settings draw(Random &random)
         settings.bands[b] = drawBand(random);
         settings.spectra[b] = drawSpectrum(random);
     }
+    if (random.chance(0.05)) std::fill_n(settings.bandBypass, 4, true);
+    if (random.chance(0.05)) std::fill_n(settings.bandMute, 4, true);
     settings.limiter = drawLimiter(random);
     settings.gainDb = value(random, -18, 18);
     settings.processAsMono = random.chance(0.1);
@@ -89,6 +88,13 @@ float timeCoeff(float ms, uint32_t sampleRate)
 float peakDecay(uint32_t sampleRate)
 {
     return static_cast<float>(std::pow(static_cast<double>(0.03f), 1.0 / (sampleRate * 0.05)));
+}
+
+void Doubt::decide(float target, float gain, float attackCoeff, float releaseCoeff)
+{
+    now *= target < gain ? attackCoeff : releaseCoeff;
+    if (std::fabs(target - gain) <= 1e-6f * gain) now += (1 - gain) * (1 - releaseCoeff);
+    most = std::max(most, now);
 }
 
 } // namespace Reference

@@ -48,4 +48,16 @@ float peakDecay(uint32_t sampleRate);
 /// +1 for 128 samples, -1 for 128 samples.
 inline float guardSign(uint8_t counter) { return counter < 128 ? 1.0f : -1.0f; }
 
+/// Attack or release is decided by comparing a target gain with the present one. Where the two agree to their
+/// last places, a rounding of the power function decides, and the gains differ by a step of the release from
+/// then on. This bounds by how much.
+class Doubt {
+public:
+    void decide(float target, float gain, float attackCoeff, float releaseCoeff);
+    float worst() const { return most; }
+
+private:
+    float now = 0, most = 0;
+};
+
 } // namespace Reference

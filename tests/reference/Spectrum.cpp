@@ -33,17 +33,13 @@ static double window(uint32_t type, double n, double length)
 {
     const double last = length - 1, angle = 2 * std::numbers::pi * n / last;
     switch (type) {
-    case 0:
-        return 0.54 - 0.46 * std::cos(angle);
-    case 1:
-        return 0.42 - 0.5 * std::cos(angle) + 0.08 * std::cos(2 * angle);
-    case 2:
-        return 1 - std::fabs(2 * n / last - 1);
+    case 0: return 0.54 - 0.46 * std::cos(angle);
+    case 1: return 0.42 - 0.5 * std::cos(angle) + 0.08 * std::cos(2 * angle);
+    case 2: return 1 - std::fabs(2 * n / last - 1);
     case 3:
         return std::cyl_bessel_i(0.0, 0.006 * std::sqrt(n * (last - n))) /
                std::cyl_bessel_i(0.0, 0.003 * last);
-    default:
-        return 0.5 - 0.5 * std::cos(angle);
+    default: return 0.5 - 0.5 * std::cos(angle);
     }
 }
 
@@ -70,11 +66,7 @@ void Spectrum::setSampleRate(uint32_t hz)
     set(next);
 }
 
-void Spectrum::reset()
-{
-    std::fill(frame.begin(), frame.end(), 0.0f);
-    std::fill(pending.begin(), pending.end(), 0.0f);
-}
+void Spectrum::reset() { std::fill(frame.begin(), frame.end(), 0.0f); }
 
 void Spectrum::rebuild()
 {

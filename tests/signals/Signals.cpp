@@ -201,6 +201,14 @@ Audio mono(Audio audio)
     return audio;
 }
 
+Audio slice(const Audio &audio, uint32_t from, uint32_t frames)
+{
+    const auto cut = [&](const std::vector<float> &x) {
+        return x.empty() ? x : std::vector<float>(x.begin() + from, x.begin() + from + frames);
+    };
+    return {cut(audio.left), cut(audio.right)};
+}
+
 Audio append(Audio before, const Audio &audio)
 {
     before.left.insert(before.left.end(), audio.left.begin(), audio.left.end());

@@ -10,6 +10,8 @@ struct Audio {
 
     uint32_t frames() const { return static_cast<uint32_t>(left.size()); }
     bool stereo() const { return !right.empty(); }
+    float *rightOrNull() { return right.empty() ? nullptr : right.data(); }
+    const float *rightOrNull() const { return right.empty() ? nullptr : right.data(); }
     bool operator==(const Audio &) const = default;
 };
 
@@ -21,7 +23,7 @@ namespace Signals {
 /// Number Generators", 2014).
 class Random {
 public:
-    explicit Random(uint64_t seed) : state(seed * 0x9E3779B97F4A7C15u) {}
+    explicit Random(uint64_t seed) : state(seed) { state = next(); }
     uint64_t next();
     double uniform(double low, double high);
     float real(double low, double high) { return static_cast<float>(uniform(low, high)); }
@@ -56,6 +58,7 @@ Audio musicThenSilence(uint64_t seed, uint32_t rate, uint32_t frames, double db)
 Audio hostile(uint64_t seed, uint32_t rate, uint32_t frames);
 
 Audio mono(Audio audio);
+Audio slice(const Audio &audio, uint32_t from, uint32_t frames);
 /// `audio` behind `before`.
 Audio append(Audio before, const Audio &audio);
 

@@ -1,0 +1,195 @@
+#include "dsp/CrossOver.h"
+
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "tests/dsp/FakePlugin.h"
+#include "tests/reference/CrossOver.h"
+#include "tests/reference/Settings.h"
+#include "tests/signals/Blocks.h"
+#include "tests/signals/Compare.h"
+
+namespace {
+
+using Signals::Random;
+using Signals::slice;
+
+/// Four bands of a block and the pointers to them.
+struct Bands {
+    explicit Bands(const Audio &like)
+    {
+        for (int b = 0; b < 4; ++b) {
+            // never silent by chance: a band that is not written shows
+            audio[b] = {std::vector<float>(like.left.size(), 9.0f),
+                        std::vector<float>(like.right.size(), 9.0f)};
+            left[b] = audio[b].left.data();
+            right[b] = like.stereo() ? audio[b].right.data() : nullptr;
+        }
+    }
+    std::array<Audio, 4> audio;
+    float *left[4], *right[4];
+};
+
+Bands split(Rig<DSP::CrossOver> &rig, Audio block)
+{
+    Bands bands(block);
+    const Audio before = block;
+    rig.run(block.frames(), block.left.data(), block.rightOrNull(), bands.left, bands.right);
+    EXPECT_EQ(block, before) << "the input is not the component's to change";
+    return bands;
+}
+
+class CrossOverSeeds : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(All, CrossOverSeeds, testing::Range(0, 48));
+
+TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
+{
+    Random random(GetParam());
+    Rig<DSP::CrossOver> rig;
+    Reference::CrossOver reference;
+    const auto chooseRate = [&] {
+        const uint32_t rate = drawRate(random);
+        rig.resume(rate);
+        reference.reset();
+        reference.setSampleRate(rate);
+        return rate;
+    };
+    const uint32_t rate = chooseRate();
+    auto [name, audio] = Signals::any(random.next(), rate, std::max(rate / 2, 20000u));
+    if (random.chance(0.3)) audio = Signals::mono(audio);
+    const double changes = random.pick(std::array{0.0, 0.1, 0.5});
+    SCOPED_TRACE(name + " at " + std::to_string(rate));
+
+    const double inputPeak = peakOf(audio);
+    uint32_t from = 0;
+    for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
+        if (from == 0 || random.chance(changes)) {
+            float hz[3];
+            Reference::drawCutoffs(random, hz);
+            for (int i = 0; i < 3; ++i) {
+                rig->setCutoff(i, hz[i]);
+                reference.setCutoff(i, hz[i]);
+            }
+        }
+        if (random.chance(changes / 20)) chooseRate();
+        const Audio block = slice(audio, from, frames);
+        const Bands actual = split(rig, block);
+        Bands expected(block);
+        reference.process(frames, block.left.data(), block.rightOrNull(), expected.left, expected.right);
+        for (int b = 0; b < 4; ++b) {
+            const double scale = std::max(inputPeak, peakOf(expected.audio[b]));
+            ASSERT_LT(toDb(differenceOf(actual.audio[b], expected.audio[b]) / scale), -140)
+                << "band " << b << " from " << from << ", " << frames << " frames";
+        }
+        from += frames;
+    }
+}
+
+TEST_P(CrossOverSeeds, DoesNotDependOnHowTheAudioIsCut)
+{
+    Random random(GetParam());
+    const uint32_t rate = drawRate(random);
+    Audio audio = Signals::noise(GetParam(), 20000, 0);
+    if (random.chance(0.3)) audio = Signals::mono(audio);
+    float hz[3];
+    Reference::drawCutoffs(random, hz);
+    const auto prepare = [&](Rig<DSP::CrossOver> &rig) {
+        for (int i = 0; i < 3; ++i) rig->setCutoff(i, hz[i]);
+        rig.resume(rate); // ends the fade
+    };
+    Rig<DSP::CrossOver> whole, cut;
+    prepare(whole);
+    prepare(cut);
+    const Bands expected = split(whole, audio);
+    uint32_t from = 0;
+    for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
+        const Bands actual = split(cut, slice(audio, from, frames));
+        for (int b = 0; b < 4; ++b) ASSERT_EQ(actual.audio[b], slice(expected.audio[b], from, frames));
+        from += frames;
+    }
+}
+
+TEST(CrossOver, StaysFiniteAndRecoversAtCutoffsOnTheEdgeOfTheRate)
+{
+    // Close below half the rate and far below any legal value the rounded taps may not describe a stable
+    // filter.
+    for (uint32_t rate : {8000u, 11025u, 16000u, 22050u, 40001u, 1000000u}) {
+        for (float hz :
+             {std::nextafter(rate * 0.5f, 0.0f), rate * 0.49999f, rate * 0.4995f, 20.0f, 1e-30f, -5.0f}) {
+            Rig<DSP::CrossOver> rig;
+            rig.resume(rate);
+            rig->setCutoff(0, hz);
+            rig->setCutoff(1, std::max(hz, rig->cutoff(1)));
+            rig->setCutoff(2, std::max(hz, rig->cutoff(2)));
+            const Bands wild = split(rig, Signals::noise(1, 60000, 0));
+            for (const Audio &band : wild.audio) EXPECT_LT(peakOf(band), 1e13) << hz << " Hz at " << rate;
+
+            for (int i = 0; i < 3; ++i) rig->setCutoff(i, DSP::CrossOver::kDefaultCutoffsHz[i]);
+            Rig<DSP::CrossOver> fresh;
+            fresh.resume(rate);
+            const Audio audio = Signals::noise(2, 60000, 0);
+            split(rig, audio);
+            split(fresh, audio);
+            const Bands actual = split(rig, audio), expected = split(fresh, audio);
+            for (int b = 0; b < 4; ++b)
+                EXPECT_LT(errorDb(actual.audio[b], expected.audio[b]), -120) << hz << " Hz at " << rate;
+        }
+    }
+}
+
+TEST(CrossOver, WritingThePresentCutoffFadesNothing)
+{
+    const Audio audio = Signals::noise(3, 512, 0);
+    Rig<DSP::CrossOver> one, other;
+    split(one, audio);
+    split(other, audio);
+    for (int i = 0; i < 3; ++i) one->setCutoff(i, one->cutoff(i));
+    const Bands actual = split(one, audio), expected = split(other, audio);
+    EXPECT_EQ(actual.audio, expected.audio);
+    EXPECT_EQ(one.plugin.touches, 0);
+}
+
+TEST(CrossOver, DraggedCutoffsStayInRangeAndApart)
+{
+    struct Row {
+        uint32_t index;
+        float hz, minOctaves, expected;
+    };
+    constexpr Row rows[] = {
+        {0, 5, 0.5f, 20},  {0, 500, 0.5f, 500}, {0, 1900, 0.5f, 1414.2136f},
+        {1, 100, 1, 240},  {1, 9000, 1, 5000},  {2, 30000, 1, 20000},
+        {2, 100, 1, 4000}, {0, -1, 1, 20},      {1, 20000, 10, 20},
+    };
+    Rig<DSP::CrossOver> rig; // 120, 2000 and 10000 Hz
+    for (const Row &row : rows)
+        EXPECT_NEAR(rig->limitCutoff(row.index, row.hz, row.minOctaves), row.expected, row.expected * 1e-6)
+            << row.index << ' ' << row.hz;
+}
+
+TEST(CrossOver, AResetCutoffTakesItsCloseNeighboursAlong)
+{
+    struct Row {
+        std::array<float, 3> hz;
+        uint32_t index;
+        float minOctaves;
+        std::vector<uint32_t> expected;
+    };
+    const Row rows[] = {
+        {{200, 3000, 9000}, 1, 1, {1}},
+        {{200, 1000, 2500}, 1, 1, {1, 2}}, // 2000 comes close to 2500
+        {{1500, 3000, 9000}, 1, 1, {0, 1}},
+        {{9000, 11000, 20000}, 2, 0.2f, {0, 1, 2}}, // 10000 crosses 11000, whose default then crosses 9000
+        {{20, 20, 20}, 0, 1, {0, 1, 2}},
+    };
+    Rig<DSP::CrossOver> rig;
+    for (const Row &row : rows) {
+        for (int i = 0; i < 3; ++i) rig->setCutoff(i, row.hz[i]);
+        std::vector<uint32_t> changed = {7};
+        rig->defaultCutoffsFrom(row.index, changed, row.minOctaves);
+        EXPECT_EQ(changed, row.expected)
+            << row.hz[0] << ' ' << row.hz[1] << ' ' << row.hz[2] << ", " << row.index;
+    }
+}
+
+} // namespace

@@ -1,0 +1,187 @@
+#include "dsp/Dynamics.h"
+
+#include <array>
+#include <gtest/gtest.h>
+
+#include "tests/dsp/FakePlugin.h"
+#include "tests/reference/Dynamics.h"
+#include "tests/signals/Blocks.h"
+#include "tests/signals/Compare.h"
+
+namespace {
+
+using Reference::BandSettings;
+using Signals::Random;
+
+void apply(DSP::Dynamics &dynamics, uint32_t band, const BandSettings &settings)
+{
+    dynamics.setThreshold(band, settings.thresholdDb);
+    dynamics.setGain(band, settings.gainDb);
+    dynamics.setRatio(band, settings.ratio);
+    dynamics.setAttack(band, settings.attackMs);
+    dynamics.setRelease(band, settings.releaseMs);
+    dynamics.setBypass(band, settings.bypass);
+    dynamics.setSolo(band, settings.solo);
+}
+
+using BandAudio = std::array<Audio, 4>;
+
+/// Runs one block of all bands, through the four-band call or band by band; bands that are routed around keep
+/// out.
+void compress(Rig<DSP::Dynamics> &rig, BandAudio &bands, bool together, unsigned around = 0)
+{
+    float *left[4] = {}, *right[4] = {};
+    for (uint32_t b = 0; b < 4; ++b) {
+        if (around >> b & 1) continue;
+        left[b] = bands[b].left.data();
+        right[b] = bands[b].rightOrNull();
+        if (together) continue;
+        rig->setBandIndex(b);
+        rig.run(bands[b].frames(), left[b], right[b]);
+    }
+    Audio input = Signals::noise(1, bands[0].frames(), 0);
+    const Audio before = input;
+    if (together) rig.run(input.frames(), input.left.data(), input.right.data(), left, right);
+    EXPECT_EQ(input, before) << "with band pointers given, the input is nobody's to change";
+}
+
+void compress(Reference::Dynamics &reference, BandAudio &bands, unsigned around = 0)
+{
+    for (int b = 0; b < 4; ++b)
+        if (!(around >> b & 1))
+            reference.process(b, bands[b].frames(), bands[b].left.data(), bands[b].rightOrNull());
+}
+
+BandAudio slice(const BandAudio &whole, uint32_t from, uint32_t frames)
+{
+    BandAudio part;
+    for (int b = 0; b < 4; ++b) part[b] = Signals::slice(whole[b], from, frames);
+    return part;
+}
+
+BandAudio drawAudio(Random &random, uint32_t rate, uint32_t frames)
+{
+    const bool stereo = random.chance(0.7);
+    BandAudio bands;
+    for (Audio &band : bands) {
+        band = Signals::any(random.next(), rate, frames).audio;
+        if (!stereo) band.right.clear();
+    }
+    return bands;
+}
+
+class DynamicsSeeds : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(All, DynamicsSeeds, testing::Range(0, 64));
+
+/// With `neutral` no power function takes part, and every bit must agree.
+void compareWithReference(Random random, bool neutral)
+{
+    Rig<DSP::Dynamics> rig;
+    Reference::Dynamics reference;
+    unsigned around = 0;
+    const auto chooseSettings = [&] {
+        const bool solo = random.chance(0.3);
+        for (int b = 0; b < 4; ++b) {
+            BandSettings settings = Reference::drawBand(random);
+            if (!solo) settings.solo = false;
+            if (neutral) settings.ratio = 1, settings.gainDb = 0;
+            apply(rig.component, b, settings);
+            reference.set(b, settings);
+        }
+        around = random.chance(0.2) ? random.below(15) : 0; // the chain leaves out the call for none
+    };
+    const auto resume = [&] {
+        const uint32_t rate = drawRate(random);
+        rig.resume(rate);
+        reference.reset();
+        reference.setSampleRate(rate);
+        EXPECT_EQ(rig->latency(), reference.latency());
+        return rate;
+    };
+    chooseSettings();
+    const uint32_t rate = resume();
+    const BandAudio audio = drawAudio(random, rate, 30000);
+    const double loudest =
+        8 * std::max({peakOf(audio[0]), peakOf(audio[1]), peakOf(audio[2]), peakOf(audio[3])});
+    const bool together = random.chance(0.7);
+    const double changes = random.pick(std::array{0.0, 0.05, 0.3});
+
+    uint32_t from = 0;
+    for (uint32_t frames : cutIntoBlocks(random, audio[0].frames())) {
+        if (random.chance(changes)) chooseSettings();
+        if (random.chance(changes / 20)) resume();
+        BandAudio actual = slice(audio, from, frames), expected = actual;
+        compress(rig, actual, together, around);
+        compress(reference, expected, around);
+        for (uint32_t b = 0; b < 4; ++b) {
+            SCOPED_TRACE(testing::Message() << "band " << b << " at " << rate << ", frame " << from);
+            if (neutral)
+                ASSERT_EQ(actual[b], expected[b]);
+            else
+                ASSERT_LT(errorDb(actual[b], expected[b]),
+                          std::max(-120.0, toDb(reference.doubt() * loudest)));
+            if (!random.chance(0.2)) continue;
+            float left, right, expectedLeft, expectedRight;
+            rig->readPeaks(b, left, right);
+            reference.readPeaks(static_cast<int>(b), expectedLeft, expectedRight);
+            ASSERT_EQ(left, expectedLeft);
+            ASSERT_EQ(right, expectedRight);
+            ASSERT_NEAR(rig->readGainReduction(b), reference.readGainReduction(static_cast<int>(b)),
+                        1e-6 + reference.doubt());
+        }
+        from += frames;
+    }
+}
+
+TEST_P(DynamicsSeeds, MatchesTheReferenceThroughEveryChange)
+{
+    compareWithReference(Random(GetParam()), false);
+}
+
+TEST_P(DynamicsSeeds, DelaysRoutesAndMetersExactly) { compareWithReference(Random(1000 + GetParam()), true); }
+
+TEST_P(DynamicsSeeds, DoesNotDependOnHowTheAudioIsCut)
+{
+    Random random(GetParam());
+    Rig<DSP::Dynamics> whole, cut;
+    const uint32_t rate = drawRate(random);
+    for (auto *rig : {&whole, &cut}) {
+        Random same(GetParam());
+        for (int b = 0; b < 4; ++b) apply(rig->component, b, Reference::drawBand(same));
+        rig->resume(rate);
+    }
+    const BandAudio audio = drawAudio(random, rate, 20000);
+    BandAudio expected = audio;
+    compress(whole, expected, true);
+    uint32_t from = 0;
+    for (uint32_t frames : cutIntoBlocks(random, 20000)) {
+        BandAudio actual = slice(audio, from, frames);
+        compress(cut, actual, random.chance(0.5)); // both ways of calling share their state
+        ASSERT_EQ(actual, slice(expected, from, frames)) << "frame " << from;
+        from += frames;
+    }
+}
+
+TEST(Dynamics, SurvivesEveryFiniteParameter)
+{
+    constexpr float absurd[] = {-3e38f, -1e6f, -1, -0.0f, 1e-38f, 0.5f, 1e6f, 3e38f};
+    Random random(5);
+    for (int turn = 0; turn < 100; ++turn) {
+        Rig<DSP::Dynamics> rig;
+        for (uint32_t i = 0; i < rig->numFloatParams(); ++i)
+            if (random.chance(0.5)) rig->setFloatParamValue(i, random.pick(absurd));
+        BandAudio bands = drawAudio(random, 44100, 2000);
+        compress(rig, bands, true);
+        for (const Audio &band : bands) ASSERT_LT(peakOf(band), HUGE_VAL) << "turn " << turn;
+        for (uint32_t i = 0; i < rig->numFloatParams(); ++i)
+            rig->setFloatParamValue(i, rig->floatParamDefault(i));
+        for (int second = 0; second < 10; ++second) {
+            for (uint32_t b = 0; b < 4; ++b) rig->readGainReduction(b);
+            for (Audio &band : bands) band = Signals::silence(44100);
+            compress(rig, bands, true);
+        }
+        for (uint32_t b = 0; b < 4; ++b) ASSERT_GT(rig->readGainReduction(b), 0.99f) << "the gain finds back";
+    }
+}
+
+} // namespace

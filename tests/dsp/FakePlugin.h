@@ -1,0 +1,66 @@
+#pragma once
+#include <span>
+#include <vector>
+
+#include "dsp/Component.h"
+#include "dsp/PluginLink.h"
+
+/// Stands in for the plug-in where a component is tested alone; counts what the component asks for.
+class FakePlugin final : public DSP::PluginLink {
+public:
+    void registerComponent(DSP::Component *component) override { components.push_back(component); }
+    std::span<DSP::Component *const> componentList() const override { return components; }
+    void requestActiveUpdate() override { ++activeRequests; }
+    void requestLatencyUpdate() override { ++latencyRequests; }
+    bool isPresetChanging() const override { return presetChanging; }
+    void markParametersTouched() override { ++touches; }
+    void postMessage(uint32_t code) override { messages.push_back(code); }
+    void requestRefresh() override { ++refreshRequests; }
+    bool hasEditorWindow() const override { return false; }
+    void resetChain() override { ++chainResets; }
+    void propagateMeterEnable() override {}
+    void latencyChanged() override {}
+    void delayCompensationChanged() override {}
+    uint32_t addedLatency() const override { return 0; }
+    Util::NamedLock &getStateLock() override { return stateLock; }
+    Util::NamedLock &getTransformLock() override { return transformLock; }
+
+    std::vector<DSP::Component *> components;
+    std::vector<uint32_t> messages;
+    int activeRequests = 0, latencyRequests = 0, refreshRequests = 0, chainResets = 0, touches = 0;
+    bool presetChanging = false;
+
+private:
+    Util::NamedLock stateLock{String("state")}, transformLock{String("transform")};
+};
+
+/// A component on its own, switched on and run as the chain runs it.
+template <class T>
+struct Rig {
+    template <class... Arguments>
+    explicit Rig(Arguments &&...arguments) : component(plugin, arguments...)
+    {
+        component.setSwitchedOn(true);
+        resume(44100);
+        resume(44100);
+    }
+    /// As the chain does it: the reset first, at the old rate.
+    void resume(uint32_t hz)
+    {
+        rate = hz;
+        component.resetComponent();
+        component.setSampleRate(hz);
+    }
+    uint32_t run(uint32_t frames, float *left, float *right, float *const *bandsLeft = nullptr,
+                 float *const *bandsRight = nullptr)
+    {
+        constexpr int64_t time = 0;
+        bool refresh = false;
+        return component.run(rate, &time, 50, &refresh, frames, left, right, false, bandsLeft, bandsRight);
+    }
+    T *operator->() { return &component; }
+
+    FakePlugin plugin;
+    T component;
+    uint32_t rate = 44100;
+};

@@ -1,0 +1,118 @@
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+
+#include "dsp/Gain.h"
+#include "dsp/meter/Level.h"
+#include "dsp/meter/Spectrum.h"
+#include "tests/dsp/FakePlugin.h"
+#include "tests/reference/Level.h"
+#include "tests/reference/Spectrum.h"
+#include "tests/signals/Blocks.h"
+#include "tests/signals/Compare.h"
+
+namespace {
+
+using Signals::Random;
+
+class MeterSeeds : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(All, MeterSeeds, testing::Range(0, 32));
+
+TEST_P(MeterSeeds, LevelHoldsAndFallsExactlyAsTheReference)
+{
+    Random random(GetParam());
+    auto audio = Signals::any(random.next(), 44100, 100000).audio;
+    if (random.chance(0.3)) audio.right.clear();
+    for (uint32_t i = 0; i < 50; ++i) audio.left[random.below(100000)] = std::nanf("");
+    FakePlugin plugin;
+    DSP::Meter::Level level(plugin);
+    Reference::Level reference;
+    const double reading = random.pick(std::array{0.0, 0.02, 0.5});
+    uint32_t from = 0;
+    for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
+        const float *left = audio.left.data() + from,
+                    *right = audio.stereo() ? audio.right.data() + from : nullptr;
+        level.measure(frames, left, right);
+        reference.measure(frames, left, right);
+        if (random.chance(0.001)) {
+            level.suspend();
+            reference.reset();
+        }
+        if (random.chance(reading)) {
+            float peak[2], held[2];
+            level.read(peak[0], peak[1], held[0], held[1]);
+            for (int channel = 0; channel < 2; ++channel)
+                ASSERT_EQ(std::pair(peak[channel], held[channel]), reference.read(channel))
+                    << "frame " << from;
+        }
+        from += frames;
+    }
+}
+
+TEST_P(MeterSeeds, SpectrumMatchesTheReference)
+{
+    Random random(GetParam());
+    Rig<DSP::Meter::Spectrum> rig(String("Band 1 Spectrum"));
+    Reference::Spectrum reference;
+    const auto chooseSettings = [&] {
+        const Reference::SpectrumSettings settings = Reference::drawSpectrum(random);
+        // one setter at a time: each starts the frame anew
+        rig->setWindowSize(settings.size);
+        rig->setOverlap(settings.overlap);
+        rig->setWindowType(settings.window);
+        reference.set(settings);
+    };
+    const uint32_t rate = drawRate(random);
+    const auto resume = [&] {
+        rig.resume(rate);
+        reference.reset();
+        reference.setSampleRate(rate);
+        EXPECT_EQ(rig->getWindowSize(), reference.getSettings().size);
+    };
+    resume();
+    if (random.chance(0.7)) chooseSettings();
+    auto audio = Signals::any(random.next(), rate, 50000).audio;
+    if (random.chance(0.3)) audio.right.clear();
+    const double scale = std::max(1.0, peakOf(audio));
+    const double reading = random.pick(std::array{0.01, 0.3, 1.0});
+
+    uint32_t from = 0;
+    std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
+    for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
+        const float *left = audio.left.data() + from,
+                    *right = audio.stereo() ? audio.right.data() + from : nullptr;
+        rig->feed(frames, left, right);
+        reference.feed(frames, left, right);
+        if (random.chance(0.02)) chooseSettings();
+        if (random.chance(0.02)) resume();
+        from += frames;
+        if (random.chance(reading)) {
+            uint32_t count = 1;
+            const bool fresh = rig->readSpectrum(magnitudes.data(), count);
+            const auto expected = reference.read();
+            ASSERT_EQ(fresh, expected.has_value()) << "frame " << from;
+            ASSERT_EQ(count, expected ? expected->size() : 0);
+            if (!expected) continue;
+            ASSERT_LT(differenceOf(std::span(magnitudes.data(), count), *expected), 1e-6 * scale)
+                << "frame " << from;
+        }
+    }
+}
+
+TEST(Meter, GainMultipliesAndKeepsToItsRange)
+{
+    Rig<DSP::Gain> rig;
+    const Audio input = Signals::noise(1, 1000, 0);
+    for (const auto &[wanted, stored] :
+         {std::pair{24.0f, 18.0f}, {-30.0f, -18.0f}, {3.5f, 3.5f}, {0.0f, 0.0f}}) {
+        rig->setGain(wanted);
+        EXPECT_EQ(rig->gain(), stored);
+        Audio output = input;
+        rig.run(1000, output.left.data(), nullptr);
+        const float factor = Reference::linear(stored);
+        for (uint32_t i = 0; i < 1000; ++i) ASSERT_EQ(output.left[i], input.left[i] * factor);
+        EXPECT_EQ(output.right, input.right) << "mono";
+    }
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include <gtest/gtest.h>
+#include <memory>
+
+#include "dsp/Transform.h"
+#include "tests/dsp/FakePlugin.h"
+
+namespace {
+
+using DSP::Component;
+
+class Parameters : public testing::Test {
+protected:
+    FakePlugin plugin;
+    DSP::Transform chain{plugin};
+};
+
+TEST_F(Parameters, StandInTheOrderThatStateAndHostRelyOn)
+{
+    struct Row {
+        const char *name;
+        uint32_t floats, bools, ints, automatable;
+        bool active;
+    };
+    constexpr Row rows[] = {
+        {"Global", 3, 8, 3, 0, false},         {"GlobalDerived", 0, 0, 0, 0, false},
+        {"LevelMeter", 0, 0, 0, 0, true},      {"Gain", 1, 0, 0, 1, true},
+        {"CrossOver", 3, 8, 0, 3, true},       {"Maximizer::Maximizer", 5, 2, 0, 6, true},
+        {"Squash", 20, 9, 0, 29, true},        {"Band 1 Spectrum", 0, 1, 3, 0, true},
+        {"Band 2 Spectrum", 0, 1, 3, 0, true}, {"Band 3 Spectrum", 0, 1, 3, 0, true},
+        {"Band 4 Spectrum", 0, 1, 3, 0, true},
+    };
+    ASSERT_EQ(plugin.components.size(), std::size(rows));
+    for (size_t i = 0; i < std::size(rows); ++i) {
+        const Component &component = *plugin.components[i];
+        SCOPED_TRACE(rows[i].name);
+        EXPECT_EQ(component.componentName(), String(rows[i].name));
+        EXPECT_EQ(component.numFloatParams(), rows[i].floats);
+        EXPECT_EQ(component.numBoolParams(), rows[i].bools);
+        EXPECT_EQ(component.numIntParams(), rows[i].ints);
+        EXPECT_EQ(component.numExtraParams(), 0u);
+        EXPECT_EQ(component.isActive(), rows[i].active);
+        uint32_t automatable = 0;
+        for (uint32_t p = 0; p < component.numFloatParams(); ++p)
+            automatable += component.floatParamAutomatable(p);
+        for (uint32_t p = 0; p < component.numBoolParams(); ++p)
+            automatable += component.boolParamAutomatable(p);
+        for (uint32_t p = 0; p < component.numIntParams(); ++p)
+            automatable += component.intParamAutomatable(p);
+        EXPECT_EQ(automatable, rows[i].automatable);
+    }
+}
+
+TEST_F(Parameters, StartAtTheirDefaultsAndKeepWhatIsWritten)
+{
+    for (Component *component : plugin.components) {
+        for (uint32_t i = 0; i < component->numFloatParams(); ++i) {
+            SCOPED_TRACE(component->floatParamName(i).c_str());
+            const auto [low, high] = component->floatParamRange(i);
+            EXPECT_LT(low, high);
+            EXPECT_EQ(component->floatParamValue(i), component->floatParamDefault(i));
+            for (float value : {low, high, (low + high) / 2}) {
+                component->setFloatParamValue(i, value);
+                EXPECT_EQ(component->floatParamValue(i), value);
+            }
+        }
+        for (uint32_t i = 0; i < component->numBoolParams(); ++i) {
+            SCOPED_TRACE(component->boolParamName(i).c_str());
+            const bool chainTurnsItOn = component->boolParamName(i) == String("Global: Delay Compensation");
+            EXPECT_EQ(component->boolParamValue(i), component->boolParamDefault(i) || chainTurnsItOn);
+            for (bool value : {true, false}) {
+                component->setBoolParamValue(i, value);
+                EXPECT_EQ(component->boolParamValue(i), value);
+            }
+        }
+        for (uint32_t i = 0; i < component->numIntParams(); ++i) {
+            SCOPED_TRACE(component->intParamName(i).c_str());
+            const auto [low, high] = component->intParamRange(i);
+            EXPECT_EQ(component->intParamValue(i), component->intParamDefault(i));
+            EXPECT_TRUE(component->intParamHasValueNames(i));
+            std::vector<String> names;
+            component->intParamValueNames(i, names);
+            EXPECT_EQ(names.size(), high - low + 1);
+            for (uint32_t value = low; value <= high; ++value) {
+                component->setIntParamValue(i, value);
+                EXPECT_EQ(component->intParamValue(i), value);
+            }
+        }
+    }
+}
+
+TEST_F(Parameters, TakeOnlyHighlightColoursThatExist)
+{
+    Component &gain = *chain.gain();
+    gain.setFloatParamHighlight(0, 2);
+    gain.setFloatParamHighlight(0, 5);
+    EXPECT_EQ(gain.floatParamHighlight(0), 2u);
+    gain.setHighlightColour(1); // no envelope: none
+    EXPECT_EQ(gain.floatParamHighlight(0), DSP::kNoHighlight);
+}
+
+TEST_F(Parameters, OfTheOptionsAskForWhatTheyChange)
+{
+    using enum DSP::PluginLink::Message;
+    DSP::Global &global = *chain.global();
+    plugin.messages.clear();
+    global.setFps(30);
+    EXPECT_TRUE(plugin.messages.empty()) << "nothing changed";
+    global.setFps(60);
+    EXPECT_EQ(global.getFramePeriodMs(), 17u);
+    global.setShowBackgroundGrid(false);
+    global.setRenderingThread(true);
+    EXPECT_EQ(plugin.messages,
+              (std::vector<uint32_t>{renderTimingChanged, backgroundGridChanged, renderTimingChanged}));
+    global.setFps(25);
+    EXPECT_EQ(plugin.messages.size(), 3u) << "the thread reads the period itself";
+
+    global.setAutomationZipperSamples(5);
+    EXPECT_EQ(global.getAutomationZipperSamples(), 10);
+    global.setAutomationZipperSamples(1000);
+    EXPECT_EQ(global.getAutomationZipperSamples(), 600);
+    const int before = plugin.latencyRequests;
+    global.setGlobalBufferSize(9);
+    EXPECT_EQ(global.getGlobalBufferSize(), 6u);
+    EXPECT_EQ(plugin.latencyRequests, before + 1);
+    global.setMeterEnable(false);
+    EXPECT_EQ(plugin.activeRequests, 1);
+    plugin.presetChanging = true;
+    global.setMeterEnable(true);
+    global.setGlobalBufferSize(1);
+    EXPECT_EQ(plugin.activeRequests, 1) << "held back while a program is exchanged";
+    EXPECT_EQ(plugin.latencyRequests, before + 1);
+
+    const int resets = plugin.chainResets;
+    global.setBypass(true);
+    global.setBypass(true);
+    global.setBypass(false);
+    EXPECT_EQ(plugin.chainResets, resets + 1) << "only turning it on clears the sound";
+}
+
+TEST_F(Parameters, CarryTheNamesAndUnitsTheUserReads)
+{
+    struct Row {
+        uint32_t component, index;
+        const char *name, *label;
+        float low, high, initial;
+    };
+    constexpr Row rows[] = {
+        {0, 0, "Global: FPS", "fps", 5, 60, 30},
+        {0, 1, "Global: Opacity", "%", 20, 100, 100},
+        {0, 2, "Global: Automation Zipper Samples", "", 10, 600, 50},
+        {3, 0, "Gain", "dB", -18, 18, 0},
+        {4, 0, "Crossover Low Cutoff", "Hz", 20, 20000, 120},
+        {4, 1, "Crossover Mid Cutoff", "Hz", 20, 20000, 2000},
+        {4, 2, "Crossover High Cutoff", "Hz", 20, 20000, 10000},
+        {5, 0, "Limiter Threshold", "dB", -20, 0, 0},
+        {5, 1, "Limiter Margin", "dB", -5, 0, 0},
+        {5, 2, "Limiter Ratio", "x:1", 1, 25, 20},
+        {5, 3, "Limiter Attack", "ms", 1, 20, 4},
+        {5, 4, "Limiter Release", "ms", 10, 500, 500},
+        {6, 0, "Band 1 Comp Threshold", "dB", -60, 0, 0},
+        {6, 5, "Band 2 Gain", "dB", -18, 18, 0},
+        {6, 10, "Band 3 Ratio", "x:1", 1, 30, 1},
+        {6, 15, "Band 4 Attack", "ms", 0, 500, 10},
+        {6, 19, "Band 4 Release", "ms", 0, 5000, 100},
+    };
+    for (const Row &row : rows) {
+        const Component &component = *plugin.components[row.component];
+        SCOPED_TRACE(row.name);
+        EXPECT_EQ(component.floatParamName(row.index), String(row.name));
+        EXPECT_EQ(component.floatParamLabel(row.index), String(row.label));
+        EXPECT_EQ(component.floatParamRange(row.index).minimum, row.low);
+        EXPECT_EQ(component.floatParamRange(row.index).maximum, row.high);
+        EXPECT_EQ(component.floatParamDefault(row.index), row.initial);
+    }
+    const auto boolName = [&](uint32_t component, uint32_t i) {
+        return plugin.components[component]->boolParamName(i);
+    };
+    EXPECT_EQ(boolName(4, 3), String("Crossover Band 4 Bypass"));
+    EXPECT_EQ(boolName(4, 4), String("Crossover Band 1 Mute"));
+    EXPECT_EQ(boolName(5, 0), String("Limiter Bypass"));
+    EXPECT_EQ(boolName(5, 1), String("Limiter Brickwall Mode"));
+    EXPECT_EQ(boolName(6, 0), String("Dynamics Band Link"));
+    EXPECT_EQ(boolName(6, 4), String("Band 4 Bypass"));
+    EXPECT_EQ(boolName(6, 5), String("Band 1 Solo"));
+    EXPECT_EQ(boolName(7, 0), String("Spectrum On Input"));
+}
+
+} // namespace

@@ -1,0 +1,122 @@
+#include <array>
+#include <cmath>
+#include <gtest/gtest.h>
+#include <limits>
+
+#include "tests/plugin/TestPlugin.h"
+#include "tests/signals/Blocks.h"
+#include "tests/signals/Compare.h"
+
+namespace {
+
+using Reference::Settings;
+using Signals::Random;
+using Signals::slice;
+
+/// Same sound in the last second, but for the last 0.1 % of a release that 32 bits never quite finish; same
+/// bits after a new start.
+void expectRecovery(TestPlugin &struck, TestPlugin &spared, const Audio &audio)
+{
+    const uint32_t from = audio.frames() - 44100;
+    const Audio actual = struck.process(audio, 4096), expected = spared.process(audio, 4096);
+    EXPECT_LT(errorDb(slice(actual, from, 44100), slice(expected, from, 44100)), -60);
+    for (TestPlugin *plugin : {&struck, &spared}) plugin->resume(44100);
+    EXPECT_EQ(struck.process(audio, 4096), spared.process(audio, 4096));
+}
+
+class RobustnessSeeds : public testing::TestWithParam<int> {};
+INSTANTIATE_TEST_SUITE_P(All, RobustnessSeeds, testing::Range(0, 8));
+
+TEST_P(RobustnessSeeds, GarbageSamplesAreSilence)
+{
+    constexpr float infinity = std::numeric_limits<float>::infinity();
+    constexpr std::array garbage = {std::numeric_limits<float>::quiet_NaN(), infinity, -infinity, 1e38f,
+                                    -1e11f};
+    Random random(GetParam());
+    const uint32_t rate = drawRate(random);
+    const Settings settings = Reference::draw(random);
+    TestPlugin dirty(settings, rate), clean(settings, rate);
+    Audio silenced = Signals::music(GetParam(), rate, 20000, -3), input = silenced;
+    const bool flood = random.chance(0.3);
+    uint64_t count = 0;
+    for (auto channel : {&Audio::left, &Audio::right})
+        for (uint32_t i = 0; i < 15000; ++i) {
+            if (!random.chance(flood ? 0.9 : 0.001)) continue;
+            (input.*channel)[i] = random.pick(garbage);
+            (silenced.*channel)[i] = 0;
+            ++count;
+        }
+    EXPECT_EQ(dirty.process(input, 512), clean.process(silenced, 512));
+    EXPECT_EQ(dirty.transformHandle().transformBase()->refusedSamples(), count);
+}
+
+TEST_P(RobustnessSeeds, TheLoudestSamplesPassAndAreForgotten)
+{
+    Random random(100 + GetParam());
+    Settings settings = Reference::draw(random);
+    for (auto &band : settings.bands) band.releaseMs = std::min(band.releaseMs, 200.0f);
+    TestPlugin struck(settings, 44100), spared(settings, 44100);
+    const Audio blow = Signals::noise(GetParam(), 5000, random.pick(std::array{100.0, 199.9}));
+    const Audio silence = Signals::silence(5000);
+    const Audio output = struck.process(blow, 512);
+    EXPECT_LT(peakOf(output), HUGE_VAL);
+    spared.process(silence, 512);
+    expectRecovery(struck, spared, Signals::music(GetParam(), 44100, 10 * 44100, -3));
+    float peak[2], held[2];
+    struck.transformHandle().level()->read(peak[0], peak[1], held[0], held[1]);
+    for (float value : {peak[0], peak[1], held[0], held[1]}) EXPECT_TRUE(std::isfinite(value));
+}
+
+TEST(Robustness, AbsurdRatesLeaveNoTrace)
+{
+    Random random(1);
+    for (uint32_t rate : {0u, 1u, 2u, 7u, 20u, 41u, 100u, 499u, 500u, 1000u, 10000000u, 1000000000u}) {
+        TestPlugin plugin, fresh({}, 44100);
+        for (int turn = 0; turn < 2; ++turn) {
+            plugin.resume(rate);
+            EXPECT_LT(peakOf(plugin.process(Signals::noise(rate, 3000, 0), 512)), 1e13) << rate;
+            plugin.transformHandle().crossOver()->setCutoff(1, 3000.0f + turn);
+            plugin.process(Signals::noise(rate, 3000, 0), 512);
+        }
+        plugin.transformHandle().crossOver()->setCutoff(1, 2000);
+        plugin.resume(44100);
+        plugin.resume(44100);
+        EXPECT_EQ(plugin.latency(), 305u);
+        const Audio audio = Signals::noise(2, 10000, 0);
+        EXPECT_EQ(plugin.process(audio, 512), fresh.process(audio, 512)) << rate;
+    }
+}
+
+TEST(Robustness, AMillionFramesAreOneBlock)
+{
+    Random random(2);
+    const Settings settings = Reference::draw(random);
+    TestPlugin whole(settings, 44100), cut(settings, 44100);
+    const Audio audio = Signals::noise(3, 1 << 20, 6);
+    EXPECT_EQ(whole.process(audio), cut.process(audio, 1000));
+    EXPECT_EQ(whole.transform(0, nullptr, nullptr, nullptr, nullptr), 0u);
+}
+
+TEST_P(RobustnessSeeds, ParametersBeyondTheirRangesDoNotStay)
+{
+    constexpr std::array absurd = {-3e38f, -1e6f, -1.0f, 0.0f, 1e-38f, 0.5f, 1e6f, 3e38f};
+    Random random(200 + GetParam());
+    TestPlugin plugin({}, 44100), fresh({}, 44100);
+    const auto all = [&](auto &&value) {
+        for (DSP::Component *component : plugin.componentList())
+            for (uint32_t i = 0; i < component->numFloatParams(); ++i)
+                component->setFloatParamValue(i, value(*component, i));
+    };
+    for (int turn = 0; turn < 20; ++turn) {
+        all([&](const DSP::Component &component, uint32_t i) {
+            return random.chance(0.3) ? random.pick(absurd) : component.floatParamDefault(i);
+        });
+        const Audio audio = Signals::noise(turn, 2000, 0);
+        EXPECT_LT(peakOf(plugin.process(audio, random.chance(0.5) ? 64 : 512)), HUGE_VAL);
+    }
+    // crossed cutoffs keep the filters that were: one that is not crossed brings sound ones
+    all([](const DSP::Component &component, uint32_t i) { return component.floatParamDefault(i); });
+    expectRecovery(plugin, fresh, Signals::noise(7, 10 * 44100, -10));
+}
+
+} // namespace

@@ -1,0 +1,92 @@
+#pragma once
+#include <vector>
+
+#include "plugin/Plugin.h"
+#include "tests/reference/Settings.h"
+
+/// The plug-in without a host: blocks go in and out, gestures and reports are counted.
+class TestPlugin : public Plugin {
+public:
+    TestPlugin() : Plugin(kVst) {}
+    /// With settings made before playing starts, at `rate` in every part of the chain.
+    TestPlugin(const Reference::Settings &settings, uint32_t rate) : TestPlugin()
+    {
+        apply(settings);
+        resume(rate);
+        resume(rate); // the look-ahead follows a new rate at the second
+    }
+
+    void notifyParameter(DSP::ParamKind, EditPhase phase, DSP::Component *, uint32_t, const float *,
+                         const bool *, const uint32_t *) override
+    {
+        phases.push_back(phase);
+    }
+    void latencyChanged() override { ++latencyReports; }
+    void delayCompensationChanged() override { ++compensationReports; }
+    void setPresetChanging(bool on) { presetChanging = on; }
+
+    void apply(const Reference::Settings &settings);
+    /// One block, mono or stereo as the input is.
+    Audio process(Audio input);
+    /// A whole sound in blocks of `size`.
+    Audio process(const Audio &input, uint32_t size);
+
+    std::vector<EditPhase> phases;
+    int latencyReports = 0, compensationReports = 0;
+};
+
+inline void TestPlugin::apply(const Reference::Settings &settings)
+{
+    const TransformHandle &parts = transformHandle();
+    for (uint32_t i = 0; i < 3; ++i) parts.crossOver()->setCutoff(i, settings.cutoffs[i]);
+    for (uint32_t b = 0; b < 4; ++b) {
+        parts.crossOver()->setBandBypass(b, settings.bandBypass[b]);
+        parts.crossOver()->setBandMute(b, settings.bandMute[b]);
+        const Reference::BandSettings &band = settings.bands[b];
+        DSP::Dynamics &dynamics = *parts.dynamics();
+        dynamics.setThreshold(b, band.thresholdDb);
+        dynamics.setGain(b, band.gainDb);
+        dynamics.setRatio(b, band.ratio);
+        dynamics.setAttack(b, band.attackMs);
+        dynamics.setRelease(b, band.releaseMs);
+        dynamics.setBypass(b, band.bypass);
+        dynamics.setSolo(b, band.solo);
+        DSP::Meter::Spectrum &spectrum = *parts.spectrum(b);
+        spectrum.setOnInput(settings.spectra[b].onInput);
+        spectrum.setWindowSize(settings.spectra[b].size);
+        spectrum.setOverlap(settings.spectra[b].overlap);
+        spectrum.setWindowType(settings.spectra[b].window);
+    }
+    DSP::Maximizer &limiter = *parts.maximizer();
+    limiter.setThreshold(settings.limiter.thresholdDb);
+    limiter.setMargin(settings.limiter.marginDb);
+    limiter.setAttack(settings.limiter.attackMs);
+    limiter.setRelease(settings.limiter.releaseMs);
+    limiter.setBypass(settings.limiter.bypass);
+    limiter.setBrickwall(settings.limiter.brickwall);
+    parts.gain()->setGain(settings.gainDb);
+    parts.global()->setProcessAsMono(settings.processAsMono);
+    parts.global()->setBypass(settings.bypass);
+}
+
+inline Audio TestPlugin::process(Audio input)
+{
+    Audio output = {std::vector<float>(input.left.size()), std::vector<float>(input.right.size())};
+    transform(input.frames(), input.left.data(), input.rightOrNull(), output.left.data(),
+              output.rightOrNull());
+    return output;
+}
+
+inline Audio TestPlugin::process(const Audio &input, uint32_t size)
+{
+    Audio output;
+    for (uint32_t from = 0; from < input.frames(); from += size)
+        output = Signals::append(std::move(output),
+                                 process(Signals::slice(input, from, std::min(size, input.frames() - from))));
+    return output;
+}
+
+struct TestWindow final : EditorWindow {
+    void post(uint32_t code) override { codes.push_back(code); }
+    std::vector<uint32_t> codes;
+};
