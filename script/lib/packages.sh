@@ -1,0 +1,34 @@
+# packages: for the other scripts to source; installs the Debian packages that they need and that are missing.
+
+# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures.
+build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
+    libcairo2-dev fonts-dejavu-core libgtest-dev libgmock-dev libbenchmark-dev)
+
+package_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
+
+as_root() {
+    if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# install_packages NAME...: as root or through sudo; asks the network only if something is missing.
+install_packages() {
+    local name log missing=()
+    command -v dpkg-query >/dev/null || { echo "this system has no dpkg; it must be Debian 12 or a relative of it" >&2; return 1; }
+    for name in "$@"; do package_installed "$name" || missing+=("$name"); done
+    if [ "${#missing[@]}" -eq 0 ]; then echo "all packages are there"; return; fi
+    if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
+        echo "packages are missing; install them as root: apt-get install ${missing[*]}" >&2
+        return 1
+    fi
+    echo "installing: ${missing[*]}"
+    log=$(mktemp)
+    if as_root apt-get update >"$log" 2>&1 &&
+        as_root env DEBIAN_FRONTEND=noninteractive apt-get install -y --no-install-recommends "${missing[@]}" >>"$log" 2>&1; then
+        rm -f "$log"
+    else
+        tail -n 15 "$log" >&2
+        rm -f "$log"
+        echo "apt-get could not install them; see its messages above, then run this script again" >&2
+        return 1
+    fi
+}
