@@ -19,6 +19,7 @@ th, td { text-align: left; padding: .2em 1.6em .2em 0; border-bottom: 1px solid 
 th { color: #6b7380; }
 table.numbers td, table.numbers thead th + th { text-align: right; font-variant-numeric: tabular-nums; }
 .tables { display: flex; flex-wrap: wrap; align-items: flex-start; }
+ul { columns: 16em; }
 .remark { border-left: 4px solid #de8f05; padding-left: .8em; }
 </style>
 )";
@@ -73,7 +74,7 @@ std::string makePage(const RenderOptions &options, const Rendering &rendering, c
 {
     const std::string title = escaped(options.in.filename().string());
     std::string page =
-        fmt::format("{}<title>{}: Tessarine</title></head><body>\n<h1>{}</h1>\n", kPageHead, title, title);
+        fmt::format("{}<title>{}: Tessarine</title></head><body>\n<h1>Rendering report</h1>\n", kPageHead, title);
     for (const std::string &remark : summary.remarks)
         page += "<p class=\"remark\">" + escaped(remark) + "</p>\n";
     page += "<div class=\"tables\">\n" + toHtml(summary.levels) + toHtml(summary.reduction) + "</div>\n";
