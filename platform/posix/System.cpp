@@ -29,7 +29,8 @@ uint32_t tickCount()
 
 char pathSeparator() { return '/'; }
 
-std::string modulePath()
+namespace {
+std::string findModule()
 {
     Dl_info found{};
     if (dladdr(reinterpret_cast<const void *>(&modulePath), &found) == 0 || found.dli_fname == nullptr)
@@ -39,6 +40,12 @@ std::string modulePath()
     // A program that the shell found on its search path is known here by its bare name alone.
     return path.find('/') == std::string::npos ? resolved("/proc/self/exe") : resolved(path.c_str());
 }
+
+// Found when the library is loaded: its path may be relative, and the host may change its folder later.
+const std::string kModulePath = findModule();
+} // namespace
+
+std::string modulePath() { return kModulePath; }
 
 bool pathExists(const std::string &path) { return access(path.c_str(), F_OK) == 0; }
 
