@@ -4,6 +4,7 @@
 #include "bench/Clock.h"
 #include "bench/Counting.h"
 #include "bench/Load.h"
+#include "dsp/kernels/Kernels.h"
 
 // tessarine_count: plays the standard load for an instruction counter, or for the clock if there is none.
 
@@ -11,7 +12,7 @@ namespace {
 
 struct Options {
     uint32_t block = 512, frames = Bench::kMeasuredFrames;
-    bool brickwall = false, moveCutoffs = false, silence = false, eachBlock = false;
+    bool brickwall = false, moveCutoffs = false, silence = false, eachBlock = false, showKernels = false;
 };
 
 /// Plays with only the effect counted; returns ns per frame of each piece of kMeasuredFrames, looks at the
@@ -59,8 +60,13 @@ int main(int argc, char **argv)
     app.add_flag("--brickwall", options.brickwall, "limiter in brickwall mode");
     app.add_flag("--cutoffs", options.moveCutoffs, "move a cutoff before every block");
     app.add_flag("--silence", options.silence, "measure silence after the music");
+    app.add_flag("--kernels", options.showKernels, "only say which kernels run");
     app.add_flag("--each-block", options.eachBlock, "write a count for every block");
     CLI11_PARSE(app, argc, argv);
+    if (options.showKernels) {
+        fmt::print("{}\n", DSP::Kernels::active().name);
+        return 0;
+    }
 
     const uint32_t music = options.silence ? Bench::kMeasuredFrames : Bench::kMeasuredFrames + options.frames;
     Bench::Load load(options.block, options.brickwall, music);

@@ -1,6 +1,6 @@
 #include "bench/Counting.h"
 
-#if __has_include(<valgrind/callgrind.h>)
+#ifdef BENCH_CALLGRIND
 #include <valgrind/callgrind.h>
 #else
 #define RUNNING_ON_VALGRIND 0

@@ -9,8 +9,17 @@ namespace {
 constexpr float kCutoffsHz[] = {120, 1000, 6000};
 constexpr float kMovedCutoffHz = 1100;
 constexpr uint64_t kSeed = 4;
-constexpr double kMusicDb = -1,
-                 kHissDb = -18; // peaks; the hiss gives the top band something to do at all times
+// Peaks. Hum and hiss give the outer bands something to do at all times.
+constexpr double kMusicDb = -1, kHumDb = -16, kHissDb = -18;
+constexpr double kHumHz = 55;
+
+void addTo(Audio &sum, const Audio &sound)
+{
+    for (uint32_t i = 0; i < sum.frames(); ++i) {
+        sum.left[i] += sound.left[i];
+        sum.right[i] += sound.right[i];
+    }
+}
 } // namespace
 
 void setStandard(const TransformHandle &chain, bool brickwall)
@@ -33,11 +42,8 @@ Audio music(uint32_t frames)
     Audio mix;
     for (uint64_t seed = kSeed; mix.frames() < frames; ++seed) {
         Audio piece = Signals::music(seed, kRate, kMeasuredFrames, kMusicDb);
-        const Audio hiss = Signals::noise(seed, kMeasuredFrames, kHissDb);
-        for (uint32_t i = 0; i < kMeasuredFrames; ++i) {
-            piece.left[i] += hiss.left[i];
-            piece.right[i] += hiss.right[i];
-        }
+        addTo(piece, Signals::sine(kRate, kHumHz, kMeasuredFrames, kHumDb));
+        addTo(piece, Signals::noise(seed, kMeasuredFrames, kHissDb));
         mix = Signals::append(std::move(mix), piece);
     }
     return mix;

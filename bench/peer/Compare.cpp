@@ -1,6 +1,7 @@
 #include <CLI/CLI.hpp>
 #include <algorithm>
 #include <fmt/core.h>
+#include <memory>
 #if defined(__SSE2__)
 #include <emmintrin.h>
 #endif
@@ -44,20 +45,38 @@ double timePerFrame(Effect &effect)
     return (Bench::processorTime() - start) / kFrames;
 }
 
-/// One line: block, ns per frame of this effect and of the peer.
-void compare(const Bench::Lv2World &world, uint32_t block, const Options &options)
-{
-    constexpr uint32_t kMusicFrames = 5 * Bench::kMeasuredFrames;
-    Bench::Load load(block, options.brickwall, kMusicFrames);
-    Bench::Peer peer(world, block, kMusicFrames);
-    load.play(Bench::kMeasuredFrames);
-    peer.play(Bench::kMeasuredFrames);
-    std::vector<double> ours, theirs;
-    for (uint32_t turn = 0; turn < options.turns; ++turn) {
+/// This effect and the peer at one size of block, and what they took in each turn.
+struct Rivals {
+    Rivals(const Bench::Lv2World &world, uint32_t blockFrames, bool brickwall)
+        : block(blockFrames), load(block, brickwall, kMusicFrames), peer(world, block, kMusicFrames)
+    {
+        load.play(Bench::kMeasuredFrames);
+        peer.play(Bench::kMeasuredFrames);
+    }
+    void takeTurns()
+    {
         ours.push_back(timePerFrame(load));
         theirs.push_back(timePerFrame(peer));
     }
-    fmt::print("{} {:.2f} {:.2f}\n", block, median(ours), median(theirs));
+
+    static constexpr uint32_t kMusicFrames = 5 * Bench::kMeasuredFrames;
+    const uint32_t block;
+    Bench::Load load;
+    Bench::Peer peer;
+    std::vector<double> ours, theirs;
+};
+
+/// One line for each block: its frames, ns per frame of this effect and of the peer. The sizes take turns
+/// too, so that a change in the machine's speed hits them all.
+void compare(const Bench::Lv2World &world, const Options &options)
+{
+    std::vector<std::unique_ptr<Rivals>> sizes;
+    for (const uint32_t block : options.blocks)
+        sizes.push_back(std::make_unique<Rivals>(world, block, options.brickwall));
+    for (uint32_t turn = 0; turn < options.turns; ++turn)
+        for (const auto &size : sizes) size->takeTurns();
+    for (const auto &size : sizes)
+        fmt::print("{} {:.2f} {:.2f}\n", size->block, median(size->ours), median(size->theirs));
 }
 
 /// What Callgrind is to count: the peer alone.
@@ -76,7 +95,10 @@ void showMeters(const Bench::Lv2World &world, uint32_t block)
         peer.playBlock();
         peer.lookAtMeters();
     }
-    for (const double db : peer.leastGainsDb()) fmt::print("{:.1f} dB\n", db);
+    for (uint32_t i = 0; i < 5; ++i) {
+        const std::string name = i < 4 ? fmt::format("band {}", i + 1) : "limiter";
+        fmt::print("{:8} down to {:5.1f} dB\n", name, peer.leastGainsDb()[i]);
+    }
 }
 
 } // namespace
@@ -97,13 +119,10 @@ int main(int argc, char **argv)
     flushDenormals();
     try {
         const Bench::Lv2World world;
+        if (!options.count && !options.meters) compare(world, options);
         for (const uint32_t block : options.blocks) {
-            if (options.count)
-                count(world, block);
-            else if (options.meters)
-                showMeters(world, block);
-            else
-                compare(world, block, options);
+            if (options.count) count(world, block);
+            if (options.meters) showMeters(world, block);
         }
     } catch (const std::exception &error) {
         fmt::print(stderr, "tessarine_peer: {}\n", error.what());
