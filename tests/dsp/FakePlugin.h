@@ -47,8 +47,12 @@ struct Rig {
     /// As the chain does it: the reset first, at the old rate.
     void resume(uint32_t hz)
     {
-        rate = hz;
         component.resetComponent();
+        setSampleRate(hz);
+    }
+    void setSampleRate(uint32_t hz)
+    {
+        rate = hz;
         component.setSampleRate(hz);
     }
     uint32_t run(uint32_t frames, float *left, float *right, float *const *bandsLeft = nullptr,

@@ -99,7 +99,7 @@ TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
         compareMeters(plugin, reference, scale);
         if (HasFailure()) return;
     }
-    EXPECT_LT(errorDb(actual, expected), std::max(-120.0, toDb(reference.doubt() * 64 * scale)));
+    EXPECT_LT(errorDb(actual, expected, peakOf(audio)), std::max(-120.0, toDb(512 * reference.doubt())));
 }
 
 TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)

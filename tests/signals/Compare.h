@@ -37,10 +37,11 @@ inline double differenceOf(const Audio &a, const Audio &b)
 
 inline double toDb(double linear) { return 20 * std::log10(std::max(linear, 1e-30)); }
 
-/// Error of `actual` in dB below full scale, or below the peak of `expected` where that is above full scale.
-inline double errorDb(const Audio &actual, const Audio &expected)
+/// Error of `actual` in dB below full scale, or below the peak of `expected` or of the input where that is
+/// higher.
+inline double errorDb(const Audio &actual, const Audio &expected, double inputPeak = 0)
 {
-    return toDb(differenceOf(actual, expected) / std::max(1.0, peakOf(expected)));
+    return toDb(differenceOf(actual, expected) / std::max({1.0, inputPeak, peakOf(expected)}));
 }
 
 /// For the messages of a failed comparison.
