@@ -121,8 +121,11 @@ void BandSplitter::filter(uint32_t frames, const float *left, const float *right
     const uint32_t bandOfSlot[4] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
     const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
 
-    const Kernels::SplitterState before = state;
-    if (!right) takeRightLanes(state, state, 0); // so that both lanes write the same samples
+    Kernels::SplitterState before;
+    if (!right) {
+        before = state;
+        takeRightLanes(state, state, 0); // so that both lanes write the same samples
+    }
     for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
         const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
         Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};

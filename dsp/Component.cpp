@@ -45,14 +45,12 @@ uint32_t Component::run(uint32_t sampleRate, const int64_t *streamTime, uint32_t
 {
     if (!active && !deactivating && !force) return frames;
     const Util::Hold hold(lock);
-    if (bandsLeft) std::copy_n(bandsLeft, kBands, bandOutLeft);
-    if (bandsRight) std::copy_n(bandsRight, kBands, bandOutRight);
-    hasBandPointers = bandsLeft != nullptr;
+    bandOutLeft = bandsLeft;
+    bandOutRight = bandsRight;
     bool abort = false;
     const uint32_t done =
         runBlock(sampleRate, streamTime, zipperSamples, refreshFlag, frames, left, right, &abort);
-    std::fill_n(bandOutLeft, kBands, nullptr);
-    std::fill_n(bandOutRight, kBands, nullptr);
+    bandOutLeft = bandOutRight = nullptr;
     return abort ? frames : done;
 }
 

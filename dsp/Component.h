@@ -159,9 +159,8 @@ protected:
 
     std::unique_ptr<EnvelopeHandler> envelopes;
     std::vector<uint32_t> floatWatch, boolWatch, intWatch; // parameters that hasAutomation looks at
-    float *bandOutLeft[kBands] = {}; // valid during process when run was given band pointers
-    float *bandOutRight[kBands] = {};
-    bool hasBandPointers = false;
+    float *const *bandOutLeft = nullptr; // the four bands during process, if run was given band pointers
+    float *const *bandOutRight = nullptr;
     Util::NamedLock lock;
     PluginLink &plugin;
     const String name;

@@ -190,7 +190,7 @@ void Dynamics::readPeaks(uint32_t band, float &left, float &right)
 uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
 {
     Block block;
-    if (hasBandPointers) {
+    if (bandOutLeft) {
         std::copy_n(bandOutLeft, kBands, block.left);
         std::copy_n(bandOutRight, kBands, block.right);
     } else {

@@ -35,16 +35,16 @@ static float peak(const float *samples, int count)
     return result;
 }
 
-static void monoMix(const float *left, const float *right, float value, float *out, int count)
+static void monoMix(const float *left, const float *right, const float *wave, float *out, int count)
 {
-    const F8 guard = F8::splat(value), half = F8::splat(0.5f);
+    const F8 half = F8::splat(0.5f);
     int i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) {
         const F8 l = F8::load(left + i);
         const F8 mixed = right ? (l + F8::load(right + i)) * half : l;
-        store(out + i, mixed + guard);
+        store(out + i, mixed - F8::load(wave + i));
     }
-    for (; i < count; ++i) out[i] = (right ? (left[i] + right[i]) * 0.5f : left[i]) + value;
+    for (; i < count; ++i) out[i] = (right ? (left[i] + right[i]) * 0.5f : left[i]) - wave[i];
 }
 
 static float least(const float *values, float most, int count)

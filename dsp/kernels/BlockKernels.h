@@ -11,8 +11,8 @@ struct BlockKernels {
     float (*peak)(const float *samples, int count);
     /// Smallest value, at most `most`.
     float (*least)(const float *values, float most, int count);
-    /// out = (left + right) x 0.5 + value; `right` null: left + value.
-    void (*monoMix)(const float *left, const float *right, float value, float *out, int count);
+    /// out = (left + right) x 0.5 - wave; `right` null: left - wave.
+    void (*monoMix)(const float *left, const float *right, const float *wave, float *out, int count);
     /// The arrays may not overlap.
     void (*copy)(const float *source, float *target, int count);
     void (*add)(const float *source, float *target, int count);

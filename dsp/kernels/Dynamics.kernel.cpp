@@ -63,7 +63,7 @@ LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Chu
 #pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
         const F4 level = F4::loadAligned(levels.lanes[i]);
-        envelope = max(keep(level > envelope, level), decay * envelope);
+        envelope = select(level > envelope, level, decay * envelope);
         const F4 heard = max(envelope, floor);
         loudest = max(heard, loudest);
         storeAligned(levels.lanes[i], heard);

@@ -15,7 +15,6 @@ namespace {
 constexpr float kOverlapFactors[] = {0.0f, 0.1f, 0.2f, 0.3f, 0.4f, 0.5f};
 constexpr int kLeastOrder = 9; // log2 of the smallest size
 constexpr float kBlackmanAlpha = -0.16f, kKaiserAlpha = 0.006f;
-constexpr uint32_t kHalfGuardWave = GuardWave::kLength / 2;
 
 uint32_t sizeForRate(uint32_t hz)
 {
@@ -153,16 +152,15 @@ void Spectrum::feed(uint32_t frames, const float *left, const float *right)
 void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
-    for (uint32_t done = 0; done < count;) {
-        const uint32_t run = std::min(count - done, kHalfGuardWave - guardCounter % kHalfGuardWave);
-        // opposite in sign to the guard of the chain, which the signal bears already
-        const float guard = guardCounter < kHalfGuardWave ? -kGuardLeft : kGuardLeft;
-        mix(left + done, right ? right + done : nullptr, guard, frame.data() + framePosition,
-            static_cast<int>(run));
-        guardCounter = static_cast<uint8_t>(guardCounter + run);
-        framePosition += run;
-        done += run;
+    // taken away, not added: opposite in sign to the guard of the chain, which the signal bears already
+    const float *const wave = guardWave(guardCounter).left;
+    for (uint32_t done = 0; done < count; done += GuardWave::kLength) {
+        const uint32_t piece = std::min<uint32_t>(count - done, GuardWave::kLength);
+        mix(left + done, right ? right + done : nullptr, wave, frame.data() + framePosition + done,
+            static_cast<int>(piece));
     }
+    guardCounter = static_cast<uint8_t>(guardCounter + count);
+    framePosition += count;
 }
 
 void Spectrum::completeFrame()
