@@ -22,7 +22,6 @@ public:
     void latencyChanged() override {}
     void delayCompensationChanged() override {}
     uint32_t addedLatency() const override { return 0; }
-    Util::NamedLock &getStateLock() override { return stateLock; }
     Util::NamedLock &getTransformLock() override { return transformLock; }
 
     std::vector<DSP::Component *> components;

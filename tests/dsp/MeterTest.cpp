@@ -49,6 +49,22 @@ TEST_P(MeterSeeds, LevelHoldsAndFallsExactlyAsTheReference)
     }
 }
 
+TEST(Meter, APeakIsHeldForAFixedNumberOfSamples)
+{
+    FakePlugin plugin;
+    DSP::Meter::Level level(plugin);
+    const auto heldAfter = [&](const std::vector<float> &samples) {
+        float peak[2], held[2];
+        level.measure(static_cast<uint32_t>(samples.size()), samples.data(), nullptr);
+        level.read(peak[0], peak[1], held[0], held[1]);
+        EXPECT_EQ(held[0], held[1]);
+        return held[0];
+    };
+    EXPECT_EQ(heldAfter({-0.5f}), 0.5f);
+    EXPECT_EQ(heldAfter(std::vector<float>(17640)), 0.5f);
+    EXPECT_EQ(heldAfter({0}), 0);
+}
+
 TEST_P(MeterSeeds, SpectrumMatchesTheReference)
 {
     Random random(GetParam());
