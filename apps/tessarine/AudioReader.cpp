@@ -42,8 +42,6 @@ AudioReader::AudioReader(const fs::path &file) : path(file)
                         path.string(), missing));
     if (soundInfo.frames <= 0)
         throw Failure(fmt::format("{} has no sound in it: 0 frames; choose another file", path.string()));
-    // integers beyond full scale do not exist, floats do and are wanted as they are
-    sf_command(handle.get(), SFC_SET_NORM_FLOAT, nullptr, SF_TRUE);
 }
 
 uint32_t AudioReader::read(float *interleaved, uint32_t count)

@@ -10,7 +10,7 @@ namespace App {
 
 namespace {
 
-constexpr uint32_t kLargestBlock = 1u << 20;                  // frames
+constexpr uint32_t kLargestBlock = 1u << 16;                  // frames
 constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
 
 CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)

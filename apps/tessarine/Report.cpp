@@ -73,8 +73,8 @@ std::string inlineDrawing(std::string svg)
 std::string makePage(const RenderOptions &options, const Rendering &rendering, const Summary &summary)
 {
     const std::string title = escaped(options.in.filename().string());
-    std::string page =
-        fmt::format("{}<title>{}: Tessarine</title></head><body>\n<h1>Rendering report</h1>\n", kPageHead, title);
+    std::string page = fmt::format("{}<title>{}: Tessarine</title></head><body>\n<h1>Rendering report</h1>\n",
+                                   kPageHead, title);
     for (const std::string &remark : summary.remarks)
         page += "<p class=\"remark\">" + escaped(remark) + "</p>\n";
     page += "<div class=\"tables\">\n" + toHtml(summary.levels) + toHtml(summary.reduction) + "</div>\n";
