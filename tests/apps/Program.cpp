@@ -47,6 +47,7 @@ Program::Program(const fs::path &folder, const std::vector<std::string> &argumen
         const rlimit limit = {*largestFile, *largestFile};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
+    setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS, 0);
     if (chdir(folder.c_str()) != 0) _exit(126);
     std::vector<char *> argv = {const_cast<char *>(TESSARINE_PROGRAM)};
     for (const std::string &argument : arguments) argv.push_back(const_cast<char *>(argument.c_str()));
