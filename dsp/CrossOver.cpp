@@ -15,17 +15,14 @@ constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
 constexpr float kPi32 = 3.1415927f;
 } // namespace
 
-CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
+CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver"), designLock("DSP::CrossOver::Design")
 {
     std::copy(kDefaultCutoffsHz.begin(), kDefaultCutoffsHz.end(), cutoffs.begin());
     declareParameters();
     owner = this;
     finishConstruction();
     updateFade();
-    {
-        const Util::Hold hold(lock);
-        designFilters(filterSets[activeSet]);
-    }
+    designFilters(filterSets[activeSet]);
     setFraming(0, 2, 2 * kBands);
 }
 
@@ -73,12 +70,15 @@ void CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
 
 void CrossOver::setSampleRate(uint32_t hz)
 {
+    const Util::Hold designing(designLock);
     if (hz == sampleRate) return;
-    const Util::Hold hold(lock);
     sampleRate = hz;
+    BandSplitter next;
+    const bool inOrder = designFilters(next);
+    const Util::Hold hold(lock);
     updateFade();
     fadeRemaining = 0;
-    designFilters(filterSets[activeSet]);
+    if (inOrder) filterSets[activeSet] = next;
 }
 
 void CrossOver::updateFade()
@@ -94,11 +94,13 @@ void CrossOver::updateFade()
     }
 }
 
-void CrossOver::designFilters(BandSplitter &set)
+bool CrossOver::designFilters(BandSplitter &set) const
 {
     std::array<float, kCutoffs> hz;
     std::copy(cutoffs.begin(), cutoffs.end(), hz.begin());
-    if (std::is_sorted(hz.begin(), hz.end())) set.design(hz, sampleRate);
+    if (!std::is_sorted(hz.begin(), hz.end())) return false;
+    set.design(hz, sampleRate);
+    return true;
 }
 
 void CrossOver::reset()
@@ -112,11 +114,14 @@ void CrossOver::setCutoff(uint32_t index, float hz)
 {
     if (hz == cutoffs[index]) return;
     notifyParameterChanged();
-    const Util::Hold hold(lock);
+    const Util::Hold designing(designLock);
+    cutoffs[index] = hz;
+    BandSplitter next;
+    const bool inOrder = designFilters(next);
+    const Util::Hold hold(lock); // audio waits for a copy, not for the design
     if (fadeRemaining == 0) activeSet ^= 1;
     fadeRemaining = fadeLength;
-    cutoffs[index] = hz;
-    designFilters(filterSets[activeSet]);
+    if (inOrder) filterSets[activeSet] = next;
 }
 
 uint32_t CrossOver::process(uint32_t frames, float *left, float *right)

@@ -46,14 +46,15 @@ public:
 private:
     void declareParameters();
     void updateFade();
-    /// Designs filters for the present cutoffs; cutoffs that cross leave the set as it is.
-    void designFilters(BandSplitter &set);
+    /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
+    bool designFilters(BandSplitter &set) const;
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the set that is going into the start of the bands that the coming set has written.
     bool crossFade(uint32_t frames, const float *left, const float *right);
     /// A filter has lost its stability: what it wrote must not reach anything that remembers.
     void dropBlock(uint32_t frames, bool stereo);
 
+    Util::NamedLock designLock;  // between those who design; taken before the component's lock, never by audio
     uint32_t sampleRate = 44100; // Hz
     uint32_t fadeLength = 0;     // samples
     Util::Shared<uint32_t> bypassBits = 0, muteBits = 0;

@@ -50,8 +50,6 @@ public:
     /// Samples that the host format adds to the chain's own latency.
     virtual uint32_t addedLatency() const = 0;
 
-    /// Short changes of the chain's flags. May be entered with a component's lock held.
-    virtual Util::NamedLock &getStateLock() = 0;
     /// Held for a whole chain block.
     virtual Util::NamedLock &getTransformLock() = 0;
 

@@ -70,18 +70,12 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
     }
 
     updateComponents(activeUpdatePending, latencyUpdatePending);
-    {
-        const Util::Hold state(plugin.getStateLock());
-        inProcess = true;
-    }
+    inProcess = true;
     delayCompensation = settings->getDelayCompensation();
     const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
     const uint32_t written = transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
     refreshEditor();
-    {
-        const Util::Hold state(plugin.getStateLock());
-        inProcess = false;
-    }
+    inProcess = false;
     if (monoActive && callersRight && written) ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
     return written;
 }
@@ -119,11 +113,8 @@ void TransformBase::refreshEditor()
 void TransformBase::updateComponents(bool updateActive, bool updateLatency)
 {
     if (!updateActive && !updateLatency) return;
-    {
-        const Util::Hold hold(plugin.getStateLock());
-        if (updateActive) activeUpdatePending = false;
-        if (updateLatency) latencyUpdatePending = false;
-    }
+    if (updateActive) activeUpdatePending = false;
+    if (updateLatency) latencyUpdatePending = false;
     if (updateActive)
         for (Component *component : plugin.componentList()) {
             const bool on = component->isActive();
@@ -145,11 +136,8 @@ void TransformBase::requestLatencyUpdate() { requestUpdate(false); }
 
 void TransformBase::requestUpdate(bool activeToo)
 {
-    {
-        const Util::Hold hold(plugin.getStateLock());
-        if (activeToo) activeUpdatePending = true;
-        latencyUpdatePending = true;
-    }
+    if (activeToo) activeUpdatePending = true;
+    latencyUpdatePending = true;
     if (inProcess) return; // the audio thread carries it out at its next block
     updateComponents(activeUpdatePending, latencyUpdatePending);
     plugin.requestRefresh();

@@ -94,7 +94,6 @@ public:
     bool isPresetChanging() const override { return presetChanging; }
     void markParametersTouched() override { parametersTouched = true; }
     uint32_t addedLatency() const override { return hostFormat == kOtherFormat ? extraLatency() : 0; }
-    Util::NamedLock &getStateLock() override { return stateLock; }
     Util::NamedLock &getTransformLock() override { return transformLock; }
 
     static constexpr uint32_t kVst = 1, kOtherFormat = 2; // values of hostFormat
