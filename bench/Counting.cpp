@@ -4,6 +4,7 @@
 #include <valgrind/callgrind.h>
 #else
 #define RUNNING_ON_VALGRIND 0
+#define CALLGRIND_START_INSTRUMENTATION
 #define CALLGRIND_TOGGLE_COLLECT
 #define CALLGRIND_DUMP_STATS
 #endif
@@ -11,7 +12,17 @@
 namespace Bench {
 
 bool Counting::isWatched() { return RUNNING_ON_VALGRIND; }
-Counting::Counting() { CALLGRIND_TOGGLE_COLLECT; }
+
+Counting::Counting()
+{
+    // Watching begins with the first count: what comes before is most of a run and of no interest.
+    [[maybe_unused]] static const bool begun = [] {
+        CALLGRIND_START_INSTRUMENTATION;
+        return true;
+    }();
+    CALLGRIND_TOGGLE_COLLECT;
+}
+
 Counting::~Counting() { CALLGRIND_TOGGLE_COLLECT; }
 void Counting::endPart() { CALLGRIND_DUMP_STATS; }
 

@@ -3,8 +3,7 @@
 namespace Bench {
 
 /// Switches for the instruction counter that may be watching the process from outside (Callgrind, started
-/// with
-/// --collect-atstart=no). Without one they do nothing and cost nothing worth measuring.
+/// with --instr-atstart=no --collect-atstart=no). Without one they do nothing and cost next to nothing.
 class Counting {
 public:
     static bool isWatched();

@@ -22,7 +22,7 @@ OTHER = "other"
 
 
 def command(program, out_file, *options):
-    return ["valgrind", "--tool=callgrind", "--collect-atstart=no", "--callgrind-out-file=" + out_file, *options, *program]
+    return ["valgrind", "--tool=callgrind", "--instr-atstart=no", "--collect-atstart=no", "--callgrind-out-file=" + out_file, *options, *program]
 
 
 def run(arguments, environment=None):

@@ -22,7 +22,7 @@ struct Options {
     bool brickwall = false, count = false, meters = false;
 };
 
-/// The peer does not guard itself against denormals; hosts have the processor flush them.
+/// As hosts have it; the peer may count on it.
 void flushDenormals()
 {
 #if defined(__SSE2__)

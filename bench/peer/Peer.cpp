@@ -20,7 +20,7 @@ Lv2Effect::Settings Peer::compressorSettings()
         {"freq0", 120},
         {"freq1", 1000},
         {"freq2", 6000},
-        // its bands add up to less, so the lift stands behind them: the limiter shall have work
+        // the gain of the standard load, so that the limiter has work
         {"level_out", Signals::fromDb(12)},
     };
     for (uint32_t band = 0; band < kBands; ++band) {
