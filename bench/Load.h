@@ -43,7 +43,6 @@ public:
 
     /// Of the four bands and the limiter, over all looks at the meters so far.
     std::vector<Reductions> reductions() const;
-    uint32_t blockFrames() const { return block; }
 
 private:
     static constexpr uint32_t kLookInterval = kRate / 30; // frames
