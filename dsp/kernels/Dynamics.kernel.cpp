@@ -54,58 +54,58 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
     }
 }
 
-/// Peak detector: up at once, down by the decay. Tells whether any band reaches its threshold.
-LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &levels, int frames)
+using Rows = float (*)[4]; // a piece of a chunk, a frame a row
+
+/// Peak detector, in place: up at once, down by the decay. Tells whether any band reaches its threshold.
+LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Rows levels, int frames)
 {
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
     const F4 threshold = F4::loadAligned(coeffs.threshold);
     F4 envelope = F4::loadAligned(state.envelope), loudest = floor;
 #pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
-        const F4 level = F4::loadAligned(levels.lanes[i]);
+        const F4 level = F4::loadAligned(levels[i]);
         envelope = select(level > envelope, level, decay * envelope);
         const F4 heard = max(envelope, floor);
         loudest = max(heard, loudest);
-        storeAligned(levels.lanes[i], heard);
+        storeAligned(levels[i], heard);
     }
     storeAligned(state.envelope, envelope);
     return any(loudest >= threshold);
 }
 
 /// Hard-kneed curve, in place: levels become target gains.
-LANES_OP void curve(const CompressorCoeffs &coeffs, Chunk &levels, int frames)
+LANES_OP void curve(const CompressorCoeffs &coeffs, Rows levels, int frames)
 {
     const F4 t = F4::loadAligned(coeffs.threshold), e = F4::loadAligned(coeffs.exponent);
     const F8 threshold = combine(t, t), one = F8::splat(1.0f);
     const auto exponent = powerExponent(combine(e, e));
-    if (frames & 1) store(levels.lanes[frames], low(one));
+    if (frames & 1) store(levels[frames], low(one));
     for (int i = 0; i < frames; i += 2) {
-        const F8 level = F8::loadAligned(levels.lanes[i]);
-        storeAligned(levels.lanes[i], select(level >= threshold, power(level / threshold, exponent), one));
+        const F8 level = F8::loadAligned(levels[i]);
+        storeAligned(levels[i], select(level >= threshold, power(level / threshold, exponent), one));
     }
 }
 
 /// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
 template <bool anyTarget>
-LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Chunk &targets,
-                     CompressorPeaks &peaks, int frames)
+LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Rows targets, F4 &smallest,
+                     int frames)
 {
     const F4 attack = F4::loadAligned(coeffs.attackComplement), smooth = F4::loadAligned(coeffs.smoothCoeff);
     const F4 release = F4::loadAligned(coeffs.releaseCoeff), rise = F4::loadAligned(coeffs.releaseComplement);
     F4 followed = F4::loadAligned(state.followed), smoothed = F4::loadAligned(state.smoothed);
-    F4 smallest = F4::splat(1.0f);
 #pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
-        const F4 target = anyTarget ? F4::loadAligned(targets.lanes[i]) : F4::splat(1.0f);
+        const F4 target = anyTarget ? F4::loadAligned(targets[i]) : F4::splat(1.0f);
         followed =
             select(target < followed, (target - followed) * attack + followed, release * followed + rise);
         smoothed = (followed - smoothed) * smooth + smoothed;
         smallest = min(smoothed, smallest);
-        storeAligned(targets.lanes[i], smoothed);
+        storeAligned(targets[i], smoothed);
     }
     storeAligned(state.followed, followed);
     storeAligned(state.smoothed, smoothed);
-    store(peaks.smallestGain, smallest);
 }
 
 LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
@@ -128,14 +128,23 @@ static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state,
                          const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
                          int frames)
 {
+    // So short that the processor reaches the detector of the next piece while it waits for the follower of
+    // this one.
+    constexpr int kPiece = 16;
     Chunk chunk;
     measure(left, right, chunk, peaks, frames);
-    if (detect(coeffs, state, chunk, frames)) {
-        curve(coeffs, chunk, frames);
-        follow<true>(coeffs, state, chunk, peaks, frames);
-    } else {
-        follow<false>(coeffs, state, chunk, peaks, frames);
+    F4 smallest = F4::splat(1.0f);
+    for (int i = 0; i < frames; i += kPiece) {
+        const Rows piece = chunk.lanes + i;
+        const int count = frames - i < kPiece ? frames - i : kPiece;
+        if (detect(coeffs, state, piece, count)) {
+            curve(coeffs, piece, count);
+            follow<true>(coeffs, state, piece, smallest, count);
+        } else {
+            follow<false>(coeffs, state, piece, smallest, count);
+        }
     }
+    store(peaks.smallestGain, smallest);
     separate(chunk, gains, frames);
 }
 

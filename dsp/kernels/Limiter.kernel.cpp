@@ -31,32 +31,37 @@ static void detect(const float *left, const float *right, float decay, float &en
         envelopes[i] = now;
     }
     envelope = now;
+    for (int i = frames; i < wholeVectors(frames); ++i) envelopes[i] = 0.0f;
 }
 
 static void softGains(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, int frames)
 {
+    constexpr int kPiece =
+        16; // the curve of the next piece is worked out while the follower of this one waits
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
     const auto e = powerExponent(F8::splat(exponent));
-    for (int i = 0; i < wholeVectors(frames); i += F8::kLanes) {
-        const F8 envelope = F8::loadAligned(gains + i);
-        const M8 over = envelope >= t;
-        storeAligned(gains + i, any(over) ? select(over, power(envelope / t, e), one) : one);
-    }
-
     constexpr float kStandstill = 1e-9f; // a difference below this is made up at once
     const LimiterFollower f = follower;
     float gain = followed, smooth = smoothed;
+    for (int start = 0; start < frames; start += kPiece) {
+        const int end = frames < start + kPiece ? frames : start + kPiece;
+        for (int i = start; i < end; i += F8::kLanes) {
+            const F8 envelope = F8::loadAligned(gains + i);
+            const M8 over = envelope >= t;
+            storeAligned(gains + i, any(over) ? select(over, power(envelope / t, e), one) : one);
+        }
 #pragma GCC unroll 4
-    for (int i = 0; i < frames; ++i) {
-        const float target = gains[i];
-        const float down = target * f.attackComplement + f.attackCoeff * gain;
-        const float up = f.releaseCoeff * gain + f.releaseComplement;
-        gain = target < gain ? down : up;
-        const float difference = gain - smooth;
-        const float moved = smooth + difference * smoothCoeff;
-        smooth = magnitude(difference) > kStandstill ? moved : gain;
-        gains[i] = smooth;
+        for (int i = start; i < end; ++i) {
+            const float target = gains[i];
+            const float down = target * f.attackComplement + f.attackCoeff * gain;
+            const float up = f.releaseCoeff * gain + f.releaseComplement;
+            gain = target < gain ? down : up;
+            const float difference = gain - smooth;
+            const float moved = smooth + difference * smoothCoeff;
+            smooth = magnitude(difference) > kStandstill ? moved : gain;
+            gains[i] = smooth;
+        }
     }
     followed = gain;
     smoothed = smooth;

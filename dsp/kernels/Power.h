@@ -4,7 +4,7 @@
 
 /// base^exponent for the gain computers, inlined in the kernels of a set; V is F4 or F8.
 /// Range   base: 2^-100 to FLT_MAX, infinity counts as 2^128, all else gives some finite value.
-///         exponent: -1 to 1, beyond counts as the nearer end, NaN as -1
+///         exponent: -1 to 1, beyond counts as the nearer end, NaN as -1; the result must lie below 2^102
 /// Errors  at most 1.7 units in the last place of the float; at base 1 and exponent 0 exactly 1
 /// Cost    38 operations for a register of lanes
 /// Method  base = 2^e m, sqrt(1/2) <= m < sqrt(2); log2(m) is an odd polynomial in (m - 1) / (m + 1).
