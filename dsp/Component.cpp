@@ -7,7 +7,10 @@
 namespace DSP {
 
 Component::Component(PluginLink &pluginLink, const String &componentName)
-    : lock(String("DSP::Component %1").arg(componentName)), plugin(pluginLink), name(componentName)
+    : lock(String("DSP::Component %1").arg(componentName)),
+      settingLock(String("DSP::Component %1::Setting").arg(componentName)),
+      plugin(pluginLink),
+      name(componentName)
 {
 }
 

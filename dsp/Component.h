@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "PluginBase/Util/DataStream.h"
 #include "PluginBase/Util/NamedLock.h"
 #include "PluginBase/Util/OptionalIndex.h"
 #include "PluginBase/Util/Shared.h"
@@ -33,9 +34,13 @@ public:
     /// Whether a parameter of the watch lists is automated by an envelope.
     virtual bool hasAutomation() const;
     virtual bool ownsTiming() const { return false; }
-    /// Bytes of component state beside the parameters in a saved program; written only if stateKind is not 5.
+    /// Bytes of component state beside the parameters in a saved program; written unless stateKind says
+    /// kNoOwnState.
     virtual uint32_t stateSize() const { return 0; }
-    virtual uint32_t stateKind() const { return 5; }
+    virtual uint32_t stateKind() const { return kNoOwnState; }
+    virtual void writeState(Util::DataStream & /*stream*/, uint32_t /*offset*/) const {}
+    virtual void readState(Util::DataStream & /*stream*/, uint32_t /*offset*/) {}
+    static constexpr uint32_t kNoOwnState = 5;
 
     virtual uint32_t numFloatParams() const = 0;
     virtual float floatParamValue(uint32_t i) const = 0;
@@ -162,6 +167,8 @@ protected:
     float *const *bandOutLeft = nullptr; // the four bands during process, if run was given band pointers
     float *const *bandOutRight = nullptr;
     Util::NamedLock lock;
+    Util::NamedLock
+        settingLock; // between those who set and derive; taken before `lock`, never for a whole block
     PluginLink &plugin;
     const String name;
     uint32_t bandIndex = 0; // the band that the next process call of Dynamics works on

@@ -4,7 +4,8 @@
 #include "dsp/kernels/Math.h"
 
 /// From parameters in the user's units to the 32-bit factors that block code reads. Values inside the
-/// parameters' ranges convert exactly; a host may store any finite value, and what comes of it stays finite.
+/// parameters' ranges convert exactly; a host may store any finite value, and what comes of it stays finite
+/// (what is no number counts as the limit).
 namespace DSP {
 
 /// 120 dB: far above any range, and a product of a chain of these is still a number.
@@ -14,12 +15,12 @@ inline constexpr float kSmallestThreshold = 1e-30f;
 
 inline float gainFactor(float db)
 {
-    return std::min(static_cast<float>(Math::decibelsToLinear(db)), kLargestGain);
+    return std::min(kLargestGain, static_cast<float>(Math::decibelsToLinear(db)));
 }
 
 inline float thresholdFactor(float db)
 {
-    return std::max(static_cast<float>(Math::decibelsToLinear(db)), kSmallestThreshold);
+    return std::max(kSmallestThreshold, static_cast<float>(Math::decibelsToLinear(db)));
 }
 
 /// Decay per sample of the peak detectors: to 3 % in 50 ms.

@@ -15,7 +15,7 @@ constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
 constexpr float kPi32 = 3.1415927f;
 } // namespace
 
-CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver"), designLock("DSP::CrossOver::Design")
+CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
 {
     std::copy(kDefaultCutoffsHz.begin(), kDefaultCutoffsHz.end(), cutoffs.begin());
     declareParameters();
@@ -70,8 +70,8 @@ void CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
 
 void CrossOver::setSampleRate(uint32_t hz)
 {
-    const Util::Hold designing(designLock);
     if (hz == sampleRate) return;
+    const Util::Hold setting(settingLock);
     sampleRate = hz;
     BandSplitter next;
     const bool inOrder = designFilters(next);
@@ -83,11 +83,10 @@ void CrossOver::setSampleRate(uint32_t hz)
 
 void CrossOver::updateFade()
 {
-    fadeLength = static_cast<uint32_t>(std::floor(sampleRate * kFadeSeconds + 0.5));
-    fadeIn.grow(fadeLength);
-    fadeOut.grow(fadeLength);
-    fadeScratchLeft.grow(kBands * fadeLength);
-    fadeScratchRight.grow(kBands * fadeLength);
+    const auto length = static_cast<uint32_t>(std::floor(sampleRate * kFadeSeconds + 0.5));
+    for (auto *table : {&fadeIn, &fadeOut}) table->grow(length);
+    for (auto *scratch : {&fadeScratchLeft, &fadeScratchRight}) scratch->grow(kBands * length);
+    fadeLength = length; // only now that there is room for it
     for (uint32_t i = 0; i < fadeLength; ++i) {
         fadeIn[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kPi32 / fadeLength)) * 0.5);
         fadeOut[i] = 1.0f - fadeIn[i];
@@ -114,7 +113,7 @@ void CrossOver::setCutoff(uint32_t index, float hz)
 {
     if (hz == cutoffs[index]) return;
     notifyParameterChanged();
-    const Util::Hold designing(designLock);
+    const Util::Hold setting(settingLock);
     cutoffs[index] = hz;
     BandSplitter next;
     const bool inOrder = designFilters(next);

@@ -54,9 +54,8 @@ private:
     /// A filter has lost its stability: what it wrote must not reach anything that remembers.
     void dropBlock(uint32_t frames, bool stereo);
 
-    Util::NamedLock designLock;  // between those who design; taken before the component's lock, never by audio
-    uint32_t sampleRate = 44100; // Hz
-    uint32_t fadeLength = 0;     // samples
+    Util::Shared<uint32_t> sampleRate = 44100; // Hz
+    uint32_t fadeLength = 0;                   // samples
     Util::Shared<uint32_t> bypassBits = 0, muteBits = 0;
     std::array<Util::Shared<float>, kCutoffs> cutoffs; // Hz
     std::array<BandSplitter, 2> filterSets;

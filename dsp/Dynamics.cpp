@@ -89,21 +89,25 @@ void Dynamics::setSolo(uint32_t band, bool on) { change(bands[band].solo, on); }
 
 void Dynamics::setThreshold(uint32_t band, float db)
 {
+    const Util::Hold setting(settingLock);
     if (change(bands[band].thresholdDb, db)) bands[band].thresholdLinear = thresholdFactor(db);
 }
 
 void Dynamics::setGain(uint32_t band, float db)
 {
+    const Util::Hold setting(settingLock);
     if (change(bands[band].gainDb, db)) bands[band].gainLinear = gainFactor(db);
 }
 
 void Dynamics::setRatio(uint32_t band, float ratio)
 {
+    const Util::Hold setting(settingLock);
     if (change(bands[band].ratio, ratio)) bands[band].inverseRatio = 1.0f / ratio;
 }
 
 void Dynamics::setAttack(uint32_t band, float ms)
 {
+    const Util::Hold setting(settingLock);
     if (!change(bands[band].attackMs, ms)) return;
     deriveAttack(bands[band]);
     deriveSmoothing(bands[band]);
@@ -111,6 +115,7 @@ void Dynamics::setAttack(uint32_t band, float ms)
 
 void Dynamics::setRelease(uint32_t band, float ms)
 {
+    const Util::Hold setting(settingLock);
     if (!change(bands[band].releaseMs, ms)) return;
     deriveRelease(bands[band]);
     deriveSmoothing(bands[band]);
@@ -118,14 +123,12 @@ void Dynamics::setRelease(uint32_t band, float ms)
 
 void Dynamics::deriveAttack(BandState &band)
 {
-    band.attackComplement = 1.0f - static_cast<float>(Math::timeCoeff(band.attackMs, sampleRate));
+    band.attackCoeff = static_cast<float>(Math::timeCoeff(band.attackMs, sampleRate));
 }
 
 void Dynamics::deriveRelease(BandState &band)
 {
-    const float coeff = static_cast<float>(Math::timeCoeff(band.releaseMs, sampleRate));
-    band.releaseCoeff = coeff;
-    band.releaseComplement = 1.0f - coeff;
+    band.releaseCoeff = static_cast<float>(Math::timeCoeff(band.releaseMs, sampleRate));
 }
 
 void Dynamics::deriveSmoothing(BandState &band)
@@ -145,6 +148,7 @@ uint32_t Dynamics::latency() const { return lookAheadSamples() - 1; }
 void Dynamics::setSampleRate(uint32_t hz)
 {
     if (hz != sampleRate) {
+        const Util::Hold setting(settingLock);
         sampleRate = hz;
         envelopeDecay = peakDecay(hz);
         for (BandState &band : bands) {
@@ -197,6 +201,10 @@ uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
         block.left[bandIndex] = left;
         block.right[bandIndex] = right;
     }
+    for (uint32_t b = 0; b < kBands; ++b) {
+        block.bypass[b] = bands[b].bypass;
+        block.makeUp[b] = bands[b].gainLinear;
+    }
     silenceUnsoloed(block, frames);
     if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return frames;
 
@@ -238,10 +246,10 @@ Kernels::CompressorCoeffs Dynamics::coefficients() const
     for (uint32_t b = 0; b < kBands; ++b) {
         const BandState &band = bands[b];
         coeffs.threshold[b] = band.thresholdLinear;
-        coeffs.exponent[b] = band.inverseRatio - 1.0f;
-        coeffs.attackComplement[b] = band.attackComplement;
+        coeffs.exponent[b] = std::min(0.0f, band.inverseRatio - 1.0f); // a gain above 1 is the release's work
+        coeffs.attackComplement[b] = 1.0f - band.attackCoeff;
         coeffs.releaseCoeff[b] = band.releaseCoeff;
-        coeffs.releaseComplement[b] = band.releaseComplement;
+        coeffs.releaseComplement[b] = 1.0f - coeffs.releaseCoeff[b];
         coeffs.smoothCoeff[b] = band.smoothCoeff;
     }
     coeffs.envelopeDecay = envelopeDecay;
@@ -260,29 +268,31 @@ void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Bloc
     for (uint32_t b = 0; b < kBands; ++b) {
         if (!block.left[b]) continue;
         BandState &band = bands[b];
-        const bool bypassed = band.bypass;
-        report(band, peaks.left[b], peaks.right[b], bypassed ? 1.0f : peaks.smallestGain[b]);
-
         const bool stereo = block.right[b] != nullptr;
+        report(band, stereo, peaks.left[b], peaks.right[b]);
+        if (block.bypass[b])
+            band.reportedGain = 1.0f;
+        else if (peaks.smallestGain[b] < band.reportedGain)
+            band.reportedGain = peaks.smallestGain[b];
+
         const GuardWave guard = guardWave(band.guardCounter);
         float *const samples[2] = {block.left[b], block.right[b]};
         float *const lines[2] = {band.delayLeft.write(frames),
                                  stereo ? band.delayRight.write(frames) : nullptr};
         const float *const guards[2] = {guard.left, guard.right};
         kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, static_cast<int>(band.delayLeft.history()),
-                           bypassed ? nullptr : gains[b], band.gainLinear, length);
+                           block.bypass[b] ? nullptr : gains[b], block.makeUp[b], length);
         band.guardCounter = static_cast<uint8_t>(band.guardCounter + frames);
     }
 }
 
-void Dynamics::report(BandState &band, float peakLeft, float peakRight, float smallestGain)
+void Dynamics::report(BandState &band, bool stereo, float peakLeft, float peakRight)
 {
     if (peakLeft > band.peakLeft) band.peakLeft = peakLeft;
-    if (peakRight > band.peakRight) band.peakRight = peakRight;
-    if (band.bypass)
-        band.reportedGain = 1.0f;
-    else if (smallestGain < band.reportedGain)
-        band.reportedGain = smallestGain;
+    if (!stereo)
+        band.peakRight = band.peakLeft;
+    else if (peakRight > band.peakRight)
+        band.peakRight = peakRight;
 }
 
 } // namespace DSP

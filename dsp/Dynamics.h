@@ -54,15 +54,17 @@ private:
         Util::Shared<float> thresholdDb = kUnset, ratio = kUnset, attackMs = kUnset, releaseMs = kUnset;
         Util::Shared<float> gainDb = kUnset;
         Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, gainLinear = 1.0f;
-        Util::Shared<float> attackComplement = 1.0f, releaseCoeff = 0.0f, releaseComplement = 1.0f;
+        Util::Shared<float> attackCoeff = 0.0f, releaseCoeff = 0.0f;
         Util::Shared<float> smoothCoeff = 1.0f;
         Util::Shared<float> reportedGain = 1.0f; // smallest since it was last read
         DelayLine delayLeft, delayRight;         // the look-ahead lines
         uint8_t guardCounter = 0;
     };
-    /// The samples of the bands to be compressed; null for the others.
+    /// The samples of the bands to be compressed, null for the others, and what holds for the whole block.
     struct Block {
         float *left[kBands] = {}, *right[kBands] = {};
+        bool bypass[kBands];
+        float makeUp[kBands]; // linear
     };
 
     void declareParameters();
@@ -76,7 +78,7 @@ private:
     void silenceUnsoloed(Block &block, uint32_t frames);
     Kernels::CompressorCoeffs coefficients() const;
     void compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames);
-    void report(BandState &band, float peakLeft, float peakRight, float smallestGain);
+    void report(BandState &band, bool stereo, float peakLeft, float peakRight);
 
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 

@@ -19,7 +19,6 @@ Maximizer::Maximizer(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Maximi
 {
     // an attack of 100 samples at the rate of construction; the coefficient then serves every rate
     brickwallAttackCoeff = static_cast<float>(Math::timeCoeff(200000.0 / sampleRate, sampleRate));
-    brickwallAttackComplement = 1.0f - brickwallAttackCoeff;
     envelopeDecay = peakDecay(sampleRate);
     declareParameters();
     owner = this;
@@ -66,6 +65,7 @@ void Maximizer::declareParameters()
 
 void Maximizer::setThreshold(float db)
 {
+    const Util::Hold setting(settingLock);
     if (db == thresholdDb) return;
     thresholdDb = db;
     thresholdLinear = thresholdFactor(db);
@@ -74,6 +74,7 @@ void Maximizer::setThreshold(float db)
 
 void Maximizer::setMargin(float db)
 {
+    const Util::Hold setting(settingLock);
     if (db == marginDb) return;
     marginDb = db;
     deriveOutputGain();
@@ -90,6 +91,7 @@ void Maximizer::setRatio(float value)
 
 void Maximizer::setAttack(float ms)
 {
+    const Util::Hold setting(settingLock);
     if (ms == attackMs) return;
     attackMs = ms;
     deriveAttack();
@@ -97,29 +99,24 @@ void Maximizer::setAttack(float ms)
 
 void Maximizer::deriveAttack()
 {
-    const float coeff = static_cast<float>(Math::timeCoeff(attackMs, sampleRate));
-    attackCoeff = coeff;
-    attackComplement = 1.0f - coeff;
+    attackCoeff = static_cast<float>(Math::timeCoeff(attackMs, sampleRate));
     const double samples = kWindow / 2 + std::floor(sampleRate * static_cast<double>(attackMs) * 0.001 + 0.5);
     lookAhead = static_cast<uint32_t>(std::clamp<double>(samples, kWindow, kOutputDelay - 1));
 }
 
 void Maximizer::setRelease(float ms)
 {
+    const Util::Hold setting(settingLock);
     if (ms == releaseMs) return;
     releaseMs = ms;
     deriveRelease();
 }
 
-void Maximizer::deriveRelease()
-{
-    const float coeff = static_cast<float>(Math::timeCoeff(releaseMs, sampleRate));
-    releaseCoeff = coeff;
-    releaseComplement = 1.0f - coeff;
-}
+void Maximizer::deriveRelease() { releaseCoeff = static_cast<float>(Math::timeCoeff(releaseMs, sampleRate)); }
 
 void Maximizer::setSampleRate(uint32_t hz)
 {
+    const Util::Hold setting(settingLock);
     const Util::Hold hold(lock);
     if (hz != sampleRate) {
         sampleRate = hz;
@@ -150,12 +147,25 @@ void Maximizer::reset()
 uint32_t Maximizer::process(uint32_t frames, float *left, float *right)
 {
     const Util::Hold hold(lock);
+    const Setting now = present();
     for (uint32_t done = 0; done < frames; done += kChunk)
-        processChunk(std::min(frames - done, kChunk), left + done, right ? right + done : nullptr);
+        processChunk(now, std::min(frames - done, kChunk), left + done, right ? right + done : nullptr);
     return frames;
 }
 
-void Maximizer::processChunk(uint32_t frames, float *left, float *right)
+Maximizer::Setting Maximizer::present() const
+{
+    const bool wall = brickwall;
+    const float attack = wall ? brickwallAttackCoeff : attackCoeff.load(), release = releaseCoeff;
+    return {.bypass = bypass,
+            .brickwall = wall,
+            .threshold = thresholdLinear,
+            .outputGain = outputGain,
+            .follower = {attack, 1.0f - attack, release, 1.0f - release},
+            .lookAhead = lookAhead};
+}
+
+void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, float *right)
 {
     const int length = static_cast<int>(frames);
     const auto append = [length](DelayLine &line, const float *samples) {
@@ -170,51 +180,51 @@ void Maximizer::processChunk(uint32_t frames, float *left, float *right)
     Kernels::active().limiter.detect(lines.left - kDetectorDelay,
                                      right ? lines.right - kDetectorDelay : nullptr, envelopeDecay, envelope,
                                      gains, length);
-    if (brickwall)
-        processBrickwall(frames, lines, gains, left, right);
+    if (now.brickwall)
+        processBrickwall(now, frames, lines, gains, left, right);
     else
-        processSoft(frames, lines, gains, left, right);
+        processSoft(now, frames, lines, gains, left, right);
 }
 
-void Maximizer::processSoft(uint32_t frames, const Lines &lines, float *gains, float *left, float *right)
+void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
+                            float *left, float *right)
 {
     const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
     const int length = static_cast<int>(frames);
-    kernels.softGains(thresholdLinear, kSoftExponent,
-                      {attackCoeff, attackComplement, releaseCoeff, releaseComplement}, smoothCoeff,
-                      followedGain, smoothedGain, gains, length);
+    kernels.softGains(now.threshold, kSoftExponent, now.follower, smoothCoeff, followedGain, smoothedGain,
+                      gains, length);
     gainLine.skip(length);
-    report(gains, frames);
+    if (!now.bypass) report(gains, frames);
 
     const auto output = [&](const float *line, float *out) {
-        if (bypass)
+        if (now.bypass)
             ippsCopy_32f(line - latency(), out, length);
         else
-            kernels.apply(line - latency(), gains, outputGain, out, length);
+            kernels.apply(line - latency(), gains, now.outputGain, out, length);
     };
     output(lines.left, left);
     if (right) output(lines.right, right);
 }
 
-void Maximizer::processBrickwall(uint32_t frames, const Lines &lines, float *gains, float *left, float *right)
+void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
+                                 float *left, float *right)
 {
     const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
     const int length = static_cast<int>(frames);
-    kernels.holdingGains(thresholdLinear, gains, length);
+    kernels.holdingGains(now.threshold, gains, length);
     gainLine.run(gains, length);
-    kernels.followMinimum({brickwallAttackCoeff, brickwallAttackComplement, releaseCoeff, releaseComplement},
-                          followedGain, gains, length);
+    kernels.followMinimum(now.follower, followedGain, gains, length);
     float *const ring = gainRing.write(frames);
     ippsCopy_32f(gains, ring, length);
     kernels.weightedSum(gainWindow.data(), ring, gains, length);
     smoothedGain = gains[frames - 1];
-    report(gains, frames);
+    if (!now.bypass) report(gains, frames);
 
     // A sample is scaled once, in the line, when the window of gains lies around it; later it leaves as it
     // stands.
-    const uint32_t scaled = kInputDelay - 1 + lookAhead;
+    const uint32_t scaled = kInputDelay - 1 + now.lookAhead;
     const auto output = [&](float *line, float *out) {
-        if (!bypass) kernels.apply(line - scaled, gains, outputGain, line - scaled, length);
+        if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, length);
         ippsCopy_32f(line - latency(), out, length);
     };
     output(lines.left, left);
@@ -223,7 +233,6 @@ void Maximizer::processBrickwall(uint32_t frames, const Lines &lines, float *gai
 
 void Maximizer::report(const float *gains, uint32_t frames)
 {
-    if (bypass) return;
     const float before = reportedGain;
     const float least = Kernels::active().block.least(gains, before, static_cast<int>(frames));
     if (least < before) reportedGain = least;

@@ -55,24 +55,33 @@ private:
     void deriveOutputGain();
     void deriveAttack();
     void deriveRelease();
-    void processChunk(uint32_t frames, float *left, float *right);
+    /// What holds for a whole block.
+    struct Setting {
+        bool bypass, brickwall;
+        float threshold, outputGain; // linear
+        Kernels::LimiterFollower follower;
+        uint32_t lookAhead; // samples
+    };
+    Setting present() const;
+    void processChunk(const Setting &now, uint32_t frames, float *left, float *right);
     /// Gains from envelopes, in place, then the delayed samples scaled by them.
-    void processSoft(uint32_t frames, const Lines &lines, float *gains, float *left, float *right);
-    void processBrickwall(uint32_t frames, const Lines &lines, float *gains, float *left, float *right);
+    void processSoft(const Setting &now, uint32_t frames, const Lines &lines, float *gains, float *left,
+                     float *right);
+    void processBrickwall(const Setting &now, uint32_t frames, const Lines &lines, float *gains, float *left,
+                          float *right);
     void report(const float *gains, uint32_t frames);
 
     static constexpr uint32_t kChunk = Kernels::LimiterKernels::kMostFrames;
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
     Util::Shared<bool> bypass = false, brickwall = false;
-    uint32_t sampleRate = 44100; // Hz
+    Util::Shared<uint32_t> sampleRate = 44100; // Hz
     // not a number until the constructor installs the defaults, so that every setter derives its values
     Util::Shared<float> thresholdDb = kUnset, marginDb = kUnset, ratio = kUnset, attackMs = kUnset;
     Util::Shared<float> releaseMs = kUnset;
     Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, outputGain = 1.0f;
-    Util::Shared<float> attackCoeff = 0.0f, attackComplement = 1.0f;
-    Util::Shared<float> releaseCoeff = 0.0f, releaseComplement = 1.0f;
-    float brickwallAttackCoeff, brickwallAttackComplement;
+    Util::Shared<float> attackCoeff = 0.0f, releaseCoeff = 0.0f;
+    float brickwallAttackCoeff;
     Util::Shared<uint32_t> lookAhead = kWindow; // samples between scaling and output, brickwall mode
     float envelope = 0.0f, envelopeDecay = 0.0f;
     float followedGain = 1.0f, smoothedGain = 1.0f;

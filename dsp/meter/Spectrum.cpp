@@ -68,6 +68,8 @@ void Spectrum::setSampleRate(uint32_t hz)
     if (hz == sampleRate) return;
     sampleRate = hz;
     setWindowSize(sizeForRate(hz));
+    const Util::Hold hold(lock);
+    decay = hopDecay();
 }
 
 void Spectrum::setWindowSize(uint32_t index)
@@ -84,6 +86,7 @@ void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
 {
     if (value == setting) return;
     notifyParameterChanged();
+    const Util::Hold choosing(settingLock);
     setting = value;
     rebuild();
 }
@@ -106,6 +109,7 @@ void Spectrum::rebuild()
     auto next = std::make_unique<Analysis>(windowSize, overlap, windowType);
     const Util::Hold hold(lock);
     analysis.swap(next);
+    decay = hopDecay();
     framePosition = 0;
     waitingSamples = 0;
     ippsZero_32f(magnitudes.data(), static_cast<int>(kMostMagnitudes));
@@ -149,6 +153,12 @@ void Spectrum::feed(uint32_t frames, const float *left, const float *right)
     }
 }
 
+float Spectrum::hopDecay() const
+{
+    const double hop = analysis->length - analysis->overlapLength;
+    return static_cast<float>(Math::decibelsToLinear(-hop * kDecayDbPerSecond / sampleRate));
+}
+
 void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
@@ -176,11 +186,7 @@ void Spectrum::completeFrame()
 void Spectrum::analyse(const float *samples)
 {
     const uint32_t count = analysis->length / 2 + 1;
-    if (wasRead.exchange(false)) {
-        const double hop = analysis->length - analysis->overlapLength;
-        const double decay = Math::decibelsToLinear(-hop * kDecayDbPerSecond / sampleRate);
-        ippsMulC_32f_I(static_cast<float>(decay), magnitudes.data(), static_cast<int>(count));
-    }
+    if (wasRead.exchange(false)) ippsMulC_32f_I(decay, magnitudes.data(), static_cast<int>(count));
     analysis->fftPlan.raiseMagnitudes(samples, analysis->windowTable.data(), magnitudes.data(),
                                       analysis->work.data());
     published.publish(magnitudes.data(), count);

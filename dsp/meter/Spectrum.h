@@ -64,7 +64,11 @@ private:
         Util::AlignedBuffer<float> windowTable, work;
     };
 
+    /// What a peak keeps over one hop.
+    float hopDecay() const;
+
     std::unique_ptr<Analysis> analysis;
+    float decay = 1.0f;
     Util::AlignedBuffer<float> frame, magnitudes;
     Util::AlignedBuffer<float> waitingFrame; // full, to be analysed when `waitingSamples` more have come
     uint32_t stagger = 0, waitingSamples = 0;
