@@ -13,9 +13,10 @@ public:
     /// Holds `history` samples of the past, all of them `past`, and takes blocks of up to `mostFrames`.
     void resize(uint32_t history, uint32_t mostFrames, float past = 0.0f)
     {
-        length = history;
-        capacity = history + kBlocksBetweenMoves * mostFrames;
-        line.grow(capacity + kOverrun);
+        const uint32_t room = history + kBlocksBetweenMoves * mostFrames;
+        line.grow(room + kOverrun);
+        length = history; // only now that there is room for it
+        capacity = room;
         clear(past);
     }
     void clear(float past = 0.0f)

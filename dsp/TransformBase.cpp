@@ -70,12 +70,15 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
     }
 
     updateComponents(activeUpdatePending, latencyUpdatePending);
-    inProcess = true;
+    const struct InProcess { // also if memory for a block is short
+        std::atomic<bool> &flag;
+        explicit InProcess(std::atomic<bool> &f) : flag(f) { flag = true; }
+        ~InProcess() { flag = false; }
+    } block(inProcess);
     delayCompensation = settings->getDelayCompensation();
     const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
     const uint32_t written = transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
     refreshEditor();
-    inProcess = false;
     if (monoActive && callersRight && written) ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
     return written;
 }

@@ -1,4 +1,5 @@
 #pragma once
+#include <atomic>
 #include <memory>
 
 #include "PluginBase/Util/AlignedBuffer.h"
@@ -82,8 +83,9 @@ private:
     bool monoActive = false;
     bool delayCompensation = false;
     Util::Shared<uint32_t> latency = 0; // samples
-    Util::Shared<bool> activeUpdatePending = true, latencyUpdatePending = true;
-    Util::Shared<bool> inProcess = false;
+    // Who raises a flag has changed something before; who clears it looks at everything after.
+    std::atomic<bool> activeUpdatePending = true, latencyUpdatePending = true;
+    std::atomic<bool> inProcess = false; // a block runs, and carries out updates at its next
     uint8_t inputNoisePhase = 0;
     uint32_t lastRefreshTick = 0; // ms
     Util::Shared<uint64_t> refused = 0;
