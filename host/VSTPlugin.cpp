@@ -37,7 +37,9 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
     cEffect.version = kVersion;
     canMono();
     canProcessReplacing();
+    programsAreChunks();
     noTail();
+    makePrograms();
 
     if (transformHandle().global()->getDelayCompensation()) {
         reportedLatency = latency();

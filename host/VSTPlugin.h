@@ -42,6 +42,15 @@ public:
     void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                          const float *floatValue, const bool *boolValue, const uint32_t *intValue) override;
 
+    // Programs and chunks. A chunk that is refused, as is all that getChunk did not write, changes nothing.
+    int32_t getChunk(void **data, bool isPreset) override; // *data stays valid until the next call
+    int32_t setChunk(void *data, int32_t size, bool isPreset) override; // bytes taken, 0 for none
+    void setProgram(int32_t program) override;
+    void setProgramName(char *name) override;
+    void getProgramName(char *name) override;
+    bool getProgramNameIndexed(int32_t category, int32_t index, char *name) override;
+    bool copyProgram(int32_t destination) override;
+
     // Self-description.
     bool getEffectName(char *name) override;
     bool getVendorString(char *text) override;
@@ -79,6 +88,13 @@ private:
     const HostParam *hostParam(int32_t index) const;
     bool hostWantsShortNames();
 
+    struct ProgramEntry {
+        StateImage state;
+        String name;
+    };
+    void makePrograms();
+    bool readProgram(Util::DataStream &stream, ProgramEntry &program) const;
+
     void processBlock(float **inputs, float **outputs, int32_t frames, Output output);
     bool readConnections();
     bool readChannels(float **inputs, float **outputs, Channels &channels) const;
@@ -88,6 +104,8 @@ private:
     uint32_t delayForHost() const;
 
     std::vector<HostParam> hostParams;
+    std::vector<ProgramEntry> programs;
+    std::vector<uint8_t> chunkBuffer; // what the host was given last
     bool longNames = true;
     Util::Shared<uint32_t> reportedLatency = 0; // samples
     Util::NamedLock audioLock;

@@ -59,9 +59,9 @@ void Plugin::requestRefresh()
 
 void Plugin::resume(uint32_t rate)
 {
-    active = true;
     postMessage(playingStarted);
     chain->resume(rate);
+    active = true; // not if memory was short
 }
 
 void Plugin::suspend()
@@ -98,8 +98,6 @@ uint32_t Plugin::transform(uint32_t frames, float *inLeft, float *inRight, float
     chain->setStreamTime(streamTime);
     return chain->process(frames, inLeft, inRight, outLeft, outRight);
 }
-
-void Plugin::registerComponent(DSP::Component *component) { components.push_back(component); }
 
 void Plugin::propagateMeterEnable()
 {

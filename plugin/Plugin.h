@@ -86,6 +86,23 @@ public:
     void editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                        const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 
+    // A program's state: every saved parameter of every component, in their fixed order, behind a header of
+    // 12 bytes.
+
+    using StateImage = std::vector<uint8_t>;
+    StateImage captureState() const;
+    StateImage captureDefaultState() const;
+    bool isValidState(const StateImage &image) const;
+    /// Sets all saved parameters, with or without telling the host of those that change; nothing for an image
+    /// that is not valid. Settings of DSP::Global stay. Any thread but the audio thread; audio may run
+    /// meanwhile.
+    void restoreState(const StateImage &image, bool notify);
+    /// restoreState without telling the host, and has the editor reload its controls. False for an invalid
+    /// image.
+    bool loadState(const StateImage &image);
+
+    static constexpr uint32_t kStateMagic = 111498, kStateVersion = 6, kStateHeader = 12; // bytes
+
     /// Folder named by the registry, or the one of this library; ends in a separator.
     String installPath() const;
 
@@ -106,6 +123,7 @@ protected:
     int64_t streamTime = 0; // 100 ns
     Util::Shared<bool> refreshPending = false;
     std::vector<DSP::Component *> components;
+    uint32_t stateSize = kStateHeader; // bytes
     OptionalIndex editorPosition;
     Util::NamedLock stateLock, transformLock;
     Util::Shared<bool> active = false; // between resume and suspend
@@ -116,6 +134,10 @@ protected:
 
 private:
     void ensureInstallFolder() const;
+    template <class ReadValue>
+    StateImage writeState(ReadValue readValue) const;
+    template <class V>
+    void restoreParameter(DSP::Component &component, uint32_t index, V value, bool notify);
 
     std::unique_ptr<DSP::Transform> chain;
     std::unique_ptr<TransformHandle> handle;

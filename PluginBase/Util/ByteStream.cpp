@@ -14,7 +14,8 @@ ByteStream::ByteStream(uint32_t reserve) { buffer.reserve(reserve); }
 
 ByteStream::ByteStream(uint32_t size, const void *data)
     : buffer(static_cast<const uint8_t *>(data), static_cast<const uint8_t *>(data) + size)
-{}
+{
+}
 
 bool ByteStream::take(void *target, uint32_t count)
 {
@@ -26,7 +27,8 @@ bool ByteStream::take(void *target, uint32_t count)
 
 DataStream &ByteStream::readBytes(std::vector<uint8_t> &block)
 {
-    if (!block.empty() && !take(block.data(), static_cast<uint32_t>(block.size()))) std::vector<uint8_t>().swap(block);
+    if (!block.empty() && !take(block.data(), static_cast<uint32_t>(block.size())))
+        std::vector<uint8_t>().swap(block);
     return *this;
 }
 

@@ -15,9 +15,9 @@ public:
 };
 } // namespace Exception
 
-/// Typed reading and writing with one position for both. Scalars take their size in bytes, little-endian; a text is
-/// a 32-bit length and its bytes; a block is its bytes alone.
-/// Errors  reading past the end gives 0, an empty text or an empty block, and does not move; nothing is thrown.
+/// Typed reading and writing with one position for both. Scalars take their size in bytes, little-endian; a
+/// text is a 32-bit length and its bytes; a block is its bytes alone. Errors  reading past the end gives 0,
+/// an empty text or an empty block, and does not move; nothing is thrown.
 ///         Who must know asks bytesLeft first
 class DataStream {
 public:

@@ -26,7 +26,7 @@ TEST(Entry, DescribesTheEffect)
     EXPECT_EQ(2, effect->numInputs);
     EXPECT_EQ(2, effect->numOutputs);
     EXPECT_EQ(305, effect->initialDelay);
-    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsNoSoundInStop, effect->flags);
+    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks | effFlagsNoSoundInStop, effect->flags);
 
     EXPECT_EQ("Tessarine", effect.text(effGetEffectName));
     EXPECT_EQ("Veloxon, Inc.", effect.text(effGetVendorString));

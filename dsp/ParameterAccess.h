@@ -1,0 +1,38 @@
+#pragma once
+#include "dsp/Component.h"
+
+/// One name for the parameter operations of all kinds, for code that treats kinds alike. V is the type of the
+/// value; the extra list is not among them.
+namespace DSP {
+
+template <class V>
+struct ParameterAccess;
+
+template <>
+struct ParameterAccess<float> {
+    static uint32_t count(const Component &c) { return c.numFloatParams(); }
+    static float value(const Component &c, uint32_t i) { return c.floatParamValue(i); }
+    static float initial(const Component &c, uint32_t i) { return c.floatParamDefault(i); }
+    static void set(Component &c, uint32_t i, float v) { c.setFloatParamValue(i, v); }
+    static bool isSaved(const Component &c, uint32_t i) { return c.floatParamPersistence(i) == inProgram; }
+};
+
+template <>
+struct ParameterAccess<bool> {
+    static uint32_t count(const Component &c) { return c.numBoolParams(); }
+    static bool value(const Component &c, uint32_t i) { return c.boolParamValue(i); }
+    static bool initial(const Component &c, uint32_t i) { return c.boolParamDefault(i); }
+    static void set(Component &c, uint32_t i, bool v) { c.setBoolParamValue(i, v); }
+    static bool isSaved(const Component &c, uint32_t i) { return c.boolParamPersistence(i) == inProgram; }
+};
+
+template <>
+struct ParameterAccess<uint32_t> {
+    static uint32_t count(const Component &c) { return c.numIntParams(); }
+    static uint32_t value(const Component &c, uint32_t i) { return c.intParamValue(i); }
+    static uint32_t initial(const Component &c, uint32_t i) { return c.intParamDefault(i); }
+    static void set(Component &c, uint32_t i, uint32_t v) { c.setIntParamValue(i, v); }
+    static bool isSaved(const Component &c, uint32_t i) { return c.intParamPersistence(i) == inProgram; }
+};
+
+} // namespace DSP
