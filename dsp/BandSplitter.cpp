@@ -53,8 +53,7 @@ void addGuard(uint32_t frames, float *left, float *right, const uint8_t *counter
     addDenormalGuard(frames, left, right, &place, false);
 }
 
-// The largest state that sound can leave: 200 dB over full scale, through the steepest filter at the highest
-// rate.
+// The largest state that sound can leave: 200 dB over full scale, the steepest filter, the highest rate.
 constexpr double kLargestState = 1e30;
 
 } // namespace

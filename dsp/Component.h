@@ -18,10 +18,12 @@ class PluginLink;
 
 constexpr int kBands = 4;
 
-/// Base of every element of the chain: a name, a lock, a block entry and a uniform table of parameters that
-/// host, editor and state use by kind and index without knowing the class behind it.
-/// Thread  run(): audio. Parameter operations: any thread; setters say themselves whether they lock.
-/// Errors  parameter indices are the caller's duty: they run below the counts.
+/// Base of every element of the chain: a name, locks, a block entry, and its parameters as lists that host,
+/// editor and state walk by kind and index, whatever the class.
+/// Thread  run(): audio, under `lock`. Parameter operations: any; setters say themselves whether they lock
+/// State   `settingLock` is held by who sets a value and derives others from it, and is taken before `lock`.
+///         The audio thread takes it only in setSampleRate, where a block has to resume the chain first
+/// Errors  parameter indices are the caller's duty: they run below the counts
 class Component {
 public:
     Component(const Component &) = delete;
@@ -121,7 +123,7 @@ public:
 
     /// The concrete block code, in place; `right` is null for mono. Returns the frames done.
     virtual uint32_t process(uint32_t frames, float *left, float *right);
-    /// The block entry of the chain. An inactive component costs one comparison and leaves the signal alone.
+    /// The block entry of the chain. One that is switched off returns at once, the signal untouched.
     /// `bandsLeft`, `bandsRight` are the four band buffers for the two components that work on all bands at
     /// once, null for the others.
     virtual uint32_t run(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples,
@@ -134,7 +136,7 @@ public:
     virtual void endStateLoad() {}
     /// Samples by which the component delays, without framing.
     virtual uint32_t latency() const { return 0; }
-    /// Body of run: applies automation and calls process. With no envelope set that is one call.
+    /// Body of run, where automation would cut the block; without envelopes it hands it to process whole.
     virtual uint32_t runBlock(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples,
                               bool *refreshFlag, uint32_t frames, float *left, float *right, bool *abort);
 
@@ -166,16 +168,15 @@ protected:
     std::vector<uint32_t> floatWatch, boolWatch, intWatch; // parameters that hasAutomation looks at
     float *const *bandOutLeft = nullptr; // the four bands during process, if run was given band pointers
     float *const *bandOutRight = nullptr;
-    Util::NamedLock lock;
-    Util::NamedLock
-        settingLock; // between those who set and derive; taken before `lock`, never for a whole block
+    Util::NamedLock lock;        // held for a block, and to change what a block works on
+    Util::NamedLock settingLock; // keeps setters apart; see above
     PluginLink &plugin;
     const String name;
     uint32_t bandIndex = 0; // the band that the next process call of Dynamics works on
     BlockFramer framer;
     std::vector<uint32_t> automatedFloats, automatedBools, automatedInts, automatedExtras;
-    bool active = false;       // last answer of isActive as seen by updateComponents
-    bool deactivating = false; // keeps an inactive component running to its end
+    bool active = false;       // isActive when updateComponents last asked
+    bool deactivating = false; // lets run work on while `active` is off
     Util::Shared<bool> meterEnabled = true;
     Util::Shared<bool> notificationsEnabled = false;
 };

@@ -11,9 +11,10 @@ namespace DSP {
 constexpr int kCutoffs = kBands - 1;
 
 /// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a
-/// second set of filters, which is faded in over the one that played. Thread  process, reset, setSampleRate
-/// and setCutoff exclude each other by the component lock; band switches
-///         are single words.
+/// second set of filters, which is faded in over the one that played.
+/// Thread  process, reset: under `lock`. setCutoff: any; it designs under `settingLock` and installs under
+///         `lock`, so process waits for a copy, not for a design. setSampleRate: under both. Band switches:
+///         any, single words
 class CrossOver final : public ComponentImpl<CrossOver> {
 public:
     explicit CrossOver(PluginLink &plugin);
@@ -23,8 +24,7 @@ public:
     /// Writes the bands to the buffers given to run; the input stays.
     uint32_t process(uint32_t frames, float *left, float *right) override;
     void reset() override;
-    /// Has the denormal guard put on every band, from the place where the caller's counter stands; null is no
-    /// guard.
+    /// Has the denormal guard put on every band, from where the caller's counter stands; null is no guard.
     void guardBands(uint8_t *counter) { guardCounter = counter; }
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz

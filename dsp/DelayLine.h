@@ -6,8 +6,8 @@
 namespace DSP {
 
 /// Past samples laid out in a row, so that block code reads any delay with one pointer. New samples are
-/// written at `write`; the row is moved back to its start only when it is full. Thread  one at a time;
-/// resize() allocates, the rest never does
+/// written at `write`; the row is moved back to its start only when it is full.
+/// Thread  one at a time; resize() allocates, the rest never does
 class DelayLine {
 public:
     /// Holds `history` samples of the past, all of them `past`, and takes blocks of up to `mostFrames`.

@@ -9,8 +9,9 @@
 namespace DSP {
 
 /// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a
-/// second smoothing, 1 ms of look-ahead, make-up gain, bypass and solo. Thread  process: audio. Setters and
-/// meter reads: any other, no lock; a value may be one block old.
+/// second smoothing, 1 ms of look-ahead, make-up gain, bypass and solo.
+/// Thread  process: audio, which takes the settings once for a block. Meter reads, switches: any, no lock.
+///         Other setters: any, and setSampleRate; `settingLock` keeps them apart
 class Dynamics final : public ComponentImpl<Dynamics> {
 public:
     explicit Dynamics(PluginLink &plugin);

@@ -5,7 +5,7 @@ namespace DSP {
 enum class FilterType { lowPass, highPass };
 
 /// One second-order section of which a Linkwitz-Riley filter of 4th order cascades two alike:
-/// y[n] = x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2]. Taps are rounded to 32 bits.
+/// H(z) = (1 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2). Taps are rounded to 32 bits.
 struct FilterDesign {
     float b1, b2, a1, a2;
     /// Brings the cascade of both sections to unity at 0 Hz (low pass) or at half the rate (high pass).
@@ -14,8 +14,7 @@ struct FilterDesign {
 
 /// Butterworth section of 2nd order by the bilinear transform with prewarped cutoff (Oppenheim and Schafer,
 /// "Discrete-Time Signal Processing", ch. 7); two of them make the Linkwitz-Riley filter (S. Linkwitz, JAES
-/// 24(1), 1976). `alpha` is cutoff / sample rate, between 0 and 0.5. In double precision, by our own
-/// functions.
+/// 24(1), 1976). `alpha` is cutoff / sample rate, between 0 and 0.5. In doubles, by our own functions.
 FilterDesign designSection(FilterType type, double alpha);
 
 } // namespace DSP

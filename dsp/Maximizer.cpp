@@ -220,8 +220,7 @@ void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Line
     smoothedGain = gains[frames - 1];
     if (!now.bypass) report(gains, frames);
 
-    // A sample is scaled once, in the line, when the window of gains lies around it; later it leaves as it
-    // stands.
+    // A sample is scaled once, in the line, when the window of gains lies around it; later it only leaves.
     const uint32_t scaled = kInputDelay - 1 + now.lookAhead;
     const auto output = [&](float *line, float *out) {
         if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, length);

@@ -9,9 +9,10 @@
 
 namespace DSP {
 
-/// Output limiter: holds the signal at the threshold, then lifts it so that the ceiling lands at the margin.
+/// Output limiter: what exceeds the threshold is turned down, and a gain of margin - threshold follows.
 /// Soft mode follows a 20:1 curve; brickwall mode never lets a sample over. Both delay by 262 samples.
-/// Thread  process, reset, setSampleRate under the component lock; setters store single values without it.
+/// Thread  process, reset: under `lock`. setSampleRate: under `settingLock` and `lock`. Setters of threshold,
+///         margin, attack and release: any, under `settingLock`. Other setters: any, no lock
 class Maximizer final : public ComponentImpl<Maximizer> {
 public:
     explicit Maximizer(PluginLink &plugin);
@@ -86,8 +87,7 @@ private:
     float envelope = 0.0f, envelopeDecay = 0.0f;
     float followedGain = 1.0f, smoothedGain = 1.0f;
     float smoothCoeff = 1.0f;
-    DelayLine lineLeft,
-        lineRight; // both delays in one: the detector reads at the first, the output at the end
+    DelayLine lineLeft, lineRight; // both delays in one: the detector reads after the first of them
     SlidingMinimum gainLine;
     DelayLine gainRing;
     alignas(32) std::array<float, kWindow / 2> gainWindow; // its second half mirrors this one

@@ -6,10 +6,10 @@
 namespace DSP {
 
 /// The hold of the brickwall limiter: for each gain the least of the last 200.
-/// Shape   behaves as a line of 200 places of which each run sample lowers all to its own value, takes out
-/// the place
-///         whose turn it is and refills it with 1. Samples that pass without run (the other mode of the
-///         limiter) move the turn on and leave the line alone, so places then hold spans of other lengths.
+/// Shape   behaves as a line of 200 places: each sample that runs lowers all of them to its own value, takes
+///         out the place whose turn it is and refills it with 1. Samples that pass without run (the other
+///         mode of the limiter) move the turn on and leave the line alone, so places then hold spans of
+///         other lengths
 /// Unit    linear gain, 0 to 1
 /// Cost    eight vector minima a sample on any signal; a change of mode costs one pass over the line
 /// Thread  audio, no allocation

@@ -12,8 +12,7 @@
 
 namespace DSP {
 
-/// The chain of this effect: crossover, per band spectrum and compressor, sum, limiter, output gain, level
-/// meter.
+/// The chain of this effect: crossover, spectrum and compressor per band, sum, limiter, gain, level meter.
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);

@@ -11,8 +11,9 @@ namespace DSP {
 class PluginLink;
 
 /// The generic part of the chain: settings, locks of a block, global bypass, mono folding, active components
-/// and latency. The concrete chain gives `transform`. Thread  process: audio. Everything else: the host's
-/// main thread, or the editor's.
+/// and latency. The concrete chain gives `transform`.
+/// Thread  process: audio. Everything else: the host's main thread, or the editor's; what clears or prepares
+///         the chain waits for the block that runs
 class TransformBase {
 public:
     virtual ~TransformBase();

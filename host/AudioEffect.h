@@ -6,9 +6,9 @@
 
 /// Turns the host's calls through an AEffect record into virtual operations, those of VST 1. Everything has a
 /// harmless default but `process`.
-/// Thread  whatever the host calls on; nothing here locks.
+/// Thread  whatever the host calls on; nothing here locks
 /// Errors  answers are 0, false or an empty text; no exception leaves the record's entries. Text buffers are
-///         the host's: each operation names the longest text it writes, the defaults write an empty one.
+///         the host's: each operation names the longest text it writes, the defaults write an empty one
 class AudioEffect {
 public:
     AudioEffect(audioMasterCallback host, int32_t programs, int32_t parameters);

@@ -4,8 +4,7 @@
 #include "dsp/kernels/VectorOperations.h"
 #include "host/VSTPlugin.h"
 
-// The way of a block from the host's buffers through the chain and back, and what decides whether there is
-// one.
+// The way of a block from the host's buffers through the chain and back, and what decides if there is one.
 
 namespace {
 
@@ -91,7 +90,7 @@ void VSTPlugin::resume()
     const Util::Hold hold(audioLock);
     const uint32_t rate = wholeRate(getSampleRate());
     if (!readConnections() || rate == 0) {
-        suspend();
+        suspend(); // an effect that played must not go on over channels that no longer match
         return;
     }
     setChannelCount(connectedInputs, connectedOutputs);

@@ -15,10 +15,12 @@ struct HostParam {
 };
 
 /// The effect as a VST 2 host sees it: adapts the host's parameters and buffers to the plug-in's components
-/// and chain. Inactive until the host's first resume or first block. Thread  process, processReplacing:
-/// audio. setParameter, getParameter: any. Everything else: the host's main
-///         thread. A block, resume and suspend exclude each other; setSampleRate relies on a host that does
-///         not change the rate while it plays.
+/// and chain.
+/// State   suspended when made; resume(), or a block that comes before it -> active; suspend(), or a resume()
+///         that finds a layout to refuse -> suspended
+/// Thread  process, processReplacing: audio. setParameter, getParameter: any. Everything else: the main thread
+///         of the host. A block, resume and suspend exclude each other; setSampleRate relies on a host that
+///         does not change the rate while it plays
 class VSTPlugin final : public Plugin, public AudioEffectX {
 public:
     explicit VSTPlugin(audioMasterCallback host);

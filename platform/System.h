@@ -11,10 +11,11 @@
 /// page. Nothing here throws except for lack of memory.
 namespace Platform {
 
-/// Mutual exclusion that its owner may enter again. Entering and leaving without contention costs a handful
-/// of instructions and no system call; a thread that has to wait sleeps in the kernel. Thread  any; leave()
-/// only by the thread that entered, once for each enter() Errors  none: destroying a lock that somebody holds
-/// is the caller's fault
+/// Mutual exclusion that its owner may enter again.
+/// Cost    without contention a handful of instructions and no system call; a thread that has to wait sleeps
+///         in the kernel
+/// Thread  any; leave() only by the thread that entered, once for each enter()
+/// Errors  none: destroying a lock that somebody holds is the caller's fault
 class RecursiveLock {
 public:
     RecursiveLock();

@@ -35,9 +35,10 @@ private:
     DSP::Transform *transform;
 };
 
-/// The host-neutral effect: owns the chain, knows all components in their fixed order and the way to the
-/// editor. Thread  transform: audio. Everything else: the host's main thread or the editor's; messages from
-/// any thread.
+/// The effect without a host format: the chain, the order in which everything walks its components, a
+/// program's state, and messages to the editor.
+/// Thread  transform: audio. postMessage, requestRefresh, the update requests: any. Everything else: the
+///         host's main thread or the editor's
 class Plugin : public DSP::PluginLink {
 public:
     enum class EditPhase : uint32_t { begin = 0, value = 1, end = 2 };
@@ -49,7 +50,7 @@ public:
     virtual ~Plugin();
     void latencyChanged() override {}
     void delayCompensationChanged() override {}
-    /// The message `latencyMoved` has reached a thread that may call the host.
+    /// Somebody serves the message `latencyMoved`, where calls of the host are allowed.
     virtual void applyLatency() {}
     virtual uint32_t extraLatency() const { return 0; }
     /// Tells the host of a gesture on a parameter; the pointer of the parameter's kind holds the value.

@@ -9,8 +9,8 @@
 
 namespace Util {
 
-/// Storage for samples that starts on a 32-byte boundary, as wide vector loads want it, and grows but never
-/// shrinks, so that a steady block size allocates nothing.
+/// Storage for samples that starts on a 32-byte boundary, as wide vector loads want it. Room once taken is
+/// kept: after the largest block so far there is nothing left to allocate.
 /// Errors  no memory: std::bad_alloc, and the buffer stays as it was
 /// Thread  one at a time; grow() allocates only beyond the largest size so far
 template <class T>
@@ -30,8 +30,7 @@ public:
         return *this;
     }
 
-    /// Makes room for at least `elements`; what is there stays, what is new is zero. Moves the data if it
-    /// grows.
+    /// Makes room for at least `elements`, which may move the data; what is there stays, what is new is zero.
     void grow(std::size_t elements)
     {
         if (elements <= count) return;

@@ -5,8 +5,7 @@ namespace Util {
 
 /// A stream over a growable buffer in memory. Writing beyond the end fills the gap with zeros.
 /// Errors  as DataStream; a text longer than kLongestText is taken for damage and reads as empty. An item
-/// longer
-///         than the whole stream reads as if it were past the end
+///         longer than the whole stream reads as if it were past the end
 class ByteStream final : public DataStream {
 public:
     explicit ByteStream(uint32_t reserve);

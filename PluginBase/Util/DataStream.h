@@ -16,9 +16,9 @@ public:
 } // namespace Exception
 
 /// Typed reading and writing with one position for both. Scalars take their size in bytes, little-endian; a
-/// text is a 32-bit length and its bytes; a block is its bytes alone. Errors  reading past the end gives 0,
-/// an empty text or an empty block, and does not move; nothing is thrown.
-///         Who must know asks bytesLeft first
+/// text is a 32-bit length and its bytes; a block is its bytes alone.
+/// Errors  reading past the end gives 0, an empty text or an empty block, and does not move; nothing is
+///         thrown. Who must know asks bytesLeft first
 class DataStream {
 public:
     enum ByteOrder : uint32_t { machineOrder = 0, sameOrder = 1, otherOrder = 2 };

@@ -6,8 +6,7 @@
 namespace Util {
 
 /// A recursive lock that knows what it guards, for the reader of a debugger or a trace.
-/// Thread  enter(), leave(): any. name(): the thread that made the lock, as texts are not shared between
-/// threads
+/// Thread  enter(), leave(): any. name(): the thread that made the lock, as no thread shares texts
 class NamedLock {
 public:
     explicit NamedLock(String lockName) : text(std::move(lockName)) {}

@@ -8,9 +8,9 @@
 
 /// The text type of the system: 8-bit characters of the system's code page, one byte each. Copies share one
 /// buffer that is never written again; whoever changes a text installs a new buffer, and the others keep
-/// theirs. A text that was never given is null: it has no buffer, and reads and compares as "". Thread  one
-/// at a time; copying and changing allocate, so no audio code builds texts Errors  positions out of range
-/// give empty texts and zeros; no memory: std::bad_alloc
+/// theirs. A text that was never given is null: it has no buffer, and reads and compares as "".
+/// Thread  one at a time; making and changing allocate, so no audio code builds texts
+/// Errors  positions out of range give empty texts and zeros; no memory: std::bad_alloc
 class String {
 public:
     using Buffer = std::shared_ptr<const std::string>;

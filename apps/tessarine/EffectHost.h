@@ -7,9 +7,9 @@
 namespace App {
 
 /// A small host: loads the effect that is linked in and drives it through its record, as any host does. What
-/// the record does not tell (true delay, meters, ranges) comes from the plug-in behind it. States  made:
-/// parameters may be set; start() -> playing: process(); the effect goes with the object Errors  Failure if
-/// the effect does not load
+/// the record does not tell (true delay, meters, ranges) comes from the plug-in behind it.
+/// States  made: parameters may be set; start() -> playing: process(); the effect goes with the object
+/// Errors  Failure if the effect does not load
 class EffectHost {
 public:
     struct Layout {

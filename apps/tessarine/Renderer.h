@@ -22,8 +22,8 @@ struct Rendering {
 };
 
 /// Streams the input file through the effect into the output file. Compensated, output and input have the
-/// same length and lie sample on sample; else the output starts with the delay of the effect. Errors  Failure
-/// and Interrupted; no output is left then
+/// same length and lie sample on sample; else the output starts with the delay of the effect.
+/// Errors  Failure and Interrupted; no output is left then
 Rendering render(const RenderOptions &options);
 
 } // namespace App

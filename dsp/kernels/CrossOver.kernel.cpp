@@ -31,8 +31,7 @@ struct Cascade {
             storeAligned(state.z2[s], z2[s]);
         }
     }
-    /// y[n] = x[n] +- 2 x[n-1] + x[n-2] - a1 y[n-1] - a2 y[n-2], twice; Smith, "Introduction to Digital
-    /// Filters".
+    /// Twice (1 +- z^-1)^2 / (1 + a1 z^-1 + a2 z^-2); Smith, "Introduction to Digital Filters", ch. 9.
     [[gnu::always_inline]] inline D4 tick(D4 x)
     {
         for (int s = 0; s < 2; ++s) {
@@ -83,8 +82,8 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
                   const SplitterOutput &out, int frames)
 {
     Splitter splitter = Splitter::load(coeffs, state);
-    const SplitterOutput bands =
-        out; // in registers: a store to a band could otherwise change where the next goes
+    // in registers: a store to a band could otherwise change where the next goes
+    const SplitterOutput bands = out;
     int i = 0;
     for (; i + 4 <= frames; i += 4) {
         const F4 l = F4::load(left + i), r = F4::load(right + i);

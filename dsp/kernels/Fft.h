@@ -9,8 +9,7 @@ namespace DSP {
 
 /// Forward Fourier transform of real samples, with its tables made once.
 /// Shape   2^order samples, order kLeastOrder to kMostOrder; another order counts as the nearer end. Buffers
-/// start
-///         at a multiple of 32 bytes; none may be another one
+///         start at a multiple of 32 bytes; none may be another one
 /// Unit    negative exponent, not scaled: bin k is the sum of x[n] e^(-2 pi i k n / length)
 /// Errors  relative to the largest bin about 1e-7
 /// Cost    raiseMagnitudes of 4096 samples: 23 300 instructions with AVX2, 58 400 with SSE2

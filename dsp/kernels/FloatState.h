@@ -7,7 +7,8 @@ namespace DSP {
 
 /// The processor's default floating-point state for the length of a scope: round to nearest, denormals kept,
 /// all exceptions masked, full precision. The host's own state, whatever it was, returns with the end of the
-/// scope. Thread  the state is the thread's; the object must end on the thread that made it
+/// scope.
+/// Thread  the state is the thread's; the object must end on the thread that made it
 class FloatState {
 public:
     FloatState();

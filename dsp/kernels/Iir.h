@@ -6,8 +6,8 @@
 /// Origin  Smith, "Introduction to Digital Filters", chapter 9
 namespace DSP {
 
-/// Second-order section: y[n] = b0 x[n] + b1 x[n-1] + b2 x[n-2] - a1 y[n-1] - a2 y[n-2]. A value that anybody
-/// may compute, compare and share.
+/// Second-order section: H(z) = (b0 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2). A value that anybody may
+/// compute, compare and share.
 struct SectionCoeffs {
     double b0, b1, b2, a1, a2;
 
@@ -40,8 +40,7 @@ static inline void run(const SectionCoeffs &c, SectionState<V> &state, const V *
 /// Shape   the delay line has `order` values, or two for each section
 /// Thread  one stream at a time; Init and Free allocate, ippsIIR_64f does not
 /// Errors  a null pointer gives -8, a length, order or section count below 1 gives -6, and nothing is
-/// changed.
-///         Memory that is out throws std::bad_alloc
+///         changed. Memory that is out throws std::bad_alloc
 struct IppsIIRState_64f;
 
 /// Taps b0 to b[order], then a0 to a[order]. `delay` is the first delay line, null for a cleared one.

@@ -37,8 +37,8 @@ static void detect(const float *left, const float *right, float decay, float &en
 static void softGains(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, int frames)
 {
-    constexpr int kPiece =
-        16; // the curve of the next piece is worked out while the follower of this one waits
+    // the curve of the next piece is worked out while the follower of this one waits
+    constexpr int kPiece = 16;
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
     const auto e = powerExponent(F8::splat(exponent));
     constexpr float kStandstill = 1e-9f; // a difference below this is made up at once

@@ -37,7 +37,7 @@ double besselI0(double x);
 double flooredLog2(double x);
 double flooredLog10(double x);
 
-/// 10^(dB x 0.05) with 0.05 as a 32-bit float, so that a level typed in gives the factor it always gave.
+/// 10^(dB / 20), where 1/20 is rounded to 32 bits, so that a level typed in gives the factor it always gave.
 double decibelsToLinear(double decibels);
 
 /// 20 log10(x), floored as flooredLog10 is.

@@ -14,8 +14,8 @@ namespace DSP {
 VectorStatus ippiAddC_8u_AC4IRSfs(const uint8_t value[3], uint8_t *srcDst, int step, int width, int height,
                                   int scale);
 
-/// Each of the first three bytes c becomes c x alpha / 255, rounded as (p + (p >> 8) + 1) >> 8 with p = c x
-/// alpha; the fourth becomes alpha.
+/// Scales the colours, which are the first three bytes, by alpha / 255: for p = colour x alpha the result is
+/// (p + (p >> 8) + 1) >> 8. The fourth byte becomes alpha.
 VectorStatus ippiAlphaPremulC_8u_AC4IR(uint8_t alpha, uint8_t *srcDst, int step, int width, int height);
 
 } // namespace DSP

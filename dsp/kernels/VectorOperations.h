@@ -7,9 +7,8 @@
 /// Arithmetic and copies over whole blocks, in place where the name ends in I.
 /// Shape   `len` elements; arrays of one call are the same or do not overlap, but for ippsMove_32f
 /// Thread  any; no state, no allocation
-/// Errors  a null pointer gives -8, a length below 1 gives -6, and nothing is changed. The operations of the
-/// second
-///         group take a length of 0 as done, whatever the pointers
+/// Errors  a null pointer gives -8, a length below 1 gives -6, and nothing is changed. The copies and fills,
+///         from ippsCopy_8u on, take a length of 0 as done, whatever the pointers
 namespace DSP {
 
 /// srcDst[i] += src[i]

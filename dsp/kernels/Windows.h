@@ -20,7 +20,7 @@ VectorStatus ippsWinHamming_32f_I(float *srcDst, int len);
 /// (alpha + 1) / 2 - 0.5 cos(2 pi p) - alpha / 2 cos(4 pi p); the usual window has alpha = -0.16.
 VectorStatus ippsWinBlackman_32f_I(float *srcDst, int len, float alpha);
 
-/// I0(alpha sqrt(n (len - 1 - n))) / I0(alpha (len - 1) / 2); for |alpha| (len - 1) up to 1400.
+/// I0(a sqrt(p (1 - p))) / I0(a / 2) with a = alpha (len - 1); for |a| up to 1400.
 VectorStatus ippsWinKaiser_32f_I(float *srcDst, int len, float alpha);
 
 } // namespace DSP

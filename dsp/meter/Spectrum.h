@@ -9,10 +9,9 @@
 namespace DSP::Meter {
 
 /// Magnitude spectrum of one band: linear amplitude per bin, peaks held and falling by 120 dB a second.
-/// Thread  feed(): audio, under the component lock; it analyses whenever a frame is full. readSpectrum(): one
-/// other,
-///         no lock and no waiting.
-///         Setters of size, overlap and window: any thread, under the component lock.
+/// Thread  feed(): audio, under `lock`; it analyses whenever a frame is full. readSpectrum(): one other, no
+///         lock and no waiting. Setters of size, overlap and window: any; they prepare under `settingLock`
+///         and exchange under `lock`
 class Spectrum final : public ComponentImpl<Spectrum> {
 public:
     Spectrum(PluginLink &plugin, const String &name);
@@ -75,7 +74,7 @@ private:
     uint8_t guardCounter = 0;
     uint32_t framePosition = 0; // next free place in frame
     PublishedSpectrum published{kMostMagnitudes};
-    Util::Shared<bool> wasRead = false;        // the result was copied out since the last frame
+    Util::Shared<bool> wasRead = false;        // somebody has fetched what the last frame published
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     Util::Shared<bool> onInput = false;
     Util::Shared<uint32_t> windowSize = 3, overlap = 5, windowType = hann;
