@@ -126,6 +126,7 @@ static void scale(float factor, float *samples, int count)
     for (; i < count; ++i) samples[i] *= factor;
 }
 
+extern const BlockKernels blockKernels;
 const BlockKernels blockKernels = {.silenceGarbage = silenceGarbage,
                                    .peak = peak,
                                    .least = least,

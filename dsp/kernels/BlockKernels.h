@@ -23,14 +23,4 @@ struct BlockKernels {
     void (*scale)(float factor, float *samples, int count);
 };
 
-namespace portable {
-extern const BlockKernels blockKernels;
-}
-namespace sse2 {
-extern const BlockKernels blockKernels;
-}
-namespace avx2 {
-extern const BlockKernels blockKernels;
-}
-
 } // namespace DSP::Kernels

@@ -136,6 +136,7 @@ static bool isWithin(const SplitterState &state, double largest)
     return all(within); // false for NaN
 }
 
+extern const CrossOverKernels crossOverKernels;
 const CrossOverKernels crossOverKernels = {.split = split, .isWithin = isWithin};
 
 } // namespace DSP::Kernels::SET

@@ -41,14 +41,4 @@ struct CrossOverKernels {
     bool (*isWithin)(const SplitterState &state, double largest);
 };
 
-namespace portable {
-extern const CrossOverKernels crossOverKernels;
-}
-namespace sse2 {
-extern const CrossOverKernels crossOverKernels;
-}
-namespace avx2 {
-extern const CrossOverKernels crossOverKernels;
-}
-
 } // namespace DSP::Kernels

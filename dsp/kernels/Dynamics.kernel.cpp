@@ -185,6 +185,7 @@ static void applyGains(float *const samples[2], float *const lines[2], const flo
         delayAndScale<1, true>(samples, lines, guards, delay, gains, makeUp, frames);
 }
 
+extern const DynamicsKernels dynamicsKernels;
 const DynamicsKernels dynamicsKernels = {.computeGains = computeGains, .applyGains = applyGains};
 
 } // namespace DSP::Kernels::SET

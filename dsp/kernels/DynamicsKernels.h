@@ -34,14 +34,4 @@ struct DynamicsKernels {
                        int channels, int delay, const float *gains, float makeUp, int frames);
 };
 
-namespace portable {
-extern const DynamicsKernels dynamicsKernels;
-}
-namespace sse2 {
-extern const DynamicsKernels dynamicsKernels;
-}
-namespace avx2 {
-extern const DynamicsKernels dynamicsKernels;
-}
-
 } // namespace DSP::Kernels

@@ -169,6 +169,7 @@ static void apply(const float *samples, const float *gains, float factor, float 
     for (; i < frames; ++i) out[i] = samples[i] * (gains[i] * factor);
 }
 
+extern const LimiterKernels limiterKernels;
 const LimiterKernels limiterKernels = {.detect = detect,
                                        .softGains = softGains,
                                        .holdingGains = holdingGains,

@@ -45,14 +45,4 @@ struct LimiterKernels {
     void (*apply)(const float *samples, const float *gains, float factor, float *out, int frames);
 };
 
-namespace portable {
-extern const LimiterKernels limiterKernels;
-}
-namespace sse2 {
-extern const LimiterKernels limiterKernels;
-}
-namespace avx2 {
-extern const LimiterKernels limiterKernels;
-}
-
 } // namespace DSP::Kernels

@@ -16,6 +16,6 @@ static void powerOfArray(const float *base, float exponent, float *result, int c
 }
 
 extern const PowerKernels powerKernels;
-const PowerKernels powerKernels{.power = powerOfArray};
+const PowerKernels powerKernels = {.power = powerOfArray};
 
 } // namespace DSP::Kernels::SET
