@@ -1,16 +1,16 @@
 #pragma once
 
 /// Lanes: the vector types that kernels are written in.
-/// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats and int32; MD2, MD4 masks of
-///         doubles. F8, D4 and I8 are two F4, D2 or I4 side by side; lane 0 is the first in memory
+/// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats; MD2, MD4 masks of doubles.
+///         F8, D4 and I8 are two F4, D2 or I4 side by side; lane 0 is the first in memory. The operations are
+///         those that kernels use; one that is added goes into the file of every set
 /// Sets    a kernel file is compiled once per instruction set, SET naming the set and its namespace, so all
 ///         that stands here is another entity in each. Nothing is inline with external linkage: of such
 ///         functions the linker keeps one copy, perhaps that of a set which the processor lacks
 /// Bits    the same in every set: one IEEE operation a lane, rounded to nearest, never fused, never an
 ///         approximation. Only which NaN comes out of two NaNs is left open
 /// Exact   min(a, b) is a < b ? a : b and max(a, b) is a > b ? a : b: b if a lane holds a NaN or two zeros.
-///         toInt rounds to nearest, ties to even, and gives INT32_MIN outside the range of int32.
-///         andNot(a, b) is a and not b; keep(m, a) is a or 0. Masks are all ones or all zeros
+///         keep(m, a) is a or 0. Masks are all ones or all zeros
 #ifndef SET
 #error "compile kernel files with SET=<set> and SET_<SET> (see dsp/kernels/CMakeLists.txt)"
 #endif

@@ -8,39 +8,16 @@ namespace DSP::Kernels::SET {
 
 LANES_OP M4 operator>(F4 a, F4 b) { return b < a; }
 LANES_OP M4 operator>=(F4 a, F4 b) { return b <= a; }
-LANES_OP M8 operator>(F8 a, F8 b) { return b < a; }
 LANES_OP M8 operator>=(F8 a, F8 b) { return b <= a; }
-LANES_OP MD2 operator>(D2 a, D2 b) { return b < a; }
-LANES_OP MD2 operator>=(D2 a, D2 b) { return b <= a; }
-LANES_OP MD4 operator>(D4 a, D4 b) { return b < a; }
-LANES_OP MD4 operator>=(D4 a, D4 b) { return b <= a; }
-LANES_OP M4 operator<(I4 a, I4 b) { return b > a; }
-LANES_OP M8 operator<(I8 a, I8 b) { return b > a; }
 
 LANES_OP bool any(M4 a) { return bits(a) != 0; }
 LANES_OP bool any(M8 a) { return bits(a) != 0; }
-LANES_OP bool any(MD2 a) { return bits(a) != 0; }
-LANES_OP bool any(MD4 a) { return bits(a) != 0; }
-LANES_OP bool all(M4 a) { return bits(a) == 0xF; }
 LANES_OP bool all(M8 a) { return bits(a) == 0xFF; }
-LANES_OP bool all(MD2 a) { return bits(a) == 0x3; }
 LANES_OP bool all(MD4 a) { return bits(a) == 0xF; }
 
-/// shuffle<i, j, k, l>(a) takes lanes i, j, k and l. Of an F8 shuffle, unpackLow and unpackHigh work within
-/// each half of four.
+/// shuffle<i, j, k, l>(a) takes lanes i, j, k and l of a; with two arguments k and l are lanes of the other.
+/// Of an F8 shuffle, unpackLow and unpackHigh work within each half of four.
 template <int i, int j, int k, int l> LANES_OP F4 shuffle(F4 a) { return shuffle<i, j, k, l>(a, a); }
-template <int i, int j, int k, int l> LANES_OP F8 shuffle(F8 a) { return shuffle<i, j, k, l>(a, a); }
-template <int i, int j> LANES_OP D2 shuffle(D2 a) { return shuffle<i, j>(a, a); }
-template <int i, int j> LANES_OP D4 shuffle(D4 a) { return shuffle<i, j>(a, a); }
-
-template <int i> LANES_OP F4 broadcastLane(F4 a) { return shuffle<i, i, i, i>(a); }
-template <int i> LANES_OP D2 broadcastLane(D2 a) { return shuffle<i, i>(a); }
-template <int i>
-LANES_OP F8 broadcastLane(F8 a)
-{
-    const F8 half = i < 4 ? lowHalves(a, a) : highHalves(a, a);
-    return shuffle<i % 4, i % 4, i % 4, i % 4>(half);
-}
 LANES_OP F4 reverse(F4 a) { return shuffle<3, 2, 1, 0>(a); }
 
 /// Folded by halves: lanes 0-3 with 4-7, then 0-1 with 2-3, then 0 with 1.
@@ -54,14 +31,8 @@ LANES_OP float horizontalMin(F4 a)
     const F4 two = min(a, shuffle<2, 3, 2, 3>(a));
     return lane<0>(min(two, shuffle<1, 1, 1, 1>(two)));
 }
-LANES_OP float horizontalSum(F4 a)
-{
-    const F4 two = a + shuffle<2, 3, 2, 3>(a);
-    return lane<0>(two + shuffle<1, 1, 1, 1>(two));
-}
 LANES_OP float horizontalMax(F8 a) { return horizontalMax(max(low(a), high(a))); }
 LANES_OP float horizontalMin(F8 a) { return horizontalMin(min(low(a), high(a))); }
-LANES_OP float horizontalSum(F8 a) { return horizontalSum(low(a) + high(a)); }
 
 /// Rows become columns: lane j of row i goes to lane i of row j.
 LANES_OP void transpose(F4 &r0, F4 &r1, F4 &r2, F4 &r3)

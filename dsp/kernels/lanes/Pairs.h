@@ -9,7 +9,6 @@ namespace DSP::Kernels::SET {
 struct I8 {
     static constexpr int kLanes = 8;
     I4 lo, hi;
-    LANES_OP I8 load(const int32_t *from) { return {I4::load(from), I4::load(from + 4)}; }
     LANES_OP I8 splat(int32_t x) { return {I4::splat(x), I4::splat(x)}; }
 };
 struct M8 {
@@ -28,7 +27,6 @@ struct MD4 {
 struct D4 {
     static constexpr int kLanes = 4;
     D2 lo, hi;
-    LANES_OP D4 load(const double *from) { return {D2::load(from), D2::load(from + 2)}; }
     LANES_OP D4 loadAligned(const double *from) { return {D2::loadAligned(from), D2::loadAligned(from + 2)}; }
     LANES_OP D4 splat(double x) { return {D2::splat(x), D2::splat(x)}; }
     LANES_OP D4 of(double a, double b, double c, double d) { return {D2::of(a, b), D2::of(c, d)}; }
@@ -40,18 +38,7 @@ using FloatRegister = F4;
 LANES_OP F8 combine(F4 lo, F4 hi) { return {lo, hi}; }
 LANES_OP F4 low(F8 a) { return a.lo; }
 LANES_OP F4 high(F8 a) { return a.hi; }
-LANES_OP I8 combine(I4 lo, I4 hi) { return {lo, hi}; }
-LANES_OP I4 low(I8 a) { return a.lo; }
-LANES_OP I4 high(I8 a) { return a.hi; }
-LANES_OP D4 combine(D2 lo, D2 hi) { return {lo, hi}; }
-LANES_OP D2 low(D4 a) { return a.lo; }
-LANES_OP D2 high(D4 a) { return a.hi; }
 
-LANES_OP void store(int32_t *to, I8 a)
-{
-    store(to, a.lo);
-    store(to + 4, a.hi);
-}
 LANES_OP void store(float *to, F8 a)
 {
     store(to, a.lo);
@@ -62,11 +49,6 @@ LANES_OP void storeAligned(float *to, F8 a)
     storeAligned(to, a.lo);
     storeAligned(to + 4, a.hi);
 }
-LANES_OP void store(double *to, D4 a)
-{
-    store(to, a.lo);
-    store(to + 2, a.hi);
-}
 LANES_OP void storeAligned(double *to, D4 a)
 {
     storeAligned(to, a.lo);
@@ -76,25 +58,12 @@ LANES_OP void storeAligned(double *to, D4 a)
 LANES_OP I8 asInt(F8 a) { return {asInt(a.lo), asInt(a.hi)}; }
 LANES_OP F8 asFloat(I8 a) { return {asFloat(a.lo), asFloat(a.hi)}; }
 
-LANES_OP I8 operator+(I8 a, I8 b) { return {a.lo + b.lo, a.hi + b.hi}; }
 LANES_OP I8 operator-(I8 a, I8 b) { return {a.lo - b.lo, a.hi - b.hi}; }
 LANES_OP I8 operator&(I8 a, I8 b) { return {a.lo & b.lo, a.hi & b.hi}; }
-LANES_OP I8 operator|(I8 a, I8 b) { return {a.lo | b.lo, a.hi | b.hi}; }
-LANES_OP I8 operator^(I8 a, I8 b) { return {a.lo ^ b.lo, a.hi ^ b.hi}; }
 template <int bits> LANES_OP I8 shiftLeft(I8 a) { return {shiftLeft<bits>(a.lo), shiftLeft<bits>(a.hi)}; }
-template <int bits> LANES_OP I8 shiftRight(I8 a) { return {shiftRight<bits>(a.lo), shiftRight<bits>(a.hi)}; }
-template <int bits>
-LANES_OP I8 shiftRightLogical(I8 a) { return {shiftRightLogical<bits>(a.lo), shiftRightLogical<bits>(a.hi)}; }
-LANES_OP M8 operator==(I8 a, I8 b) { return {a.lo == b.lo, a.hi == b.hi}; }
-LANES_OP M8 operator>(I8 a, I8 b) { return {a.lo > b.lo, a.hi > b.hi}; }
 
-LANES_OP M8 operator&(M8 a, M8 b) { return {a.lo & b.lo, a.hi & b.hi}; }
-LANES_OP M8 operator|(M8 a, M8 b) { return {a.lo | b.lo, a.hi | b.hi}; }
-LANES_OP M8 andNot(M8 a, M8 b) { return {andNot(a.lo, b.lo), andNot(a.hi, b.hi)}; }
 LANES_OP int bits(M8 a) { return bits(a.lo) | bits(a.hi) << 4; }
 LANES_OP MD4 operator&(MD4 a, MD4 b) { return {a.lo & b.lo, a.hi & b.hi}; }
-LANES_OP MD4 operator|(MD4 a, MD4 b) { return {a.lo | b.lo, a.hi | b.hi}; }
-LANES_OP MD4 andNot(MD4 a, MD4 b) { return {andNot(a.lo, b.lo), andNot(a.hi, b.hi)}; }
 LANES_OP int bits(MD4 a) { return bits(a.lo) | bits(a.hi) << 2; }
 
 LANES_OP F8 operator+(F8 a, F8 b) { return {a.lo + b.lo, a.hi + b.hi}; }
@@ -108,27 +77,15 @@ LANES_OP F8 min(F8 a, F8 b) { return {min(a.lo, b.lo), min(a.hi, b.hi)}; }
 LANES_OP F8 max(F8 a, F8 b) { return {max(a.lo, b.lo), max(a.hi, b.hi)}; }
 LANES_OP M8 operator<(F8 a, F8 b) { return {a.lo < b.lo, a.hi < b.hi}; }
 LANES_OP M8 operator<=(F8 a, F8 b) { return {a.lo <= b.lo, a.hi <= b.hi}; }
-LANES_OP M8 operator==(F8 a, F8 b) { return {a.lo == b.lo, a.hi == b.hi}; }
 LANES_OP F8 select(M8 m, F8 a, F8 b) { return {select(m.lo, a.lo, b.lo), select(m.hi, a.hi, b.hi)}; }
 LANES_OP F8 keep(M8 m, F8 a) { return {keep(m.lo, a.lo), keep(m.hi, a.hi)}; }
 
 LANES_OP D4 operator+(D4 a, D4 b) { return {a.lo + b.lo, a.hi + b.hi}; }
 LANES_OP D4 operator-(D4 a, D4 b) { return {a.lo - b.lo, a.hi - b.hi}; }
 LANES_OP D4 operator*(D4 a, D4 b) { return {a.lo * b.lo, a.hi * b.hi}; }
-LANES_OP D4 operator/(D4 a, D4 b) { return {a.lo / b.lo, a.hi / b.hi}; }
-LANES_OP D4 operator-(D4 a) { return {-a.lo, -a.hi}; }
 LANES_OP D4 abs(D4 a) { return {abs(a.lo), abs(a.hi)}; }
-LANES_OP D4 sqrt(D4 a) { return {sqrt(a.lo), sqrt(a.hi)}; }
-LANES_OP D4 min(D4 a, D4 b) { return {min(a.lo, b.lo), min(a.hi, b.hi)}; }
-LANES_OP D4 max(D4 a, D4 b) { return {max(a.lo, b.lo), max(a.hi, b.hi)}; }
-LANES_OP MD4 operator<(D4 a, D4 b) { return {a.lo < b.lo, a.hi < b.hi}; }
 LANES_OP MD4 operator<=(D4 a, D4 b) { return {a.lo <= b.lo, a.hi <= b.hi}; }
-LANES_OP MD4 operator==(D4 a, D4 b) { return {a.lo == b.lo, a.hi == b.hi}; }
-LANES_OP D4 select(MD4 m, D4 a, D4 b) { return {select(m.lo, a.lo, b.lo), select(m.hi, a.hi, b.hi)}; }
-LANES_OP D4 keep(MD4 m, D4 a) { return {keep(m.lo, a.lo), keep(m.hi, a.hi)}; }
-LANES_OP I8 select(M8 m, I8 a, I8 b) { return {select(m.lo, a.lo, b.lo), select(m.hi, a.hi, b.hi)}; }
 
-LANES_OP I8 toInt(F8 a) { return {toInt(a.lo), toInt(a.hi)}; }
 LANES_OP F8 toFloat(I8 a) { return {toFloat(a.lo), toFloat(a.hi)}; }
 LANES_OP D4 toDouble(F4 a) { return {lowToDouble(a), highToDouble(a)}; }
 LANES_OP F4 toFloat(D4 a) { return toFloat(a.lo, a.hi); }
@@ -139,11 +96,8 @@ LANES_OP F8 unpackLow(F8 a, F8 b) { return {unpackLow(a.lo, b.lo), unpackLow(a.h
 LANES_OP F8 unpackHigh(F8 a, F8 b) { return {unpackHigh(a.lo, b.lo), unpackHigh(a.hi, b.hi)}; }
 LANES_OP F8 lowHalves(F8 a, F8 b) { return {a.lo, b.lo}; }
 LANES_OP F8 highHalves(F8 a, F8 b) { return {a.hi, b.hi}; }
-template <int i, int j>
-LANES_OP D4 shuffle(D4 a, D4 b) { return {shuffle<i, j>(a.lo, b.lo), shuffle<i, j>(a.hi, b.hi)}; }
 LANES_OP D4 lowHalves(D4 a, D4 b) { return {a.lo, b.lo}; }
 LANES_OP D4 highHalves(D4 a, D4 b) { return {a.hi, b.hi}; }
 LANES_OP F8 reverse(F8 a) { return {shuffle<3, 2, 1, 0>(a.hi, a.hi), shuffle<3, 2, 1, 0>(a.lo, a.lo)}; }
-LANES_OP D4 swapHalves(D4 a) { return {a.hi, a.lo}; }
 
 } // namespace DSP::Kernels::SET
