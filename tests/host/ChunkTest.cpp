@@ -1,0 +1,170 @@
+#include <algorithm>
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <gtest/gtest.h>
+#include <random>
+#include <vector>
+
+#include "host/VSTPlugin.h"
+#include "tests/host/FakeHost.h"
+
+namespace {
+
+using Bytes = std::vector<uint8_t>;
+
+/// The layout of the file format written down by hand, independent of the code that writes it.
+class Layout {
+public:
+    Layout &word(uint32_t value)
+    {
+        for (int i = 0; i < 4; ++i) bytes.push_back(static_cast<uint8_t>(value >> 8 * i));
+        return *this;
+    }
+    Layout &real(float value, int times = 1)
+    {
+        while (times-- > 0) word(std::bit_cast<uint32_t>(value));
+        return *this;
+    }
+    Layout &flag(int times = 1)
+    {
+        bytes.insert(bytes.end(), static_cast<size_t>(times), 0);
+        return *this;
+    }
+    Layout &text(const char *words)
+    {
+        word(static_cast<uint32_t>(std::strlen(words)));
+        bytes.insert(bytes.end(), words, words + std::strlen(words));
+        return *this;
+    }
+    Bytes bytes;
+};
+
+Bytes defaultChunk()
+{
+    Layout l;
+    l.word(243);                                        // bytes of the image that follows
+    l.word(0x0001B38A).word(6).word(243);               // magic, version, bytes of the image
+    l.word(0).word(0).word(0);                          // global, derived, level meter: nothing saved
+    l.real(0).word(0);                                  // output gain
+    l.real(120).real(2000).real(10000).flag(8).word(0); // crossover
+    l.real(0).real(0).real(20).real(4).real(500).flag(2).word(0);                  // limiter
+    l.real(0, 8).real(1, 4).real(10, 4).real(100, 4).flag(9).word(0);              // compressors
+    for (int band = 0; band < 4; ++band) l.flag().word(3).word(5).word(4).word(0); // spectra
+    return l.text("Default").bytes;
+}
+
+Bytes getChunk(const LoadedEffect &effect)
+{
+    void *data = nullptr;
+    const auto size = effect.dispatch(effGetChunk, 0, 0, &data);
+    return Bytes(static_cast<uint8_t *>(data), static_cast<uint8_t *>(data) + size);
+}
+
+intptr_t setChunk(const LoadedEffect &effect, Bytes chunk)
+{
+    return effect.dispatch(effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data());
+}
+
+void moveEverything(const LoadedEffect &effect, unsigned seed)
+{
+    std::mt19937 random(seed);
+    std::uniform_real_distribution<float> anywhere(0, 1);
+    for (int i = 0; i < effect->numParams; ++i) effect.set(i, anywhere(random));
+    DSP::Meter::Spectrum &spectrum = *effect.plugin().transformHandle().spectrum(2);
+    spectrum.setOnInput(!spectrum.getOnInput());
+    spectrum.setOverlap(seed % 6);
+    effect.plugin().transformHandle().maximizer()->setRatio(1 + anywhere(random));
+}
+
+TEST(Chunk, OfAFreshEffectIsTheDocumentedBytes)
+{
+    FakeHost host;
+    const LoadedEffect effect;
+    EXPECT_EQ(defaultChunk(), getChunk(effect));
+}
+
+TEST(Chunk, RestoresEverythingSavedAndNothingElse)
+{
+    FakeHost host;
+    const LoadedEffect from, to;
+    for (unsigned seed = 0; seed < 20; ++seed) {
+        moveEverything(from, seed);
+        const Bytes chunk = getChunk(from);
+        DSP::Global &settings = to.global();
+        settings.setOpacity(55);
+        EXPECT_EQ(static_cast<intptr_t>(chunk.size()), setChunk(to, chunk));
+        EXPECT_EQ(chunk, getChunk(to));
+        for (int i = 0; i < from->numParams; ++i) EXPECT_EQ(from.get(i), to.get(i)) << i;
+        EXPECT_EQ(55, settings.getOpacity());
+    }
+}
+
+TEST(Chunk, KeepsTheProgramsName)
+{
+    FakeHost host;
+    const LoadedEffect from, to;
+    char name[] = "A name of more than twenty-three characters";
+    from.dispatch(effSetProgramName, 0, 0, name);
+    EXPECT_NE(0, setChunk(to, getChunk(from)));
+    EXPECT_EQ(std::string(name).substr(0, 23), to.text(effGetProgramName));
+    EXPECT_EQ(std::string(name), to.text(effGetProgramNameIndexed));
+    EXPECT_EQ(defaultChunk().size() - 7 + std::strlen(name), getChunk(to).size());
+}
+
+/// Nothing may change when a chunk is refused, not even what was never saved.
+TEST(Chunk, RefusesDamageAndStaysAsItWas)
+{
+    FakeHost host;
+    const LoadedEffect effect;
+    moveEverything(effect, 1);
+    const Bytes before = getChunk(effect), sound = defaultChunk();
+    const auto refused = [&](Bytes chunk, const char *what) {
+        EXPECT_EQ(0, setChunk(effect, std::move(chunk))) << what;
+        EXPECT_EQ(before, getChunk(effect)) << what;
+    };
+    for (size_t length = 0; length < sound.size(); ++length)
+        refused(Bytes(sound.begin(), sound.begin() + static_cast<ptrdiff_t>(length)), "cut short");
+    const auto with = [&](size_t place, uint32_t word) {
+        Bytes chunk = sound;
+        for (size_t i = 0; i < 4; ++i) chunk[place + i] = static_cast<uint8_t>(word >> 8 * i);
+        return chunk;
+    };
+    refused(with(0, 200001), "state too long");
+    refused(with(0, 0xFFFFFFFF), "negative length of the state");
+    refused(with(0, 242), "state of another length");
+    refused(with(4, 1), "magic");
+    refused(with(8, 5), "version");
+    refused(with(12, 242), "length in the image");
+    refused(with(4 + 12 + 12, 0x7FC00000), "a gain that is no number");
+    refused(with(4 + 12 + 12, 0xFF800000), "an infinite gain");
+    refused(with(4 + 243, 0xFFFFFFF0), "negative length of the name");
+    refused(with(4 + 243, 8), "name cut short");
+    EXPECT_EQ(0, effect.dispatch(effSetChunk, 0, -5, const_cast<uint8_t *>(sound.data())));
+    EXPECT_EQ(0, effect.dispatch(effSetChunk, 0, 257, nullptr));
+    EXPECT_EQ(0, effect.dispatch(effGetChunk, 0, 0, nullptr));
+
+    EXPECT_NE(0, setChunk(effect, with(4 + 243, 200001))) << "an overlong name only reads as empty";
+    EXPECT_EQ("", effect.text(effGetProgramName));
+}
+
+TEST(Chunk, SurvivesHostileBytes)
+{
+    FakeHost host;
+    const LoadedEffect effect;
+    std::mt19937 random(7);
+    const Bytes sound = defaultChunk();
+    for (int turn = 0; turn < 20000; ++turn) {
+        Bytes chunk = sound;
+        for (unsigned changes = random() % 6; changes > 0; --changes)
+            chunk[random() % chunk.size()] = static_cast<uint8_t>(random());
+        if (random() % 3 == 0) chunk.resize(random() % 400);
+        const Bytes before = getChunk(effect);
+        if (setChunk(effect, chunk) == 0) {
+            ASSERT_EQ(before, getChunk(effect)) << turn;
+        }
+        for (int i = 0; i < effect->numParams; ++i) ASSERT_TRUE(std::isfinite(effect.get(i))) << turn;
+    }
+}
+
+} // namespace
