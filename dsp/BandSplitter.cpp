@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "dsp/Bands.h"
 #include "dsp/FilterDesign.h"
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Kernels.h"
@@ -62,7 +63,6 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
 {
     coeffs = {};
     state = {};
-    std::fill(std::begin(plainGains), std::end(plainGains), 1.0f);
 
     uint32_t used = static_cast<uint32_t>(cutoffsHz.size());
     while (used > 0 && !(sampleRate * 0.5 > cutoffsHz[used - 1])) --used;
@@ -75,17 +75,13 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
     };
     const FilterDesign top = section(FilterType::highPass, used - 1);
     const FilterDesign bottom = section(FilterType::lowPass, 0);
-    plainGains[used] = static_cast<float>(top.designGain);
-    plainGains[0] = static_cast<float>(bottom.designGain);
-    install(coeffs.outer, 0, top, plainGains[used]);
-    install(coeffs.outer, 1, bottom, plainGains[0]);
+    install(coeffs.outer, 0, top, static_cast<float>(top.designGain));
+    install(coeffs.outer, 1, bottom, static_cast<float>(bottom.designGain));
 
     for (uint32_t band = 1; band < used; ++band) {
         const int filter = band == 2 ? 0 : 1; // the slots hold the upper inner band first
         const FilterDesign low = section(FilterType::lowPass, band);
         const FilterDesign high = section(FilterType::highPass, band - 1);
-        const double plain = low.designGain * high.designGain;
-        plainGains[band] = static_cast<float>(plain);
         install(
             coeffs.inner, filter, low,
             static_cast<float>(narrowBandLift(hz(band - 1), hz(band)) * low.designGain * high.designGain));
@@ -104,7 +100,7 @@ bool BandSplitter::run(uint32_t frames, const float *left, const float *right, f
     } else {
         filter(frames, left, right, outLeft, outRight, guardCounter);
     }
-    for (uint32_t band = bandsInUse; band < 4; ++band) {
+    for (uint32_t band = bandsInUse; band < kBands; ++band) {
         ippsZero_32f(outLeft[band], static_cast<int>(frames));
         if (right) ippsZero_32f(outRight[band], static_cast<int>(frames));
         addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardCounter);
@@ -117,7 +113,7 @@ void BandSplitter::filter(uint32_t frames, const float *left, const float *right
 {
     // Slots without a band write to the buffers of the bands that are silenced afterwards.
     const uint32_t top = bandsInUse - 1;
-    const uint32_t bandOfSlot[4] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
+    const uint32_t bandOfSlot[kBands] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
     const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
 
     Kernels::SplitterState before;
@@ -128,7 +124,7 @@ void BandSplitter::filter(uint32_t frames, const float *left, const float *right
     for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
         const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
         Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
-        for (int slot = 0; slot < 4; ++slot) {
+        for (int slot = 0; slot < kBands; ++slot) {
             out.left[slot] = outLeft[bandOfSlot[slot]] + done;
             out.right[slot] = right ? outRight[bandOfSlot[slot]] + done : out.left[slot];
         }

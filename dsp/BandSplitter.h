@@ -19,9 +19,6 @@ public:
     bool run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
              float *const *outRight, const uint8_t *guardCounter);
 
-    /// Gain of a band's filters without the lift of narrow bands; kept for show.
-    float plainGain(uint32_t band) const { return plainGains[band]; }
-
 private:
     void filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
                 float *const *outRight, const uint8_t *guardCounter);
@@ -29,7 +26,6 @@ private:
     Kernels::SplitterCoeffs coeffs;
     Kernels::SplitterState state;
     uint32_t bandsInUse = 1;
-    float plainGains[4] = {1.0f, 1.0f, 1.0f, 1.0f};
 };
 
 } // namespace DSP

@@ -8,6 +8,7 @@
 #include "PluginBase/Util/OptionalIndex.h"
 #include "PluginBase/Util/Shared.h"
 #include "PluginBase/Util/String.h"
+#include "dsp/Bands.h"
 #include "dsp/BlockFramer.h"
 #include "dsp/EnvelopeHandler.h"
 #include "dsp/Parameter.h"
@@ -15,8 +16,6 @@
 namespace DSP {
 
 class PluginLink;
-
-constexpr int kBands = 4;
 
 /// Base of every element of the chain: a name, locks, a block entry, and its parameters as lists that host,
 /// editor and state walk by kind and index, whatever the class.
