@@ -23,14 +23,9 @@ Transform::Transform(PluginLink &pluginLink)
     global()->setDelayCompensation(true);
     for (uint32_t band = 0; band < kBands; ++band) {
         spectra[band] =
-            std::make_shared<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
+            std::make_unique<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
         spectra[band]->setStagger(band * kSpectrumStagger);
     }
-}
-
-Transform::~Transform()
-{
-    for (uint32_t band = kBands; band-- > 0;) spectra[band].reset();
 }
 
 void Transform::resetState() { splitNoisePhase = bandNoisePhase = sumNoisePhase = 0; }

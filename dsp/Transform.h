@@ -16,7 +16,6 @@ namespace DSP {
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);
-    ~Transform() override;
 
     Meter::Level *level() const { return levelMeter.get(); }
     Gain *gain() const { return outputGain.get(); }
@@ -45,7 +44,7 @@ private:
     std::unique_ptr<CrossOver> splitter;
     std::unique_ptr<Maximizer> limiter;
     std::unique_ptr<Dynamics> compressor;
-    std::array<std::shared_ptr<Meter::Spectrum>, kBands> spectra;
+    std::array<std::unique_ptr<Meter::Spectrum>, kBands> spectra;
     std::array<Util::AlignedBuffer<float>, kBands> bandLeft, bandRight;
     uint8_t splitNoisePhase = 0, bandNoisePhase = 0, sumNoisePhase = 0;
 };

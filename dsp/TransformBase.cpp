@@ -28,12 +28,6 @@ TransformBase::TransformBase(PluginLink &pluginLink)
 {
 }
 
-TransformBase::~TransformBase()
-{
-    derivedSettings.reset();
-    settings.reset();
-}
-
 uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
                                 float *outRight)
 {

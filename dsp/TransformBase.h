@@ -16,7 +16,7 @@ class PluginLink;
 ///         the chain waits for the block that runs
 class TransformBase {
 public:
-    virtual ~TransformBase();
+    virtual ~TransformBase() = default;
 
     /// One block from `in` to `out`, which may not overlap; the input is destroyed. Right channels are null
     /// for mono. Returns the frames written.
