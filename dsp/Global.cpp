@@ -14,12 +14,14 @@ constexpr uint32_t kAutoBufferSize = 6;
 
 Global::Global(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Global")
 {
-    declareParameters();
+    declareFloats();
+    declareBools();
+    declareInts();
     owner = this;
     finishConstruction();
 }
 
-void Global::declareParameters()
+void Global::declareFloats()
 {
     const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
                              ParamGroup group, float (Global::*get)() const, void (Global::*set)(float)) {
@@ -38,7 +40,10 @@ void Global::declareParameters()
          &Global::setOpacity);
     real("Global: Automation Zipper Samples", "", kZipperRange, 50, ParamGroup::gain,
          &Global::getAutomationZipperSamples, &Global::setAutomationZipperSamples);
+}
 
+void Global::declareBools()
+{
     const auto flag = [this](const char *paramName, bool initial, bool (Global::*get)() const,
                              void (Global::*set)(bool)) {
         boolParams.push_back({.name = paramName,
@@ -64,7 +69,10 @@ void Global::declareParameters()
     flag("Global: Process As Mono", false, &Global::getProcessAsMono, &Global::setProcessAsMono);
     flag("Global: Show Background Grid", true, &Global::getShowBackgroundGrid,
          &Global::setShowBackgroundGrid);
+}
 
+void Global::declareInts()
+{
     const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
                              uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {
         intParams.push_back({.name = paramName,

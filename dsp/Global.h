@@ -51,7 +51,9 @@ public:
     static constexpr uint32_t kBypassParam = 0;
 
 private:
-    void declareParameters();
+    void declareFloats();
+    void declareBools();
+    void declareInts();
 
     Util::Shared<float> fps = 30.0f;
     Util::Shared<float> opacity = 100.0f;

@@ -13,7 +13,8 @@ namespace DSP::Meter {
 
 namespace {
 constexpr float kOverlapFactors[] = {0.0f, 0.1f, 0.2f, 0.3f, 0.4f, 0.5f};
-constexpr int kLeastOrder = 9; // log2 of the smallest size
+constexpr int kLeastOrder = 9;                                   // log2 of the smallest size
+enum IntIndex : uint32_t { kWindowSize, kOverlap, kWindowType }; // places in intParams
 constexpr float kBlackmanAlpha = -0.16f, kKaiserAlpha = 0.006f;
 
 uint32_t sizeForRate(uint32_t hz)
@@ -55,6 +56,7 @@ void Spectrum::declareParameters()
                              .group = ParamGroup::spectrum,
                              .valueNames = std::move(names)});
     };
+    // in the order of IntIndex
     list("Spectrum Window Size", windowSize, {"512", "1024", "2048", "4096", "8192"},
          &Spectrum::getWindowSize, &Spectrum::setWindowSize);
     list("Spectrum Overlap", overlap, {"0%", "10%", "20%", "30%", "40%", "50%"}, &Spectrum::getOverlap,
@@ -74,12 +76,15 @@ void Spectrum::setSampleRate(uint32_t hz)
 
 void Spectrum::setWindowSize(uint32_t index)
 {
-    choose(windowSize, std::min(index, intParams[0].range.maximum));
+    choose(windowSize, std::min(index, intParams[kWindowSize].range.maximum));
 }
-void Spectrum::setOverlap(uint32_t index) { choose(overlap, std::min(index, intParams[1].range.maximum)); }
+void Spectrum::setOverlap(uint32_t index)
+{
+    choose(overlap, std::min(index, intParams[kOverlap].range.maximum));
+}
 void Spectrum::setWindowType(uint32_t type)
 {
-    choose(windowType, std::min(type, intParams[2].range.maximum));
+    choose(windowType, std::min(type, intParams[kWindowType].range.maximum));
 }
 
 void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
