@@ -170,24 +170,12 @@ Audio hostile(uint64_t seed, uint32_t rate, uint32_t frames)
         const double db = random.chance(0.7) ? 24 : random.uniform(-60, 24),
                      hz = random.uniform(5, 0.5 * rate);
         switch (random.below(6)) {
-        case 0:
-            audio = append(std::move(audio), noise(random.next(), length, db));
-            break;
-        case 1:
-            audio = append(std::move(audio), squares(rate, hz, length, db));
-            break;
-        case 2:
-            audio = append(std::move(audio), impulses(random.next(), length, db));
-            break;
-        case 3:
-            audio = append(std::move(audio), bursts(random.next(), rate, length, db));
-            break;
-        case 4:
-            audio = append(std::move(audio), sine(rate, hz, length, db));
-            break;
-        default:
-            audio = append(std::move(audio), silence(length));
-            break;
+        case 0: audio = append(std::move(audio), noise(random.next(), length, db)); break;
+        case 1: audio = append(std::move(audio), squares(rate, hz, length, db)); break;
+        case 2: audio = append(std::move(audio), impulses(random.next(), length, db)); break;
+        case 3: audio = append(std::move(audio), bursts(random.next(), rate, length, db)); break;
+        case 4: audio = append(std::move(audio), sine(rate, hz, length, db)); break;
+        default: audio = append(std::move(audio), silence(length)); break;
         }
     }
     audio.left.resize(frames);
@@ -222,22 +210,14 @@ Named any(uint64_t seed, uint32_t rate, uint32_t frames)
     const double db = random.pick(std::array{-40.0, -12.0, -1.0, 6.0, 24.0});
     const double hz = random.uniform(30, 0.4 * rate);
     switch (random.below(8)) {
-    case 0:
-        return {"noise", noise(seed, frames, db)};
-    case 1:
-        return {"sine", sine(rate, hz, frames, db)};
-    case 2:
-        return {"sweep", sweep(rate, 20, 0.49 * rate, frames, db)};
-    case 3:
-        return {"squares", squares(rate, hz / 4, frames, db)};
-    case 4:
-        return {"bursts", bursts(seed, rate, frames, db)};
-    case 5:
-        return {"music", music(seed, rate, frames, db)};
-    case 6:
-        return {"music, then silence", musicThenSilence(seed, rate, frames, db)};
-    default:
-        return {"hostile", hostile(seed, rate, frames)};
+    case 0: return {"noise", noise(seed, frames, db)};
+    case 1: return {"sine", sine(rate, hz, frames, db)};
+    case 2: return {"sweep", sweep(rate, 20, 0.49 * rate, frames, db)};
+    case 3: return {"squares", squares(rate, hz / 4, frames, db)};
+    case 4: return {"bursts", bursts(seed, rate, frames, db)};
+    case 5: return {"music", music(seed, rate, frames, db)};
+    case 6: return {"music, then silence", musicThenSilence(seed, rate, frames, db)};
+    default: return {"hostile", hostile(seed, rate, frames)};
     }
 }
 
