@@ -17,8 +17,7 @@ public:
 
     FakeHost() { current = this; }
     ~FakeHost() { current = nullptr; }
-    FakeHost(const FakeHost &) = delete;
-    FakeHost &operator=(const FakeHost &) = delete;
+    FakeHost(FakeHost &&) = delete;
 
     static intptr_t callback(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
                              float opt)
@@ -48,8 +47,7 @@ class LoadedEffect {
 public:
     LoadedEffect() : effect(VSTPluginMain(FakeHost::callback)) {}
     ~LoadedEffect() { dispatch(effClose); }
-    LoadedEffect(const LoadedEffect &) = delete;
-    LoadedEffect &operator=(const LoadedEffect &) = delete;
+    LoadedEffect(LoadedEffect &&) = delete;
 
     AEffect *operator->() const { return effect; }
     VSTPlugin &plugin() const { return *VSTPlugin::of(effect); }
@@ -71,4 +69,16 @@ public:
 
 private:
     AEffect *effect;
+};
+
+/// Stands for the editor's window, to its end, and writes down what it is told.
+class RecordingWindow final : public EditorWindow {
+public:
+    explicit RecordingWindow(VSTPlugin &shown) : plugin(shown) { plugin.setEditorWindow(this); }
+    ~RecordingWindow() { plugin.setEditorWindow(nullptr); }
+    void post(uint32_t code) override { codes.push_back(code); }
+    std::vector<uint32_t> codes;
+
+private:
+    VSTPlugin &plugin;
 };
