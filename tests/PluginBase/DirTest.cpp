@@ -24,54 +24,32 @@ protected:
     const fs::path folder;
 };
 
-TEST(Path, TrailingSlashIsAddedOnlyWhereNoSeparatorEnds)
+TEST_F(Dir, SeparatorsAtTheEndAreAddedCutOrIgnored)
 {
-    EXPECT_EQ(Util::withTrailingSlash(""), "");
-    EXPECT_EQ(Util::withTrailingSlash("C:\\x"), "C:\\x/");
-    EXPECT_EQ(Util::withTrailingSlash("C:\\x\\"), "C:\\x\\");
-    EXPECT_EQ(Util::withTrailingSlash("/x/"), "/x/");
-}
-
-TEST(Path, SeparatorsBecomeNative)
-{
+    const std::pair<const char *, const char *> slashed[] = {
+        {"", ""}, {"C:\\x", "C:\\x/"}, {"C:\\x\\", "C:\\x\\"}, {"/x/", "/x/"}};
+    for (const auto &[path, result] : slashed) EXPECT_EQ(Util::withTrailingSlash(path), result);
     const char native = Platform::pathSeparator();
     EXPECT_EQ(Util::nativeSeparators("a/b/c"), String("a") + native + "b" + native + "c");
-}
-
-TEST_F(Dir, LongPathCutsSeparatorsAtTheEnd)
-{
     EXPECT_EQ(Util::longPath(inFolder("//")), Util::longPath(inFolder("")));
     EXPECT_EQ(Util::longPath("//"), "//");
-    EXPECT_EQ(Util::longPath(""), "");
-}
-
-TEST_F(Dir, ExistenceIgnoresSeparatorsAtTheEnd)
-{
-    EXPECT_TRUE(Util::directoryExists(inFolder("")));
-    EXPECT_TRUE(Util::directoryExists(inFolder("/")));
-    EXPECT_FALSE(Util::directoryExists(inFolder("/none")));
-    EXPECT_FALSE(Util::directoryExists(""));
+    EXPECT_TRUE(Util::directoryExists(inFolder("")) && Util::directoryExists(inFolder("/")));
+    EXPECT_FALSE(Util::directoryExists(inFolder("/none")) || Util::directoryExists(""));
 }
 
 TEST_F(Dir, MakesParentsAndTheLastPartOnlyBeforeASeparator)
 {
+    fs::current_path(folder);
+    for (const char *relative : {"none", "none/"}) Util::makeDirectory(relative, true);
+    EXPECT_TRUE(fs::is_empty(folder));
+    fs::current_path(folder.parent_path());
     Util::makeDirectory(inFolder("/a/b"), true);
     EXPECT_TRUE(fs::is_directory(folder / "a"));
     EXPECT_FALSE(fs::exists(folder / "a" / "b"));
-    Util::makeDirectory(inFolder("/a/b/c/"), true);
+    for (int time = 0; time < 2; ++time) Util::makeDirectory(inFolder("/a/b/c/"), true);
     EXPECT_TRUE(fs::is_directory(folder / "a" / "b" / "c"));
-    Util::makeDirectory(inFolder("/a/b/c/"), true);
     Util::makeDirectory(inFolder("/d/"), false);
     EXPECT_TRUE(fs::is_directory(folder / "d"));
-}
-
-TEST_F(Dir, MakesNothingWithoutASecondSeparator)
-{
-    fs::current_path(folder);
-    Util::makeDirectory("none", true);
-    Util::makeDirectory("none/", true);
-    EXPECT_TRUE(fs::is_empty(folder));
-    fs::current_path(folder.parent_path());
 }
 
 TEST_F(Dir, FailureToMakeThrowsWithPathAndOrigin)
@@ -87,10 +65,7 @@ TEST_F(Dir, FailureToMakeThrowsWithPathAndOrigin)
             EXPECT_EQ(file.name, "_mkdir() failed");
             EXPECT_EQ(file.path, path);
             EXPECT_EQ(file.kind, Util::FileErrorKind::write);
-            EXPECT_FALSE(file.file.isEmpty());
-            EXPECT_GT(file.line, 0);
-            EXPECT_NE(file.lastError, 0u);
-            EXPECT_NE(file.lastError, Exception::Base::kNoError);
+            EXPECT_TRUE(file.lastError != 0 && file.lastError != Exception::Base::kNoError && file.line > 0);
         }
     }
 }

@@ -21,15 +21,10 @@ double bitsToDouble(uint64_t bits)
 
 TEST(NumberText, IntegersInEveryRadix)
 {
-    EXPECT_EQ(String::number(0), "0");
-    EXPECT_EQ(String::number(255, 40), "255");
-    EXPECT_EQ(String::number(255, 1), "255");
-    EXPECT_EQ(String::number(255u, 16), "FF");
+    for (uint32_t unknown : {1u, 37u, 40u}) EXPECT_EQ(String::number(255, unknown), "255");
     EXPECT_EQ(String::number(35u, 36), "Z");
-    EXPECT_EQ(String::number(-255, 2), "-11111111");
-    EXPECT_EQ(String::number(std::numeric_limits<int32_t>::min()), "-2147483648");
     for (uint32_t radix = 2; radix <= 36; ++radix)
-        for (const int32_t value : {std::numeric_limits<int32_t>::min(), -1, 1, 99, 0x7FFFFFFF}) {
+        for (const int32_t value : {std::numeric_limits<int32_t>::min(), -1, 0, 1, 99, 0x7FFFFFFF}) {
             const String text = String::number(value, radix);
             EXPECT_EQ(std::strtoll(text.c_str(), nullptr, static_cast<int>(radix)), value) << text.c_str();
         }
@@ -44,7 +39,8 @@ TEST(NumberText, RealsAreWrittenAsPrintfWritesThem)
         const double value = bitsToDouble(random());
         if (!std::isnan(value)) values.push_back(value);
     }
-    for (const double value : values)
+    for (const double value : values) {
+        EXPECT_EQ(String::number(value, 16, 'e').toDouble(), value) << "the way back";
         for (const char format : {'f', 'F', 'e', 'E', 'g', 'G'})
             for (const OptionalIndex precision :
                  {kAbsent, OptionalIndex(0), OptionalIndex(2), OptionalIndex(99)}) {
@@ -53,70 +49,23 @@ TEST(NumberText, RealsAreWrittenAsPrintfWritesThem)
                 std::snprintf(expected, sizeof expected, pattern, precision.valueOr(6), value);
                 EXPECT_EQ(String::number(value, precision, format), expected);
             }
+    }
     EXPECT_EQ(String::number(1.5, kAbsent, 'z'), "1.500000");
     EXPECT_EQ(String::number(0.25, 250).length(), 2u + 99u);
-    EXPECT_EQ(String::number(2.5f, -1), "2.500000");
     EXPECT_EQ(String::number(std::abs(std::nan(""))), "nan");
 }
 
 TEST(NumberText, ReadsWhatStrtodReadsAndRefusesTheRest)
 {
-    constexpr double kRefused = -12345;
-    const struct {
-        const char *text;
-        double value;
-    } kCases[] = {
-        {"1,5", 1.5},
-        {"1.5", 1.5},
-        {"-.5", -0.5},
-        {"+3", 3},
-        {"1e3", 1000},
-        {"5.", 5},
-        {"0x1.8p1", 3},
-        {"-0X10", -16},
-        {"inf", kInfinity},
-        {"-INFINITY", -kInfinity},
-        {"1e999", kInfinity},
-        {"-1e999", -kInfinity},
-        {"1e-999", 0},
-        {"0x1p-9999", 0},
-        {"0x1p9999", kInfinity},
-        {"4.9e-324", 5e-324},
-        {"1.5 ", kRefused},
-        {" 1.5", kRefused},
-        {"\xA0"
-         "2",
-         kRefused},
-        {"abc", kRefused},
-        {"", kRefused},
-        {"1.5dB", kRefused},
-        {"1,5,", kRefused},
-        {"+-1", kRefused},
-        {"--1", kRefused},
-        {"-", kRefused},
-        {"1e", kRefused},
-        {"0x", kRefused},
-        {"0x-1", kRefused},
-        {"1 2", kRefused},
-    };
-    for (const auto &row : kCases) {
-        SCOPED_TRACE(row.text);
-        bool ok = row.value == kRefused;
-        EXPECT_EQ(String(row.text).toDouble(&ok), row.value == kRefused ? 0.0 : row.value);
-        EXPECT_EQ(ok, row.value != kRefused);
-    }
+    bool ok = false;
+    for (const char *text : {"1.5", "-.5", "+3", "1e3", "5.", "0x1.8p1", "-0X10", "inf", "-INFINITY", "1e999",
+                             "-1e999", "1e-999", "0x1p-9999", "0x1p9999", "4.9e-324"})
+        EXPECT_TRUE(String(text).toDouble(&ok) == std::strtod(text, nullptr) && ok) << text;
+    EXPECT_TRUE(String("1,5").toDouble(&ok) == 1.5 && ok);
+    for (const char *text :
+         {"1.5 ", " 1.5", "\xA0.2", "abc", "", "1.5dB", "1,5,", "+-1", "--1", "-", "1e", "0x", "0x-1", "1 2"})
+        EXPECT_TRUE(String(text).toDouble(&ok) == 0 && !ok) << text;
     EXPECT_TRUE(std::isnan(String("nan").toDouble()));
-    EXPECT_EQ(String("7").toDouble(nullptr), 7);
-}
-
-TEST(NumberText, EveryDoubleReturnsThroughSeventeenDigits)
-{
-    std::mt19937_64 random(21);
-    for (int i = 0; i < 2000; ++i) {
-        const double value = bitsToDouble(random());
-        if (!std::isfinite(value)) continue;
-        EXPECT_EQ(String::number(value, 16, 'e').toDouble(), value);
-    }
 }
 
 /// A host may have set any locale; the setting returns with the scope.

@@ -6,32 +6,20 @@ namespace {
 using Platform::RegistryValue;
 using Util::RegistryKey;
 
-TEST(RegistryKey, GivesTheFallbackForAKeyThatIsNotThere)
+TEST(RegistryKey, NumbersNeedTypeAndSizeAndTextEndsBeforeItsLastByte)
 {
-    const RegistryKey key("SOFTWARE\\No Such Vendor\\No Such Product");
-    EXPECT_EQ(key.readDword("Value", 17), 17u);
-    EXPECT_EQ(key.readString("Value", "fallback"), "fallback");
-}
-
-TEST(RegistryKey, NumbersNeedTypeAndSize)
-{
-    const std::string five("\5\0\0\0", 4);
-    EXPECT_EQ(RegistryKey::dwordOf(RegistryValue{RegistryValue::kDword, five}, 9), 5u);
-    EXPECT_EQ(RegistryKey::dwordOf(RegistryValue{RegistryValue::kText, five}, 9), 9u);
-    EXPECT_EQ(RegistryKey::dwordOf(RegistryValue{RegistryValue::kDword, "\5"}, 9), 9u);
-    EXPECT_EQ(RegistryKey::dwordOf({}, 9), 9u);
-}
-
-TEST(RegistryKey, TextEndsBeforeItsLastByte)
-{
-    const auto read = [](uint32_t type, std::string bytes) {
-        return RegistryKey::stringOf(RegistryValue{type, std::move(bytes)}, "fallback");
-    };
-    EXPECT_EQ(read(RegistryValue::kText, std::string("abc\0", 4)), "abc");
-    EXPECT_EQ(read(RegistryValue::kExpandableText, "abcd"), "abc") << "stored without a terminator";
-    EXPECT_EQ(read(RegistryValue::kText, std::string("a\0c\0", 4)), "a");
-    EXPECT_EQ(read(RegistryValue::kText, ""), "");
-    EXPECT_EQ(read(RegistryValue::kDword, "abcd"), "fallback");
+    EXPECT_EQ(RegistryKey("SOFTWARE\\No Such Vendor").readDword("Value", 17), 17u);
+    const std::pair<RegistryValue, uint32_t> numbers[] = {{{RegistryValue::kDword, {"\5\0\0\0", 4}}, 5u},
+                                                          {{RegistryValue::kText, {"\5\0\0\0", 4}}, 9u},
+                                                          {{RegistryValue::kDword, "\5"}, 9u}};
+    for (const auto &[stored, number] : numbers) EXPECT_EQ(RegistryKey::dwordOf(stored, 9), number);
+    const std::pair<RegistryValue, const char *> texts[] = {
+        {{RegistryValue::kText, {"abc\0", 4}}, "abc"},
+        {{RegistryValue::kExpandableText, "abcd"}, "abc"}, // stored without a terminator
+        {{RegistryValue::kText, {"a\0c\0", 4}}, "a"},
+        {{RegistryValue::kText, ""}, ""},
+        {{RegistryValue::kDword, "abcd"}, "fallback"}};
+    for (const auto &[stored, text] : texts) EXPECT_EQ(RegistryKey::stringOf(stored, "fallback"), text);
 }
 
 } // namespace
