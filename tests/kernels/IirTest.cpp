@@ -98,14 +98,4 @@ TEST_P(Iir, DelayLineCarriesTheWholeState)
 
 INSTANTIATE_TEST_SUITE_P(CascadeAndDirect, Iir, testing::Values(cascade, direct));
 
-TEST(IirFilter, RefusesBadArguments)
-{
-    IppsIIRState_64f *state = nullptr;
-    EXPECT_EQ(ippsIIRInitAlloc_64f(&state, kTaps.data(), 0, nullptr), -6);
-    EXPECT_EQ(ippsIIRInitAlloc_64f(&state, nullptr, 2, nullptr), -8);
-    EXPECT_EQ(ippsIIRInitAlloc_BiQuad_64f(&state, kTaps.data(), 0, nullptr), -6);
-    EXPECT_EQ(state, nullptr);
-    EXPECT_EQ(ippsIIR_64f(kTaps.data(), nullptr, 1, cascade(nullptr).get()), -8);
-}
-
 } // namespace

@@ -11,6 +11,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 #include <limits>
+#include <numeric>
 #include <random>
 #include <vector>
 
@@ -92,17 +93,14 @@ TEST(VectorOperations, OddValuesSurviveOrGoAsPromised)
     EXPECT_EQ(narrow, (Floats{FLT_MAX, -FLT_MAX, FLT_MAX, 0.1f, -FLT_MAX, 0.0f}));
 }
 
-TEST(VectorOperations, DotProductIsCloseToTheExactSumAndZeroWhenRefused)
+TEST(VectorOperations, DotProductIsCloseToTheExactSum)
 {
     for (int len = 1; len <= 200; ++len) {
         const Floats a = noise(len, 6), b = noise(len, 7);
-        double exact = 0.0;
-        for (int i = 0; i < len; ++i) exact += (double)a[i] * b[i];
-        float result = kNaN, refused = kNaN;
+        float result = kNaN;
         ASSERT_EQ(ippsDotProd_32f(a.data(), b.data(), len, &result), 0);
+        const double exact = std::inner_product(a.begin(), a.end(), b.begin(), 0.0);
         ASSERT_NEAR(result, exact, len * FLT_EPSILON * (len / 4 + 4) / 4) << len;
-        ASSERT_EQ(ippsDotProd_32f(a.data(), nullptr, len, &refused), -8);
-        ASSERT_EQ(refused, 0.0f);
     }
 }
 
