@@ -8,13 +8,22 @@ namespace {
 
 std::atomic<uint64_t> allocations = 0;
 
+// Plain storage with its own address kept in front of the aligned one: not every system has an aligned malloc that
+// free takes back.
 void *allocate(std::size_t bytes, std::size_t alignment)
 {
     ++allocations;
-    const std::size_t whole = (bytes + alignment - 1) / alignment * alignment;
-    void *const memory = std::aligned_alloc(alignment, whole != 0 ? whole : alignment);
-    if (!memory) throw std::bad_alloc();
+    auto *const storage = static_cast<char *>(std::malloc(bytes + alignment + sizeof(void *)));
+    if (!storage) throw std::bad_alloc();
+    const auto past = reinterpret_cast<uintptr_t>(storage) + sizeof(void *) + alignment - 1;
+    auto **const memory = reinterpret_cast<void **>(past / alignment * alignment);
+    memory[-1] = storage;
     return memory;
+}
+
+void release(void *memory)
+{
+    if (memory) std::free(static_cast<void **>(memory)[-1]);
 }
 
 } // namespace
@@ -27,7 +36,7 @@ void *operator new(std::size_t bytes, std::align_val_t alignment)
 {
     return allocate(bytes, static_cast<std::size_t>(alignment));
 }
-void operator delete(void *memory) noexcept { std::free(memory); }
-void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void *memory, std::align_val_t) noexcept { std::free(memory); }
-void operator delete(void *memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
+void operator delete(void *memory) noexcept { release(memory); }
+void operator delete(void *memory, std::size_t) noexcept { release(memory); }
+void operator delete(void *memory, std::align_val_t) noexcept { release(memory); }
+void operator delete(void *memory, std::size_t, std::align_val_t) noexcept { release(memory); }

@@ -1,33 +1,8 @@
-#include <atomic>
-#include <cstdlib>
 #include <gtest/gtest.h>
-#include <new>
 
+#include "tests/host/AllocationCount.h"
 #include "tests/plugin/TestPlugin.h"
 #include "tests/signals/Blocks.h"
-
-namespace {
-std::atomic<uint64_t> allocations = 0;
-
-void *allocate(std::size_t bytes, std::size_t alignment)
-{
-    ++allocations;
-    bytes = (bytes + alignment - 1) / alignment * alignment;
-    void *const memory = std::aligned_alloc(alignment, bytes ? bytes : alignment);
-    if (!memory) throw std::bad_alloc();
-    return memory;
-}
-} // namespace
-
-void *operator new(std::size_t bytes) { return allocate(bytes, alignof(std::max_align_t)); }
-void *operator new(std::size_t bytes, std::align_val_t alignment)
-{
-    return allocate(bytes, static_cast<std::size_t>(alignment));
-}
-void operator delete(void *memory) noexcept { std::free(memory); }
-void operator delete(void *memory, std::size_t) noexcept { std::free(memory); }
-void operator delete(void *memory, std::align_val_t) noexcept { std::free(memory); }
-void operator delete(void *memory, std::size_t, std::align_val_t) noexcept { std::free(memory); }
 
 namespace {
 
@@ -50,7 +25,7 @@ TEST(Allocation, HappensInTheFirstBlockOnly)
         run(largest);
         run(largest); // fills the first frames of the spectra
         std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
-        const uint64_t before = allocations;
+        const uint64_t before = allocationCount();
         for (int block = 0; block < 300; ++block) {
             Reference::Settings settings = Reference::draw(random);
             for (auto &spectrum : settings.spectra) spectrum = {};
@@ -63,7 +38,7 @@ TEST(Allocation, HappensInTheFirstBlockOnly)
         plugin.suspend();
         plugin.resume(rate);
         run(largest);
-        EXPECT_EQ(allocations - before, 0u) << rate;
+        EXPECT_EQ(allocationCount() - before, 0u) << rate;
     }
 }
 
