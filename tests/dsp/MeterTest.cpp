@@ -65,6 +65,35 @@ TEST(Meter, APeakIsHeldForAFixedNumberOfSamples)
     EXPECT_EQ(heldAfter({0}), 0);
 }
 
+TEST(Meter, SpectrumTakesTheChainsGuardAway)
+{
+    for (bool guarded : {false, true}) {
+        Rig<DSP::Meter::Spectrum> rig(String("Band 1 Spectrum"));
+        std::vector<float> samples(4096), magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
+        for (uint32_t i = 0; guarded && i < 4096; ++i) samples[i] = 1e-10f * Reference::guardSign(uint8_t(i));
+        for (uint32_t from = 0; from < 4096; from += 100)
+            rig->feed(std::min(100u, 4096 - from), samples.data() + from, nullptr);
+        uint32_t count = 0;
+        ASSERT_TRUE(rig->readSpectrum(magnitudes.data(), count));
+        const double peak = peakOf(magnitudes);
+        EXPECT_TRUE(guarded ? peak == 0 : peak > 5e-11 && peak < 1e-10) << peak;
+    }
+}
+
+TEST(Meter, SpectrumSizeSuitsTheRate)
+{
+    Rig<DSP::Meter::Spectrum> rig(String("Band 1 Spectrum"));
+    constexpr std::pair<uint32_t, uint32_t> rows[] = {{8000, 0},  {10999, 0}, {11000, 1}, {21999, 1},
+                                                      {22000, 2}, {37999, 2}, {38000, 3}, {192000, 3}};
+    for (const auto &[hz, size] : rows) {
+        rig->setSampleRate(hz);
+        EXPECT_EQ(rig->getWindowSize(), size) << hz;
+    }
+    rig->setWindowSize(4);
+    rig->setSampleRate(192000);
+    EXPECT_EQ(rig->getWindowSize(), 4u) << "no new rate, no new choice";
+}
+
 TEST_P(MeterSeeds, SpectrumMatchesTheReference)
 {
     Random random(GetParam());
