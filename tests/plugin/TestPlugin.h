@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "plugin/Plugin.h"
+#include "tests/dsp/Apply.h"
 #include "tests/reference/Settings.h"
 
 /// The plug-in without a host: blocks go in and out, gestures and reports are counted.
@@ -42,28 +43,14 @@ inline void TestPlugin::apply(const Reference::Settings &settings)
     for (uint32_t b = 0; b < 4; ++b) {
         parts.crossOver()->setBandBypass(b, settings.bandBypass[b]);
         parts.crossOver()->setBandMute(b, settings.bandMute[b]);
-        const Reference::BandSettings &band = settings.bands[b];
-        DSP::Dynamics &dynamics = *parts.dynamics();
-        dynamics.setThreshold(b, band.thresholdDb);
-        dynamics.setGain(b, band.gainDb);
-        dynamics.setRatio(b, band.ratio);
-        dynamics.setAttack(b, band.attackMs);
-        dynamics.setRelease(b, band.releaseMs);
-        dynamics.setBypass(b, band.bypass);
-        dynamics.setSolo(b, band.solo);
+        ::apply(*parts.dynamics(), b, settings.bands[b]);
         DSP::Meter::Spectrum &spectrum = *parts.spectrum(b);
         spectrum.setOnInput(settings.spectra[b].onInput);
         spectrum.setWindowSize(settings.spectra[b].size);
         spectrum.setOverlap(settings.spectra[b].overlap);
         spectrum.setWindowType(settings.spectra[b].window);
     }
-    DSP::Maximizer &limiter = *parts.maximizer();
-    limiter.setThreshold(settings.limiter.thresholdDb);
-    limiter.setMargin(settings.limiter.marginDb);
-    limiter.setAttack(settings.limiter.attackMs);
-    limiter.setRelease(settings.limiter.releaseMs);
-    limiter.setBypass(settings.limiter.bypass);
-    limiter.setBrickwall(settings.limiter.brickwall);
+    ::apply(*parts.maximizer(), settings.limiter);
     parts.gain()->setGain(settings.gainDb);
     parts.global()->setProcessAsMono(settings.processAsMono);
     parts.global()->setBypass(settings.bypass);
