@@ -16,6 +16,9 @@ TEST(FloatState, RoundsToNearestAndKeepsDenormalsWhateverTheHostHasSet)
 {
     std::fenv_t before;
     std::fegetenv(&before);
+#if defined(__SSE2__)
+    const unsigned vectorBefore = _mm_getcsr(); // not every system's fesetenv brings it back
+#endif
     std::fesetround(FE_UPWARD);
     unsigned hosts = 0, after = 0;
 #if defined(__SSE2__)
@@ -34,6 +37,9 @@ TEST(FloatState, RoundsToNearestAndKeepsDenormalsWhateverTheHostHasSet)
     after = _mm_getcsr();
 #endif
     std::fesetenv(&before);
+#if defined(__SSE2__)
+    _mm_setcsr(vectorBefore);
+#endif
 
     EXPECT_GT(upward, 1.0f);
     EXPECT_EQ(inside, 1.0f);

@@ -52,19 +52,34 @@ void holdToLongDouble(const Case &c, double bound)
     std::uniform_real_distribution spread(c.logarithmic ? std::log(c.low) : c.low,
                                           c.logarithmic ? std::log(c.high) : c.high);
     for (int i = 0; i < 50000; ++i) {
-        const double x = c.logarithmic ? std::exp(spread(random)) : spread(random);
-        ASSERT_LE(ulps(c.ours(x), c.truth(x)), bound) << c.name << " at " << x;
+        const double any = c.logarithmic ? std::exp(spread(random)) : spread(random);
+        const double nearQuarter = std::nearbyint(any / (Math::kPi / 2)) * (Math::kPi / 2);
+        for (const double x :
+             {any, bound > 0.6 ? nearQuarter : any}) // where a turn is reduced to almost nothing
+            ASSERT_LE(ulps(c.ours(x), c.truth(x)), bound) << c.name << " at " << x;
     }
+}
+
+/// Whether the C library's long double is good enough to judge by: those of Windows reduce angles by a short pi and
+/// lose bits of a large power.
+bool canJudge()
+{
+    const long double power =
+        std::pow((long double)5.1600072504696976e-137, (long double)-0.96834037503312742);
+    return std::fabs(std::sin(22.0L) + 0.00885130929040387592169025681577L) < 1e-20L &&
+           std::fabs(power / 9.3873564581856972619347e+131L - 1) < 2e-19L;
 }
 
 TEST(Math, StaysWithinItsBoundOfLongDouble)
 {
+    if (!canJudge()) GTEST_SKIP() << "the C library here is less exact than what it should judge";
     for (const Case &c : kTight) holdToLongDouble(c, 0.51);
     for (const Case &c : kLoose) holdToLongDouble(c, 0.8);
 }
 
 TEST(Math, PowerStaysWithinHalfAnUlpOverTheWholeRange)
 {
+    if (!canJudge()) GTEST_SKIP() << "the C library here is less exact than what it should judge";
     std::mt19937_64 random(2);
     std::uniform_real_distribution anyLog(-700.0, 700.0);
     for (int i = 0; i < 50000; ++i) {

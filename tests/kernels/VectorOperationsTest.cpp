@@ -60,9 +60,9 @@ TEST(VectorOperations, DoToEveryElementWhatTheySayAtAnyLengthAndAddress)
                 const Floats in = noise(len + 4, 3), before = noise(len + 4, 4);
                 Floats out = before, expected = before;
                 for (int i = from; i < from + len; ++i) expected[i] = expectedOf(in[i], before[i]);
-                ASSERT_EQ(call(in.data() + from, out.data() + from, len), len > 0    ? 0
-                                                                          : len == 0 ? onEmpty
-                                                                                     : -6);
+                const int answers[] = {-6, onEmpty, 0};
+                ASSERT_EQ(call(in.data() + from, out.data() + from, len),
+                          answers[std::clamp(len, -1, 1) + 1]);
                 ASSERT_EQ(out, expected) << "length " << len << " from " << from;
             }
         EXPECT_EQ(call(nullptr, nullptr, 8), -8);
