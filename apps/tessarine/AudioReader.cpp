@@ -3,30 +3,16 @@
 #include <fmt/format.h>
 
 #include "apps/tessarine/Failure.h"
+#include "apps/tessarine/InputPath.h"
 #include "apps/tessarine/PromisedLength.h"
 
 namespace App {
 
 namespace fs = std::filesystem;
 
-namespace {
-
-void checkPath(const fs::path &path)
-{
-    std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
-    if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
-    if (fs::is_directory(status))
-        throw Failure(fmt::format("{} is a folder; name a sound file in it", path.string()));
-    if (!fs::is_regular_file(status))
-        throw Failure(fmt::format("{} is not a plain file; copy the sound into one first", path.string()));
-}
-
-} // namespace
-
 AudioReader::AudioReader(const fs::path &file) : path(file)
 {
-    checkPath(path);
+    requirePlainFile(path, "sound");
     handle.reset(sf_open(path.c_str(), SFM_READ, &soundInfo));
     if (!handle)
         throw Failure(fmt::format("{} cannot be read as sound: {} WAV, FLAC, AIFF and Ogg files can",

@@ -9,5 +9,6 @@ void run(const RenderOptions &options);
 void run(const ParamsOptions &options);
 void run(const LatencyOptions &options);
 void run(const ResponseOptions &options);
+void run(const ChunkOptions &options);
 
 } // namespace App

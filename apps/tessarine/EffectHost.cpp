@@ -56,6 +56,19 @@ std::string EffectHost::text(int32_t opcode, int32_t index) const
     return buffer.data();
 }
 
+std::string EffectHost::chunk() const
+{
+    void *bytes = nullptr; // of the effect
+    const intptr_t size = effect->dispatcher(effect, effGetChunk, 0, 0, &bytes, 0.0f);
+    return bytes && size > 0 ? std::string(static_cast<const char *>(bytes), static_cast<size_t>(size)) : "";
+}
+
+bool EffectHost::setChunk(std::string chunk)
+{
+    return effect->dispatcher(effect, effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data(),
+                              0.0f) != 0;
+}
+
 void EffectHost::start() { dispatch(effMainsChanged, 1); }
 
 void EffectHost::process(float *const *in, float *const *out, uint32_t frames)

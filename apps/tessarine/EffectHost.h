@@ -30,6 +30,11 @@ public:
     /// 0 to 1.
     void setParameter(int32_t index, float value) { effect->setParameter(effect, index, value); }
 
+    /// The present settings as hosts keep them in a project; empty if the effect gives none.
+    std::string chunk() const;
+    /// False if the effect refuses the chunk; nothing has changed then.
+    bool setChunk(std::string chunk);
+
     void start();
     /// One block; every channel of the layout has a pointer. Output may be the input.
     void process(float *const *in, float *const *out, uint32_t frames);

@@ -41,6 +41,13 @@ CLI::App *addRender(CLI::App &app, RenderOptions &options)
     command->add_option("IN", options.in, "File to read: WAV, FLAC, AIFF, Ogg, mono or stereo")->required();
     command->add_option("OUT", options.out, "File to write; its ending chooses the format")->required();
     addSettings(command, options.settings);
+    const auto named = [](const std::string &path) {
+        return path.empty() ? std::string("the name of the chunk is empty") : std::string();
+    };
+    command
+        ->add_option("--chunk", options.chunk,
+                     "Settings to start from: a file that 'tessarine chunk' wrote; --set comes after it")
+        ->check(named, "");
     command->add_option("--block", options.blockFrames, "Frames handed to the effect at a time")
         ->check(CLI::Range(1u, kLargestBlock))
         ->capture_default_str();
@@ -66,6 +73,16 @@ CLI::App *addResponse(CLI::App &app, ResponseOptions &options)
     return command;
 }
 
+CLI::App *addChunk(CLI::App &app, ChunkOptions &options)
+{
+    CLI::App *const command =
+        app.add_subcommand("chunk", "Write settings to a file, in the form in which hosts keep them");
+    command->add_option("FILE", options.file, "File to write, or to read with --print")->required();
+    command->add_flag("--print", options.print, "Read the file and show all values in it")
+        ->excludes(addSettings(command, options.settings));
+    return command;
+}
+
 /// Help, or what is wrong in one line.
 Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::string &firstWord)
 {
@@ -78,7 +95,7 @@ Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::st
     if (app.get_subcommands().empty() && !firstWord.empty() && !firstWord.starts_with('-'))
         sentence = fmt::format("there is no command '{}'", firstWord);
     else if (app.get_subcommands().empty() && firstWord.empty())
-        sentence = "a command is missing: render, params, latency or response";
+        sentence = "a command is missing: render, params, latency, response or chunk";
     return {2, fmt::format("tessarine: {}; 'tessarine --help-all' shows how to call it\n", sentence)};
 }
 
@@ -93,6 +110,7 @@ Options readCommandLine(int argc, const char *const *argv)
     RenderOptions render;
     LatencyOptions latency;
     ResponseOptions response;
+    ChunkOptions chunk;
     const CLI::App *const renderCommand = addRender(app, render);
     const CLI::App *const paramsCommand =
         app.add_subcommand("params", "List the parameters: index, name, unit, range, default, present text");
@@ -100,6 +118,7 @@ Options readCommandLine(int argc, const char *const *argv)
         app.add_subcommand("latency", "Show the delay: reported to hosts, known by the effect, measured");
     addRate(latencyCommand, latency.rate);
     addResponse(app, response);
+    const CLI::App *const chunkCommand = addChunk(app, chunk);
 
     try {
         app.parse(argc, argv);
@@ -109,6 +128,7 @@ Options readCommandLine(int argc, const char *const *argv)
     if (renderCommand->parsed()) return render;
     if (paramsCommand->parsed()) return ParamsOptions{};
     if (latencyCommand->parsed()) return latency;
+    if (chunkCommand->parsed()) return chunk;
     return response;
 }
 

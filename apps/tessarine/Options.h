@@ -11,6 +11,7 @@ struct RenderOptions {
     std::filesystem::path in, out;
     std::vector<std::string> settings; // each "NAME=VALUE"
     uint32_t blockFrames = 512;
+    std::filesystem::path chunk; // loaded before the settings; empty for none
     bool compensate = true;
     std::filesystem::path report; // empty for none
 };
@@ -27,7 +28,13 @@ struct ResponseOptions {
     std::filesystem::path png;
 };
 
-using Options = std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions>;
+struct ChunkOptions {
+    std::filesystem::path file;
+    std::vector<std::string> settings; // each "NAME=VALUE", for writing
+    bool print = false;                // read the file instead of writing it
+};
+
+using Options = std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions, ChunkOptions>;
 
 /// There is nothing to run: help was asked for (exit code 0), or the command line is wrong (2).
 struct Usage {

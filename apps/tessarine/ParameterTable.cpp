@@ -2,6 +2,8 @@
 
 #include <fmt/format.h>
 
+#include "dsp/ParameterAccess.h"
+
 namespace App {
 
 namespace {
@@ -24,6 +26,7 @@ Parameter describe(DSP::Component *component, ParamKind kind, uint32_t i)
         p.minimum = static_cast<double>(component->floatParamRange(i).minimum);
         p.maximum = static_cast<double>(component->floatParamRange(i).maximum);
         p.defaultValue = static_cast<double>(component->floatParamDefault(i));
+        p.saved = DSP::ParameterAccess<float>::isSaved(*component, i);
         host(component->floatParamHostIndex(i));
         break;
     case ParamKind::boolean:
@@ -32,6 +35,7 @@ Parameter describe(DSP::Component *component, ParamKind kind, uint32_t i)
         p.minimum = 0.0;
         p.maximum = 1.0;
         p.defaultValue = component->boolParamDefault(i) ? 1.0 : 0.0;
+        p.saved = DSP::ParameterAccess<bool>::isSaved(*component, i);
         host(component->boolParamHostIndex(i));
         break;
     case ParamKind::integer:
@@ -40,6 +44,7 @@ Parameter describe(DSP::Component *component, ParamKind kind, uint32_t i)
         p.minimum = component->intParamRange(i).minimum;
         p.maximum = component->intParamRange(i).maximum;
         p.defaultValue = component->intParamDefault(i);
+        p.saved = DSP::ParameterAccess<uint32_t>::isSaved(*component, i);
         host(component->intParamHostIndex(i));
         break;
     }
@@ -55,19 +60,18 @@ bool isSpectrumSetting(const DSP::Component *component, ParamKind kind, uint32_t
     }
 }
 
-std::vector<Parameter> hiddenSettings(const EffectHost &host)
+/// Those of one component that hosts do not see, of the spectrum displays or of all else.
+std::vector<Parameter> hiddenSettings(DSP::Component *component, bool ofSpectrum)
 {
     std::vector<Parameter> settings;
-    for (DSP::Component *component : host.plugin().componentList()) {
-        const std::pair<ParamKind, uint32_t> lists[] = {{ParamKind::real, component->numFloatParams()},
-                                                        {ParamKind::boolean, component->numBoolParams()},
-                                                        {ParamKind::integer, component->numIntParams()}};
-        for (const auto &[kind, count] : lists) {
-            for (uint32_t i = 0; i < count; ++i) {
-                if (isSpectrumSetting(component, kind, i)) continue;
-                Parameter p = describe(component, kind, i);
-                if (!p.hostIndex) settings.push_back(std::move(p));
-            }
+    const std::pair<ParamKind, uint32_t> lists[] = {{ParamKind::real, component->numFloatParams()},
+                                                    {ParamKind::boolean, component->numBoolParams()},
+                                                    {ParamKind::integer, component->numIntParams()}};
+    for (const auto &[kind, count] : lists) {
+        for (uint32_t i = 0; i < count; ++i) {
+            if (isSpectrumSetting(component, kind, i) != ofSpectrum) continue;
+            Parameter p = describe(component, kind, i);
+            if (!p.hostIndex) settings.push_back(std::move(p));
         }
     }
     return settings;
@@ -87,7 +91,21 @@ std::vector<Parameter> listParameters(const EffectHost &host)
         p.hostIndex = i;
         list.push_back(std::move(p));
     }
-    for (Parameter &p : hiddenSettings(host)) list.push_back(std::move(p));
+    for (DSP::Component *component : host.plugin().componentList()) {
+        for (Parameter &p : hiddenSettings(component, false)) list.push_back(std::move(p));
+    }
+    return list;
+}
+
+std::vector<Parameter> listSpectrumSettings(const EffectHost &host)
+{
+    std::vector<Parameter> list;
+    for (uint32_t band = 0; band < DSP::kBands; ++band) {
+        for (Parameter &p : hiddenSettings(host.plugin().transformHandle().spectrum(band), true)) {
+            p.name = fmt::format("Band {} {}", band + 1, p.name);
+            list.push_back(std::move(p));
+        }
+    }
     return list;
 }
 

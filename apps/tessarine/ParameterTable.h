@@ -16,6 +16,7 @@ struct Parameter {
     DSP::Component *component = nullptr;
     uint32_t index = 0; // in the component's list of that kind
     std::optional<int32_t> hostIndex;
+    bool saved = false;                                      // in a chunk
     double minimum = 0.0, maximum = 1.0, defaultValue = 0.0; // of a bool 0, 1 and 0 or 1
 
     /// Stores a value of the range, through the host's entry where there is one.
@@ -31,5 +32,8 @@ struct Parameter {
 /// The host's parameters in its order, then all other settings but those of the spectrum displays, which
 /// stand four times under one name and change no sample.
 std::vector<Parameter> listParameters(const EffectHost &host);
+
+/// The settings of the spectrum displays, with their bands in front of the names.
+std::vector<Parameter> listSpectrumSettings(const EffectHost &host);
 
 } // namespace App

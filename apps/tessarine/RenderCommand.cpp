@@ -29,6 +29,10 @@ void run(const RenderOptions &options)
         (isSameFile(options.report, options.out) || isSameFile(options.report, options.in)))
         throw Failure(
             fmt::format("the report would overwrite {}; give it another name", options.report.string()));
+    if (!options.chunk.empty() &&
+        (isSameFile(options.chunk, options.out) || isSameFile(options.chunk, options.report)))
+        throw Failure(fmt::format("the chunk {} would be overwritten; give the output another name",
+                                  options.chunk.string()));
     std::optional<TemporaryFile>
         report; // opened first, so that a place that cannot be written costs no rendering
     if (!options.report.empty()) report.emplace(options.report);

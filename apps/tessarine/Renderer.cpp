@@ -7,6 +7,7 @@
 #include "apps/tessarine/Assignment.h"
 #include "apps/tessarine/AudioReader.h"
 #include "apps/tessarine/AudioWriter.h"
+#include "apps/tessarine/ChunkFile.h"
 #include "apps/tessarine/CutoffCheck.h"
 #include "apps/tessarine/EffectHost.h"
 #include "apps/tessarine/FileFormat.h"
@@ -175,6 +176,7 @@ Rendering render(const RenderOptions &options)
     AudioReader reader(options.in);
     EffectHost host(
         {.rate = reader.rate(), .channels = reader.channels(), .blockFrames = options.blockFrames});
+    if (!options.chunk.empty()) loadChunk(host, options.chunk);
     applySettings(host, options.settings);
     const DSP::CrossOver &crossOver = *host.plugin().transformHandle().crossOver();
     requireAscendingCutoffs(crossOver);

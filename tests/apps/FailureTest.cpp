@@ -39,6 +39,8 @@ protected:
         writeInterleaved("empty.wav", kWav16, 44100, 2, {});
         writeInterleaved("six.wav", kWav16, 44100, 6, std::vector<float>(6000, 0.1f));
         writeText("notes.wav", "not a sound at all");
+        writeText("large.chunk", "");
+        std::filesystem::resize_file(pathOf("large.chunk"), (1 << 20) + 1);
         std::filesystem::create_symlink("/dev/full", pathOf("device.wav"));
         std::filesystem::create_directory(pathOf("folder"));
         std::filesystem::create_directory(pathOf("folder.wav"));
@@ -108,6 +110,29 @@ INSTANTIATE_TEST_SUITE_P(Settings, Failures,
                                          setting("Global: Preset Change Mode=1.5", 1, "it takes 0 to 2"),
                                          setting("Crossover Low Cutoff=5000", 1, "ascending order"),
                                          setting("Band 1 Ratio", 2, "write NAME=VALUE")));
+
+Refusal chunk(const char *name, const char *file, const char *sentence)
+{
+    return {name, {"render", "good.wav", "out.wav", "--chunk", file}, 1, sentence};
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Chunks, Failures,
+    testing::Values(
+        chunk("Absent", "absent.chunk", "absent.chunk does not exist"),
+        chunk("Folder", "folder", "folder is a folder; name a chunk file"),
+        chunk("Foreign", "notes.wav", "notes.wav is damaged or no chunk of this effect"),
+        chunk("Large", "large.chunk", "large.chunk is larger than 1 MiB"),
+        chunk("Overwritten", "./out.wav", "the chunk ./out.wav would be overwritten"),
+        Refusal{"PrintForeign", {"chunk", "--print", "good.wav"}, 1, "good.wav is damaged or no chunk"},
+        Refusal{"Nowhere", {"chunk", "absent/a.chunk"}, 1, "absent does not exist"},
+        Refusal{"OverFolder", {"chunk", "folder"}, 1, "folder is a folder"},
+        Refusal{"Unsaved", {"chunk", "a", "--set", "Global Bypass=on"}, 1, "'Global Bypass' is not kept"},
+        Refusal{"Cutoffs", {"chunk", "a", "--set", "Crossover Low Cutoff=5000"}, 1, "ascending order"},
+        Refusal{"PrintAndSet", {"chunk", "a", "--print", "--set", "Gain=1"}, 2, "--print excludes --set"},
+        Refusal{
+            "NoName", {"render", "good.wav", "out.wav", "--chunk", ""}, 2, "the name of the chunk is empty"},
+        Refusal{"NoFile", {"chunk"}, 2, "FILE is required"}));
 
 INSTANTIATE_TEST_SUITE_P(
     Usage, Failures,
