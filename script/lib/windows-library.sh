@@ -1,0 +1,15 @@
+# windows-library: for the other scripts to source; looks at what a DLL asks of the system and gives to hosts.
+
+# check_library DLL OBJDUMP: prints what is wrong, and is false then.
+check_library() {
+    local headers imports exports
+    headers=$("$2" -p "$1")
+    imports=$(sed -n 's/.*DLL Name: //p' <<<"$headers" | sort | tr '\n' ' ')
+    exports=$(sed -n 's/^[[:space:]]*\[ *[0-9]*\] \(+base\[ *[0-9]*\] *[0-9a-f]* \)\{0,1\}\([A-Za-z_][A-Za-z0-9_@]*\)$/\2/p' <<<"$headers" | sort | tr '\n' ' ')
+    echo "$1 imports $imports and exports $exports"
+    if grep -vqE '^((ADVAPI32|GDI32|KERNEL32|USER32|msvcrt)\.dll)?$' <<<"${imports// /$'\n'}"; then
+        echo "$1 needs more than the system has" >&2
+        return 1
+    fi
+    [ "$exports" = 'VSTPluginMain main ' ] || { echo "$1 must export VSTPluginMain and main, and nothing else" >&2; return 1; }
+}
