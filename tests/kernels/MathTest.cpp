@@ -64,9 +64,10 @@ void holdToLongDouble(const Case &c, double bound)
 /// lose bits of a large power.
 bool canJudge()
 {
-    const long double power =
-        std::pow((long double)5.1600072504696976e-137, (long double)-0.96834037503312742);
-    return std::fabs(std::sin(22.0L) + 0.00885130929040387592169025681577L) < 1e-20L &&
+    // volatile: the compiler would work them out itself, and better
+    volatile long double angle = 22.0L, base = 5.1600072504696976e-137, exponent = -0.96834037503312742;
+    const long double sine = std::sin(angle), power = std::pow(base, exponent);
+    return std::fabs(sine + 0.00885130929040387592169025681577L) < 1e-20L &&
            std::fabs(power / 9.3873564581856972619347e+131L - 1) < 2e-19L;
 }
 
