@@ -12,6 +12,11 @@ prepare_win32() {
     as_root script/win32-chroot build/win32-chroot
 }
 
+# release_win32: leaves nothing mounted in the chroot, so that its folder can be removed.
+release_win32() {
+    if mountpoint -q build/win32-chroot/proc; then as_root umount -l build/win32-chroot/proc; fi
+}
+
 # run_win32 PROGRAM [ARGUMENT...]
 run_win32() {
     local program=$1
