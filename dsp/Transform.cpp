@@ -21,6 +21,7 @@ Transform::Transform(PluginLink &pluginLink)
       compressor(std::make_unique<Dynamics>(pluginLink))
 {
     global()->setDelayCompensation(true);
+    splitter->guardBands(&bandNoisePhase);
     for (uint32_t band = 0; band < kBands; ++band) {
         spectra[band] =
             std::make_unique<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
@@ -58,7 +59,6 @@ Transform::BandPointers Transform::split(uint32_t frames, float *left, float *ri
         bands.left[b] = bandLeft[b].data();
         bands.right[b] = right ? bandRight[b].data() : nullptr;
     }
-    splitter->guardBands(&bandNoisePhase);
     runComponent(*splitter, frames, zipperSamples, left, right, bands.left, bands.right);
     return bands;
 }
