@@ -1,18 +1,17 @@
 #include "PluginBase/Util/Dir_win.h"
 #include "PluginBase/Util/Exception.h"
 #include "platform/System.h"
-#include <source_location>
 
 namespace Util {
 namespace {
 
-void makeOne(const String &path, const String &wanted,
-             std::source_location here = std::source_location::current())
+void makeOne(const String &path, const String &wanted, const char *file = __builtin_FILE(),
+             int32_t line = __builtin_LINE()) // clang 14 has no std::source_location
 {
     if (Platform::makeDirectory(path.c_str())) return;
     const uint32_t error = Platform::lastError(); // before anything else can replace it
     Exception::FileIO failure("_mkdir() failed", wanted, FileErrorKind::write);
-    failure.setOrigin(here.file_name(), static_cast<int32_t>(here.line()), error);
+    failure.setOrigin(file, line, error);
     throw failure;
 }
 

@@ -13,7 +13,7 @@ enum VectorStatus : int {
 template <class... Pointers>
 constexpr VectorStatus checkVectors(int length, const Pointers *...pointers)
 {
-    if ((... || (pointers == nullptr))) return kVectorNullPointer;
+    if ((... || !pointers)) return kVectorNullPointer;
     return length < 1 ? kVectorBadLength : kVectorOk;
 }
 
