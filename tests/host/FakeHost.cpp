@@ -35,3 +35,32 @@ std::string LoadedEffect::text(int32_t opcode, int32_t index) const
     dispatch(opcode, index, 0, buffer);
     return buffer;
 }
+
+Audio LoadedEffect::process(Audio in) const
+{
+    Audio out = Signals::silence(in.frames());
+    float *inputs[] = {in.left.data(), in.right.data()}, *outputs[] = {out.left.data(), out.right.data()};
+    effect->processReplacing(effect, inputs, outputs, static_cast<int32_t>(in.frames()));
+    return out;
+}
+
+void LoadedEffect::setAll(Signals::Random &random) const
+{
+    std::vector<float> values;
+    for (int32_t i = 0; i < effect->numParams; ++i)
+        values.push_back(text(effGetParamLabel, i).empty() ? random.chance(0.2) : random.real(0, 1));
+    std::sort(values.begin() + 1, values.begin() + 4);
+    for (int32_t i = 0; i < effect->numParams; ++i) set(i, values[static_cast<size_t>(i)]);
+}
+
+LoadedEffect::Bytes LoadedEffect::chunk() const
+{
+    void *data = nullptr;
+    const intptr_t size = dispatch(effGetChunk, 0, 0, &data);
+    return Bytes(static_cast<uint8_t *>(data), static_cast<uint8_t *>(data) + size);
+}
+
+intptr_t LoadedEffect::load(Bytes chunk) const
+{
+    return dispatch(effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data());
+}

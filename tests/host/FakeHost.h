@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "host/VSTPlugin.h"
+#include "tests/signals/Signals.h"
 
 /// A host that writes down what the effect asks and answers as the test says. The callback carries no pointer
 /// of ours, so one host at a time exists.
@@ -45,11 +46,16 @@ private:
 /// The effect as a host has it: reached through its record only, but for plugin(). Closed at the end.
 class LoadedEffect {
 public:
-    LoadedEffect() : effect(VSTPluginMain(FakeHost::callback)) {}
+    using Entry = AEffect *(*)(audioMasterCallback);
+    using Bytes = std::vector<uint8_t>;
+
+    /// By the entry of a library, or linked in.
+    explicit LoadedEffect(Entry entry = VSTPluginMain) : effect(entry(FakeHost::callback)) {}
     ~LoadedEffect() { dispatch(effClose); }
     LoadedEffect(LoadedEffect &&) = delete;
 
     AEffect *operator->() const { return effect; }
+    /// Of an effect that is linked in.
     VSTPlugin &plugin() const { return *VSTPlugin::of(effect); }
     DSP::Global &global() const { return *plugin().transformHandle().global(); }
 
@@ -62,6 +68,14 @@ public:
     void switchOff() const { dispatch(effMainsChanged, 0, 0); }
     void set(int32_t index, float value) const { effect->setParameter(effect, index, value); }
     float get(int32_t index) const { return effect->getParameter(effect, index); }
+    void setRate(uint32_t rate) const { dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(rate)); }
+    /// The stereo sound as one block of processReplacing; silence if the effect refuses it.
+    Audio process(Audio in) const;
+    /// All parameters by chance: cutoffs in order, most switches off.
+    void setAll(Signals::Random &random) const;
+    Bytes chunk() const;
+    /// Bytes that the effect took.
+    intptr_t load(Bytes chunk) const;
     /// What the effect writes for a question; the marker shows that it wrote nothing.
     std::string text(int32_t opcode, int32_t index = 0) const;
 

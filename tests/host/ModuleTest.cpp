@@ -1,49 +1,56 @@
 #include <gtest/gtest.h>
 
-#include <cstdio>
-#include <dlfcn.h>
-#include <memory>
-#include <set>
-
-#include "tests/host/FakeHost.h"
-
-// The library as it ships. TESSARINE_MODULE and NM come from the build.
+#include "tests/host/Module.h"
+#include "tests/signals/Compare.h"
 
 namespace {
 
-using Entry = AEffect *(*)(audioMasterCallback);
-
-TEST(Module, ExportsItsEntriesAndNothingElse)
-{
-    const std::string command = NM " -D --defined-only " TESSARINE_MODULE;
-    const std::unique_ptr<FILE, int (*)(FILE *)> pipe(popen(command.c_str(), "r"), pclose);
-    ASSERT_TRUE(pipe);
-    std::set<std::string> names;
-    char line[512];
-    while (fgets(line, sizeof line, pipe.get())) {
-        const std::string text(line); // address, type and name
-        names.insert(text.substr(text.rfind(' ') + 1, text.size() - text.rfind(' ') - 2));
-    }
-    EXPECT_EQ((std::set<std::string>{"VSTPluginMain", "main"}), names);
-}
-
 TEST(Module, ServesAHostThroughEitherName)
 {
-    const std::unique_ptr<void, int (*)(void *)> module(dlopen(TESSARINE_MODULE, RTLD_NOW | RTLD_LOCAL),
-                                                        dlclose);
-    ASSERT_TRUE(module) << dlerror();
-    const auto entry = reinterpret_cast<Entry>(dlsym(module.get(), "main"));
-    ASSERT_NE(nullptr, entry);
-    EXPECT_EQ(entry, reinterpret_cast<Entry>(dlsym(module.get(), "VSTPluginMain")));
-
     FakeHost host;
-    AEffect *const effect = entry(FakeHost::callback);
-    ASSERT_NE(nullptr, effect);
-    EXPECT_EQ(39, effect->numParams);
-    std::vector<float> left(1024, 0.25f), right(1024, -0.25f);
-    float *channels[] = {left.data(), right.data()};
-    for (int i = 0; i < 3; ++i) effect->processReplacing(effect, channels, channels, 1024);
-    EXPECT_EQ(1, effect->dispatcher(effect, effClose, 0, 0, nullptr, 0.0f));
+    const Module module;
+    ASSERT_NE(nullptr, module.entry());
+    EXPECT_EQ(module.entry(), module.entry("main"));
+    EXPECT_EQ(nullptr, module.entry("other"));
+    const Audio music = Signals::music(1, 44100, 10000, 0);
+    const LoadedEffect loaded(module.entry()), linkedIn;
+    EXPECT_EQ(linkedIn.process(music), loaded.process(music));
+}
+
+TEST(Module, LeavesNothingBehindInAThousandLoads)
+{
+    FakeHost host;
+    const Audio music = Signals::music(1, 44100, 1000, 0);
+    const auto use = [&] {
+        const Module module;
+        ASSERT_NE(nullptr, module.entry());
+        const LoadedEffect effect(module.entry());
+        effect.dispatch(effOpen);
+        effect.setRate(48000);
+        effect.switchOn();
+        effect.set(0, 1.0f);
+        effect.process(music);
+        EXPECT_NE(0, effect.load(effect.chunk()));
+        host.takeCalls();
+    };
+    for (int i = 0; i < 50; ++i) use(); // what the system sets up once
+    const Holdings before = Holdings::now();
+    constexpr int kLoads = 1000;
+    for (int i = 0; i < kLoads; ++i) {
+        use();
+        ASSERT_FALSE(Module::isLoaded());
+    }
+    const Holdings after = Holdings::now();
+
+    const int64_t heap = after.heapBytes - before.heapBytes, all = after.privateBytes - before.privateBytes;
+    RecordProperty("heap", std::to_string(heap));
+    RecordProperty("memory", std::to_string(all));
+    constexpr int64_t kMostNotes =
+        SANITIZED ? 50000 : 2000; // in pages, some of which the heap keeps for later
+    EXPECT_LT(heap, kLoads * Module::kKeptOfALoad);
+    EXPECT_LT(all, kLoads * kMostNotes);
+    EXPECT_EQ(before.threads, after.threads);
+    EXPECT_EQ(before.handles, after.handles);
 }
 
 } // namespace
