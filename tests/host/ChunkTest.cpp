@@ -8,10 +8,11 @@
 
 #include "host/VSTPlugin.h"
 #include "tests/host/FakeHost.h"
+#include "tests/signals/Compare.h"
 
 namespace {
 
-using Bytes = std::vector<uint8_t>;
+using Bytes = LoadedEffect::Bytes;
 
 /// The layout of the file format written down by hand, independent of the code that writes it.
 class Layout {
@@ -54,34 +55,21 @@ Bytes defaultChunk()
     return l.text("Default").bytes;
 }
 
-Bytes getChunk(const LoadedEffect &effect)
+void moveEverything(const LoadedEffect &effect, uint64_t seed)
 {
-    void *data = nullptr;
-    const auto size = effect.dispatch(effGetChunk, 0, 0, &data);
-    return Bytes(static_cast<uint8_t *>(data), static_cast<uint8_t *>(data) + size);
-}
-
-intptr_t setChunk(const LoadedEffect &effect, Bytes chunk)
-{
-    return effect.dispatch(effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data());
-}
-
-void moveEverything(const LoadedEffect &effect, unsigned seed)
-{
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> anywhere(0, 1);
-    for (int i = 0; i < effect->numParams; ++i) effect.set(i, anywhere(random));
+    Signals::Random random(seed);
+    effect.setAll(random);
     DSP::Meter::Spectrum &spectrum = *effect.plugin().transformHandle().spectrum(2);
     spectrum.setOnInput(!spectrum.getOnInput());
-    spectrum.setOverlap(seed % 6);
-    effect.plugin().transformHandle().maximizer()->setRatio(1 + anywhere(random));
+    spectrum.setOverlap(random.below(6));
+    effect.plugin().transformHandle().maximizer()->setRatio(random.real(1, 2));
 }
 
 TEST(Chunk, OfAFreshEffectIsTheDocumentedBytes)
 {
     FakeHost host;
     const LoadedEffect effect;
-    EXPECT_EQ(defaultChunk(), getChunk(effect));
+    EXPECT_EQ(defaultChunk(), effect.chunk());
 }
 
 TEST(Chunk, RestoresEverythingSavedAndNothingElse)
@@ -90,11 +78,11 @@ TEST(Chunk, RestoresEverythingSavedAndNothingElse)
     const LoadedEffect from, to;
     for (unsigned seed = 0; seed < 20; ++seed) {
         moveEverything(from, seed);
-        const Bytes chunk = getChunk(from);
+        const Bytes chunk = from.chunk();
         DSP::Global &settings = to.global();
         settings.setOpacity(55);
-        EXPECT_EQ(static_cast<intptr_t>(chunk.size()), setChunk(to, chunk));
-        EXPECT_EQ(chunk, getChunk(to));
+        EXPECT_EQ(static_cast<intptr_t>(chunk.size()), to.load(chunk));
+        EXPECT_EQ(chunk, to.chunk());
         for (int i = 0; i < from->numParams; ++i) EXPECT_EQ(from.get(i), to.get(i)) << i;
         EXPECT_EQ(55, settings.getOpacity());
     }
@@ -106,10 +94,46 @@ TEST(Chunk, KeepsTheProgramsName)
     const LoadedEffect from, to;
     char name[] = "A name of more than twenty-three characters";
     from.dispatch(effSetProgramName, 0, 0, name);
-    EXPECT_NE(0, setChunk(to, getChunk(from)));
+    EXPECT_NE(0, to.load(from.chunk()));
     EXPECT_EQ(std::string(name).substr(0, 23), to.text(effGetProgramName));
     EXPECT_EQ(std::string(name), to.text(effGetProgramNameIndexed));
-    EXPECT_EQ(defaultChunk().size() - 7 + std::strlen(name), getChunk(to).size());
+    EXPECT_EQ(defaultChunk().size() - 7 + std::strlen(name), to.chunk().size());
+}
+
+/// A project may bring its state before the rate, before playing, or in the middle of a song.
+TEST(Chunk, LeadsToTheSameSoundWheneverItIsLoaded)
+{
+    FakeHost host;
+    const Audio music = Signals::music(1, 96000, 20000, 0);
+    const LoadedEffect source;
+    for (unsigned seed = 0; seed < 10; ++seed) {
+        moveEverything(source, seed);
+        const Bytes chunk = source.chunk();
+        enum Step { rate, state, on, sound };
+        Audio expected;
+        for (const auto &order : {std::vector{rate, state, on},
+                                  {state, rate, on},
+                                  {state, on, rate},
+                                  {on, rate, state},
+                                  {on, sound, state, rate},
+                                  {on, sound, rate, sound, state}}) {
+            const LoadedEffect effect;
+            for (const Step step : order) {
+                switch (step) {
+                case rate: effect.setRate(96000); break;
+                case state: effect.load(chunk); break;
+                case on: effect.switchOn(); break;
+                case sound: effect.process(music); break;
+                }
+            }
+            EXPECT_EQ(chunk, effect.chunk());
+            effect.switchOff();
+            effect.switchOn();
+            const Audio actual = effect.process(music);
+            if (expected.left.empty()) expected = actual;
+            EXPECT_EQ(expected, actual) << seed;
+        }
+    }
 }
 
 /// Nothing may change when a chunk is refused, not even what was never saved.
@@ -118,10 +142,10 @@ TEST(Chunk, RefusesDamageAndStaysAsItWas)
     FakeHost host;
     const LoadedEffect effect;
     moveEverything(effect, 1);
-    const Bytes before = getChunk(effect), sound = defaultChunk();
+    const Bytes before = effect.chunk(), sound = defaultChunk();
     const auto refused = [&](Bytes chunk, const char *what) {
-        EXPECT_EQ(0, setChunk(effect, std::move(chunk))) << what;
-        EXPECT_EQ(before, getChunk(effect)) << what;
+        EXPECT_EQ(0, effect.load(std::move(chunk))) << what;
+        EXPECT_EQ(before, effect.chunk()) << what;
     };
     for (size_t length = 0; length < sound.size(); ++length)
         refused(Bytes(sound.begin(), sound.begin() + static_cast<ptrdiff_t>(length)), "cut short");
@@ -144,7 +168,7 @@ TEST(Chunk, RefusesDamageAndStaysAsItWas)
     EXPECT_EQ(0, effect.dispatch(effSetChunk, 0, 257, nullptr));
     EXPECT_EQ(0, effect.dispatch(effGetChunk, 0, 0, nullptr));
 
-    EXPECT_NE(0, setChunk(effect, with(4 + 243, 200001))) << "an overlong name only reads as empty";
+    EXPECT_NE(0, effect.load(with(4 + 243, 200001))) << "an overlong name only reads as empty";
     EXPECT_EQ("", effect.text(effGetProgramName));
 }
 
@@ -154,14 +178,14 @@ TEST(Chunk, SurvivesHostileBytes)
     const LoadedEffect effect;
     std::mt19937 random(7);
     const Bytes sound = defaultChunk();
-    for (int turn = 0; turn < 20000; ++turn) {
+    for (int turn = 0; turn < 5000; ++turn) {
         Bytes chunk = sound;
         for (unsigned changes = random() % 6; changes > 0; --changes)
             chunk[random() % chunk.size()] = static_cast<uint8_t>(random());
         if (random() % 3 == 0) chunk.resize(random() % 400);
-        const Bytes before = getChunk(effect);
-        if (setChunk(effect, chunk) == 0) {
-            ASSERT_EQ(before, getChunk(effect)) << turn;
+        const Bytes before = effect.chunk();
+        if (effect.load(chunk) == 0) {
+            ASSERT_EQ(before, effect.chunk()) << turn;
         }
         for (int i = 0; i < effect->numParams; ++i) ASSERT_TRUE(std::isfinite(effect.get(i))) << turn;
     }

@@ -47,19 +47,6 @@ TEST(Entry, DescribesTheEffect)
         EXPECT_EQ(0, can(unknown)) << unknown;
 }
 
-TEST(Entry, KeepsInstancesApart)
-{
-    FakeHost host;
-    const LoadedEffect first;
-    {
-        const LoadedEffect second;
-        second.set(0, 1.0f);
-        second.switchOn();
-    }
-    EXPECT_EQ(0.5f, first.get(0));
-    EXPECT_FALSE(first.plugin().isActive());
-}
-
 /// Every opcode there is and many there are not, with arguments that no host should send.
 TEST(Dispatcher, SurvivesWildCalls)
 {
