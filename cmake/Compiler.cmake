@@ -32,3 +32,5 @@ function(tessarine_room name)
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
     target_link_libraries(${name} PUBLIC ${room_LINKS})
 endfunction()
+
+include(${CMAKE_CURRENT_LIST_DIR}/SplitDebug.cmake)
