@@ -13,7 +13,7 @@ namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr float kHosts = 0.5f; // what stands in the host's output before a block
+constexpr float kHosts = LoadedEffect::kUntouchedSample;
 
 Audio filled(uint32_t frames, float value)
 {
@@ -32,13 +32,6 @@ void block(const LoadedEffect &effect, Entry entry, const Audio &in, Audio &out,
     if (hide >= 0) channels[hide] = nullptr;
     const auto call = entry == Entry::process ? effect->process : effect->processReplacing;
     call(effect.operator->(), channels, channels + 2, frames);
-}
-
-Audio replaced(const LoadedEffect &effect, const Audio &in)
-{
-    Audio out = filled(in.frames(), kHosts);
-    block(effect, Entry::processReplacing, in, out, static_cast<int32_t>(in.frames()));
-    return out;
 }
 
 /// All four bands and the limiter at work.
@@ -60,7 +53,7 @@ struct AudioPath : testing::Test {
 
 TEST_F(AudioPath, ReplacingOverwritesAndTheOtherEntryAdds)
 {
-    const Audio first = replaced(effect, music);
+    const Audio first = effect.process(music);
     EXPECT_NE(untouched, first);
 
     const LoadedEffect adding;
@@ -85,7 +78,7 @@ TEST_F(AudioPath, ResumesByItselfAtTheFirstBlock)
 
     const LoadedEffect switchedOn;
     switchedOn.switchOn();
-    EXPECT_EQ(replaced(switchedOn, music), replaced(effect, music));
+    EXPECT_EQ(switchedOn.process(music), effect.process(music));
     effect.switchOff();
     EXPECT_FALSE(effect.plugin().isActive());
 }
@@ -100,11 +93,11 @@ TEST_F(AudioPath, RefusesMixedAndMissingConnections)
         host.connectedInputs = inputs;
         host.connectedOutputs = outputs;
         effect.switchOn(); // a host that changes the layout without a pause
-        EXPECT_EQ(untouched, replaced(effect, music));
+        EXPECT_EQ(untouched, effect.process(music));
         EXPECT_FALSE(effect.plugin().isActive());
     }
     host.connectedInputs = host.connectedOutputs = 2;
-    EXPECT_NE(untouched, replaced(effect, music));
+    EXPECT_NE(untouched, effect.process(music));
 }
 
 TEST_F(AudioPath, MonoReadsAndWritesTheLeftChannelOnly)
@@ -113,7 +106,7 @@ TEST_F(AudioPath, MonoReadsAndWritesTheLeftChannelOnly)
     Audio out = untouched;
     block(effect, Entry::processReplacing, music, out, 4096);
     host.connectedInputs = host.connectedOutputs = 2;
-    EXPECT_EQ(replaced(LoadedEffect(), music).left, out.left);
+    EXPECT_EQ(LoadedEffect().process(music).left, out.left);
     EXPECT_EQ(untouched.right, out.right);
 }
 
@@ -123,7 +116,7 @@ TEST_F(AudioPath, SoundsTheSameInAnyFloatStateOfTheHost)
         const LoadedEffect fresh;
         compress(fresh);
         fresh.set(1, 0.01f); // a cutoff, whose filter is designed at once
-        return replaced(fresh, music);
+        return fresh.process(music);
     };
     const Audio expected = play();
     for (const FloatEnvironment &environment : kFloatEnvironments) {
@@ -145,7 +138,7 @@ TEST_F(AudioPath, LeavesTheHostAloneWithoutAllItsBuffersOrFrames)
         call(effect.operator->(), nullptr, nullptr, 4096);
         EXPECT_EQ(untouched, out);
     }
-    EXPECT_EQ(replaced(LoadedEffect(), music), replaced(effect, music)) << "refused blocks leave no trace";
+    EXPECT_EQ(LoadedEffect().process(music), effect.process(music)) << "refused blocks leave no trace";
 }
 
 TEST_F(AudioPath, TakesBlocksOfAnySize)
@@ -154,12 +147,12 @@ TEST_F(AudioPath, TakesBlocksOfAnySize)
     compress(effect);
     compress(other);
     const Audio longMusic = Signals::music(2, 44100, (1u << 20) + 5, -3.0);
-    const Audio whole = replaced(effect, longMusic);
+    const Audio whole = effect.process(longMusic);
     Audio pieces;
     Signals::Random random(7);
     while (pieces.frames() < longMusic.frames()) {
         const uint32_t frames = std::min(1 + random.below(30000), longMusic.frames() - pieces.frames());
-        const Audio piece = replaced(other, Signals::slice(longMusic, pieces.frames(), frames));
+        const Audio piece = other.process(Signals::slice(longMusic, pieces.frames(), frames));
         pieces = Signals::append(std::move(pieces), piece);
     }
     EXPECT_TRUE(isFinite(whole));
@@ -190,12 +183,12 @@ TEST_F(AudioPath, StaysFiniteWhateverTheHostSetsAndSends)
         effect.set(static_cast<int32_t>(random.below(39)), random.pick(wild));
         Audio bad = Signals::noise(static_cast<uint64_t>(round), 300, 12.0);
         for (float garbage : {kNaN, kInfinity, -3e38f}) bad.left[random.below(300)] = bad.right[0] = garbage;
-        ASSERT_TRUE(isFinite(replaced(effect, bad))) << "round " << round;
+        ASSERT_TRUE(isFinite(effect.process(bad))) << "round " << round;
     }
     const LoadedEffect fresh;
     for (int32_t i = 0; i < fresh->numParams; ++i) effect.set(i, fresh.get(i));
     effect.switchOff();
-    EXPECT_EQ(replaced(fresh, music), replaced(effect, music)) << "nothing of it stays";
+    EXPECT_EQ(fresh.process(music), effect.process(music)) << "nothing of it stays";
 }
 
 TEST_F(AudioPath, TakesANewRateInItsStateAndIgnoresWhatIsNone)
@@ -218,7 +211,7 @@ TEST_F(AudioPath, TakesANewRateInItsStateAndIgnoresWhatIsNone)
     EXPECT_EQ(96000u, effect.plugin().sampleRate());
     for (float absurd : {1.0f, 400.0f, 1e9f}) {
         setRate(absurd);
-        EXPECT_TRUE(isFinite(replaced(effect, music))) << absurd;
+        EXPECT_TRUE(isFinite(effect.process(music))) << absurd;
     }
 }
 
@@ -226,12 +219,12 @@ TEST_F(AudioPath, ProcessAsMonoGivesBothChannelsTheSame)
 {
     effect.global().setProcessAsMono(true);
     effect.switchOn();
-    const Audio fromLeft = replaced(effect, music); // the shell gives the chain one channel
+    const Audio fromLeft = effect.process(music); // the shell gives the chain one channel
     EXPECT_EQ(fromLeft.left, fromLeft.right);
     const LoadedEffect stereo;
-    EXPECT_EQ(replaced(stereo, music).left, fromLeft.left);
+    EXPECT_EQ(stereo.process(music).left, fromLeft.left);
     stereo.global().setProcessAsMono(true); // while it plays: the chain folds
-    const Audio folded = replaced(stereo, music);
+    const Audio folded = stereo.process(music);
     EXPECT_EQ(folded.left, folded.right);
     EXPECT_NE(fromLeft.left, folded.left);
 }
@@ -270,7 +263,7 @@ TEST_F(AudioPath, DelaysByWhatItReports)
         effect.switchOn();
         Audio impulse = filled(2048, 0.0f);
         impulse.left[0] = impulse.right[0] = 0.25f;
-        const Audio out = replaced(effect, impulse);
+        const Audio out = effect.process(impulse);
         // The filters answer at once, with little; the guard against denormals lies far below.
         const auto start = std::ranges::find_if(out.left, [](float x) { return std::abs(x) > 1e-6f; });
         EXPECT_EQ(effect.plugin().latency(), start - out.left.begin()) << rate;

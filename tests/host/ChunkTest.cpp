@@ -110,7 +110,11 @@ TEST(Chunk, LeadsToTheSameSoundWheneverItIsLoaded)
         moveEverything(source, seed);
         const Bytes chunk = source.chunk();
         enum Step { rate, state, on, sound };
-        Audio expected;
+        Audio atOnce, afterAPause;
+        const auto expectSame = [seed](Audio &expected, const Audio &actual) {
+            if (expected.left.empty()) expected = actual;
+            EXPECT_EQ(expected, actual) << seed;
+        };
         for (const auto &order : {std::vector{rate, state, on},
                                   {state, rate, on},
                                   {state, on, rate},
@@ -127,12 +131,12 @@ TEST(Chunk, LeadsToTheSameSoundWheneverItIsLoaded)
                 }
             }
             EXPECT_EQ(chunk, effect.chunk());
+            if (order.back() == on) expectSame(atOnce, effect.process(music));
             effect.switchOff();
             effect.switchOn();
-            const Audio actual = effect.process(music);
-            if (expected.left.empty()) expected = actual;
-            EXPECT_EQ(expected, actual) << seed;
+            expectSame(afterAPause, effect.process(music));
         }
+        EXPECT_EQ(atOnce, afterAPause);
     }
 }
 

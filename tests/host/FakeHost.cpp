@@ -38,7 +38,8 @@ std::string LoadedEffect::text(int32_t opcode, int32_t index) const
 
 Audio LoadedEffect::process(Audio in) const
 {
-    Audio out = Signals::silence(in.frames());
+    const std::vector<float> untouched(in.frames(), kUntouchedSample);
+    Audio out = {untouched, untouched};
     float *inputs[] = {in.left.data(), in.right.data()}, *outputs[] = {out.left.data(), out.right.data()};
     effect->processReplacing(effect, inputs, outputs, static_cast<int32_t>(in.frames()));
     return out;

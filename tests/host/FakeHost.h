@@ -69,7 +69,7 @@ public:
     void set(int32_t index, float value) const { effect->setParameter(effect, index, value); }
     float get(int32_t index) const { return effect->getParameter(effect, index); }
     void setRate(uint32_t rate) const { dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(rate)); }
-    /// The stereo sound as one block of processReplacing; silence if the effect refuses it.
+    /// The stereo sound as one block of processReplacing.
     Audio process(Audio in) const;
     /// All parameters by chance: cutoffs in order, most switches off.
     void setAll(Signals::Random &random) const;
@@ -79,7 +79,9 @@ public:
     /// What the effect writes for a question; the marker shows that it wrote nothing.
     std::string text(int32_t opcode, int32_t index = 0) const;
 
+    // What stands in the host's buffers before a call.
     static constexpr char kUntouched[] = "untouched";
+    static constexpr float kUntouchedSample = 0.5f;
 
 private:
     AEffect *effect;

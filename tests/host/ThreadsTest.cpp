@@ -106,6 +106,7 @@ TEST_F(Threads, MoveAndShowEverythingWhileAudioRuns)
             EXPECT_TRUE(std::isfinite(peakOf(effect.process(std::move(block)))));
         }
         over = true;
+        EXPECT_GT(window.messages, 0);
     }
     effect.global().setProcessAsMono(false);
     effect.global().setDelayCompensation(true);
