@@ -1,5 +1,6 @@
 #include "apps/tessarine/Assignment.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <fmt/format.h>
@@ -20,6 +21,8 @@ std::string trimmed(const std::string &text)
     if (first == std::string::npos) return {};
     return text.substr(first, text.find_last_not_of(" \t") - first + 1);
 }
+
+std::string nameIn(const std::string &setting) { return trimmed(setting.substr(0, setting.find('='))); }
 
 const Parameter &find(const std::vector<Parameter> &parameters, const std::string &name)
 {
@@ -73,9 +76,15 @@ void applySettings(EffectHost &host, const std::vector<std::string> &settings)
     const std::vector<Parameter> parameters = listParameters(host);
     for (const std::string &setting : settings) {
         const size_t equals = setting.find('=');
-        const Parameter &parameter = find(parameters, trimmed(setting.substr(0, equals)));
+        const Parameter &parameter = find(parameters, nameIn(setting));
         parameter.set(host, readValue(parameter, trimmed(setting.substr(equals + 1))));
     }
+}
+
+bool assigns(const std::vector<std::string> &settings, const std::string &name)
+{
+    return std::any_of(settings.begin(), settings.end(),
+                       [&](const std::string &setting) { return sameName(nameIn(setting), name); });
 }
 
 } // namespace App

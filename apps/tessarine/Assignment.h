@@ -11,4 +11,7 @@ namespace App {
 /// Errors  Failure with the nearest names or the range
 void applySettings(EffectHost &host, const std::vector<std::string> &settings);
 
+/// Whether one of the settings is for the parameter of that name.
+bool assigns(const std::vector<std::string> &settings, const std::string &name);
+
 } // namespace App

@@ -35,6 +35,14 @@ SF_VIRTUAL_IO virtualFile()
 
 } // namespace
 
+AudioWriter::AudioWriter(const std::filesystem::path &target, const AudioReader &input)
+    : AudioWriter(target, outputFormat(target, input.info()))
+{
+    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) {
+        if (const char *const text = input.tag(tag)) sf_set_string(handle.get(), tag, text);
+    }
+}
+
 AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wanted)
     : path(target), soundInfo(wanted), file(target), bits(integerBits(wanted.format))
 {
@@ -55,11 +63,6 @@ void AudioWriter::fail()
 {
     file.check();
     throw Failure(fmt::format("{} was not written: {}", path.string(), sf_strerror(handle.get())));
-}
-
-void AudioWriter::setTag(int which, const char *text)
-{
-    if (text) sf_set_string(handle.get(), which, text);
 }
 
 // libsndfile's own conversion either scales by one step less than full scale or cuts instead of rounding.

@@ -11,9 +11,9 @@ namespace App {
 /// Errors  Failure
 class AudioWriter {
 public:
-    AudioWriter(const std::filesystem::path &path, const SF_INFO &format);
+    /// In the format that the input and the ending of `path` call for, with the input's tags.
+    AudioWriter(const std::filesystem::path &path, const AudioReader &input);
 
-    void setTag(int which, const char *text);
     void write(const float *interleaved, uint32_t frames);
     void finish();
 
@@ -21,6 +21,7 @@ public:
     int format() const { return soundInfo.format; }
 
 private:
+    AudioWriter(const std::filesystem::path &path, const SF_INFO &format);
     void fail();
     void quantise(const float *samples, size_t count);
 

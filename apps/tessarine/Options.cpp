@@ -1,6 +1,7 @@
 #include "apps/tessarine/Options.h"
 
 #include <CLI/CLI.hpp>
+#include <charconv>
 #include <fmt/format.h>
 #include <sstream>
 
@@ -11,6 +12,8 @@ namespace App {
 namespace {
 
 constexpr uint32_t kLargestBlock = 1u << 16;                  // frames
+constexpr double kLowestLoudness = -70.0;                     // LUFS, where measuring ends
+constexpr double kLowestTruePeak = -40.0;                     // dBTP
 constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
 
 CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)
@@ -35,19 +38,56 @@ void addRate(CLI::App *command, uint32_t &rate)
         ->capture_default_str();
 }
 
+/// Refuses an empty name, which would mean that the option was not given.
+auto named(const char *what)
+{
+    return [what](const std::string &path) {
+        return path.empty() ? fmt::format("the name of the {} is empty", what) : std::string();
+    };
+}
+
+/// Refuses what is no number or outside of the range.
+auto within(const char *what, double low, double high, const char *unit)
+{
+    return [=](const std::string &text) {
+        double value = 0.0;
+        const auto [rest, error] = std::from_chars(text.data(), text.data() + text.size(), value);
+        const bool isNumber = error == std::errc() && rest == text.data() + text.size();
+        return isNumber && value >= low && value <= high
+                   ? std::string()
+                   : fmt::format("{} cannot be '{}'; give a number from {:g} to {:g} {}", what, text, low,
+                                 high, unit);
+    };
+}
+
+void addLoudness(CLI::App *command, RenderOptions &options)
+{
+    CLI::Option *const loudness =
+        command
+            ->add_option("--loudness", options.loudness,
+                         "Integrated loudness of the output. The file is heard once before; 'Gain', 'Limiter "
+                         "Threshold' and 'Limiter Margin' are then chosen to limit as little as possible, in "
+                         "brickwall mode only if asked for or needed")
+            ->type_name("LUFS")
+            ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
+    command
+        ->add_option("--true-peak", options.truePeak,
+                     "Highest true peak of the output with --loudness; without it 0, the full scale")
+        ->type_name("DBTP")
+        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "")
+        ->needs(loudness);
+}
+
 CLI::App *addRender(CLI::App &app, RenderOptions &options)
 {
     CLI::App *const command = app.add_subcommand("render", "Process a sound file");
     command->add_option("IN", options.in, "File to read: WAV, FLAC, AIFF, Ogg, mono or stereo")->required();
     command->add_option("OUT", options.out, "File to write; its ending chooses the format")->required();
     addSettings(command, options.settings);
-    const auto named = [](const std::string &path) {
-        return path.empty() ? std::string("the name of the chunk is empty") : std::string();
-    };
     command
         ->add_option("--chunk", options.chunk,
                      "Settings to start from: a file that 'tessarine chunk' wrote; --set comes after it")
-        ->check(named, "");
+        ->check(named("chunk"), "");
     command->add_option("--block", options.blockFrames, "Frames handed to the effect at a time")
         ->check(CLI::Range(1u, kLargestBlock))
         ->capture_default_str();
@@ -60,6 +100,12 @@ CLI::App *addRender(CLI::App &app, RenderOptions &options)
     };
     command->add_option("--report", options.report, "Picture of levels and gain reduction: .html or .png")
         ->check(knownReport, "");
+    addLoudness(command, options);
+    command
+        ->add_option("--dry", options.dry,
+                     "Write the input too, aligned with the output and as loud, to compare by ear; its "
+                     "ending chooses the format")
+        ->check(named("dry file"), "");
     return command;
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include <cstdint>
 #include <filesystem>
+#include <optional>
 #include <string>
 #include <variant>
 #include <vector>
@@ -13,7 +14,10 @@ struct RenderOptions {
     uint32_t blockFrames = 512;
     std::filesystem::path chunk; // loaded before the settings; empty for none
     bool compensate = true;
-    std::filesystem::path report; // empty for none
+    std::filesystem::path report;   // empty for none
+    std::optional<double> loudness; // LUFS, to be reached by the parameters behind the bands
+    std::optional<double> truePeak; // dBTP, at most; only with a loudness
+    std::filesystem::path dry;      // empty for none
 };
 
 struct ParamsOptions {};

@@ -21,20 +21,47 @@ bool isSameFile(const fs::path &a, const fs::path &b)
     return real(a) == real(b);
 }
 
+struct NamedFile {
+    const char *role;
+    fs::path path;
+};
+
+/// One file must not take the place of another; only the output may take that of the input.
+void requireDistinct(const RenderOptions &options)
+{
+    const NamedFile input = {"input", options.in}, output = {"output", options.out};
+    const NamedFile chunk = {"chunk", options.chunk}, dry = {"dry file", options.dry};
+    const NamedFile report = {"report", options.report};
+    // what is written, and what it would take the place of
+    const std::pair<NamedFile, NamedFile> pairs[] = {
+        {report, output}, {report, input}, {dry, output}, {dry, input},
+        {dry, report},    {output, chunk}, {dry, chunk},  {report, chunk},
+    };
+    for (const auto &[written, taken] : pairs) {
+        if (written.path.empty() || taken.path.empty() || !isSameFile(written.path, taken.path)) continue;
+        throw Failure(fmt::format("the {} would overwrite the {} {}; give it another name", written.role,
+                                  taken.role, taken.path.string()));
+    }
+}
+
+std::string toScreen(const Summary &summary)
+{
+    std::string text;
+    for (const Table *table : {&summary.levels, &summary.goal, &summary.choice, &summary.reduction,
+                               &summary.work, &summary.files}) {
+        if (table->rows.empty()) continue;
+        text += (text.empty() ? "" : "\n") + toText(*table);
+    }
+    return text;
+}
+
 } // namespace
 
 void run(const RenderOptions &options)
 {
-    if (!options.report.empty() &&
-        (isSameFile(options.report, options.out) || isSameFile(options.report, options.in)))
-        throw Failure(
-            fmt::format("the report would overwrite {}; give it another name", options.report.string()));
-    if (!options.chunk.empty() &&
-        (isSameFile(options.chunk, options.out) || isSameFile(options.chunk, options.report)))
-        throw Failure(fmt::format("the chunk {} would be overwritten; give the output another name",
-                                  options.chunk.string()));
-    std::optional<TemporaryFile>
-        report; // opened first, so that a place that cannot be written costs no rendering
+    requireDistinct(options);
+    // opened first, so that a place that cannot be written costs no rendering
+    std::optional<TemporaryFile> report;
     if (!options.report.empty()) report.emplace(options.report);
 
     const Rendering rendering = render(options);
@@ -44,8 +71,7 @@ void run(const RenderOptions &options)
         report->write(makeReport(options, rendering, summary));
         report->commit();
     }
-    fmt::print("{}\n{}\n{}\n{}", toText(summary.levels), toText(summary.reduction), toText(summary.work),
-               toText(summary.files));
+    fmt::print("{}", toScreen(summary));
 }
 
 } // namespace App

@@ -4,14 +4,14 @@
 #include <chrono>
 #include <cmath>
 
-#include "apps/tessarine/Assignment.h"
 #include "apps/tessarine/AudioReader.h"
 #include "apps/tessarine/AudioWriter.h"
-#include "apps/tessarine/ChunkFile.h"
+#include "apps/tessarine/Block.h"
 #include "apps/tessarine/CutoffCheck.h"
-#include "apps/tessarine/EffectHost.h"
-#include "apps/tessarine/FileFormat.h"
+#include "apps/tessarine/DryFile.h"
+#include "apps/tessarine/EffectSetup.h"
 #include "apps/tessarine/Interrupt.h"
+#include "apps/tessarine/LoudnessSearch.h"
 #include "apps/tessarine/Progress.h"
 
 namespace App {
@@ -26,31 +26,6 @@ double secondsSince(Clock::time_point begin)
 {
     return std::chrono::duration<double>(Clock::now() - begin).count();
 }
-
-/// One block in both layouts: files have the channels side by side, the effect has them apart.
-struct Block {
-    Block(uint32_t channelCount, uint32_t frames)
-        : channels(channelCount), interleaved(size_t{frames} * channelCount), left(frames), right(frames)
-    {
-    }
-    void separate(uint32_t frames)
-    {
-        for (uint32_t i = 0; i < frames; ++i) {
-            left[i] = interleaved[size_t{i} * channels];
-            if (channels == 2) right[i] = interleaved[size_t{i} * 2 + 1];
-        }
-    }
-    void interleave(uint32_t frames)
-    {
-        for (uint32_t i = 0; i < frames; ++i) {
-            interleaved[size_t{i} * channels] = left[i];
-            if (channels == 2) interleaved[size_t{i} * 2 + 1] = right[i];
-        }
-    }
-
-    const uint32_t channels;
-    std::vector<float> interleaved, left, right;
-};
 
 class Loop {
 public:
@@ -94,12 +69,9 @@ public:
     }
 
 private:
-    /// Behind the end of the file follows silence, which pushes the last samples out of the effect.
     void readBlock(uint32_t frames)
     {
-        const uint32_t got = reader.read(block.interleaved.data(), frames);
-        std::fill(block.interleaved.begin() + ptrdiff_t{got} * block.channels,
-                  block.interleaved.begin() + ptrdiff_t{frames} * block.channels, 0.0f);
+        const uint32_t got = block.read(reader, frames);
         loudnessIn.add(block.interleaved.data(), got);
         measureLevel(frames, measured.peakIn, measured.squaresIn);
         block.separate(frames);
@@ -117,9 +89,8 @@ private:
     {
         block.interleave(frames);
         measureLevel(frames, measured.peakOut, measured.squaresOut);
-        const auto dropped =
-            static_cast<uint32_t>(std::min<uint64_t>(frames, skip - std::min<uint64_t>(skip, fed)));
-        const float *const kept = block.interleaved.data() + size_t{dropped} * block.channels;
+        const uint32_t dropped = framesToSkip(skip, fed, frames);
+        const float *const kept = block.from(dropped);
         loudnessOut.add(kept, frames - dropped);
         writer.write(kept, frames - dropped);
     }
@@ -168,35 +139,55 @@ private:
     double effectSeconds = 0.0;
 };
 
+/// Gain that makes the input as loud as the output; 0 where one of them has no loudness.
+double matchingGain(const Rendering &result)
+{
+    const double gain = result.out.loudness - result.in.loudness;
+    return std::isfinite(gain) ? gain : 0.0;
+}
+
 } // namespace
 
 Rendering render(const RenderOptions &options)
 {
     const Clock::time_point begin = Clock::now();
-    AudioReader reader(options.in);
-    EffectHost host(
-        {.rate = reader.rate(), .channels = reader.channels(), .blockFrames = options.blockFrames});
-    if (!options.chunk.empty()) loadChunk(host, options.chunk);
-    applySettings(host, options.settings);
-    const DSP::CrossOver &crossOver = *host.plugin().transformHandle().crossOver();
-    requireAscendingCutoffs(crossOver);
-    host.start();
-
-    AudioWriter writer(options.out, outputFormat(options.out, reader.info()));
-    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) writer.setTag(tag, reader.tag(tag));
-    Loop loop(options, reader, writer, host);
-    loop.run(options.blockFrames);
-    writer.finish();
-
     Rendering result;
+    AudioReader reader(options.in);
+    AudioWriter writer(options.out, reader);
+    std::optional<AudioWriter> dry;
+    if (!options.dry.empty()) dry.emplace(options.dry, reader);
+
+    RenderOptions chosen = options;
+    if (options.loudness) {
+        result.choice = findLoudness(options);
+        const std::vector<std::string> more = result.choice->settings();
+        chosen.settings.insert(chosen.settings.end(), more.begin(), more.end());
+    }
+    const std::unique_ptr<EffectHost> host = makeEffect(chosen, reader, options.blockFrames);
+    host->start();
+    Loop loop(options, reader, writer, *host);
+    loop.run(options.blockFrames);
+    loop.report(result);
+    if (dry) {
+        AudioReader again(options.in); // before the output may take its place
+        result.dryGainDb = matchingGain(result);
+        writeDry(again, *dry, options.compensate ? 0 : result.delay, result.dryGainDb);
+    }
+    writer.finish();
+    if (dry) dry->finish();
+
     result.rate = reader.rate();
     result.channels = reader.channels();
     result.frames = reader.frames();
+    result.settings = chosen.settings;
     result.formatIn = reader.info().format;
     result.formatOut = writer.format();
     result.clipped = writer.clippedSamples();
-    result.warning = closeCutoffsWarning(crossOver, reader.rate());
-    loop.report(result);
+    if (dry) {
+        result.formatDry = dry->format();
+        result.dryClipped = dry->clippedSamples();
+    }
+    result.warning = closeCutoffsWarning(*host->plugin().transformHandle().crossOver(), reader.rate());
     result.seconds = secondsSince(begin);
     return result;
 }

@@ -54,6 +54,7 @@ std::string tableRow(const std::vector<std::string> &cells, bool heading)
 
 std::string toHtml(const Table &table)
 {
+    if (table.rows.empty()) return {};
     std::string html = table.headed ? "<table class=\"numbers\">\n" : "<table>\n";
     for (size_t i = 0; i < table.rows.size(); ++i) {
         const bool heading = table.headed && i == 0;
@@ -77,12 +78,13 @@ std::string makePage(const RenderOptions &options, const Rendering &rendering, c
                                    kPageHead, title);
     for (const std::string &remark : summary.remarks)
         page += "<p class=\"remark\">" + escaped(remark) + "</p>\n";
-    page += "<div class=\"tables\">\n" + toHtml(summary.levels) + toHtml(summary.reduction) + "</div>\n";
+    page += "<div class=\"tables\">\n" + toHtml(summary.levels) + toHtml(summary.reduction) +
+            toHtml(summary.goal) + toHtml(summary.choice) + "</div>\n";
     page += inlineDrawing(drawReport(options, rendering, PictureFormat::svg));
     page += toHtml(summary.files) + toHtml(summary.work);
-    if (!options.settings.empty()) {
+    if (!rendering.settings.empty()) {
         page += "<p>Settings other than the defaults:</p>\n<ul>\n";
-        for (const std::string &setting : options.settings) page += "<li>" + escaped(setting) + "</li>\n";
+        for (const std::string &setting : rendering.settings) page += "<li>" + escaped(setting) + "</li>\n";
         page += "</ul>\n";
     }
     return page + "</body></html>\n";

@@ -12,12 +12,19 @@ const std::vector<std::string> kGainNames = {"Band 1", "Band 2", "Band 3", "Band
 
 namespace {
 
+constexpr double kLoudnessTolerance = 0.5; // LU
+
 std::string number(double value, const char *unit)
 {
     if (std::isinf(value)) return std::string(value < 0 ? "-inf " : "inf ") + unit;
     // no "-0.0"
     return fmt::format("{:.1f} {}", std::abs(value) < 0.05 ? 0.0 : value, unit);
 }
+
+std::string exactly(double value, const char *unit) { return fmt::format("{:.2f} {}", value, unit); }
+
+/// Whether the dry file could be matched with the output.
+bool isMatched(const Rendering &r) { return std::isfinite(r.in.loudness) && std::isfinite(r.out.loudness); }
 
 std::string duration(const Rendering &rendering)
 {
@@ -37,7 +44,34 @@ Table files(const RenderOptions &options, const Rendering &r)
         {"Output", options.out.string()},
         {"", describeFormat(r.formatOut)},
     };
+    if (!options.dry.empty()) {
+        table.rows.push_back({"Dry", options.dry.string()});
+        table.rows.push_back({"", fmt::format("{}, {:+.2f} dB, {}", describeFormat(r.formatDry), r.dryGainDb,
+                                              isMatched(r) ? "as loud as the output" : "at its own level")});
+    }
     if (!options.report.empty()) table.rows.push_back({"Report", options.report.string()});
+    return table;
+}
+
+Table goal(const LoudnessChoice &choice, const Rendering &r)
+{
+    return {.headed = true,
+            .rows = {{"Goal", "Asked", "Predicted", "Reached"},
+                     {"Loudness", exactly(choice.goal.loudness, "LUFS"),
+                      exactly(choice.predicted.loudness, "LUFS"), exactly(r.out.loudness, "LUFS")},
+                     {"True peak, at most", exactly(choice.goal.truePeak, "dBTP"),
+                      exactly(choice.predicted.truePeak, "dBTP"), exactly(r.out.truePeakDb, "dBTP")}}};
+}
+
+Table chosen(const LoudnessChoice &choice)
+{
+    Table table;
+    for (const std::string &setting : choice.settings()) {
+        const size_t equals = setting.find('=');
+        const std::string value = setting.substr(equals + 1);
+        const bool isNumber = value.find('.') != std::string::npos;
+        table.rows.push_back({setting.substr(0, equals), isNumber ? value + " dB" : value});
+    }
     return table;
 }
 
@@ -61,6 +95,21 @@ std::vector<std::string> remarks(const Rendering &r)
             fmt::format("{} samples lay above full scale and were clipped, as the output format holds "
                         "no more; lower 'Limiter Margin' or 'Gain'",
                         r.clipped));
+    if (r.dryClipped > 0)
+        sentences.push_back(fmt::format("{} samples of the dry file lay above full scale at {:+.2f} dB and "
+                                        "were clipped; compare with a quieter output",
+                                        r.dryClipped, r.dryGainDb));
+    if (r.formatDry != 0 && !isMatched(r))
+        sentences.push_back("the dry file keeps its level, as the input or the output is silent, below -70 "
+                            "LUFS or shorter than 0.4 s");
+    if (r.choice && r.out.truePeakDb > r.choice->goal.truePeak)
+        sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the {:g} dBTP asked for; give a "
+                                        "lower --true-peak",
+                                        r.out.truePeakDb, r.choice->goal.truePeak));
+    if (r.choice && std::abs(r.out.loudness - r.choice->goal.loudness) > kLoudnessTolerance)
+        sentences.push_back(fmt::format("the loudness is {:.2f} LUFS, not the {:g} LUFS asked for, as the "
+                                        "limiter works hard; correct --loudness by the difference",
+                                        r.out.loudness, r.choice->goal.loudness));
     if (r.silenced > 0)
         sentences.push_back(fmt::format(
             "{} input samples were no numbers or far beyond any level and were silenced", r.silenced));
@@ -80,6 +129,10 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
         {"True peak", number(r.in.truePeakDb, "dBTP"), number(r.out.truePeakDb, "dBTP")},
         {"Loudness", number(r.in.loudness, "LUFS"), number(r.out.loudness, "LUFS")},
     };
+    if (r.choice) {
+        summary.goal = goal(*r.choice, r);
+        summary.choice = chosen(*r.choice);
+    }
     summary.reduction = {.headed = true, .rows = {{"Gain reduction", "Deepest", "Mean"}}};
     for (int i = 0; i < Column::kGains; ++i)
         summary.reduction.rows.push_back({kGainNames[static_cast<size_t>(i)],

@@ -16,6 +16,8 @@ struct Table {
 struct Summary {
     Table files;                      // what was read, written and reported
     Table levels;                     // peak, true peak and loudness, in and out
+    Table goal;                       // loudness and true peak: asked, predicted, reached; may be empty
+    Table choice;                     // parameters chosen for them
     Table reduction;                  // deepest and mean gain reduction of each band and of the limiter
     Table work;                       // speed and delay
     std::vector<std::string> remarks; // what the user should know, each a sentence

@@ -1,0 +1,277 @@
+#include "tests/apps/Sandbox.h"
+
+#include <cmath>
+#include <ebur128.h>
+
+#include <gmock/gmock.h>
+
+#include "apps/tessarine/Failure.h"
+#include "apps/tessarine/LoudnessChoice.h"
+#include "apps/tessarine/LoudnessMeter.h"
+
+using testing::AllOf;
+using testing::ContainsRegex;
+using testing::HasSubstr;
+
+namespace {
+
+constexpr uint32_t kRate = 44100;
+
+struct Measured {
+    double loudness, truePeak; // LUFS, dBTP
+};
+
+/// By the library alone, which keeps every block.
+Measured measure(const Sound &sound)
+{
+    const auto channels = static_cast<unsigned>(sound.info.channels);
+    ebur128_state *state = ebur128_init(channels, static_cast<unsigned long>(sound.info.samplerate),
+                                        EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK);
+    ebur128_add_frames_float(state, sound.samples.data(), static_cast<size_t>(sound.info.frames));
+    Measured measured{};
+    ebur128_loudness_global(state, &measured.loudness);
+    double highest = 0.0;
+    for (unsigned channel = 0; channel < channels; ++channel) {
+        double peak = 0.0;
+        ebur128_true_peak(state, channel, &peak);
+        highest = std::max(highest, peak);
+    }
+    ebur128_destroy(&state);
+    measured.truePeak = 20.0 * std::log10(highest);
+    return measured;
+}
+
+TEST(LoudnessMeter, AgreesWithTheIntegrationThatKeepsEveryBlock)
+{
+    // steady, moving, and with pauses that only the gates keep out
+    const Audio sounds[] = {
+        Signals::sine(48000, 997.0, 48000 * 3, -20.03), Signals::music(4, 48000, 48000 * 8, -6.0),
+        Signals::musicThenSilence(2, 48000, 48000 * 9, -3.0),
+        Signals::append(Signals::noise(1, 48000 * 4, -40.0), Signals::noise(2, 48000 * 4, -18.0))};
+    for (const Audio &audio : sounds) {
+        Sound sound;
+        sound.info.channels = 2;
+        sound.info.samplerate = 48000;
+        sound.info.frames = static_cast<sf_count_t>(audio.frames());
+        for (uint32_t i = 0; i < audio.frames(); ++i)
+            sound.samples.insert(sound.samples.end(), {audio.left[i], audio.right[i]});
+        App::LoudnessMeter meter(2, 48000);
+        for (uint32_t done = 0; done < audio.frames(); done += 777)
+            meter.add(sound.samples.data() + 2 * size_t{done}, std::min(777u, audio.frames() - done));
+        EXPECT_NEAR(measure(sound).loudness, meter.figures().loudness, 0.01);
+        EXPECT_NEAR(measure(sound).truePeak, meter.figures().truePeakDb, 0.001);
+    }
+}
+
+using App::LimiterMode;
+
+constexpr App::GainLimits kLimits = {-18.0, 18.0, -5.0};
+
+/// A steady tone of `level`, which the limiter holds at its threshold, as loud as its peak.
+App::LimiterCurve tone(double level, LimiterMode mode = LimiterMode::soft)
+{
+    App::LimiterCurve curve{mode, {}};
+    for (double threshold = -20.0; threshold <= 0.0; threshold += 2.0) {
+        const double left = std::min(level, threshold);
+        curve.points.push_back({threshold, left - 10.0, left});
+    }
+    return curve;
+}
+
+TEST(LoudnessChoice, TakesGainAloneWhereNothingNeedsLimiting)
+{
+    const App::LoudnessChoice choice = choose({-23.0, -1.0}, kLimits, {tone(-20.0)});
+    EXPECT_EQ(0.0, choice.threshold);
+    EXPECT_EQ(0.0, choice.margin);
+    EXPECT_NEAR(7.0, choice.gain, 1e-9);
+}
+
+TEST(LoudnessChoice, GoesToTheEndsOfTheRangesAndNoFurther)
+{
+    // 18 of gain and 5 of margin downwards, 18 of gain and 20 of threshold upwards
+    EXPECT_NEAR(-5.0, choose({-43.0, 0.0}, kLimits, {tone(-10.0)}).margin, 1e-9);
+    EXPECT_THROW(choose({-43.1, 0.0}, kLimits, {tone(-10.0)}), App::Failure);
+    const App::LoudnessChoice most = choose({-12.0, 0.0}, kLimits, {tone(-40.0)});
+    EXPECT_NEAR(38.0, most.gain + most.margin - most.threshold, 1e-9);
+    EXPECT_THROW(choose({-11.9, 0.0}, kLimits, {tone(-40.0)}), App::Failure);
+    const App::LimiterCurve bypassed = {LimiterMode::bypassed, {{0.0, -50.0, -40.0}}};
+    EXPECT_NEAR(18.0, choose({-32.0, 0.0}, kLimits, {bypassed}).gain, 1e-9);
+    EXPECT_THROW(choose({-31.9, 0.0}, kLimits, {bypassed}), App::Failure);
+}
+
+TEST(LoudnessChoice, ChangesToBrickwallOnlyIfTheSoftModeCannotHoldThePeak)
+{
+    App::LimiterCurve soft = tone(0.0), wall = tone(0.0, LimiterMode::brickwall);
+    for (App::LimiterPoint &point : soft.points) point.truePeak += 1.0;
+    for (App::LimiterPoint &point : wall.points) point.truePeak -= 0.1 * point.threshold;
+    EXPECT_EQ(LimiterMode::soft, choose({-14.0, 0.0}, kLimits, {soft, wall}).mode);
+    for (App::LimiterPoint &point : wall.points) point.loudness += 2.0;
+    EXPECT_EQ(LimiterMode::brickwall, choose({-10.0, 0.0}, kLimits, {soft, wall}).mode);
+}
+
+struct Goal {
+    const char *name;
+    double loudness, truePeak, tolerance; // LUFS, dBTP, LU
+    std::vector<std::string> settings;
+};
+
+class ReachesLoudness : public Sandbox, public testing::WithParamInterface<Goal> {
+protected:
+    std::vector<std::string> call(const char *in, const char *out) const
+    {
+        std::vector<std::string> arguments = {"render", in, out};
+        for (const std::string &setting : GetParam().settings)
+            arguments.insert(arguments.end(), {"--set", setting});
+        return arguments;
+    }
+    std::vector<std::string> callWithGoal(const char *in, const char *out) const
+    {
+        std::vector<std::string> arguments = call(in, out);
+        arguments.insert(arguments.end(), {"--loudness", std::to_string(GetParam().loudness), "--true-peak",
+                                           std::to_string(GetParam().truePeak)});
+        return arguments;
+    }
+};
+
+void PrintTo(const Goal &goal, std::ostream *out) { *out << goal.name; }
+
+/// The value that the screen shows behind a name.
+std::string shown(const std::string &screen, const std::string &name)
+{
+    const size_t at = screen.find(name + " ");
+    if (at == std::string::npos) return {};
+    const size_t begin = screen.find_first_not_of(' ', at + name.size());
+    return screen.substr(begin, screen.find_first_of(" \n", begin) - begin);
+}
+
+TEST_P(ReachesLoudness, BelowThePeakAndWithValuesThatGiveTheSameSamplesByHand)
+{
+    for (const Audio &audio :
+         {Signals::music(1, kRate, kRate * 4, -2.0), Signals::music(9, kRate, kRate * 4, 6.0),
+          Signals::mono(Signals::music(9, kRate, kRate * 4, 6.0))}) {
+        write("in.wav", kWavFloat, kRate, audio);
+        const std::string screen = succeed(callWithGoal("in.wav", "out.wav"));
+        const Measured out = measure(read("out.wav"));
+        EXPECT_NEAR(GetParam().loudness, out.loudness, GetParam().tolerance) << screen;
+        EXPECT_LE(out.truePeak, GetParam().truePeak + 0.001) << screen;
+
+        std::vector<std::string> byHand = call("in.wav", "again.wav");
+        for (const char *name : {"Gain", "Limiter Threshold", "Limiter Margin", "Limiter Brickwall Mode"})
+            byHand.insert(byHand.end(), {"--set", std::string(name) + "=" + shown(screen, name)});
+        succeed(byHand);
+        EXPECT_EQ(readBytes("again.wav"), readBytes("out.wav")) << screen;
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Goals, ReachesLoudness,
+    testing::Values(
+        Goal{"Quiet", -23.0, -1.0, 0.05, {}}, Goal{"Film", -27.3, -2.0, 0.05, {"Band 1 Gain=3"}},
+        Goal{"HardSoft", -13.9, -1.0, 0.25, {"Limiter Release=60", "Limiter Brickwall Mode=off"}},
+        Goal{"HardBrickwall", -11.0, -1.3, 0.25, {"Limiter Release=40", "Limiter Brickwall Mode=on"}},
+        Goal{"AsNeeded", -12.8, -0.5, 0.25, {"Limiter Release=40"}}));
+
+class Loudness : public Sandbox {
+protected:
+    Loudness() { write("in.wav", kWavFloat, kRate, Signals::music(3, kRate, kRate * 4, -1.0)); }
+
+    void refuse(std::vector<std::string> arguments, int exitCode, const std::string &sentence)
+    {
+        arguments.insert(arguments.begin(), {"render", "in.wav", "out.wav"});
+        const std::set<std::string> before = contents();
+        const Program::Outcome outcome = run(arguments);
+        EXPECT_EQ(exitCode, outcome.exitCode);
+        EXPECT_THAT(outcome.err, HasSubstr(sentence));
+        EXPECT_EQ(before, contents());
+    }
+};
+
+TEST_F(Loudness, RefusesWhatCannotBe)
+{
+    for (const char *text : {"nan", "1", "-71", "-14 LUFS", ""})
+        refuse({"--loudness", text}, 2, std::string("the loudness cannot be '") + text + "'; give a number");
+    refuse({"--loudness", "-14", "--true-peak", "inf"}, 2, "the true peak cannot be 'inf'");
+    refuse({"--true-peak", "-1"}, 2, "--loudness");
+    refuse({"--loudness", "-14", "--set", " gain = 3"}, 1, "chooses 'Gain' itself");
+    refuse({"--loudness", "-14", "--set", "Limiter Margin=-1"}, 1, "chooses 'Limiter Margin' itself");
+    refuse({"--loudness", "-14", "--set", "Global Bypass=on"}, 1, "'Global Bypass'");
+    refuse({"--loudness", "-2", "--true-peak", "-3"}, 1, "-2 LUFS is out of reach: with a true peak of");
+    refuse({"--loudness", "-69"}, 1, "-69 LUFS is out of reach: the softest is");
+    write("in.wav", kWav16, kRate, Signals::silence(kRate * 2));
+    refuse({"--loudness", "-14"}, 1, "there is no loudness to start from");
+}
+
+TEST_F(Loudness, RefusalNamesALoudnessThatCanBeReached)
+{
+    const std::vector<std::string> tooLoud = {"render",      "in.wav", "out.wav",
+                                              "--true-peak", "-2",     "--loudness"};
+    std::vector<std::string> arguments = tooLoud;
+    arguments.push_back("-3");
+    const std::string sentence = run(arguments).err;
+    const size_t number = sentence.find("--loudness ") + 11;
+    arguments.back() = sentence.substr(number, sentence.find(' ', number) - number);
+    succeed(arguments);
+    EXPECT_NEAR(std::stod(arguments.back()), measure(read("out.wav")).loudness, 0.5);
+}
+
+TEST_F(Loudness, ReportShowsWhatWasAskedChosenAndReached)
+{
+    const std::string screen = succeed(
+        {"render", "in.wav", "out.wav", "--loudness", "-20", "--dry", "dry.wav", "--report", "report.html"});
+    EXPECT_THAT(screen, ContainsRegex("Loudness +-20.00 LUFS +-20.0[01] LUFS +-20.0[01] LUFS"));
+    EXPECT_THAT(screen, ContainsRegex("Gain +-?[0-9.]+ dB"));
+    EXPECT_THAT(readBytes("report.html"),
+                AllOf(HasSubstr("Predicted"), HasSubstr("<li>Limiter Threshold=0.00</li>"),
+                      HasSubstr("dB, as loud as the output")));
+}
+
+TEST_F(Loudness, DryFileLiesOnTheOutputAndIsAsLoud)
+{
+    for (const bool compensated : {true, false}) {
+        SCOPED_TRACE(compensated);
+        std::vector<std::string> arguments = {
+            "render", "in.wav",        "out.wav", "--dry", "dry.wav", "--set", "Band 2 Comp Threshold=-40",
+            "--set",  "Band 2 Ratio=5"};
+        if (!compensated) arguments.push_back("--no-compensate");
+        succeed(arguments);
+        const Sound in = read("in.wav"), out = read("out.wav"), dry = read("dry.wav");
+        EXPECT_EQ(out.info.format, dry.info.format);
+        ASSERT_EQ(out.info.frames, dry.info.frames);
+        EXPECT_NEAR(measure(out).loudness, measure(dry).loudness, 0.05);
+        const size_t delay = compensated ? 0 : 305, frames = static_cast<size_t>(dry.info.frames);
+        const double gain = std::pow(10.0, (measure(out).loudness - measure(in).loudness) / 20.0);
+        for (size_t i = 0; i < frames; ++i)
+            ASSERT_NEAR(i < delay ? 0.0 : gain * in.at(i - delay, 1), dry.at(i, 1), 0.002) << i;
+    }
+}
+
+TEST_F(Loudness, DryFileOfIntegersTellsWhatItClips)
+{
+    write("in.wav", kWav16, kRate, Signals::music(3, kRate, kRate * 2, -1.0));
+    const Program::Outcome outcome = run(
+        {"render", "in.wav", "out.wav", "--dry", "dry.wav", "--set", "Gain=6", "--set", "Limiter Bypass=on"});
+    EXPECT_EQ(0, outcome.exitCode) << outcome.err;
+    EXPECT_THAT(outcome.err, HasSubstr("samples of the dry file lay above full scale at +"));
+}
+
+TEST_F(Loudness, DryFileTakesNoOtherFilesPlace)
+{
+    refuse({"--dry", "./out.wav"}, 1, "the dry file would overwrite the output out.wav");
+    refuse({"--dry", "in.wav"}, 1, "the dry file would overwrite the input in.wav");
+    refuse({"--dry", "r.png", "--report", "r.png"}, 1, "the dry file would overwrite the report r.png");
+    refuse({"--dry", "c.wav", "--chunk", "c.wav"}, 1, "the dry file would overwrite the chunk c.wav");
+    refuse({"--dry", "absent/dry.wav"}, 1, "absent does not exist");
+    refuse({"--dry", ""}, 2, "the name of the dry file is empty");
+}
+
+TEST_F(Loudness, DryFileComesFromTheInputThoughTheOutputReplacesIt)
+{
+    const std::string before = readBytes("in.wav");
+    succeed({"render", "in.wav", "out.wav", "--dry", "dry.wav"});
+    const std::string expected = readBytes("dry.wav");
+    succeed({"render", "in.wav", "in.wav", "--dry", "dry.wav"});
+    EXPECT_NE(before, readBytes("in.wav"));
+    EXPECT_EQ(expected, readBytes("dry.wav"));
+}
+
+} // namespace
