@@ -110,16 +110,18 @@ std::string refusal(const LoudnessGoal &goal, const std::vector<LimiterCurve> &c
         return fmt::format("{:g} LUFS is out of reach: the softest is {:.1f} LUFS, where 'Gain' and 'Limiter "
                            "Margin' end; give --loudness {:.1f} or more, or turn the bands down",
                            goal.loudness, softest, std::ceil(softest * 10.0) / 10.0);
+    const bool bypassed = curves.front().mode == LimiterMode::bypassed;
     std::string more = "raise and compress the bands, or shorten 'Limiter Release'";
+    if (bypassed) more = "leave out 'Limiter Bypass'";
     if (goal.truePeak < 0.0) more += ", or allow a higher --true-peak";
-    if (curves.front().mode == LimiterMode::bypassed) more += ", or leave out 'Limiter Bypass'";
     if (curves.size() == 1 && curves.front().mode == LimiterMode::soft)
         more += ", or leave out 'Limiter Brickwall Mode=off'";
     const double offered = std::floor(loudest * 10.0) / 10.0;
-    return fmt::format(
-        "{:g} LUFS is out of reach: with a true peak of at most {:g} dBTP the loudest is {:.1f} "
-        "LUFS, where 'Limiter Threshold' or 'Gain' ends; give --loudness {:.1f} or less, or {}",
-        goal.loudness, goal.truePeak, offered, offered, more);
+    return fmt::format("{:g} LUFS is out of reach: with a true peak of at most {:g} dBTP the loudest is "
+                       "{:.1f} LUFS, {}; give --loudness {:.1f} or less, or {}",
+                       goal.loudness, goal.truePeak, offered,
+                       bypassed ? "without the limiter" : "where 'Limiter Threshold' or 'Gain' ends", offered,
+                       more);
 }
 
 } // namespace
