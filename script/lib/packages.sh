@@ -3,6 +3,8 @@
 # Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures.
 build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
     libcairo2-dev fonts-dejavu-core libgtest-dev libgmock-dev libbenchmark-dev)
+# What draws the editor's images; fonts-inter is their font.
+image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it.
 windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
 
