@@ -5,7 +5,7 @@ import pathlib
 import sys
 import tempfile
 
-from skin import background, controls, labels, meters, numbers, sheet
+from skin import background, controls, cursors, labels, meters, numbers, sheet
 
 IMAGES = 84
 
@@ -25,6 +25,16 @@ def write(folder, images):
         image.write(folder / f"{name}.png")
 
 
+def cursor_folder(images):
+    return images.parent / "cursors"
+
+
+def write_cursors(folder):
+    folder.mkdir(parents=True, exist_ok=True)
+    for name, cursor in cursors.cursors().items():
+        (folder / f"{name}.cur").write_bytes(cursor)
+
+
 def check(folder, images):
     """What is wrong with the committed images, a line each."""
     with tempfile.TemporaryDirectory() as fresh:
@@ -33,6 +43,10 @@ def check(folder, images):
             old, new = folder / name, pathlib.Path(fresh) / name
             if not old.exists() or not new.exists() or not filecmp.cmp(old, new, shallow=False):
                 yield f"{old} is not what the skin's description gives"
+    for name, cursor in cursors.cursors().items():
+        old = cursor_folder(folder) / f"{name}.cur"
+        if not old.exists() or old.read_bytes() != cursor:
+            yield f"{old} is not what the skin's description gives"
     for what, ratio, least in sheet.legibility(images["Background"]):
         if ratio < least:
             yield f"{what}: the contrast is {ratio:.1f}, and has to be {least} at least"
@@ -63,7 +77,8 @@ def main():
         print(f"pictures to look at are in {options.sheet}")
     else:
         write(options.folder, images)
-        print(f"wrote {len(images)} images to {options.folder}")
+        write_cursors(cursor_folder(options.folder))
+        print(f"wrote {len(images)} images to {options.folder}, and the cursor beside it")
 
 
 main()
