@@ -188,9 +188,9 @@ public:
     virtual void killTimer(WindowHandle window, uint32_t id) = 0;
     /// Any thread, never waits: the window gets a `custom` event with this code in its turn.
     virtual void post(WindowHandle window, uint32_t code) = 0;
-    /// Any thread: returns when the window has answered a `renderTick`, or has gone.
+    /// Any thread: returns when the window has answered a `renderTick`, or has gone, or is at it for too long.
     virtual void sendRenderTick(WindowHandle window) = 0;
-    /// Lets a thread go that waits in sendRenderTick.
+    /// Lets a thread go that waits in sendRenderTick, also for a tick that is being handled.
     virtual void serveRenderTicks(WindowHandle window) = 0;
     /// Milliseconds; wraps, compare by unsigned difference.
     virtual uint32_t milliseconds() const = 0;

@@ -48,19 +48,29 @@ void OffscreenWindowSystem::dropMessages(WindowHandle window)
     messageServed.notify_all();
 }
 
-void OffscreenWindowSystem::serveRenderTicks(WindowHandle)
+void OffscreenWindowSystem::serveRenderTicks(WindowHandle window)
 {
-    while (serveMessage()) {}
+    {
+        const std::lock_guard hold(messageMutex);
+        for (bool *const answered : answering) *answered = true;
+        answering.clear();
+        messageServed.notify_all();
+    }
+    while (
+        serveMessage([&](const Message &message) { return message.answered && message.window == window; })) {}
 }
 
-bool OffscreenWindowSystem::serveMessage()
+bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message &)> &wanted)
 {
     Message message;
     {
         const std::lock_guard hold(messageMutex);
-        if (messages.empty()) return false;
-        message = messages.front();
-        messages.pop_front();
+        const auto found = std::find_if(messages.begin(), messages.end(),
+                                        [&](const Message &each) { return !wanted || wanted(each); });
+        if (found == messages.end()) return false;
+        message = *found;
+        messages.erase(found);
+        if (message.answered) answering.push_back(message.answered);
     }
     Event event{};
     event.kind = message.answered ? Event::Kind::renderTick : Event::Kind::custom;
@@ -68,6 +78,7 @@ bool OffscreenWindowSystem::serveMessage()
     deliver(message.window, event);
     if (message.answered) {
         const std::lock_guard hold(messageMutex);
+        if (std::erase(answering, message.answered) == 0) return true; // its thread has been let go
         *message.answered = true;
         messageServed.notify_all();
     }

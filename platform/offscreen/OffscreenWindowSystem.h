@@ -133,7 +133,7 @@ private:
     WindowHandle windowAt(Point screen) const;
     WindowHandle windowAt(const Window &window, Point at) const;
     uint32_t modifiers() const;
-    bool serveMessage();
+    bool serveMessage(const std::function<bool(const Message &)> &wanted = {});
     bool paintNext();
     void invalidateTree(WindowHandle window);
     void draw(const Window &window, Point at, const Rect &clip, Bitmap &to) const;
@@ -156,6 +156,7 @@ private:
     mutable std::mutex messageMutex; // guards what follows
     std::condition_variable messageServed;
     std::deque<Message> messages;
+    std::vector<bool *> answering; // ticks being handled, while their threads wait
 };
 
 } // namespace Platform

@@ -257,7 +257,11 @@ void Win32WindowSystem::post(WindowHandle window, uint32_t code)
 
 void Win32WindowSystem::sendRenderTick(WindowHandle window)
 {
-    if (window) SendMessageA(native(window), renderTickMessage, 0, 0);
+    // A tick whose handling ends the ticks would else wait for this thread, and this thread for it.
+    constexpr UINT kLongestMs = 200;
+    DWORD_PTR answer;
+    if (window)
+        SendMessageTimeoutA(native(window), renderTickMessage, 0, 0, SMTO_NORMAL, kLongestMs, &answer);
 }
 
 void Win32WindowSystem::serveRenderTicks(WindowHandle window)
