@@ -136,7 +136,8 @@ void MainWindowBase::handleCustom(uint32_t code)
 
 uint32_t MainWindowBase::tickPeriodMs() const
 {
-    return static_cast<uint32_t>(std::lround(1000.0f / frame->transform().global()->getFps()));
+    constexpr uint32_t kLongestMs = 1000; // whatever rate was asked for
+    return std::clamp(frame->transform().global()->getFramePeriodMs(), 1u, kLongestMs);
 }
 
 void MainWindowBase::startTicking()
