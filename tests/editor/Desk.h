@@ -1,7 +1,15 @@
 #pragma once
+#include <functional>
 #include <memory>
 
 #include "platform/WindowSystem.h"
+
+/// What this process has of the system's, for tests that nothing is left behind.
+struct DeskHoldings {
+    int64_t windows = 0, timers = 0; // timers: 0 where the system does not count them
+    int64_t graphics = 0;            // bitmaps, fonts and contexts of the system
+    int64_t threads = 0, handles = 0, heapBytes = 0;
+};
 
 /// A host's window on a screen, with a person in front of it: the same for windows in memory and for real
 /// ones, so that one test runs on both. Places are in the host window's client area. What the person does has
@@ -31,6 +39,9 @@ public:
     virtual void wait(uint32_t ms) = 0;
     /// Types into the next text prompt, and confirms it or not.
     virtual void answerPrompt(const char *text, bool confirm) = 0;
+    /// What else happens while the next prompt is open, before it is answered.
+    std::function<void()> whilePrompted;
+    virtual DeskHoldings holdings() const = 0;
 
     void click(Point at)
     {
