@@ -67,23 +67,32 @@ void FrameBase::setMouseCapture(WindowBase *window)
     endDrag();
     mouseCapture = window; // first, as the system reports the change at once
     windowSystem().captureMouse(window->nativeHandle());
+    holdsMouse = true;
 }
 
 void FrameBase::releaseMouseCapture()
 {
     if (!mouseCapture) return;
     mouseCapture = nullptr;
-    windowSystem().releaseMouse();
+    if (std::exchange(holdsMouse, false)) windowSystem().releaseMouse();
 }
 
 void FrameBase::mouseCaptureLost(WindowBase *window)
 {
-    if (window == mouseCapture) endDrag();
+    if (window != mouseCapture) return;
+    holdsMouse = false; // it is another's now, and not ours to give back
+    abandonDrag();
+    if (!holdsMouse) mouseCapture = nullptr;
 }
 
 void FrameBase::endDrag()
 {
     if (mouseCapture) mouseCapture->onMouseUp({}, 0);
+}
+
+void FrameBase::abandonDrag()
+{
+    if (mouseCapture) mouseCapture->onCaptureLost();
 }
 
 bool FrameBase::ctrlDown() const { return windowSystem().isKeyDownNow(Platform::kKeyControl); }

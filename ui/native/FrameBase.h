@@ -55,6 +55,8 @@ public:
     void mouseCaptureLost(WindowBase *window);
     /// Ends a drag, if there is one, by a release at (0, 0).
     void endDrag();
+    /// Ends it without what a release brings about: no button is clicked, no entry box opens.
+    void abandonDrag();
 
     // The keys at this moment.
     bool ctrlDown() const;
@@ -95,6 +97,7 @@ protected:
     Plugin *const plugin;
     FrameClient *mainWindow = nullptr;
     WindowBase *mouseCapture = nullptr;
+    bool holdsMouse = false; // the system gave it to mouseCapture, and has not taken it back
     KeyboardProxy *keyboardProxy = nullptr;
     std::vector<FontSpec> fontSpecs;
     std::vector<Platform::FontRef> fonts;

@@ -18,7 +18,11 @@ uint32_t kindOf(const Event &event) { return static_cast<uint32_t>(event.kind); 
 } // namespace
 
 WindowBase::WindowBase(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName)
-    : Reflected(windowName), frame(ownerFrame), parent(parentWindow)
+    : Reflected(windowName),
+      frame(ownerFrame),
+      parent(parentWindow),
+      frameX(parentWindow ? parentWindow->frameX : 0),
+      frameY(parentWindow ? parentWindow->frameY : 0)
 {
     ++liveCount;
 }

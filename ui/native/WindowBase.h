@@ -36,6 +36,8 @@ public:
     virtual void onEnableChanged() {}
     virtual bool onMouseDown(Point, uint32_t /*mods*/) { return false; }
     virtual bool onMouseUp(Point, uint32_t /*mods*/) { return false; }
+    /// The mouse was taken away in the middle of a drag, which ends here and now.
+    virtual void onCaptureLost() { onMouseUp({}, 0); }
     virtual bool onDoubleClick(Point, uint32_t /*mods*/) { return false; }
     virtual bool onRightDown(Point, uint32_t /*mods*/) { return false; }
     virtual bool onRightUp(Point, uint32_t /*mods*/) { return false; }
@@ -113,7 +115,7 @@ protected:
     bool visible = true;
     bool focusable = true;
     Rect geometry{0, 0, 0, 0};
-    int32_t frameX = 0, frameY = 0; // of the upper left corner
+    int32_t frameX, frameY; // of the upper left corner
     bool wantsAllMoves = false;
     Platform::CursorRef cursor; // empty: the arrow
     bool focusSignals = false;
