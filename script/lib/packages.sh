@@ -1,8 +1,10 @@
 # packages: for the other scripts to source; installs the Debian packages that they need and that are missing.
 
-# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures.
+# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures; in the other two the
+# editor's words are drawn where there is no screen.
 build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
-    libcairo2-dev libpng-dev fonts-dejavu-core libgtest-dev libgmock-dev libbenchmark-dev)
+    libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
+    libgtest-dev libgmock-dev libbenchmark-dev)
 # What draws the editor's images; fonts-inter is their font.
 image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it.
