@@ -176,6 +176,7 @@ void MainWindow::createBand(const Images &images, uint32_t band)
     ratioEdits[band] = edit("Band %1 Ratio Edit", kRatio, Layout::kRatioY);
     attackEdits[band] = edit("Band %1 Attack Edit", kAttack, Layout::kAttackY);
     releaseEdits[band] = edit("Band %1 Release Edit", kRelease, Layout::kReleaseY);
+    releaseEdits[band]->setLogarithmic(true);
     releaseEdits[band]->setVisualRange(0.0f, kReleaseScaleUnits);
 }
 
