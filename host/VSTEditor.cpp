@@ -51,7 +51,7 @@ intptr_t VSTEditor::open(void *parent)
 void VSTEditor::close()
 {
     if (!mainWindow) return;
-    mainWindow->getFrame().endDrag(); // a gesture gets its end
+    mainWindow->getFrame().abandonDrag(); // a gesture gets its end
     mainWindow->stopTicking();
     plugin->setEditorWindow(nullptr);
     const std::shared_ptr<UI::Native::Dispatch> events = mainWindow->getFrame().dispatch();

@@ -30,10 +30,7 @@ void PixmapButton::redraw()
     present();
 }
 
-bool PixmapButton::hasCapture() const
-{
-    return frame->mouseCaptureWindow() == this;
-}
+bool PixmapButton::hasCapture() const { return frame->mouseCaptureWindow() == this; }
 
 bool PixmapButton::onMouseDown(Point at, uint32_t)
 {
@@ -65,6 +62,14 @@ bool PixmapButton::onMouseUp(Point at, uint32_t)
     redraw();
     if (isHit(at)) sigClicked();
     return true;
+}
+
+void PixmapButton::onCaptureLost()
+{
+    if (!hasCapture()) return;
+    frame->releaseMouseCapture();
+    down = false;
+    redraw();
 }
 
 std::span<const MetaEntry> PixmapButton::signalTable()

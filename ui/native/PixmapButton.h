@@ -22,6 +22,7 @@ public:
     bool onMouseUp(Point at, uint32_t mods) override;
     bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
     bool onMouseMove(Point at, uint32_t mods) override;
+    void onCaptureLost() override; // is no click
 
     void sigClicked() { emitSignal(0); }
     static std::span<const MetaEntry> signalTable();

@@ -11,8 +11,8 @@ namespace UI::Native {
 namespace {
 
 constexpr float kUnitsPerPixel = 0.1f;
-constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
-constexpr float kWheelLogScale = 0.0265252f;       // 1 / 37.7: a notch is one unit of the cutoffs' scale
+constexpr float kUnitsPerWheelTick = 0.008333334f;     // 1 for a notch of 120
+constexpr float kWheelLogScale = 0.0265252f;           // 1 / 37.7: a notch is one unit of the cutoffs' scale
 constexpr int32_t kDigitsTop = 3, kEntryBoxExtra = 21; // pixels
 constexpr char kTypable[] = "0123456789.,-";
 
@@ -116,6 +116,12 @@ bool TextEdit::onMouseUp(Point, uint32_t)
     else
         openEntryBox();
     return true;
+}
+
+void TextEdit::onCaptureLost()
+{
+    dragged = true; // the entry box would open in the middle of what took the mouse
+    onMouseUp({}, 0);
 }
 
 bool TextEdit::onWheel(Point, int32_t delta, uint32_t mods)

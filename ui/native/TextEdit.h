@@ -17,8 +17,8 @@ public:
         PixmapRef background, digits, focusOverlay;
     };
 
-    TextEdit(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName, const Images &pictures,
-             DSP::Component *parameterOwner, uint32_t parameter, Apply apply);
+    TextEdit(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
+             const Images &pictures, DSP::Component *parameterOwner, uint32_t parameter, Apply apply);
 
     /// Takes the parameter's value.
     void refresh();
@@ -39,6 +39,7 @@ public:
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onMouseUp(Point at, uint32_t mods) override;
     bool onMouseMove(Point at, uint32_t mods) override;
+    void onCaptureLost() override; // is no click
     bool onWheel(Point at, int32_t delta, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
 
