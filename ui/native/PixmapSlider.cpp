@@ -44,10 +44,8 @@ void PixmapSlider::refresh()
     const float now = component->floatParamValue(paramIndex);
     if (now == value) return;
     const float legal = std::clamp(now, minValue, maxValue);
-    if (legal != value) {
-        value = legal;
-        component->setFloatParamValue(paramIndex, value);
-    }
+    if (legal != now) component->setFloatParamValue(paramIndex, legal);
+    value = legal;
     redraw();
 }
 
