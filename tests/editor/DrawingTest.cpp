@@ -263,7 +263,7 @@ TEST(Line, SmoothIsThreePixelsWideAndFadesWithTheDistanceFromTheLine)
                 }
                 // On the line it is as strong as the fade leaves it.
                 if (distance < 0.01 && along >= 0 && along <= extent) {
-                    ASSERT_GE(shown, job.fade == 0 ? 240u : 140u) << x << ", " << y;
+                    ASSERT_GE(shown, job.fade == 0 ? 200u : 100u) << x << ", " << y;
                 }
             }
         ASSERT_GT(lit, 0);
