@@ -268,6 +268,15 @@ TEST_F(Windows, LoseTheMouseToAWindowOfTheHostAndLeaveItThere)
     }
 }
 
+TEST_F(Windows, EndADragAtOnceThatHasNoWindowAnyMore)
+{
+    desk->destroyWindow();
+    clear();
+    editor.frame().setMouseCapture(inner);
+    EXPECT_THAT(takeActs(), ElementsAre("inner up 0,0 0"));
+    EXPECT_EQ(editor.frame().mouseCaptureWindow(), nullptr);
+}
+
 TEST_F(Windows, ShowEachMouseEventToTheEditorFirst)
 {
     std::vector<uint32_t> kinds;

@@ -65,7 +65,11 @@ void FrameBase::setMouseCapture(WindowBase *window)
 {
     if (!window) return;
     endDrag();
-    mouseCapture = window; // first, as the system reports the change at once
+    mouseCapture = window;         // first, as the system reports the change at once
+    if (!window->nativeHandle()) { // the host has closed the editor at the beginning of the gesture
+        mouseCaptureLost(window);
+        return;
+    }
     windowSystem().captureMouse(window->nativeHandle());
     holdsMouse = true;
 }

@@ -122,6 +122,10 @@ bool MultiBandSpectrum::onMouseDown(Point at, uint32_t)
     sigCutoffFocus(hit.value);
     tellPlugin(Plugin::EditPhase::begin, hit.value);
     frame->setMouseCapture(this);
+    if (frame->mouseCaptureWindow() != this) { // the host has closed the editor
+        tellPlugin(Plugin::EditPhase::end, hit.value);
+        return true;
+    }
     dragCutoff = hit.value;
     dragging = true;
     dragOffset = cutoffX[hit.value] - at.x;
