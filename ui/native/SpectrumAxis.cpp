@@ -9,10 +9,7 @@ namespace UI::Native {
 
 namespace {
 
-float octavesOf(float hz)
-{
-    return static_cast<float>(DSP::Math::flooredLog2(hz));
-}
+float octavesOf(float hz) { return static_cast<float>(DSP::Math::flooredLog2(hz)); }
 
 int32_t rounded(float pixels)
 {
@@ -23,20 +20,18 @@ int32_t rounded(float pixels)
 } // namespace
 
 SpectrumAxis::SpectrumAxis(int32_t width, int32_t height)
-    : numColumns(width), numRows(height),
+    : numColumns(width),
+      numRows(height),
       freqScale(static_cast<float>(width) / (octavesOf(kHighestHz) - octavesOf(kLowestHz))),
       freqOffset(freqScale * octavesOf(kLowestHz))
 {
 }
 
-int32_t SpectrumAxis::column(float hz) const
-{
-    return rounded(octavesOf(hz) * freqScale - freqOffset);
-}
+int32_t SpectrumAxis::column(float hz) const { return rounded(octavesOf(hz) * freqScale - freqOffset); }
 
 float SpectrumAxis::frequency(int32_t column) const
 {
-    return std::exp2((static_cast<float>(column) + freqOffset) / freqScale);
+    return static_cast<float>(DSP::Math::exp2((static_cast<float>(column) + freqOffset) / freqScale));
 }
 
 int32_t SpectrumAxis::row(float magnitude) const
@@ -51,7 +46,8 @@ void SpectrumAxis::mapBins(uint32_t binCount, uint32_t samplingRate, Bins &bins)
     bins.toColumn.assign(binCount, 0);
     bins.perColumn.assign(static_cast<size_t>(numColumns), 0);
     for (uint32_t i = 0; i < binCount; ++i) {
-        const float hz = static_cast<float>(samplingRate) * 0.5f * static_cast<float>(i) / static_cast<float>(binCount);
+        const float hz =
+            static_cast<float>(samplingRate) * 0.5f * static_cast<float>(i) / static_cast<float>(binCount);
         const int32_t x = hz >= kLowestHz ? column(hz) : -1;
         bins.toColumn[i] = x;
         if (x >= 0 && x < numColumns) ++bins.perColumn[static_cast<size_t>(x)];

@@ -3,6 +3,7 @@
 #include <cmath>
 #include <vector>
 
+#include "dsp/kernels/Math.h"
 #include "ui/native/Copy.h"
 #include "ui/native/GlyphStrip.h"
 
@@ -65,11 +66,13 @@ float TextEdit::logStep(float step) const
     const float a = minValue + shift, b = maxValue + shift, span = maxValue - minValue;
     const bool usual = visualLow == visualHigh;
     const float low = usual ? 0.0f : visualLow, high = usual ? 100.0f : visualHigh;
-    const float logA = std::log10(a), logB = std::log10(b);
+    const auto log10 = [](float x) { return static_cast<float>(DSP::Math::log10(x)); };
+    const float logA = log10(a), logB = log10(b);
     const float v = std::clamp(value, minValue, maxValue);
-    const float u = std::log10((v - minValue) / span * (b - a) + a);
+    const float u = log10((v - minValue) / span * (b - a) + a);
     const float place = (u - logA) / (logB - logA) * (high - low) + low;
-    const float w = std::pow(10.0f, (place + step - low) / (high - low) * (logB - logA) + logA);
+    const float exponent = (place + step - low) / (high - low) * (logB - logA) + logA;
+    const auto w = static_cast<float>(DSP::Math::pow(10.0, exponent));
     return (w - a) / (b - a) * span + minValue - v;
 }
 
