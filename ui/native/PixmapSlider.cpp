@@ -20,7 +20,7 @@ PixmapSlider::PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, cons
     : ValueControl(ownerFrame, parentWindow, windowName, parameterOwner, parameter, apply), images(pictures)
 {
     if (!images.track) return;
-    bottomPixel = images.track->height - handleHeight();
+    bottomPixel = std::max(images.track->height - handleHeight(), 1);
     makeCanvas(images.track->width, images.track->height);
     setGeometry(0, 0, images.track->width, images.track->height);
     redraw();

@@ -37,7 +37,7 @@ private:
 
     const Images images;
     const int32_t topPixel = 0; // of the handle's upper edge, as is the next
-    int32_t bottomPixel = 0;
+    int32_t bottomPixel = 1;
     std::optional<int32_t> grabOffset; // from the handle's upper edge to where it is held
     std::optional<float> dragValue;    // from which a fine drag is measured
 };
