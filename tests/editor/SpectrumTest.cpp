@@ -129,8 +129,9 @@ TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
     desk.wait(40);
     const int32_t peak = columnOf(1000) - 1; // columns of several bins are drawn one to the left
     const auto topOf = [&](int32_t column) {
+        const Bitmap shot = desk.shot();
         int32_t row = 0;
-        while (row < 166 && shown(column, row) == ground(column, row)) ++row;
+        while (row < 166 && pixel(shot, at(column, row)) == ground(column, row)) ++row;
         return row;
     };
     int32_t top = 166, where = 0;
