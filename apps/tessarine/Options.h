@@ -36,8 +36,8 @@ struct ChunkOptions {
     bool print = false;                // read the file instead of writing it
 };
 
-using Options = std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions, ChunkOptions,
-                             EditorOptions>;
+using Options =
+    std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions, ChunkOptions, EditorOptions>;
 
 /// There is nothing to run: help was asked for (exit code 0), or the command line is wrong (2).
 struct Usage {
