@@ -238,6 +238,23 @@ TEST_F(ToolTipTest, SpeaksTheHostsLanguage)
     EXPECT_EQ(tip().height(), size.height + 4);
 }
 
+TEST_F(ToolTipTest, ThePointersShapeTellsWhatCanBeDragged)
+{
+    const auto shape = [&] { return memory(*session).shownCursor(); };
+    const Point line{14 + 251, 100}, field = control("gain 1").centre();
+    desk().moveTo(line + Point{6, 0});
+    EXPECT_EQ(shape(), CursorKind::arrow);
+    desk().moveTo(line + Point{5, 0});
+    EXPECT_EQ(shape(), CursorKind::horizontal);
+    desk().moveTo(field);
+    EXPECT_EQ(shape(), CursorKind::arrow);
+    desk().press();
+    desk().moveTo(field + Point{2, 0});
+    EXPECT_EQ(shape(), CursorKind::drag);
+    desk().release();
+    EXPECT_EQ(shape(), CursorKind::arrow);
+}
+
 TEST_F(ToolTipTest, TheMarkOfTheFocusStaysForThreeSeconds)
 {
     const ControlRow &row = control("ratio 1");

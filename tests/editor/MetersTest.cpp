@@ -1,6 +1,7 @@
 #include <cmath>
 
 #include "tests/editor/Session.h"
+#include "ui/native/GlyphStrip.h"
 #include "ui/native/MeterScale.h"
 
 namespace {
@@ -54,7 +55,7 @@ protected:
         Picture wanted(38, 10);
         wanted.drawGround(Rect::at({477, 39}, 38, 10));
         wanted.drawNumber(String("LevelMeterReadout_Numbers_%1.png").arg(colour), text,
-                          {(38 - Picture::numberWidth(text)) / 2, 1});
+                          {(38 - UI::Native::GlyphStrip::textWidth(text)) / 2, 1});
         return wanted.isShown(desk.shot(), {477, 39});
     }
     void tick() { desk.wait(kTickMs); }

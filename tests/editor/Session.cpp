@@ -6,6 +6,7 @@
 
 #include "ui/native/Copy.h"
 #include "ui/native/Fill.h"
+#include "ui/native/GlyphStrip.h"
 
 using Kind = ControlRow::Kind;
 
@@ -92,33 +93,9 @@ Picture &Picture::drawGround(const Rect &place)
     return *this;
 }
 
-namespace {
-
-struct Glyph {
-    char character;
-    int32_t from, width;
-};
-constexpr Glyph kGlyphs[] = {{'0', 0, 6},  {'1', 6, 4},  {'2', 10, 6}, {'3', 16, 6}, {'4', 22, 6},
-                             {'5', 28, 5}, {'6', 33, 6}, {'7', 39, 5}, {'8', 44, 6}, {'9', 50, 5},
-                             {'.', 55, 3}, {'-', 58, 4}, {'I', 62, 3}, {'n', 65, 5}, {'f', 70, 4}};
-
-const Glyph &glyph(char character) { return *std::ranges::find(kGlyphs, character, &Glyph::character); }
-
-} // namespace
-
-int32_t Picture::numberWidth(std::string_view number)
-{
-    int32_t width = 0;
-    for (const char c : number) width += glyph(c).width;
-    return width;
-}
-
 Picture &Picture::drawNumber(const String &strip, std::string_view number, Point at)
 {
-    for (const char c : number) {
-        drawPart(strip, Rect::at({glyph(c).from, 0}, glyph(c).width, 7), at);
-        at.x += glyph(c).width;
-    }
+    UI::Native::GlyphStrip::draw(UI::Native::loadPixmap(strip), number, surface, at);
     return *this;
 }
 
@@ -240,7 +217,8 @@ testing::AssertionResult Session::showsField(const ControlRow &row, std::string_
     const bool large = row.kind == Kind::largeField;
     Picture wanted(place.width(), place.height());
     wanted.draw(large ? "TextEdit_Background_Large.png" : "TextEdit_Background_Small.png");
-    wanted.drawNumber("TextEdit_Numbers.png", number, {place.width() - 1 - Picture::numberWidth(number), 3});
+    wanted.drawNumber("TextEdit_Numbers.png", number,
+                      {place.width() - 1 - UI::Native::GlyphStrip::textWidth(number), 3});
     if (isMarked(row))
         wanted.draw(large ? "TextEdit_FocusOverlay_Large.png" : "TextEdit_FocusOverlay_Small.png");
     return wanted.isShown(desk->shot(), place.corner());

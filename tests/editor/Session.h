@@ -45,7 +45,6 @@ public:
     Picture &drawGround(const Rect &place);
     /// The digits of a field or of the readout, from a strip of them.
     Picture &drawNumber(const String &strip, std::string_view number, Point at);
-    static int32_t numberWidth(std::string_view number);
 
     testing::AssertionResult isShown(const Platform::Bitmap &shot, Point corner) const;
 

@@ -114,15 +114,6 @@ TEST_F(SpectrumTest, ResetsKeepTheOrder)
     expectLines({columnOf(120), columnOf(2000), columnOf(10000)});
 }
 
-TEST_F(SpectrumTest, FieldsStopBeforeTheNeighbour)
-{
-    desk.answerPrompt("1990", true);
-    desk.click(control("low cutoff").centre());
-    EXPECT_NEAR(session.value(1), 2000.0f / std::exp2(10.0f / 377.0f * kOctaves), 0.1f);
-    EXPECT_TRUE(columnOf(2000) - columnOf(static_cast<double>(session.value(1))) >= 9);
-    expectLines({columnOf(static_cast<double>(session.value(1)))});
-}
-
 TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
 {
     session.play(tone(1000.0, -12.0, 65536));
