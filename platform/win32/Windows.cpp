@@ -164,9 +164,10 @@ void Win32WindowSystem::setClient(WindowHandle window, WindowClient *client)
 
 WindowClient *Win32WindowSystem::client(WindowHandle window) const
 {
-    // Only windows of this procedure hold one: a host's may hold anything there.
+    // Only windows of our classes hold one: a host's may hold anything there. The class is asked, as a host
+    // may have put a procedure of its own before ours.
     const HWND known = native(window);
-    const auto procedure = reinterpret_cast<WNDPROC>(GetWindowLongPtrA(known, GWLP_WNDPROC));
+    const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrA(known, GCLP_WNDPROC));
     if (!window || procedure != &windowProcedure) return nullptr;
     return reinterpret_cast<WindowClient *>(GetWindowLongPtrA(known, GWLP_USERDATA));
 }
