@@ -87,8 +87,17 @@ bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message 
 
 void OffscreenWindowSystem::pump()
 {
+    constexpr size_t kMostAnswers = 4; // that handlers post; what threads go on posting is for the next time
+    size_t left;
+    {
+        const std::lock_guard hold(messageMutex);
+        left = messages.size() + kMostAnswers;
+    }
     for (;;) {
-        if (serveMessage()) continue;
+        if (left > 0 && serveMessage()) {
+            --left;
+            continue;
+        }
         if (std::exchange(pointerMoved, false)) {
             deliverMouse(Event::Kind::mouseMove);
             continue;

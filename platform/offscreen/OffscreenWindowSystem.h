@@ -26,7 +26,7 @@ public:
     WindowHandle makeHostWindow(int32_t width, int32_t height, Point origin = {});
     /// Time passes: timers go off as they come due, and after each everything pending is served.
     void advance(uint32_t ms);
-    /// Serves posted events, waiting ticks and paints, until there are none.
+    /// Serves posted events, waiting ticks and paints, until there are none but what threads post meanwhile.
     void pump();
     /// What the screen shows of a window and its children, 0xRRGGBB.
     Bitmap screenshot(WindowHandle window) const;

@@ -137,7 +137,7 @@ TEST(AudioThreadBesideTheEditor, SharesItsDataInOrder)
     });
     Signals::Random random(6);
     DSP::Global &settings = hosted.effect.global();
-    for (int i = 0; i < 200; ++i) {
+    for (int i = 0; i < 80; ++i) {
         hosted.desk->moveTo(
             {static_cast<int32_t>(random.below(547)), static_cast<int32_t>(random.below(488))});
         hosted.desk->press();
