@@ -4,6 +4,8 @@
 #include <string_view>
 
 #include "host/HostText.h"
+#include "host/VSTEditor.h"
+#include "plugin/Product.h"
 
 namespace {
 
@@ -40,6 +42,10 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
     programsAreChunks();
     noTail();
     makePrograms();
+    if (Platform::hasWindowSystem()) {
+        editor = std::make_unique<VSTEditor>(this);
+        setFlag(effFlagsHasEditor, true);
+    }
 
     if (transformHandle().global()->getDelayCompensation()) {
         reportedLatency = latency();
@@ -49,6 +55,7 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
 
 VSTPlugin::~VSTPlugin()
 {
+    editor.reset();                        // its windows show what is about to go
     const Util::Hold lastBlock(audioLock); // waits for a block that still runs before the buffers go
 }
 
@@ -67,19 +74,19 @@ bool VSTPlugin::hostWantsShortNames()
 
 bool VSTPlugin::getEffectName(char *name)
 {
-    writeText("Tessarine", kVstMaxEffectNameLen - 1, name);
+    writeText(Product::kName, kVstMaxEffectNameLen - 1, name);
     return true;
 }
 
 bool VSTPlugin::getVendorString(char *text)
 {
-    writeText("Veloxon, Inc.", kVstMaxVendorStrLen - 1, text);
+    writeText(Product::kVendor, kVstMaxVendorStrLen - 1, text);
     return true;
 }
 
 bool VSTPlugin::getProductString(char *text)
 {
-    writeText("Tessarine", kVstMaxProductStrLen - 1, text);
+    writeText(Product::kName, kVstMaxProductStrLen - 1, text);
     return true;
 }
 

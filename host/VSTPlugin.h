@@ -6,6 +6,7 @@
 #include "PluginBase/Util/Shared.h"
 #include "host/AudioEffectX.h"
 #include "plugin/Plugin.h"
+#include "plugin/Product.h"
 
 /// One row of the flat list by which the host knows the parameters.
 struct HostParam {
@@ -75,7 +76,7 @@ public:
     void delayCompensationChanged() override;
     void applyLatency() override;
 
-    static constexpr int32_t kVersion = 1020;
+    static constexpr int32_t kVersion = Product::kVersion;
     static constexpr int32_t kUniqueId = vstFourCharacters("Qlrt");
 
 private:

@@ -2,9 +2,10 @@
 
 #include "PluginBase/Util/Dir_win.h"
 #include "PluginBase/Util/Exception.h"
+#include "plugin/Product.h"
 
 Plugin::Plugin(uint32_t format, uint32_t scale)
-    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg("Tessarine")),
+    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg(Product::kName)),
       stateLock("Plugin"),
       transformLock("Plugin::Transforming"),
       hostFormat(format),

@@ -107,6 +107,7 @@ public:
     /// Folder named by the registry, or the one of this library; ends in a separator.
     String installPath() const;
 
+    uint32_t getHostFormat() const { return hostFormat; }
     const TransformHandle &transformHandle() const { return *handle; }
 
     bool isPresetChanging() const override { return presetChanging; }

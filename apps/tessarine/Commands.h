@@ -10,5 +10,6 @@ void run(const ParamsOptions &options);
 void run(const LatencyOptions &options);
 void run(const ResponseOptions &options);
 void run(const ChunkOptions &options);
+void run(const EditorOptions &options);
 
 } // namespace App

@@ -77,6 +77,17 @@ void EffectHost::process(float *const *in, float *const *out, uint32_t frames)
                              static_cast<int32_t>(frames));
 }
 
+bool EffectHost::openEditor(Platform::WindowHandle window)
+{
+    return effect->dispatcher(effect, effEditOpen, 0, 0, window, 0.0f) != 0;
+}
+
+void EffectHost::pressTab()
+{
+    constexpr intptr_t kTab = 2; // among the interface's keys
+    dispatch(effEditKeyDown, kTab);
+}
+
 uint32_t EffectHost::trueDelay() const
 {
     // a bypassed chain copies at once, while its latency stays what hosts were told

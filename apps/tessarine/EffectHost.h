@@ -3,6 +3,7 @@
 #include <string>
 
 #include "host/VSTPlugin.h"
+#include "platform/WindowSystem.h"
 
 namespace App {
 
@@ -38,6 +39,11 @@ public:
     void start();
     /// One block; every channel of the layout has a pointer. Output may be the input.
     void process(float *const *in, float *const *out, uint32_t frames);
+
+    /// Inside a window of the window system in use; false if it does not open. It closes with the effect.
+    bool openEditor(Platform::WindowHandle window);
+    /// Hands the key to the editor, as hosts do that take keys themselves.
+    void pressTab();
 
     /// Samples that a host is told.
     int32_t reportedDelay() const { return effect->initialDelay; }

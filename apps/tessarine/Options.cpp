@@ -141,7 +141,7 @@ Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::st
     if (app.get_subcommands().empty() && !firstWord.empty() && !firstWord.starts_with('-'))
         sentence = fmt::format("there is no command '{}'", firstWord);
     else if (app.get_subcommands().empty() && firstWord.empty())
-        sentence = "a command is missing: render, params, latency, response or chunk";
+        sentence = "a command is missing: render, params, latency, response, chunk or editor";
     return {2, fmt::format("tessarine: {}; 'tessarine --help-all' shows how to call it\n", sentence)};
 }
 
@@ -157,6 +157,7 @@ Options readCommandLine(int argc, const char *const *argv)
     LatencyOptions latency;
     ResponseOptions response;
     ChunkOptions chunk;
+    EditorOptions editor;
     const CLI::App *const renderCommand = addRender(app, render);
     const CLI::App *const paramsCommand =
         app.add_subcommand("params", "List the parameters: index, name, unit, range, default, present text");
@@ -165,6 +166,8 @@ Options readCommandLine(int argc, const char *const *argv)
     addRate(latencyCommand, latency.rate);
     addResponse(app, response);
     const CLI::App *const chunkCommand = addChunk(app, chunk);
+    CLI::App *const editorCommand = addEditor(app, editor);
+    addSettings(editorCommand, editor.settings);
 
     try {
         app.parse(argc, argv);
@@ -175,6 +178,7 @@ Options readCommandLine(int argc, const char *const *argv)
     if (paramsCommand->parsed()) return ParamsOptions{};
     if (latencyCommand->parsed()) return latency;
     if (chunkCommand->parsed()) return chunk;
+    if (editorCommand->parsed()) return editor;
     return response;
 }
 

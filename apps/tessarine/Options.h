@@ -6,6 +6,8 @@
 #include <variant>
 #include <vector>
 
+#include "apps/tessarine/EditorOptions.h"
+
 namespace App {
 
 struct RenderOptions {
@@ -38,7 +40,8 @@ struct ChunkOptions {
     bool print = false;                // read the file instead of writing it
 };
 
-using Options = std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions, ChunkOptions>;
+using Options =
+    std::variant<RenderOptions, ParamsOptions, LatencyOptions, ResponseOptions, ChunkOptions, EditorOptions>;
 
 /// There is nothing to run: help was asked for (exit code 0), or the command line is wrong (2).
 struct Usage {

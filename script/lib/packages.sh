@@ -1,15 +1,25 @@
 # packages: for the other scripts to source; installs the Debian packages that they need and that are missing.
 
-# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures.
+# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures; in the other two the
+# editor's words are drawn where there is no screen.
 build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
-    libcairo2-dev fonts-dejavu-core libgtest-dev libgmock-dev libbenchmark-dev)
+    libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
+    libgtest-dev libgmock-dev libbenchmark-dev)
+# What draws the editor's images; fonts-inter is their font.
+image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it.
-windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix googletest wine64)
+windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
 
 package_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
 as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
+}
+
+# debian_mirror: the mirror that this machine uses already, or the one named in DEBIAN_MIRROR; nothing if there is none.
+debian_mirror() {
+    printf '%s\n' "${DEBIAN_MIRROR:-$(grep -rhoE '(https?|file)://[^ ]+/debian/?( |$)' /etc/apt/sources.list \
+        /etc/apt/sources.list.d 2>/dev/null | head -n 1 | tr -d ' ')}"
 }
 
 # install_packages NAME...: as root or through sudo; asks the network only if something is missing.

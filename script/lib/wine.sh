@@ -5,6 +5,28 @@ export WINEDEBUG=-all
 # run_win64 PROGRAM [ARGUMENT...]
 run_win64() { WINEPREFIX=$PWD/build/wine64 /usr/lib/wine/wine64 "$@"; }
 
+# start_display: a screen in memory for the programs' windows, with a mouse and a keyboard of their own. To be started
+# before the first program, as Wine asks for it but once; ends with stop_display.
+start_display() {
+    local number tries
+    number=$(mktemp)
+    Xvfb -displayfd 3 -screen 0 1024x768x24 -ac -nolisten tcp 3>"$number" >/dev/null 2>&1 &
+    display_process=$!
+    for ((tries = 0; tries < 100; ++tries)); do
+        [ ! -s "$number" ] || break
+        sleep 0.1
+    done
+    DISPLAY=:$(cat "$number")
+    rm -f "$number"
+    export DISPLAY
+    [ "$DISPLAY" != : ]
+}
+
+stop_display() {
+    if [ -n "${display_process:-}" ]; then kill "$display_process" 2>/dev/null || true; fi
+    display_process=
+}
+
 # prepare_win32: a 32-bit Wine of the system, or the chroot in build/win32-chroot. False where neither is to be had.
 prepare_win32() {
     [ -e /usr/lib/wine/wine ] && return
@@ -28,7 +50,7 @@ run_win32() {
         library=$(dirname "$program")/tessarine.dll
         if [ -e "$library" ]; then as_root cp -u "$library" build/win32-chroot/w/; fi # beside it, where it is looked for
         as_root cp "$program" build/win32-chroot/w/
-        as_root chroot build/win32-chroot env HOME=/root WINEPREFIX=/w/prefix WINEARCH=win32 WINEDEBUG=-all \
-            wine "/w/$(basename "$program")" "$@"
+        as_root chroot build/win32-chroot env HOME=/root DISPLAY="${DISPLAY:-}" \
+            WINEPREFIX=/w/prefix WINEARCH=win32 WINEDEBUG=-all wine "/w/$(basename "$program")" "$@"
     fi
 }

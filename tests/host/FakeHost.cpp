@@ -23,6 +23,7 @@ intptr_t FakeHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr
         return index < (value == 0 ? connectedInputs : connectedOutputs) ? 0 : 1;
     calls.push_back({opcode, index, value, opt});
     if (opcode == audioMasterGetProductString) std::strcpy(static_cast<char *>(ptr), product.c_str());
+    if (onCall) onCall(opcode);
     if (opcode == audioMasterAutomate && echoesAutomation) effect->setParameter(effect, index, opt);
     const auto known = answers.find(opcode);
     return known != answers.end() ? known->second : 0;

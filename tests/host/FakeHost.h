@@ -1,4 +1,5 @@
 #pragma once
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -34,7 +35,8 @@ public:
     std::map<int32_t, intptr_t> answers = {{audioMasterVersion, 2300}}; // everything else: 0
     std::string product;
     int32_t connectedInputs = 2, connectedOutputs = 2;
-    bool echoesAutomation = false; // sets each automated value at once, as some hosts do
+    bool echoesAutomation = false;              // sets each automated value at once, as some hosts do
+    std::function<void(int32_t opcode)> onCall; // what the host does while the effect waits for its answer
 
 private:
     intptr_t answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);

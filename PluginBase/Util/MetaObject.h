@@ -1,0 +1,71 @@
+#pragma once
+#include <cstdint>
+#include <map>
+#include <span>
+#include <string_view>
+#include <vector>
+
+#include "PluginBase/Util/OptionalIndex.h"
+
+class Object;
+class String;
+
+/// Values of one emission: a pointer to each, in the emitter's frame, valid during the delivery only.
+using SignalArgs = std::vector<const void *>;
+
+struct MetaParameter {
+    const char *name; // may be null
+    const char *type; // "uint", "float", "bool", "const String&"
+};
+
+/// A signal or slot as it is declared, and how it is called.
+struct MetaMethod {
+    const char *name;
+    const MetaParameter *parameters; // null if none
+    uint32_t parameterCount;
+    /// Calls it on an object of the declaring class; `args` holds at least `parameterCount` values.
+    void (*call)(Object &object, const SignalArgs &args);
+};
+
+/// A row of a class's table; its place fixes its index.
+struct MetaEntry {
+    const char *signature; // "sigProxy(uint,float)"
+    const MetaMethod *method;
+};
+
+/// What a class of the Object family emits and receives. Indices are global: a class's own rows follow those
+/// of its base class. One record per class, made at first use, on the window's thread.
+class MetaObject {
+public:
+    MetaObject(const MetaObject *parent, const char *className, std::span<const MetaEntry> signals,
+               std::span<const MetaEntry> slots);
+    MetaObject(const MetaObject &) = delete;
+    MetaObject &operator=(const MetaObject &) = delete;
+
+    /// Global index of a signature without prefix; a class's own row hides a base class's of the same text.
+    OptionalIndex findSignal(std::string_view signature) const { return signals.find(signature); }
+    OptionalIndex findSlot(std::string_view signature) const { return slots.find(signature); }
+    /// Null if there is no such row.
+    const MetaEntry *signal(uint32_t index) const { return signals.row(index); }
+    const MetaEntry *slot(uint32_t index) const { return slots.row(index); }
+    /// Of the class and all its ancestors.
+    uint32_t signalCount() const { return signals.offset + static_cast<uint32_t>(signals.rows.size()); }
+    uint32_t signalOffset() const { return signals.offset; }
+    uint32_t slotOffset() const { return slots.offset; }
+
+    const MetaObject *const parent;
+    const char *const className;
+
+private:
+    struct Table {
+        Table(const Table *inherited, std::span<const MetaEntry> own);
+        OptionalIndex find(std::string_view signature) const;
+        const MetaEntry *row(uint32_t index) const;
+
+        const Table *base;
+        std::span<const MetaEntry> rows;
+        std::map<std::string_view, uint32_t> map; // to the place in `rows`; of equal texts the last
+        uint32_t offset;                          // global index of the first row
+    };
+    Table signals, slots;
+};

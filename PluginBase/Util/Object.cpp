@@ -1,0 +1,262 @@
+#include "PluginBase/Util/Object.h"
+
+#include <algorithm>
+#include <string>
+#include <string_view>
+
+namespace {
+
+constexpr char kSlot = '1', kSignal = '2';
+
+bool isBlank(char c) { return c == ' ' || c == '\t'; }
+
+bool isPunctuation(char c) { return c == ',' || c == '(' || c == ')'; }
+
+/// A connection's text with its blanks reduced; empty unless it begins with a prefix.
+std::string normalised(const char *text)
+{
+    if (text == nullptr || (*text != kSlot && *text != kSignal)) return {};
+    std::string_view rest(text + 1);
+    while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
+    while (!rest.empty() && isBlank(rest.back())) rest.remove_suffix(1);
+    std::string result(1, *text);
+    for (size_t i = 0; i < rest.size(); ++i) {
+        const char c = rest[i], next = i + 1 < rest.size() ? rest[i + 1] : '\0';
+        if (isBlank(c) && (isBlank(next) || isPunctuation(next))) continue;
+        result += c;
+        if (isPunctuation(c) && isBlank(next)) ++i;
+    }
+    return result;
+}
+
+/// The part of a signature behind its opening parenthesis.
+std::string_view parameters(std::string_view signature)
+{
+    const size_t open = signature.find('(');
+    return open == signature.npos ? std::string_view() : signature.substr(open + 1);
+}
+
+/// Whether a member takes the leading parameters of a signal, or all of them.
+bool isCompatible(std::string_view signal, std::string_view member)
+{
+    const std::string_view given = parameters(signal), taken = parameters(member);
+    if (taken == ")" || taken == given) return true;
+    if (taken.empty() || taken.size() >= given.size()) return false;
+    const size_t shared = taken.size() - 1;
+    return given.substr(0, shared) == taken.substr(0, shared) && given[shared] == ',';
+}
+
+/// What connect() and disconnect() look up: the row of a prefixed text in a class.
+struct Member {
+    char kind = 0;
+    OptionalIndex index;
+    const MetaEntry *row = nullptr;
+
+    Member(const Object *object, const char *text)
+    {
+        const std::string normal = normalised(text);
+        const MetaObject *meta = object->metaObject();
+        if (normal.empty() || meta == nullptr) return;
+        kind = normal[0];
+        const std::string_view signature = std::string_view(normal).substr(1);
+        index = kind == kSlot ? meta->findSlot(signature) : meta->findSignal(signature);
+        if (index.found) row = kind == kSlot ? meta->slot(index.value) : meta->signal(index.value);
+    }
+};
+
+bool hasEnoughValues(const MetaEntry *row, const SignalArgs &args)
+{
+    return row != nullptr && args.size() >= row->method->parameterCount;
+}
+
+} // namespace
+
+struct Object::Connection {
+    Object *receiver; // null once it has died
+    const char *member;
+    char kind;
+    uint32_t index;
+    bool busy;
+};
+
+struct Object::ConnectionList {
+    std::vector<std::unique_ptr<Connection>> connections;
+    uint32_t deliveries = 0; // running just now, one inside the other
+    bool abandoned = false;  // the sender has died: the last delivery deletes the list
+};
+
+struct Object::Cut {
+    Object *receiver = nullptr;   // null: any
+    const char *member = nullptr; // the row's own text; null: any
+    bool allSenderEntries = false;
+};
+
+Object::Object(const String &objectName) : name(objectName) {}
+
+Object::~Object()
+{
+    destroying = true;
+    for (Object *&child : children) {
+        delete child;
+        child = nullptr;
+    }
+    const std::vector<Object *> sendersOfMine = senders;
+    for (Object *sender : sendersOfMine)
+        if (std::find(senders.begin(), senders.end(), sender) != senders.end())
+            disconnect(sender, nullptr, nullptr, nullptr);
+    // What is left is being delivered, and must not find a dead object.
+    const std::vector<Object *> stillSending = senders;
+    for (Object *sender : stillSending) sender->dropReferencesTo(this);
+    senders.clear();
+    disconnect(this, nullptr, nullptr, nullptr);
+    dropAllConnections();
+}
+
+const MetaObject &Object::meta()
+{
+    static const MetaObject record(nullptr, "Object", {}, {});
+    return record;
+}
+
+bool Object::invokeSignal(uint32_t index, SignalArgs &args)
+{
+    const MetaEntry *row = metaObject()->signal(index);
+    if (!hasEnoughValues(row, args)) return false;
+    row->method->call(*this, args);
+    return true;
+}
+
+bool Object::invokeSlot(uint32_t index, SignalArgs &args)
+{
+    const MetaEntry *row = metaObject()->slot(index);
+    if (!hasEnoughValues(row, args)) return false;
+    row->method->call(*this, args);
+    return true;
+}
+
+void Object::addChild(Object *child)
+{
+    if (std::find(children.begin(), children.end(), child) == children.end()) children.push_back(child);
+}
+
+bool Object::connect(Object *sender, const char *signal, Object *receiver, const char *member)
+{
+    if (!sender || !signal || !receiver || !member) return false;
+    const Member from(sender, signal), to(receiver, member);
+    if (from.kind != kSignal || !from.row || !to.row) return false;
+    if (!isCompatible(from.row->signature, to.row->signature)) return false;
+    sender->addConnection(from.index.value, receiver, to.kind, to.index.value);
+    return true;
+}
+
+void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_t index)
+{
+    const MetaObject *receiverClass = receiver->metaObject();
+    const MetaEntry *row = kind == kSlot ? receiverClass->slot(index) : receiverClass->signal(index);
+    if (connections.empty()) connections.resize(metaObject()->signalCount());
+    if (destroying || signal >= connections.size()) return;
+    auto &list = connections[signal];
+    if (!list) list = std::make_unique<ConnectionList>();
+    list->connections.push_back(
+        std::make_unique<Connection>(Connection{receiver, row->signature, kind, index, false}));
+    receiver->senders.push_back(this);
+}
+
+Object::ConnectionList *Object::connectionsFor(uint32_t index) const
+{
+    return index < connections.size() ? connections[index].get() : nullptr;
+}
+
+void Object::activate(ConnectionList *list, SignalArgs &args)
+{
+    const auto markBusy = [list](bool busy) {
+        for (auto &connection : list->connections) connection->busy = busy;
+    };
+    ++list->deliveries;
+    markBusy(true);
+    // Indices and sizes are read afresh: a receiver may connect, and anybody may die.
+    for (size_t i = 0; i < list->connections.size(); ++i) {
+        const Connection connection = *list->connections[i];
+        if (!connection.receiver) continue;
+        if (connection.kind == kSignal)
+            connection.receiver->invokeSignal(connection.index, args);
+        else
+            connection.receiver->invokeSlot(connection.index, args);
+    }
+    if (--list->deliveries > 0) return;
+    if (list->abandoned)
+        delete list;
+    else
+        markBusy(false);
+}
+
+void Object::disconnect(Object *sender, const char *signal, Object *receiver, const char *member)
+{
+    if (!sender || (member && !receiver) || sender->connections.empty()) return;
+    Cut what{receiver, nullptr, signal == nullptr};
+    if (member) {
+        const Member to(receiver, member);
+        if (!to.row) return;
+        what.member = to.row->signature;
+    }
+    if (!signal) {
+        for (auto &list : sender->connections)
+            if (list && !sender->cut(list, what)) return;
+        return;
+    }
+    const Member from(sender, signal);
+    if (from.kind != kSignal || !from.row || !sender->connectionsFor(from.index.value)) return;
+    sender->cut(sender->connections[from.index.value], what);
+}
+
+/// False if it came upon a connection that is being delivered, and stopped.
+bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
+{
+    auto &rows = list->connections;
+    for (size_t i = 0; i < rows.size();) {
+        Connection &connection = *rows[i];
+        const bool fits = (!what.receiver || connection.receiver == what.receiver) &&
+                          (!what.member || std::string_view(connection.member) == what.member);
+        if (!fits) {
+            ++i;
+            continue;
+        }
+        if (connection.busy || list->deliveries > 0) return false;
+        if (connection.receiver) connection.receiver->forgetSender(this, what.allSenderEntries);
+        rows.erase(rows.begin() + static_cast<ptrdiff_t>(i));
+    }
+    if (rows.empty() && list->deliveries == 0) list.reset();
+    return true;
+}
+
+void Object::forgetSender(const Object *sender, bool all)
+{
+    const auto first = std::find(senders.begin(), senders.end(), sender);
+    if (first == senders.end()) return;
+    if (all)
+        senders.erase(std::remove(first, senders.end(), sender), senders.end());
+    else
+        senders.erase(first);
+}
+
+void Object::dropReferencesTo(const Object *receiver)
+{
+    for (auto &list : connections)
+        if (list)
+            for (auto &connection : list->connections)
+                if (connection->receiver == receiver) connection->receiver = nullptr;
+}
+
+void Object::dropAllConnections()
+{
+    for (auto &list : connections) {
+        if (!list) continue;
+        for (auto &connection : list->connections) {
+            if (connection->receiver) connection->receiver->forgetSender(this, true);
+            connection->receiver = nullptr;
+        }
+        list->abandoned = list->deliveries > 0;
+        if (list->abandoned) (void)list.release(); // the delivery deletes it
+    }
+    connections.clear();
+}

@@ -1,0 +1,70 @@
+#pragma once
+#include <cstdint>
+#include <utility>
+
+namespace Platform {
+
+/// Pixels in memory that the window system can copy to the screen. Rows run from the top down.
+/// Shape   `colour`: one 32-bit word a pixel, rows without a gap. `mask`: one byte a pixel, 0 black and 1
+///         white, rows filled up to a multiple of four bytes. All is 0 at first
+/// Thread  one at a time
+/// Errors  a side below 1 or above kMaxSide, or no memory: the bitmap is empty
+class Bitmap {
+public:
+    /// Far beyond any screen; keeps every size that is computed from two sides within 32 bits.
+    static constexpr int32_t kMaxSide = 16384;
+
+    enum class Format { colour, mask };
+
+    Bitmap() = default;
+    Bitmap(int32_t width, int32_t height, Format format);
+    ~Bitmap();
+    Bitmap(Bitmap &&other) noexcept { swap(other); }
+    Bitmap &operator=(Bitmap &&other) noexcept
+    {
+        swap(other);
+        return *this;
+    }
+
+    bool isEmpty() const { return memory == nullptr; }
+    /// Pixels; 0 if empty.
+    int32_t width() const { return columns; }
+    int32_t height() const { return rows; }
+    Format format() const { return pixelFormat; }
+    /// From row to row.
+    uint32_t bytesPerRow() const
+    {
+        const auto pixels = static_cast<uint32_t>(columns);
+        return pixelFormat == Format::colour ? pixels * 4 : (pixels + 3) / 4 * 4;
+    }
+    /// Null if empty.
+    void *pixels() const { return memory; }
+    /// What the system calls the bitmap by, to copy from it or to draw text into it; null if it has no such
+    /// thing.
+    void *handle() const { return systemHandle; }
+
+private:
+    /// False, with everything left as it is, for an impossible size.
+    bool setSize(int32_t width, int32_t height)
+    {
+        if (width < 1 || height < 1 || width > kMaxSide || height > kMaxSide) return false;
+        columns = width;
+        rows = height;
+        return true;
+    }
+    void swap(Bitmap &other) noexcept
+    {
+        std::swap(memory, other.memory);
+        std::swap(systemHandle, other.systemHandle);
+        std::swap(columns, other.columns);
+        std::swap(rows, other.rows);
+        std::swap(pixelFormat, other.pixelFormat);
+    }
+
+    void *memory = nullptr;
+    void *systemHandle = nullptr;
+    int32_t columns = 0, rows = 0;
+    Format pixelFormat = Format::colour;
+};
+
+} // namespace Platform

@@ -1,0 +1,46 @@
+"""The digit strips: glyphs set by hand, pixel by pixel, as seven rows are too few for an outline font."""
+from skin import palette as p
+from skin.canvas import Canvas
+
+ROWS = 7
+STRIP = "0123456789.-Inf"
+# Columns that each glyph has in a strip, its gap to the next included: the editor cuts them there.
+WIDTHS = (6, 4, 6, 6, 6, 5, 6, 5, 6, 5, 3, 4, 3, 5, 4)
+FIELD_GLYPHS = 12   # fields show no "Inf"
+
+# '#' is full ink, '+' is a third of it, which rounds a corner.
+GLYPHS = {
+    "0": ("+###+", "#...#", "#...#", "#...#", "#...#", "#...#", "+###+"),
+    "1": ("..#", "+##", "..#", "..#", "..#", "..#", "..#"),
+    "2": ("+###+", "#...#", "....#", "..+#+", ".+#..", "+#...", "#####"),
+    "3": ("+###+", "#...#", "....#", "..##+", "....#", "#...#", "+###+"),
+    "4": ("...##", "..+##", ".+#.#", "+#..#", "#####", "....#", "....#"),
+    "5": ("####", "#...", "###+", "...#", "...#", "#..#", "+##+"),
+    "6": ("+###+", "#....", "#....", "####+", "#...#", "#...#", "+###+"),
+    "7": ("####", "...#", "..+#", "..#+", ".+#.", ".#+.", ".#.."),
+    "8": ("+###+", "#...#", "#...#", "+###+", "#...#", "#...#", "+###+"),
+    "9": ("+##+", "#..#", "#..#", "+###", "...#", "...#", "+##+"),
+    ".": ("..", "..", "..", "..", "..", "++", "##"),
+    "-": ("...", "...", "...", "###", "...", "...", "..."),
+    "I": (".#", ".#", ".#", ".#", ".#", ".#", ".#"),
+    "n": ("....", "....", "###+", "#..#", "#..#", "#..#", "#..#"),
+    "f": (".+##", ".#..", "###.", ".#..", ".#..", ".#..", ".#.."),
+}
+
+
+def strip(colour, glyphs):
+    canvas = Canvas(sum(WIDTHS[:glyphs]), ROWS)
+    left = 0
+    for glyph, width in zip(STRIP[:glyphs], WIDTHS):
+        for y, row in enumerate(GLYPHS[glyph]):
+            for x, mark in enumerate(row):
+                if mark != ".":
+                    canvas.fill(left + x, y, 1, 1, colour, 1.0 if mark == "#" else 0.35)
+        left += width
+    return canvas
+
+
+def images():
+    for name, colour in (("Green", p.GREEN), ("Red", p.RED), ("Yellow", p.YELLOW)):
+        yield f"LevelMeterReadout_Numbers_{name}", strip(colour, len(STRIP))
+    yield "TextEdit_Numbers", strip(p.DIGIT, FIELD_GLYPHS)

@@ -1,0 +1,83 @@
+#pragma once
+#include <functional>
+#include <memory>
+
+#include "platform/WindowSystem.h"
+
+/// What this process has of the system's, for tests that nothing is left behind.
+struct DeskHoldings {
+    int64_t windows = 0, timers = 0; // timers: 0 where the system does not count them
+    int64_t graphics = 0;            // bitmaps, fonts and contexts of the system
+    int64_t threads = 0, handles = 0, heapBytes = 0;
+};
+
+/// A host's window on a screen, with a person in front of it: the same for windows in memory and for real
+/// ones, so that one test runs on both. Places are in the host window's client area. What the person does has
+/// been handled when the call returns.
+class Desk {
+public:
+    static std::unique_ptr<Desk> make(int32_t width = 547, int32_t height = 488);
+    virtual ~Desk() = default;
+
+    virtual Platform::WindowHandle window() const = 0;
+    /// As the host does when it is closed first.
+    virtual void destroyWindow() = 0;
+    /// What the screen shows of the client area, 0xRRGGBB.
+    virtual Platform::Bitmap shot() = 0;
+
+    virtual void moveTo(Point at) = 0;
+    virtual void press() = 0;
+    virtual void release() = 0;
+    virtual void pressRight() = 0;
+    virtual void releaseRight() = 0;
+    /// The second click of a double click follows the first at once.
+    virtual void doubleClick() = 0;
+    virtual void wheel(int32_t delta) = 0;
+    virtual void keyDown(uint32_t key) = 0;
+    virtual void keyUp(uint32_t key) = 0;
+    /// Lets time pass and everything pending happen.
+    virtual void wait(uint32_t ms) = 0;
+    /// Types into the next text prompt, and confirms it or not.
+    virtual void answerPrompt(const char *text, bool confirm) = 0;
+    /// What else happens while the next prompt is open, before it is answered.
+    std::function<void()> whilePrompted;
+    virtual DeskHoldings holdings() const = 0;
+
+    void click(Point at)
+    {
+        moveTo(at);
+        press();
+        release();
+    }
+    void drag(Point from, Point to)
+    {
+        moveTo(from);
+        press();
+        moveTo(to);
+        release();
+    }
+    void type(uint32_t key)
+    {
+        keyDown(key);
+        keyUp(key);
+    }
+};
+
+/// Keys that are held for as long as the object lives.
+class Held {
+public:
+    Held(Desk &where, std::initializer_list<uint32_t> which) : desk(where), keys(which)
+    {
+        for (const uint32_t key : keys) desk.keyDown(key);
+    }
+    ~Held()
+    {
+        for (const uint32_t key : keys) desk.keyUp(key);
+    }
+    Held(const Held &) = delete;
+    Held &operator=(const Held &) = delete;
+
+private:
+    Desk &desk;
+    const std::vector<uint32_t> keys;
+};

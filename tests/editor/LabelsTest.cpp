@@ -1,0 +1,276 @@
+#include "tests/editor/OffscreenDesk.h"
+#include "tests/editor/Session.h"
+#include "ui/TextTable.h"
+#include "ui/native/TranslatedText.h"
+
+namespace {
+
+using namespace Platform;
+using UI::Language;
+
+/// A label as it is placed in English.
+struct LabelRow {
+    uint32_t row;
+    Rect place;
+};
+
+std::vector<LabelRow> labelTable()
+{
+    std::vector<LabelRow> labels;
+    for (uint32_t row = 0; row < 24; ++row) {
+        const UI::Native::TextRow &text = UI::textRow(row);
+        const Rect place = Rect::at({text.x, text.y}, text.width, text.height);
+        if (row >= 12 && row <= 16)
+            for (int32_t band = 0; band < 4; ++band)
+                labels.push_back({row, place.moved({7 + 104 * band, 236})});
+        else
+            labels.push_back(
+                {row, row < 4 ? place.moved({7 + 104 * static_cast<int32_t>(row), 236}) : place});
+    }
+    return labels;
+}
+
+/// A session in a language of the host's.
+struct Speaking {
+    explicit Speaking(Language::Index index) { Language::prefer(index); }
+    ~Speaking() { Language::prefer(std::nullopt); }
+    Speaking(const Speaking &) = delete;
+};
+
+OffscreenWindowSystem &memory(Session &session) { return static_cast<OffscreenDesk &>(*session.desk).system; }
+
+/// The places of the label windows, in the order in which they were made.
+std::vector<Rect> labelWindows(Session &session)
+{
+    std::vector<Rect> places;
+    const Point corner = memory(session).screenRect(session.editor().window()).corner();
+    for (const WindowHandle child : memory(session).children(session.editor().window()))
+        if (memory(session).title(child).starts_with("Translated text '"))
+            places.push_back(memory(session).screenRect(child).moved(Point{} - corner));
+    return places;
+}
+
+TEST(LabelsTest, EnglishWordsAreImages)
+{
+    const Speaking english(Language::english);
+    Session session;
+    const std::vector<LabelRow> labels = labelTable();
+    ASSERT_EQ(labels.size(), 39u);
+    const std::vector<Rect> places = labelWindows(session);
+    ASSERT_EQ(places.size(), labels.size());
+    const Bitmap shot = session.desk->shot();
+    for (size_t i = 0; i < labels.size(); ++i) {
+        SCOPED_TRACE(UI::textRow(labels[i].row).english);
+        EXPECT_EQ(places[i], labels[i].place);
+        Picture wanted(places[i].width(), places[i].height());
+        wanted.drawGround(places[i]).draw(String("TranslatedText%1.png").arg(labels[i].row));
+        EXPECT_TRUE(wanted.isShown(shot, places[i].corner()));
+    }
+}
+
+TEST(LabelsTest, OtherLanguagesKeepToTheirFields)
+{
+    for (uint32_t index = 1; index < Language::languages; ++index) {
+        const Speaking speaking(static_cast<Language::Index>(index));
+        Session session;
+        const Language language;
+        ASSERT_NE(language.labelFont(), nullptr);
+        const std::vector<LabelRow> labels = labelTable();
+        const std::vector<Rect> places = labelWindows(session);
+        ASSERT_EQ(places.size(), labels.size());
+        const Bitmap shot = session.desk->shot();
+        for (size_t i = 0; i < labels.size(); ++i) {
+            const auto &[row, field] = labels[i];
+            SCOPED_TRACE(std::to_string(index) + ", " + UI::textRow(row).english);
+            const std::u16string words = language.string(row);
+            ASSERT_FALSE(words.empty());
+            const int32_t wide = memory(session).measureText(*language.labelFont(), words).width;
+            EXPECT_EQ(places[i].width(), std::clamp(wide, 1, field.width()));
+            if (UI::textRow(row).alignment == UI::Native::TextRow::right) {
+                EXPECT_EQ(places[i].right, field.right) << "ends where the image does";
+            } else {
+                EXPECT_EQ(places[i].left, field.left);
+            }
+            EXPECT_EQ(places[i].top, field.top);
+            EXPECT_EQ(places[i].height(), field.height());
+            for (const ControlRow &control : controlTable())
+                EXPECT_TRUE(places[i].intersected(control.place()).isEmpty()) << control.name;
+            Picture empty(places[i].width(), places[i].height());
+            empty.drawGround(places[i]);
+            EXPECT_EQ(!empty.isShown(shot, places[i].corner()), words != u" ") << "drawn in letters";
+        }
+        const ControlRow &box = control("band link"); // a click counts on the words
+        session.desk->click({places.back().left, places.back().top + 5});
+        EXPECT_FLOAT_EQ(session.value(box.host), 1.0f);
+    }
+}
+
+TEST(LabelsTest, WithoutAStringTheImageStands)
+{
+    class NoStrings final : public UI::Native::TextSource {
+    public:
+        const UI::Native::TextRow &row(uint32_t index) const override { return UI::textRow(index); }
+        std::u16string string(uint32_t) const override { return {}; }
+        FontRef labelFont() const override { return font; }
+        FontRef toolTipFont() const override { return font; }
+        const FontRef font = windowSystem().createFont({-10, false, "Arial"});
+    };
+    Session session;
+    const NoStrings texts;
+    UI::Native::TranslatedText label(&session.frame(), nullptr, texts, 17, {0, 160});
+    session.desk->wait(0);
+    const Rect place = Rect::at({423, 427}, 54, 12);
+    EXPECT_EQ(label.frameRect(), place);
+    Picture wanted(54, 12);
+    wanted.drawGround(place).draw("TranslatedText17.png");
+    EXPECT_TRUE(wanted.isShown(session.desk->shot(), place.corner()));
+}
+
+// Tool tips, and the mark of the focus.
+
+class ToolTipTest : public testing::Test {
+protected:
+    static constexpr uint32_t kTickMs = 33;
+
+    /// The tip's place; empty while there is none.
+    Rect tip()
+    {
+        const Point corner = memory(*session).screenRect(session->editor().window()).corner();
+        for (const WindowHandle child : memory(*session).children(session->editor().window()))
+            if (memory(*session).title(child) == "ToolTip" && memory(*session).isVisible(child))
+                return memory(*session).screenRect(child).moved(Point{} - corner);
+        return {};
+    }
+    testing::AssertionResult showsTip(uint32_t row)
+    {
+        const String image = String("TranslatedText%1.png").arg(row);
+        const UI::Native::PixmapRef words = UI::Native::loadPixmap(image);
+        const Rect place = tip(), whole = Rect::at({}, words->width + 12, words->height + 2);
+        if (place.width() != whole.width() || place.height() != whole.height())
+            return testing::AssertionFailure() << place.width() << " by " << place.height();
+        Picture wanted(whole.width(), whole.height());
+        wanted.fill(whole, 0).fill({1, whole.right - 1, 1, whole.bottom - 1}, 0xFFFFE1).draw(image, {6, 1});
+        return wanted.isShown(desk().shot(), place.corner());
+    }
+    Desk &desk() { return *session->desk; }
+
+    const Speaking english{Language::english};
+    std::unique_ptr<Session> session = std::make_unique<Session>();
+};
+
+TEST_F(ToolTipTest, ComesAfterARestAndGoesWithThePointer)
+{
+    const Point solo = control("solo 1").centre();
+    desk().moveTo({300, 480});
+    desk().moveTo(solo);
+    desk().wait(1980);
+    EXPECT_TRUE(tip().isEmpty());
+    desk().wait(66);
+    EXPECT_TRUE(showsTip(32));
+    EXPECT_EQ(tip().corner(), (solo + Point{0, 20}));
+    desk().moveTo(solo + Point{3, 2});
+    EXPECT_FALSE(tip().isEmpty()) << "still on it";
+    desk().moveTo(control("bypass 1").centre());
+    EXPECT_TRUE(tip().isEmpty());
+    desk().wait(kTickMs);
+    EXPECT_TRUE(showsTip(36)) << "one after another comes at once";
+    desk().moveTo({300, 480});
+    desk().wait(4000);
+    EXPECT_TRUE(tip().isEmpty());
+    desk().moveTo(solo); // long after the last
+    desk().wait(1900);
+    EXPECT_TRUE(tip().isEmpty());
+}
+
+TEST_F(ToolTipTest, AClickTakesItAwayForTheWholeDelay)
+{
+    desk().moveTo(control("limiter bypass").centre());
+    desk().wait(2050);
+    EXPECT_TRUE(showsTip(44));
+    EXPECT_EQ(tip().right, 546) << "pushed into the window";
+    desk().press();
+    EXPECT_TRUE(tip().isEmpty());
+    desk().release();
+    desk().moveTo(control("solo 4").centre());
+    desk().wait(1900);
+    EXPECT_TRUE(tip().isEmpty());
+    desk().wait(200);
+    EXPECT_TRUE(showsTip(35));
+    desk().wheel(120);
+    EXPECT_FALSE(tip().isEmpty()) << "the wheel is no click";
+}
+
+TEST_F(ToolTipTest, EachHasItsWords)
+{
+    std::vector<std::pair<Point, uint32_t>> places = {{control("output slider").centre(), 24},
+                                                      {control("limiter bypass").centre(), 44}};
+    for (uint32_t band = 0; band < 4; ++band) {
+        const std::string number = std::to_string(band + 1);
+        places.emplace_back(control("solo " + number).centre(), 32 + band);
+        places.emplace_back(control("bypass " + number).centre(), 36 + band);
+        places.emplace_back(control("threshold slider " + number).centre(), 40 + band);
+    }
+    const int32_t lines[] = {98, 251, 338}; // 120, 2000 and 10000 Hz
+    for (uint32_t i = 0; i < 3; ++i) places.emplace_back(Point{14 + lines[i], 100}, 25 + i);
+    for (const auto &[at, row] : places) {
+        desk().moveTo({300, 480}); // from line to line of the spectrum a tip would stay
+        desk().moveTo(at);
+        desk().wait(2100);
+        EXPECT_TRUE(showsTip(row)) << row;
+    }
+    for (const Point at : {Point{14 + 180, 100}, control("gain 1").centre(), Point{500, 60}}) {
+        desk().moveTo(at);
+        desk().wait(2100);
+        EXPECT_TRUE(tip().isEmpty()) << at.x;
+    }
+}
+
+TEST_F(ToolTipTest, SpeaksTheHostsLanguage)
+{
+    session.reset();
+    const Speaking spanish(Language::spanish);
+    session = std::make_unique<Session>();
+    desk().moveTo(control("output slider").centre());
+    desk().wait(2100);
+    const Language language;
+    const TextSize size = memory(*session).measureText(*language.toolTipFont(), language.string(24));
+    EXPECT_EQ(tip().width(), size.width + 12);
+    EXPECT_EQ(tip().height(), size.height + 4);
+}
+
+TEST_F(ToolTipTest, ThePointersShapeTellsWhatCanBeDragged)
+{
+    const auto shape = [&] { return memory(*session).shownCursor(); };
+    const Point line{14 + 251, 100}, field = control("gain 1").centre();
+    desk().moveTo(line + Point{6, 0});
+    EXPECT_EQ(shape(), CursorKind::arrow);
+    desk().moveTo(line + Point{5, 0});
+    EXPECT_EQ(shape(), CursorKind::horizontal);
+    desk().moveTo(field);
+    EXPECT_EQ(shape(), CursorKind::arrow);
+    desk().press();
+    desk().moveTo(field + Point{2, 0});
+    EXPECT_EQ(shape(), CursorKind::drag);
+    desk().release();
+    EXPECT_EQ(shape(), CursorKind::arrow);
+}
+
+TEST_F(ToolTipTest, TheMarkOfTheFocusStaysForThreeSeconds)
+{
+    const ControlRow &row = control("ratio 1");
+    session->window(row).setFocus();
+    desk().wait(kTickMs);
+    EXPECT_FALSE(session->mainWindow().showsFocus());
+    EXPECT_TRUE(session->showsField(row, "1.0"));
+    desk().type(kKeyUp);
+    desk().wait(2000);
+    desk().type(kKeyUp); // once more from here
+    desk().wait(2900);
+    EXPECT_TRUE(session->mainWindow().showsFocus());
+    EXPECT_TRUE(session->showsField(row, "3.0"));
+    desk().wait(150);
+    EXPECT_FALSE(session->mainWindow().showsFocus());
+    EXPECT_TRUE(session->showsField(row, "3.0")) << "drawn without the mark";
+}
+
+} // namespace

@@ -1,0 +1,26 @@
+#pragma once
+#include <cstdint>
+
+/// Watches every lock of the effect: this program has locks of its own in the place of the platform's, which
+/// count. Time is a thread's own processor time, so that a busy machine changes nothing.
+namespace LockProbe {
+
+/// What a thread is to the measurement; set it from that thread.
+enum class Role { other, audio, window };
+void setRole(Role role);
+
+struct Figures {
+    uint64_t audioEntries = 0;   // of the audio thread, the repeated ones not counted
+    uint64_t audioContended = 0; // of these, found the lock with another thread
+    uint64_t windowEntries = 0;
+    /// Longest time that the window thread held a lock which the audio thread takes, ns.
+    uint64_t longestHold = 0;
+    /// And the same for locks that it held while the audio thread waited for them.
+    uint64_t longestHoldAwaited = 0;
+};
+/// Since the last call.
+Figures take();
+
+uint64_t threadTimeNs();
+
+} // namespace LockProbe

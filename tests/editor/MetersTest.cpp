@@ -1,0 +1,173 @@
+#include <cmath>
+
+#include "tests/editor/Session.h"
+#include "ui/native/GlyphStrip.h"
+#include "ui/native/MeterScale.h"
+
+namespace {
+
+struct Bar {
+    int32_t segments = 0, peak = 0;
+    bool over = false;
+};
+
+/// Segment of a level on a scale of 60 dB.
+int32_t levelSegment(int32_t segments, double db)
+{
+    return std::clamp(static_cast<int32_t>(std::lround((db + 60.0) / 60.0 * (segments + 1))), 0, segments);
+}
+
+constexpr int32_t kOutputSegments = 47, kBandSegments = 38;
+const double kSlopeDb = 20.0 * std::log10(1.0 + 1.0 / 16.0); // 1 kHz an octave below the cutoff
+
+class MetersTest : public testing::Test {
+protected:
+    static Point bandCorner(int32_t band) { return {7 + 104 * band + 6, 268}; }
+
+    testing::AssertionResult showsMeter(Point corner, Bar left, Bar right)
+    {
+        const bool output = corner == kOutputCorner;
+        const int32_t height = output ? 150 : 123;
+        const String lit = output ? "LevelMeter_Large_On.png" : "LevelMeter_Small_On.png";
+        Picture wanted(22, height);
+        wanted.draw(output ? "LevelMeter_Large_Off.png" : "LevelMeter_Small_Off.png");
+        const auto light = [&](const Rect &part) { wanted.drawPart(lit, part, part.corner()); };
+        for (const auto &[bar, x] : {std::pair{left, 2}, std::pair{right, 12}}) {
+            light(Rect::at({x, height - 3 * bar.segments - 2}, 8, 3 * bar.segments));
+            if (bar.peak > 0) light(Rect::at({x, height - 3 * bar.peak - 2}, 8, 3));
+            if (bar.over) light(Rect::at({x + 2, 2}, 4, 2));
+        }
+        return wanted.isShown(desk.shot(), corner);
+    }
+    testing::AssertionResult showsReduction(int32_t band, int32_t bar, int32_t peak)
+    {
+        Picture wanted(8, 123);
+        wanted.draw("GainReductionMeter_Off.png");
+        const auto light = [&](int32_t row, int32_t rows) {
+            wanted.drawPart("GainReductionMeter_On.png", Rect::at({2, row}, 4, rows), {2, row});
+        };
+        light(2, 5 * bar);
+        if (peak > 0) light(5 * peak + 2, 5);
+        return wanted.isShown(desk.shot(), {7 + 104 * band + 69, 268});
+    }
+    testing::AssertionResult showsReadout(const char *colour, std::string_view text)
+    {
+        Picture wanted(38, 10);
+        wanted.drawGround(Rect::at({477, 39}, 38, 10));
+        wanted.drawNumber(String("LevelMeterReadout_Numbers_%1.png").arg(colour), text,
+                          {(38 - UI::Native::GlyphStrip::textWidth(text)) / 2, 1});
+        return wanted.isShown(desk.shot(), {477, 39});
+    }
+    void tick() { desk.wait(kTickMs); }
+    /// A tone that has lasted, so that nothing shows of its beginning.
+    void playSteadily(double db, double rightDb)
+    {
+        constexpr uint32_t kFrames = 441 * 80; // whole periods: goes on without a click
+        Audio sound = tone(1000.0, db, kFrames);
+        sound.right = tone(1000.0, rightDb, kFrames).left;
+        session.play(sound);
+        desk.wait(14 * kTickMs); // longer than any peak is held
+        session.play(sound);
+        tick();
+    }
+
+    static constexpr uint32_t kTickMs = 33;
+    static constexpr Point kOutputCorner{485, 51};
+    Session session;
+    Desk &desk = *session.desk;
+};
+
+TEST_F(MetersTest, AToneOfKnownLevelShows)
+{
+    EXPECT_TRUE(showsMeter(kOutputCorner, {}, {}));
+    playSteadily(-12.0, -22.0);
+    const auto bar = [](int32_t segments, double db) {
+        return Bar{levelSegment(segments, db), levelSegment(segments, db)};
+    };
+    const double second = -12.0 - kSlopeDb, third = second - 24.08;
+    EXPECT_TRUE(showsMeter(kOutputCorner, bar(kOutputSegments, -12.0), bar(kOutputSegments, -22.0)));
+    EXPECT_TRUE(showsMeter(bandCorner(1), bar(kBandSegments, second), bar(kBandSegments, second - 10.0)));
+    EXPECT_TRUE(showsMeter(bandCorner(2), bar(kBandSegments, third), bar(kBandSegments, third - 10.0)));
+    EXPECT_TRUE(showsMeter(bandCorner(0), {}, {}));
+    EXPECT_TRUE(showsReadout("Green", "-12.0"));
+}
+
+TEST_F(MetersTest, TheReadoutSaysHowNearTheTopIs)
+{
+    tick();
+    EXPECT_TRUE(showsReadout("Green", "-Inf"));
+    playSteadily(-30.0, -5.0);
+    EXPECT_TRUE(showsReadout("Yellow", "-5.0"));
+    session.put(0, 8.0f); // behind the limiter
+    playSteadily(-30.0, -5.0);
+    EXPECT_TRUE(showsReadout("Red", "3.0"));
+    const int32_t left = levelSegment(kOutputSegments, -22.0);
+    EXPECT_TRUE(showsMeter(kOutputCorner, {left, left}, {48, 48, true}));
+    session.put(0, 0.0f);
+    playSteadily(-30.0, -20.0);
+    const int32_t low = levelSegment(kOutputSegments, -30.0), held = levelSegment(kOutputSegments, -20.0);
+    EXPECT_TRUE(showsMeter(kOutputCorner, {low, low}, {48 - 15, held, true})) << "the light stays";
+    desk.click(kOutputCorner + Point{10, 70});
+    EXPECT_TRUE(showsMeter(kOutputCorner, {low, low}, {48 - 15, 48 - 15})) << "but for a click";
+}
+
+TEST_F(MetersTest, BarsFallOneSegmentATick)
+{
+    playSteadily(-12.0, -12.0);
+    const int32_t full = levelSegment(kBandSegments, -12.0 - kSlopeDb);
+    for (int32_t fallen = 1; fallen <= 12; ++fallen) {
+        tick();
+        EXPECT_TRUE(showsMeter(bandCorner(1), {full - fallen, full}, {full - fallen, full})) << fallen;
+    }
+    tick(); // the peak is held for 400 ms
+    EXPECT_TRUE(showsMeter(bandCorner(1), {full - 13, 0}, {full - 13, 0}));
+    desk.wait(kTickMs * 40);
+    EXPECT_TRUE(showsMeter(bandCorner(1), {}, {}));
+}
+
+TEST_F(MetersTest, BypassEmptiesThemAll)
+{
+    session.put(11, -32.5f);
+    session.put(19, 4.0f);
+    playSteadily(-12.0, -12.0);
+    session.effect.global().setBypass(true);
+    playSteadily(-12.0, -12.0);
+    const int32_t full = levelSegment(kBandSegments, -12.0 - kSlopeDb);
+    EXPECT_TRUE(showsMeter(bandCorner(1), {full - 15, 0}, {full - 15, 0})) << "segment by segment";
+    desk.wait(kTickMs * 40);
+    EXPECT_TRUE(showsMeter(kOutputCorner, {}, {}));
+    for (int32_t band = 0; band < 4; ++band) {
+        EXPECT_TRUE(showsMeter(bandCorner(band), {}, {})) << band;
+        EXPECT_TRUE(showsReduction(band, 0, 0)) << band;
+    }
+    EXPECT_TRUE(showsReadout("Green", "-Inf"));
+}
+
+TEST_F(MetersTest, GainReductionHangsFromTheTop)
+{
+    session.put(11, static_cast<float>(-32.0 - kSlopeDb)); // 20 dB below the tone in its band
+    session.put(19, 4.0f);                                 // leaves 5 of them
+    session.put(23, 0.0f);
+    playSteadily(-12.0, -12.0);
+    int32_t bar = 11; // 15 of 30 dB are 12 segments
+    while (bar < 14 && !showsReduction(1, bar, bar)) ++bar;
+    EXPECT_NEAR(bar, 12, 1);
+    EXPECT_TRUE(showsReduction(0, 0, 0));
+    for (int32_t fallen = 1; fallen <= 7; ++fallen) {
+        tick();
+        EXPECT_TRUE(showsReduction(1, bar - fallen, bar)) << fallen;
+    }
+    tick(); // the deepest is held for 250 ms
+    EXPECT_TRUE(showsReduction(1, bar - 8, 0));
+}
+
+TEST(MeterScaleTest, FullScaleIsNotOver)
+{
+    namespace Scale = UI::Native::MeterScale;
+    EXPECT_EQ(Scale::segmentOf(kOutputSegments, Scale::kLowestDb, 0.0f), 47);
+    EXPECT_EQ(Scale::segmentOf(kOutputSegments, Scale::kLowestDb, 1e-4f), 48);
+    EXPECT_EQ(Scale::segmentOf(kBandSegments, Scale::kLowestDb, -1e35f), 0);
+    EXPECT_EQ(Scale::reductionSegmentOf(-1e35f), 24);
+}
+
+} // namespace

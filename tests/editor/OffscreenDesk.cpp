@@ -1,0 +1,44 @@
+#include "tests/editor/OffscreenDesk.h"
+
+#include <filesystem>
+#include <malloc.h>
+#include <string>
+
+std::unique_ptr<Desk> Desk::make(int32_t width, int32_t height)
+{
+    return std::make_unique<OffscreenDesk>(width, height);
+}
+
+OffscreenDesk::OffscreenDesk(int32_t width, int32_t height)
+{
+    Platform::useWindowSystem(&system);
+    host = system.makeHostWindow(width, height, kCorner);
+}
+
+OffscreenDesk::~OffscreenDesk() { Platform::useWindowSystem(nullptr); }
+
+void OffscreenDesk::destroyWindow() { system.destroyWindow(host); }
+
+void OffscreenDesk::answerPrompt(const char *text, bool confirm)
+{
+    system.onPrompt = [this, answer = std::string(text), confirm](const Platform::PromptRequest &) {
+        const auto kept = std::exchange(system.onPrompt, {}); // this function itself, until it has run
+        if (const auto first = std::exchange(whilePrompted, {})) first();
+        return confirm ? std::optional(answer) : std::nullopt;
+    };
+}
+
+DeskHoldings OffscreenDesk::holdings() const
+{
+    const auto entries = [](const char *folder) {
+        return std::distance(std::filesystem::directory_iterator(folder), {});
+    };
+    const struct mallinfo2 heap = mallinfo2();
+    DeskHoldings now;
+    now.windows = static_cast<int64_t>(system.windowCount());
+    now.timers = static_cast<int64_t>(system.timerCount());
+    now.threads = entries("/proc/self/task");
+    now.handles = entries("/proc/self/fd");
+    now.heapBytes = static_cast<int64_t>(heap.uordblks + heap.hblkhd);
+    return now;
+}

@@ -1,0 +1,237 @@
+#include "tests/editor/Win32Desk.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "platform/win32/ResourceIds.h"
+
+namespace {
+
+constexpr char kHostClass[] = "Tessarine test host";
+constexpr Point kCorner{40, 30}; // of the host window on the screen
+constexpr UINT kLookMs = 10;     // how often the one who answers looks for the prompt
+
+bool isExtended(uint32_t key)
+{
+    return (key >= Platform::kKeyPageUp && key <= Platform::kKeyDown) || key == VK_INSERT || key == VK_DELETE;
+}
+
+void useKey(uint32_t key, bool down)
+{
+    INPUT input = {};
+    input.type = INPUT_KEYBOARD;
+    input.ki.wVk = static_cast<WORD>(key);
+    input.ki.wScan = static_cast<WORD>(MapVirtualKeyA(key, MAPVK_VK_TO_VSC));
+    input.ki.dwFlags = (down ? 0 : KEYEVENTF_KEYUP) | (isExtended(key) ? KEYEVENTF_EXTENDEDKEY : 0);
+    SendInput(1, &input, sizeof input);
+}
+
+void typeKey(uint32_t key)
+{
+    useKey(key, true);
+    useKey(key, false);
+}
+
+void typeCharacter(char character)
+{
+    const SHORT place = VkKeyScanA(character);
+    const bool shifted = (place & 0x100) != 0;
+    if (shifted) useKey(VK_SHIFT, true);
+    typeKey(place & 0xFF);
+    if (shifted) useKey(VK_SHIFT, false);
+}
+
+BOOL CALLBACK findPrompt(HWND window, LPARAM found)
+{
+    if (!GetDlgItem(window, kPromptFieldId) || !IsWindowVisible(window)) return TRUE;
+    *reinterpret_cast<HWND *>(found) = window;
+    return FALSE;
+}
+
+} // namespace
+
+std::unique_ptr<Desk> Desk::make(int32_t width, int32_t height)
+{
+    return std::make_unique<Win32Desk>(width, height);
+}
+
+Win32Desk::Win32Desk(int32_t width, int32_t height)
+{
+    WNDCLASSEXA made = {};
+    made.cbSize = sizeof made;
+    made.lpfnWndProc = &hostProcedure;
+    made.hInstance = GetModuleHandleA(nullptr);
+    made.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
+    made.lpszClassName = kHostClass;
+    RegisterClassExA(&made); // once; later it is there
+    SetCursorPos(0, 0);      // the pointer is nowhere near
+    host = CreateWindowExA(WS_EX_TOPMOST, kHostClass, "Host", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
+                           kCorner.x, kCorner.y, width, height, nullptr, nullptr, made.hInstance, nullptr);
+    SetForegroundWindow(host);
+    SetFocus(host);
+    pump(Timers::held);
+}
+
+Win32Desk::~Win32Desk()
+{
+    if (answerTimer) KillTimer(nullptr, answerTimer);
+    if (answering == this) answering = nullptr;
+    destroyWindow();
+    pump(Timers::held);
+}
+
+void Win32Desk::destroyWindow()
+{
+    if (host) DestroyWindow(host);
+    host = nullptr;
+}
+
+LRESULT CALLBACK Win32Desk::hostProcedure(HWND window, UINT message, WPARAM word, LPARAM number)
+{
+    if (message == WM_SYSCOMMAND && (word & 0xFFF0) == SC_KEYMENU) return 0; // Alt opens no menu
+    return DefWindowProcA(window, message, word, number);
+}
+
+/// Until nothing is left to do; a window that leaves its painting for later does not hold this up.
+void Win32Desk::pump(Timers timers)
+{
+    constexpr int kMostPaints = 1000;
+    int paints = 0;
+    const auto serve = [&](UINT first, UINT last) {
+        MSG message;
+        if (!PeekMessageA(&message, nullptr, first, last, PM_REMOVE)) return false;
+        if (message.message == WM_PAINT && ++paints > kMostPaints) return false;
+        TranslateMessage(&message);
+        DispatchMessageA(&message);
+        return true;
+    };
+    for (;;) {
+        if (timers == Timers::served ? !serve(0, 0) : !serve(1, WM_TIMER - 1) && !serve(WM_TIMER + 1, ~0u))
+            return;
+    }
+}
+
+Platform::Bitmap Win32Desk::shot()
+{
+    pump(Timers::held);
+    RECT area = {};
+    GetClientRect(host, &area);
+    Platform::Bitmap picture(area.right, area.bottom, Platform::Bitmap::Format::colour);
+    const HDC screen = GetDCEx(host, nullptr, DCX_CACHE); // with the children
+    const HDC memory = CreateCompatibleDC(screen);
+    const HGDIOBJ before = SelectObject(memory, picture.handle());
+    BitBlt(memory, 0, 0, area.right, area.bottom, screen, 0, 0, SRCCOPY);
+    SelectObject(memory, before);
+    DeleteDC(memory);
+    ReleaseDC(host, screen);
+    GdiFlush();
+    auto *pixels = static_cast<uint32_t *>(picture.pixels());
+    std::for_each_n(pixels, area.right * area.bottom, [](uint32_t &pixel) { pixel &= 0xFFFFFF; });
+    return picture;
+}
+
+void Win32Desk::moveTo(Point at)
+{
+    POINT there = {at.x, at.y};
+    if (host)
+        ClientToScreen(host, &there);
+    else
+        there = {at.x + kCorner.x, at.y + kCorner.y};
+    SetCursorPos(there.x, there.y);
+    pump(Timers::held);
+}
+
+void Win32Desk::useMouse(DWORD flags, DWORD data)
+{
+    INPUT input = {};
+    input.type = INPUT_MOUSE;
+    input.mi.dwFlags = flags;
+    input.mi.mouseData = data;
+    SendInput(1, &input, sizeof input);
+    pump(Timers::held);
+}
+
+/// Tests are quicker than people: a click of another button between two keeps them from being a double click.
+void Win32Desk::endClickSequence()
+{
+    useMouse(MOUSEEVENTF_MIDDLEDOWN);
+    useMouse(MOUSEEVENTF_MIDDLEUP);
+}
+
+void Win32Desk::press()
+{
+    endClickSequence();
+    useMouse(MOUSEEVENTF_LEFTDOWN);
+}
+
+void Win32Desk::release() { useMouse(MOUSEEVENTF_LEFTUP); }
+
+void Win32Desk::pressRight()
+{
+    endClickSequence();
+    useMouse(MOUSEEVENTF_RIGHTDOWN);
+}
+
+void Win32Desk::releaseRight() { useMouse(MOUSEEVENTF_RIGHTUP); }
+
+void Win32Desk::doubleClick()
+{
+    press();
+    release();
+    useMouse(MOUSEEVENTF_LEFTDOWN);
+    release();
+}
+
+void Win32Desk::wheel(int32_t delta) { useMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta)); }
+
+void Win32Desk::keyDown(uint32_t key)
+{
+    useKey(key, true);
+    pump(Timers::held);
+}
+
+void Win32Desk::keyUp(uint32_t key)
+{
+    useKey(key, false);
+    pump(Timers::held);
+}
+
+void Win32Desk::wait(uint32_t ms)
+{
+    if (ms == 0) {
+        pump(Timers::held);
+        return;
+    }
+    const DWORD start = GetTickCount();
+    for (;;) {
+        pump(Timers::served);
+        const DWORD passed = GetTickCount() - start;
+        if (passed >= ms) return;
+        MsgWaitForMultipleObjects(0, nullptr, FALSE, ms - passed, QS_ALLINPUT);
+    }
+}
+
+/// The prompt runs a loop of its own; a timer of the thread goes off in it.
+void Win32Desk::answerPrompt(const char *text, bool confirm)
+{
+    answer = Answer{text, confirm};
+    answering = this;
+    if (!answerTimer) answerTimer = SetTimer(nullptr, 0, kLookMs, &answerWhenAsked);
+}
+
+void CALLBACK Win32Desk::answerWhenAsked(HWND, UINT, UINT_PTR, DWORD)
+{
+    HWND prompt = nullptr;
+    EnumThreadWindows(GetCurrentThreadId(), &findPrompt, reinterpret_cast<LPARAM>(&prompt));
+    if (prompt && answering) answering->typeAnswer();
+}
+
+void Win32Desk::typeAnswer()
+{
+    KillTimer(nullptr, std::exchange(answerTimer, 0));
+    answering = nullptr;
+    if (const auto first = std::exchange(whilePrompted, {})) first();
+    const Answer typed = *std::exchange(answer, std::nullopt);
+    for (const char character : typed.text) typeCharacter(character);
+    typeKey(typed.confirm ? VK_RETURN : VK_ESCAPE);
+}

@@ -1,0 +1,50 @@
+#pragma once
+#include <optional>
+#include <string>
+#include <windows.h>
+
+#include "tests/editor/Desk.h"
+
+/// A desk on the screen of Windows, with the system's own mouse and keyboard: what the person does goes through
+/// SendInput, so hit tests, the capture, the focus and the state of the keys are the system's. Between two
+/// actions timers do not go off, only while wait() lasts.
+class Win32Desk final : public Desk {
+public:
+    Win32Desk(int32_t width, int32_t height);
+    ~Win32Desk() override;
+
+    Platform::WindowHandle window() const override { return reinterpret_cast<Platform::WindowHandle>(host); }
+    void destroyWindow() override;
+    Platform::Bitmap shot() override;
+    void moveTo(Point at) override;
+    void press() override;
+    void release() override;
+    void pressRight() override;
+    void releaseRight() override;
+    void doubleClick() override;
+    void wheel(int32_t delta) override;
+    void keyDown(uint32_t key) override;
+    void keyUp(uint32_t key) override;
+    void wait(uint32_t ms) override;
+    void answerPrompt(const char *text, bool confirm) override;
+    DeskHoldings holdings() const override;
+
+private:
+    enum class Timers { held, served };
+    struct Answer {
+        std::string text;
+        bool confirm;
+    };
+
+    static LRESULT CALLBACK hostProcedure(HWND window, UINT message, WPARAM word, LPARAM number);
+    static void CALLBACK answerWhenAsked(HWND, UINT, UINT_PTR, DWORD);
+    void typeAnswer();
+    static void pump(Timers timers);
+    static void useMouse(DWORD flags, DWORD data = 0);
+    static void endClickSequence();
+
+    HWND host = nullptr;
+    std::optional<Answer> answer; // of the next prompt
+    UINT_PTR answerTimer = 0;
+    static inline Win32Desk *answering = nullptr; // at most one: a timer's call carries no pointer
+};

@@ -1,0 +1,8 @@
+#include "platform/offscreen/OffscreenWindowSystem.h"
+#include "tests/platform/TestWindowSystem.h"
+
+Platform::WindowSystem &testWindowSystem()
+{
+    static Platform::OffscreenWindowSystem system;
+    return system;
+}

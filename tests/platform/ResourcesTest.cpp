@@ -1,0 +1,57 @@
+#include <windows.h>
+
+#include <gtest/gtest.h>
+
+#include "platform/offscreen/EmbeddedStrings.h"
+#include "platform/win32/ResourceIds.h"
+#include "tests/platform/TestWindowSystem.h"
+
+Platform::WindowSystem &testWindowSystem() { return Platform::windowSystem(); }
+
+namespace {
+
+/// What the resource compiler made of the texts, against what the C++ compiler did.
+TEST(Resources, HoldEveryString)
+{
+    int count = 0;
+    for (const auto *entry = Platform::embeddedStrings; entry->text; ++entry, ++count)
+        EXPECT_EQ(testWindowSystem().loadString(entry->id), entry->text) << entry->id;
+    EXPECT_EQ(count, 6 * 45);
+}
+
+TEST(Resources, HoldTheDragCursor)
+{
+    ASSERT_NE(testWindowSystem().loadCursor(Platform::CursorKind::drag), nullptr);
+    const HCURSOR cursor = LoadCursorA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kDragCursorId));
+    ICONINFO info = {};
+    ASSERT_TRUE(GetIconInfo(cursor, &info));
+    EXPECT_FALSE(info.fIcon);
+    EXPECT_EQ(info.xHotspot, 16u);
+    EXPECT_EQ(info.yHotspot, 16u);
+    BITMAP mask = {};
+    GetObjectA(info.hbmMask, sizeof mask, &mask);
+    EXPECT_EQ(mask.bmWidth, 32);
+    DeleteObject(info.hbmMask);
+    DeleteObject(info.hbmColor);
+}
+
+INT_PTR CALLBACK ignoreAll(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
+
+TEST(Resources, HoldThePromptWithoutABorder)
+{
+    const HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kPromptDialogId),
+                                           nullptr, &ignoreAll, 0);
+    ASSERT_NE(dialog, nullptr);
+    RECT window = {}, inside = {}, field = {};
+    GetWindowRect(dialog, &window);
+    GetClientRect(dialog, &inside);
+    EXPECT_EQ(window.right - window.left, inside.right);
+    EXPECT_EQ(window.bottom - window.top, inside.bottom);
+    ASSERT_NE(GetDlgItem(dialog, kPromptFieldId), nullptr);
+    GetWindowRect(GetDlgItem(dialog, kPromptFieldId), &field);
+    EXPECT_TRUE(EqualRect(&field, &window));
+    EXPECT_TRUE(GetWindowLongPtrA(dialog, GWL_EXSTYLE) & WS_EX_TOOLWINDOW);
+    DestroyWindow(dialog);
+}
+
+} // namespace

@@ -1,0 +1,204 @@
+#include <algorithm>
+#include <set>
+#include <span>
+#include <string>
+#include <vector>
+
+#include <fontconfig/fontconfig.h>
+#include <gtest/gtest.h>
+
+#include "platform/offscreen/OffscreenWindowSystem.h"
+
+using Platform::Bitmap;
+
+namespace {
+
+constexpr uint32_t kGround = 0xFFFFFF;
+constexpr int32_t kOverhang = 1; // pixels by which a letter may leave its own width
+
+class Text : public testing::Test {
+protected:
+    Platform::FontRef font(int32_t height, const std::string &face = "Arial", bool bold = false)
+    {
+        return system.createFont({height, bold, face});
+    }
+
+    Bitmap draw(Platform::FontRef with, std::u16string_view text, Point at, bool alignRight = false,
+                int32_t width = 300, int32_t height = 40)
+    {
+        Bitmap bitmap(width, height, Bitmap::Format::colour);
+        for (uint32_t &pixel : pixels(bitmap)) pixel = kGround;
+        system.drawText(bitmap, *with, 0, at, text, alignRight);
+        return bitmap;
+    }
+
+    static std::span<uint32_t> pixels(const Bitmap &bitmap)
+    {
+        return {static_cast<uint32_t *>(bitmap.pixels()),
+                static_cast<size_t>(bitmap.width()) * static_cast<size_t>(bitmap.height())};
+    }
+
+    static std::vector<uint32_t> copy(const Bitmap &bitmap)
+    {
+        return {pixels(bitmap).begin(), pixels(bitmap).end()};
+    }
+
+    /// The smallest rectangle around everything that was drawn.
+    static Rect ink(const Bitmap &bitmap)
+    {
+        Rect found{bitmap.width(), -1, bitmap.height(), -1};
+        for (int32_t y = 0; y < bitmap.height(); ++y)
+            for (int32_t x = 0; x < bitmap.width(); ++x)
+                if (pixels(bitmap)[static_cast<size_t>(y * bitmap.width() + x)] != kGround)
+                    found = {std::min(found.left, x), std::max(found.right, x), std::min(found.top, y),
+                             std::max(found.bottom, y)};
+        return found;
+    }
+
+    Platform::OffscreenWindowSystem system;
+};
+
+TEST_F(Text, StaysWithinItsMeasureInEveryLanguage)
+{
+    const auto arial = font(-10), gothic = font(-10, "MS UI Gothic");
+    for (uint32_t id = 377; id <= 646; ++id) {
+        const std::u16string text = system.loadString(id);
+        for (const auto &face : {arial, gothic}) {
+            const Platform::TextSize size = system.measureText(*face, text);
+            const Rect drawn = ink(draw(face, text, {20, 10}));
+            if (text == u" ") {
+                EXPECT_GT(size.width, 0);
+                EXPECT_TRUE(drawn.isEmpty());
+                continue;
+            }
+            EXPECT_GE(drawn.left, 20 - kOverhang) << id;
+            EXPECT_LT(drawn.right, 20 + size.width + kOverhang) << id;
+            EXPECT_GE(drawn.top, 10) << id;
+            EXPECT_LT(drawn.bottom, 10 + size.height) << id;
+        }
+    }
+}
+
+TEST_F(Text, HasAGlyphForEveryLetterOfTheEditor)
+{
+    std::set<char16_t> letters;
+    for (uint32_t id = 377; id <= 646; ++id)
+        for (const char16_t letter : system.loadString(id)) letters.insert(letter);
+    EXPECT_GT(letters.size(), 100u);
+    for (const char *const face : {"Arial", "MS UI Gothic"}) {
+        const auto large = font(-24, face);
+        const auto unknown = copy(draw(large, u"\uE123", {4, 4}));
+        std::set<std::vector<uint32_t>> pictures;
+        for (const char16_t letter : letters) {
+            const auto picture = copy(draw(large, std::u16string(1, letter), {4, 4}));
+            EXPECT_NE(picture, unknown) << face << ", letter " << static_cast<unsigned>(letter);
+            EXPECT_TRUE(pictures.insert(picture).second)
+                << face << ", letter " << static_cast<unsigned>(letter);
+        }
+    }
+}
+
+TEST_F(Text, EndsAtItsPlaceWhenAlignedRight)
+{
+    const auto face = font(-10);
+    const int32_t width = system.measureText(*face, u"threshold:").width;
+    EXPECT_EQ(copy(draw(face, u"threshold:", {200, 5}, true)),
+              copy(draw(face, u"threshold:", {200 - width, 5})));
+}
+
+/// The same letters as on a bitmap with room for all of them, wherever the edges are.
+TEST_F(Text, IsCutAtTheEdges)
+{
+    const auto face = font(-20);
+    const std::u16string text = u"\u9891gAj";
+    constexpr int32_t kWide = 160, kHigh = 80, kSmall = 16;
+    const Bitmap whole = draw(face, text, {60, 30}, false, kWide, kHigh);
+    for (const Point corner : {Point{50, 25}, Point{70, 40}, Point{90, 45}, Point{64, 36}}) {
+        const Bitmap part = draw(face, text, Point{60, 30} - corner, false, kSmall, kSmall);
+        for (int32_t y = 0; y < kSmall; ++y)
+            for (int32_t x = 0; x < kSmall; ++x)
+                ASSERT_EQ(pixels(part)[static_cast<size_t>(y * kSmall + x)],
+                          pixels(whole)[static_cast<size_t>((corner.y + y) * kWide + corner.x + x)]);
+    }
+    constexpr int32_t kFar = INT32_MAX;
+    for (const Point far : {Point{kFar, 0}, Point{0, kFar}, Point{-kFar, -kFar}, Point{kFar, kFar}})
+        for (const bool right : {false, true}) EXPECT_TRUE(ink(draw(face, text, far, right)).isEmpty());
+}
+
+TEST_F(Text, StopsAtAZeroAndAtItsLimit)
+{
+    const auto face = font(-10);
+    const int32_t one = system.measureText(*face, u"i").width;
+    EXPECT_EQ(system.measureText(*face, std::u16string(1024, u'i')).width, 1024 * one);
+    EXPECT_EQ(system.measureText(*face, std::u16string(5000, u'i')).width, 1024 * one);
+    EXPECT_EQ(system.measureText(*face, std::u16string_view(u"ii\0iii", 6)).width, 2 * one);
+    EXPECT_EQ(system.measureText(*face, u"").width, 0);
+    EXPECT_EQ(copy(draw(face, std::u16string_view(u"ii\0iii", 6), {0, 0})), copy(draw(face, u"ii", {0, 0})));
+}
+
+TEST_F(Text, TakesPairsOfWordsAsOneLetter)
+{
+    const auto face = font(-20);
+    const int32_t replacement = system.measureText(*face, u"\uFFFD").width;
+    EXPECT_EQ(system.measureText(*face, std::u16string{0xD800}).width, replacement);
+    EXPECT_EQ(system.measureText(*face, std::u16string{0xDC00, 0xD800}).width, 2 * replacement);
+    EXPECT_LT(system.measureText(*face, u"\U0001D11E").width, 2 * replacement);
+}
+
+TEST_F(Text, HasTheHeightThatWasAskedFor)
+{
+    EXPECT_EQ(system.measureText(*font(-10), u"").height, 13);
+    EXPECT_NEAR(system.measureText(*font(30), u"").height, 30, 1);
+    EXPECT_GT(system.measureText(*font(0), u"x").width, 0);
+    EXPECT_GT(system.measureText(*font(INT32_MIN), u"x").width, 0);
+    EXPECT_GT(system.measureText(*font(-12, "Arial", true), u"limiter").width,
+              system.measureText(*font(-12), u"limiter").width);
+}
+
+TEST_F(Text, BlendsItsColourOverTheGround)
+{
+    const auto face = font(-30);
+    Bitmap bitmap(60, 60, Bitmap::Format::colour);
+    for (uint32_t &pixel : pixels(bitmap)) pixel = 0x0000FF;
+    system.drawText(bitmap, *face, 0xFF0000, {0, 0}, u"M", false);
+    bool full = false, partly = false;
+    for (const uint32_t pixel : pixels(bitmap)) {
+        const uint32_t red = pixel >> 16, blue = pixel & 0xFF;
+        EXPECT_EQ(pixel & 0xFF00FF00, 0u);
+        EXPECT_EQ(red + blue, 255u);
+        full |= red == 255;
+        partly |= red > 0 && red < 255;
+    }
+    EXPECT_TRUE(full);
+    EXPECT_TRUE(partly);
+}
+
+TEST_F(Text, OutlivesTheWindowSystem)
+{
+    Platform::FontRef kept;
+    {
+        Platform::OffscreenWindowSystem shortLived;
+        kept = shortLived.createFont({-10, false, "Arial"});
+    }
+    EXPECT_GT(system.measureText(*kept, u"gain").width, 0);
+}
+
+TEST_F(Text, TakesAnyFaceForOneThatIsMissing)
+{
+    const auto face = font(-10, "No Such Face");
+    ASSERT_NE(face, nullptr);
+    EXPECT_FALSE(ink(draw(face, u"gain", {5, 5})).isEmpty());
+}
+
+TEST_F(Text, GivesNoFontWhereThereAreNone)
+{
+    FcConfig *const before = FcConfigReference(nullptr), *const empty = FcConfigCreate();
+    FcConfigSetCurrent(empty);
+    EXPECT_EQ(font(-10), nullptr);
+    FcConfigSetCurrent(before);
+    FcConfigDestroy(before);
+    FcConfigDestroy(empty);
+    EXPECT_NE(font(-10), nullptr);
+}
+
+} // namespace

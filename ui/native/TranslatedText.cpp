@@ -1,0 +1,59 @@
+#include "ui/native/TranslatedText.h"
+
+#include "ui/native/Copy.h"
+
+namespace UI::Native {
+
+namespace {
+
+constexpr uint32_t kTextColour = 0x000000;
+
+} // namespace
+
+TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, const TextSource &texts,
+                               uint32_t textRow, Point placeOffset)
+    : Reflected(ownerFrame, parentWindow, String("Translated text '%1'").arg(texts.row(textRow).english)),
+      source(texts), row(textRow)
+{
+    const TextRow &place = source.row(row);
+    int32_t x = place.x + placeOffset.x, labelWidth = place.width;
+    const std::u16string words = source.string(row);
+    const Platform::FontRef font = source.labelFont();
+    if (font && !words.empty()) {
+        // The click counts on the words; what does not fit ends at the label's field.
+        labelWidth = std::min(Platform::windowSystem().measureText(*font, words).width, place.width);
+        labelWidth = std::max(labelWidth, 1);
+        if (place.alignment == TextRow::right) x += place.width - labelWidth;
+    }
+    setGeometry(x, place.y + placeOffset.y, labelWidth, place.height);
+    makeCanvas(labelWidth, place.height);
+    redraw();
+}
+
+void TranslatedText::redraw()
+{
+    copyBackground();
+    const std::u16string words = source.string(row);
+    const Platform::FontRef font = source.labelFont();
+    if (font && !words.empty())
+        Platform::windowSystem().drawText(canvas->bitmap(), *font, kTextColour, {0, source.row(row).textInset},
+                                          words, false);
+    else
+        drawPixmap(loadPixmap(String("TranslatedText%1.png").arg(row)), canvas, {});
+    present();
+}
+
+bool TranslatedText::onMouseDown(Point, uint32_t)
+{
+    sigClicked();
+    return true;
+}
+
+std::span<const MetaEntry> TranslatedText::signalTable()
+{
+    static constexpr MetaMethod clicked = metaMethod<&TranslatedText::sigClicked>("sigClicked");
+    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
+    return rows;
+}
+
+} // namespace UI::Native
