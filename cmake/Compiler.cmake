@@ -19,6 +19,7 @@ endif()
 
 set(TESSARINE_SANITIZE "" CACHE STRING "Sanitizers to build with, e.g. address,undefined or thread")
 if(TESSARINE_SANITIZE)
+    set(CMAKE_CXX_FLAGS_RELEASE "-O1 -g1 -DNDEBUG") # half the time to build; reports name lines all the same
     add_compile_options(-fsanitize=${TESSARINE_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=${TESSARINE_SANITIZE})
 endif()
