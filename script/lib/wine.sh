@@ -46,6 +46,9 @@ run_win32() {
     if [ -e /usr/lib/wine/wine ]; then
         WINEPREFIX=$PWD/build/wine32 WINEARCH=win32 /usr/lib/wine/wine "$program" "$@"
     else
+        local library
+        library=$(dirname "$program")/tessarine.dll
+        if [ -e "$library" ]; then as_root cp -u "$library" build/win32-chroot/w/; fi # beside it, where it is looked for
         as_root cp "$program" build/win32-chroot/w/
         as_root chroot build/win32-chroot env HOME=/root DISPLAY="${DISPLAY:-}" \
             WINEPREFIX=/w/prefix WINEARCH=win32 WINEDEBUG=-all wine "/w/$(basename "$program")" "$@"
