@@ -60,7 +60,7 @@ const EditorState kStates[] = {
          editor.playMusic();
          editor.tickAfter(0);
      }},
-    {"OverAndReduced", 0x23941DB750FFBBA1,
+    {"OverAndReduced", 0x312CDFBB3415AE9E,
      [](StillEditor &editor) {
          for (int32_t band = 0; band < 4; ++band) {
              editor.effect.set(10 + band, 0.3f); // thresholds
