@@ -8,7 +8,7 @@ build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev li
 # What draws the editor's images; fonts-inter is their font.
 image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it.
-windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64)
+windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64 xvfb)
 
 package_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 

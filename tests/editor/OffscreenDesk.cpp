@@ -39,6 +39,7 @@ DeskHoldings OffscreenDesk::holdings() const
     now.timers = static_cast<int64_t>(system.timerCount());
     now.threads = entries("/proc/self/task");
     now.handles = entries("/proc/self/fd");
-    now.heapBytes = static_cast<int64_t>(heap.uordblks + heap.hblkhd);
+    const size_t records = system.paints.capacity() * sizeof system.paints[0]; // the desk's own
+    now.heapBytes = static_cast<int64_t>(heap.uordblks + heap.hblkhd - records);
     return now;
 }

@@ -1,0 +1,178 @@
+#include <cstdio>
+#include <gtest/gtest.h>
+
+#include "tests/editor/Session.h"
+#include "ui/native/SpectrumAxis.h"
+
+// Every build and every window system shows these pictures to the last pixel. The numbers are what the test itself
+// prints when one does not match, with the picture in a file; a change of them is a change of what users see.
+
+namespace {
+
+using UI::MainWindow;
+
+/// An editor whose ticks come only when they are asked for, so that nothing moves by itself.
+class StillEditor : public HostedEffect {
+public:
+    StillEditor() { mainWindow().stopTicking(); }
+    void tickAfter(uint32_t ms)
+    {
+        desk->wait(ms);
+        tick();
+    }
+    void playMusic() { play(Signals::music(1, kRate, 20000, 3)); }
+    /// All parameters by chance, as the host sets them.
+    void setAll(uint64_t seed)
+    {
+        Signals::Random random(seed);
+        for (int32_t i = 0; i < effect->numParams; ++i) effect.set(i, random.real(0, 1));
+        mainWindow().slotUpdateAll();
+    }
+    void click(const char *name) { desk->click(control(name).centre()); }
+    void hold(const char *name, Point away)
+    {
+        desk->moveTo(control(name).centre());
+        desk->press();
+        desk->moveTo(control(name).centre() + away);
+    }
+    /// The first shows the focus, each that follows moves it on.
+    void tabs(int count)
+    {
+        desk->click({3, 3}); // the keys go to the editor
+        controls().front()->setFocus();
+        for (int i = 0; i < count; ++i) desk->type(Platform::kKeyTab);
+    }
+};
+
+struct EditorState {
+    const char *name;
+    uint64_t hash;
+    void (*reach)(StillEditor &);
+};
+void PrintTo(const EditorState &state, std::ostream *out) { *out << state.name; }
+
+const EditorState kStates[] = {
+    {"Opened", 0x741A9E813E53094A, [](StillEditor &) {}},
+    {"AnySettings", 0x469776B89F4A86E6, [](StillEditor &editor) { editor.setAll(1); }},
+    {"OtherSettings", 0x8D5378949B29FCB9, [](StillEditor &editor) { editor.setAll(2); }},
+    {"MetersAndSpectra", 0x95A569DB07B3C517,
+     [](StillEditor &editor) {
+         editor.playMusic();
+         editor.tickAfter(0);
+     }},
+    {"OverAndReduced", 0x312CDFBB3415AE9E,
+     [](StillEditor &editor) {
+         for (int32_t band = 0; band < 4; ++band) {
+             editor.effect.set(10 + band, 0.3f); // thresholds
+             editor.effect.set(18 + band, 0.2f); // ratios
+         }
+         editor.effect.set(0, 0.9f);
+         editor.mainWindow().slotUpdateAll();
+         editor.play(Signals::hostile(1, HostedEffect::kRate, 20000));
+         editor.tickAfter(0);
+     }},
+    {"AtRestAgain", 0x9E43900031948910,
+     [](StillEditor &editor) {
+         editor.playMusic();
+         editor.tickAfter(0);
+         editor.play(Signals::silence(44100));
+         for (int i = 0; i < 60; ++i) editor.tickAfter(MainWindow::kMinRenderMs + 2);
+     }},
+    {"LowRate", 0xC8F2C4E21B48A52A,
+     [](StillEditor &editor) {
+         editor.effect.switchOff();
+         editor.effect.dispatch(effSetSampleRate, 0, 0, nullptr, 22050.0f);
+         editor.effect.switchOn();
+         editor.mainWindow().slotUpdateAll();
+     }},
+    {"SliderHeld", 0xCEC41F2E14B3D9B1,
+     [](StillEditor &editor) {
+         editor.hold("output slider", {2, -11});
+     }},
+    {"FieldDragged", 0xE881AACE722FC0B4,
+     [](StillEditor &editor) {
+         editor.hold("low cutoff", {4, -9});
+         editor.desk->release();
+     }},
+    {"CutoffHeld", 0xFBBC892D7FF94E0A,
+     [](StillEditor &editor) {
+         const int32_t x = 14 + UI::Native::SpectrumAxis(377, 167).column(2000.0f); // the middle line
+         editor.desk->moveTo({x, 100});
+         editor.desk->press();
+         editor.desk->moveTo({x - 20, 60});
+     }},
+    {"SwitchHeld", 0x1E7F039835F6EB3E,
+     [](StillEditor &editor) {
+         editor.hold("solo 2", {0, 0});
+     }},
+    {"SwitchLeftWhileHeld", 0x741A9E813E53094A,
+     [](StillEditor &editor) {
+         editor.hold("solo 2", {0, 40});
+     }},
+    {"SoloAndBypass", 0x6B0F52F1DD02A4EC,
+     [](StillEditor &editor) {
+         editor.click("solo 2");
+         editor.click("bypass 3");
+         editor.click("limiter bypass");
+     }},
+    {"Boxes", 0xAA2DBB0079991572,
+     [](StillEditor &editor) {
+         for (const char *box : {"spectrum on input", "brickwall", "band link"}) editor.click(box);
+     }},
+    {"FocusOnSlider", 0x1B139D7F1E989CB1, [](StillEditor &editor) { editor.tabs(1); }},
+    {"FocusOnField", 0x77234A1F10687266, [](StillEditor &editor) { editor.tabs(3); }},
+    {"FocusOnSwitch", 0x23442B4107887D47, [](StillEditor &editor) { editor.tabs(6); }},
+    {"ToolTip", 0x5BDA09559028D964,
+     [](StillEditor &editor) {
+         editor.desk->moveTo(control("solo 2").centre());
+         for (int i = 0; i < 3; ++i) editor.tickAfter(700);
+     }},
+    {"ToolTipGone", 0xE4D7EC38E8787053,
+     [](StillEditor &editor) {
+         editor.desk->moveTo(control("output slider").centre());
+         for (int i = 0; i < 3; ++i) editor.tickAfter(700);
+         editor.desk->moveTo({530, 480});
+     }},
+};
+
+uint64_t hashOf(const Platform::Bitmap &shot)
+{
+    uint64_t hash = 0xCBF29CE484222325ull;
+    const auto *pixels = static_cast<const uint32_t *>(shot.pixels());
+    for (int64_t i = 0; i < int64_t{shot.width()} * shot.height(); ++i)
+        hash = (hash ^ pixels[i]) * 0x100000001B3ull; // FNV-1a
+    return hash;
+}
+
+/// A PPM file in the folder where the tests run.
+std::string write(const Platform::Bitmap &shot, const char *name)
+{
+    const std::string path = std::string("picture-") + name + ".ppm";
+    if (FILE *const file = std::fopen(path.c_str(), "wb")) {
+        std::fprintf(file, "P6\n%d %d\n255\n", shot.width(), shot.height());
+        const auto *pixels = static_cast<const uint32_t *>(shot.pixels());
+        for (int64_t i = 0; i < int64_t{shot.width()} * shot.height(); ++i)
+            for (const int shift : {16, 8, 0}) std::fputc(static_cast<int>(pixels[i] >> shift & 0xFF), file);
+        std::fclose(file);
+    }
+    return path;
+}
+
+class Pictures : public testing::TestWithParam<EditorState> {};
+INSTANTIATE_TEST_SUITE_P(Of, Pictures, testing::ValuesIn(kStates),
+                         [](const auto &made) { return std::string(made.param.name); });
+
+TEST_P(Pictures, AreTheSameToTheLastPixelEverywhere)
+{
+    StillEditor editor;
+    GetParam().reach(editor);
+    editor.desk->wait(0); // all is painted
+    const Platform::Bitmap shot = editor.desk->shot();
+    const uint64_t hash = hashOf(shot);
+    char text[24];
+    std::snprintf(text, sizeof text, "0x%016llX", static_cast<unsigned long long>(hash));
+    EXPECT_EQ(GetParam().hash, hash) << text << ", see " << write(shot, GetParam().name);
+    editor.desk->release(); // whatever is still held
+}
+
+} // namespace
