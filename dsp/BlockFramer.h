@@ -10,6 +10,7 @@ struct BlockFramer {
     uint32_t inputs = 2;
     uint32_t outputs = 2;
 
+    bool operator==(const BlockFramer &) const = default;
     uint32_t latency() const { return frameSize ? frameSize - 1 : 0; }
 };
 

@@ -3,6 +3,7 @@
 #include <memory>
 #include <vector>
 
+#include "PluginBase/Util/AlignedBuffer.h"
 #include "PluginBase/Util/DataStream.h"
 #include "PluginBase/Util/NamedLock.h"
 #include "PluginBase/Util/OptionalIndex.h"
@@ -21,7 +22,8 @@ class PluginLink;
 /// editor and state walk by kind and index, whatever the class.
 /// Thread  run(): audio, under `lock`. Parameter operations: any; setters say themselves whether they lock
 /// State   `settingLock` is held by who sets a value and derives others from it, and is taken before `lock`.
-///         The audio thread takes it only in setSampleRate, where a block has to resume the chain first
+///         The audio thread takes it where a block has to resume the chain first (setSampleRate), and where
+///         envelopes set values
 /// Errors  parameter indices are the caller's duty: they run below the counts
 class Component {
 public:
@@ -34,6 +36,7 @@ public:
     virtual bool isActive() const = 0;
     /// Whether a parameter of the watch lists is automated by an envelope.
     virtual bool hasAutomation() const;
+    /// Whether process reads the envelopes itself, from `blockTime` on: it then gets every block whole.
     virtual bool ownsTiming() const { return false; }
     /// Bytes of component state beside the parameters in a saved program; written unless stateKind says
     /// kNoOwnState.
@@ -135,7 +138,10 @@ public:
     virtual void endStateLoad() {}
     /// Samples by which the component delays, without framing.
     virtual uint32_t latency() const { return 0; }
-    /// Body of run, where automation would cut the block; without envelopes it hands it to process whole.
+    /// Body of run where envelopes are followed: cuts the block into steps of `zipperSamples`, sets at each
+    /// the parameters that have an envelope and that the user does not hold, and processes it. `refreshFlag`
+    /// is raised if a value moved, `abort` if the framing did: what is left of the block then stays as it is.
+    /// A component with nothing to automate has no steps.
     virtual uint32_t runBlock(uint32_t sampleRate, const int64_t *streamTime, uint32_t zipperSamples,
                               bool *refreshFlag, uint32_t frames, float *left, float *right, bool *abort);
 
@@ -152,10 +158,12 @@ public:
     bool isMeterEnabled() const { return meterEnabled; }
     void setBandIndex(uint32_t band) { bandIndex = band; }
     const String &componentName() const { return name; }
+    EnvelopeHandler &envelopeHandler() { return *envelopes; }
     const EnvelopeHandler &envelopeHandler() const { return *envelopes; }
 
 protected:
-    Component(PluginLink &plugin, const String &name);
+    /// With `usesScratch` the steps of an automated block are processed in buffers of the component's own.
+    Component(PluginLink &plugin, const String &name, uint32_t usesScratch = 0);
 
     /// Last call of a concrete constructor, when the parameter lists are complete.
     void finishConstruction();
@@ -164,6 +172,7 @@ protected:
     void requestLatencyUpdate();
 
     std::unique_ptr<EnvelopeHandler> envelopes;
+    int64_t blockTime = 0; // of the first sample, 100 ns; kept only for a component that ownsTiming
     std::vector<uint32_t> floatWatch, boolWatch, intWatch; // parameters that hasAutomation looks at
     float *const *bandOutLeft = nullptr; // the four bands during process, if run was given band pointers
     float *const *bandOutRight = nullptr;
@@ -171,13 +180,24 @@ protected:
     Util::NamedLock settingLock; // keeps setters apart; see above
     PluginLink &plugin;
     const String name;
+    const uint32_t usesScratch;
     uint32_t bandIndex = 0; // the band that the next process call of Dynamics works on
     BlockFramer framer;
     std::vector<uint32_t> automatedFloats, automatedBools, automatedInts, automatedExtras;
+    // the values of the automated parameters at each step of a block; empty where there is no envelope
+    std::vector<std::vector<float>> floatSteps;
+    std::vector<std::vector<bool>> boolSteps;
+    std::vector<std::vector<uint32_t>> intSteps;
+    Util::AlignedBuffer<float> scratchLeft, scratchRight;
     bool active = false;       // isActive when updateComponents last asked
     bool deactivating = false; // lets run work on while `active` is off
     Util::Shared<bool> meterEnabled = true;
     Util::Shared<bool> notificationsEnabled = false;
+
+private:
+    void evaluateSteps(const EnvelopeGrid &grid);
+    /// True if a value moved.
+    bool applyStep(uint32_t step);
 };
 
 } // namespace DSP

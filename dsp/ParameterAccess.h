@@ -10,29 +10,35 @@ struct ParameterAccess;
 
 template <>
 struct ParameterAccess<float> {
+    static constexpr ParamKind kind = ParamKind::real;
     static uint32_t count(const Component &c) { return c.numFloatParams(); }
     static float value(const Component &c, uint32_t i) { return c.floatParamValue(i); }
     static float initial(const Component &c, uint32_t i) { return c.floatParamDefault(i); }
     static void set(Component &c, uint32_t i, float v) { c.setFloatParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.floatParamPersistence(i) == inProgram; }
+    static bool isEdited(const Component &c, uint32_t i) { return c.floatParamEditing(i); }
 };
 
 template <>
 struct ParameterAccess<bool> {
+    static constexpr ParamKind kind = ParamKind::boolean;
     static uint32_t count(const Component &c) { return c.numBoolParams(); }
     static bool value(const Component &c, uint32_t i) { return c.boolParamValue(i); }
     static bool initial(const Component &c, uint32_t i) { return c.boolParamDefault(i); }
     static void set(Component &c, uint32_t i, bool v) { c.setBoolParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.boolParamPersistence(i) == inProgram; }
+    static bool isEdited(const Component &c, uint32_t i) { return c.boolParamEditing(i); }
 };
 
 template <>
 struct ParameterAccess<uint32_t> {
+    static constexpr ParamKind kind = ParamKind::integer;
     static uint32_t count(const Component &c) { return c.numIntParams(); }
     static uint32_t value(const Component &c, uint32_t i) { return c.intParamValue(i); }
     static uint32_t initial(const Component &c, uint32_t i) { return c.intParamDefault(i); }
     static void set(Component &c, uint32_t i, uint32_t v) { c.setIntParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.intParamPersistence(i) == inProgram; }
+    static bool isEdited(const Component &c, uint32_t i) { return c.intParamEditing(i); }
 };
 
 } // namespace DSP

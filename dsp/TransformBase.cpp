@@ -1,5 +1,7 @@
 #include "dsp/TransformBase.h"
 
+#include <algorithm>
+
 #include "dsp/PluginLink.h"
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/FloatState.h"
@@ -71,16 +73,48 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
     } block(inProcess);
     delayCompensation = settings->getDelayCompensation();
     const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
-    const uint32_t written = transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
+    const uint32_t written =
+        isBypassAutomated() ? transformAutomated(frames, inLeft, inRight, outLeft, outRight, zipperSamples)
+                            : transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
     refreshEditor();
     if (monoActive && callersRight && written) ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
     return written;
 }
 
-bool TransformBase::isPlainBypass() const
+bool TransformBase::isBypassAutomated() const
 {
-    return settings->getBypass() &&
-           !settings->envelopeHandler().hasEnvelope(ParamKind::boolean, Global::kBypassParam);
+    return settings->envelopeHandler().hasEnvelope(ParamKind::boolean, Global::kBypassParam);
+}
+
+bool TransformBase::isPlainBypass() const { return settings->getBypass() && !isBypassAutomated(); }
+
+uint32_t TransformBase::transformAutomated(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
+                                           float *outRight, uint32_t zipperSamples)
+{
+    const int64_t blockTime = streamTime;
+    const EnvelopeGrid grid = {blockTime, sampleRate, frames, zipperSamples};
+    settings->envelopeHandler().evaluateBools(Global::kBypassParam, grid, settings->getBypass(), bypassSteps);
+    uint32_t done = 0, written = 0;
+    for (const bool bypass : bypassSteps) {
+        const uint32_t count = std::min(zipperSamples, frames - done);
+        if (!settings->boolParamEditing(Global::kBypassParam) && bypass != settings->getBypass()) {
+            settings->setBypass(bypass);
+            uiRefreshPending = true;
+        }
+        float *const right = inRight ? inRight + done : nullptr;
+        float *const rightOut = outRight ? outRight + written : nullptr;
+        if (settings->getBypass()) {
+            bypassCopy(count, inLeft + done, right, outLeft + written, rightOut);
+            written += count;
+        } else {
+            streamTime = grid.timeAt(done);
+            written +=
+                transformNoise(count, inLeft + done, right, outLeft + written, rightOut, zipperSamples);
+        }
+        done += count;
+    }
+    streamTime = blockTime;
+    return written;
 }
 
 uint32_t TransformBase::transformNoise(uint32_t frames, float *inLeft, float *inRight, float *outLeft,

@@ -1,6 +1,7 @@
 #pragma once
 #include <atomic>
 #include <memory>
+#include <vector>
 
 #include "PluginBase/Util/AlignedBuffer.h"
 #include "PluginBase/Util/Shared.h"
@@ -69,9 +70,13 @@ protected:
     PluginLink &plugin;
 
 private:
+    bool isBypassAutomated() const;
     bool isPlainBypass() const;
     uint32_t transformNoise(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
                             uint32_t zipperSamples);
+    /// transformNoise or bypassCopy, step by step as the automation of the bypass says.
+    uint32_t transformAutomated(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
+                                float *outRight, uint32_t zipperSamples);
     void refreshEditor();
     void requestUpdate(bool activeToo);
 
@@ -81,6 +86,7 @@ private:
     Util::Shared<uint32_t> sampleRate = 44100;                    // Hz
     bool uiRefreshPending = false;                                // automation changed a value
     int64_t streamTime = 0;                                       // of the block's first sample, 100 ns
+    std::vector<bool> bypassSteps; // the automation of the bypass in the present block
     bool monoActive = false;
     bool delayCompensation = false;
     Util::Shared<uint32_t> latency = 0; // samples

@@ -30,8 +30,17 @@ void release(void *memory)
 
 uint64_t allocationCount() { return allocations; }
 
-// The array and nothrow forms of the library come back to these.
+// The array forms of the library come back to these. The nothrow form does so too, but not the one that the
+// address sanitizer puts in its place, and what it gives is freed by the plain delete.
 void *operator new(std::size_t bytes) { return allocate(bytes, __STDCPP_DEFAULT_NEW_ALIGNMENT__); }
+void *operator new(std::size_t bytes, const std::nothrow_t &) noexcept
+{
+    try {
+        return operator new(bytes);
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
+}
 void *operator new(std::size_t bytes, std::align_val_t alignment)
 {
     return allocate(bytes, static_cast<std::size_t>(alignment));

@@ -1,0 +1,44 @@
+#pragma once
+#include <cmath>
+#include <cstdint>
+#include <vector>
+
+namespace Reference {
+
+struct Segment {
+    int64_t start, end; // 100 ns
+    float from, to;
+    uint32_t curve; // 1 step, 4 accelerating, 8 decelerating, linear
+};
+
+/// The automation of a parameter sample by sample from time 0, written segment over segment. Those come in
+/// the order of their start.
+inline std::vector<float> playEnvelope(const std::vector<Segment> &segments, uint32_t rate, uint32_t frames,
+                                       float initial)
+{
+    std::vector<float> values(frames, initial);
+    const auto sampleAt = [rate](int64_t time) {
+        return static_cast<int64_t>(std::floor(static_cast<double>(time) * rate / 1e7 + 0.5));
+    };
+    for (const Segment &s : segments) {
+        const int64_t start = sampleAt(s.start), length = sampleAt(s.end) - start;
+        if (length <= 0) continue;
+        const double rise = static_cast<double>(s.to) - s.from;
+        // increments of one size, or growing from 0 or shrinking to it by equal amounts
+        const double most = length > 1 ? 2 * rise / static_cast<double>(length) : 0;
+        const double change = length > 1 ? most / static_cast<double>(length - 1) : 0;
+        double increment = rise / static_cast<double>(length), growth = 0, value = s.from;
+        if (s.curve == 1) increment = 0;
+        if (s.curve == 4) increment = 0, growth = change;
+        if (s.curve == 8) increment = most, growth = -change;
+        for (int64_t i = 0; start + i < frames; ++i) {
+            if (start + i >= 0)
+                values[static_cast<size_t>(start + i)] = i < length ? static_cast<float>(value) : s.to;
+            value += increment;
+            increment += growth;
+        }
+    }
+    return values;
+}
+
+} // namespace Reference
