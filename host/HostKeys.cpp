@@ -13,20 +13,19 @@ uint32_t virtualKeyOf(int32_t code)
         uint32_t key;        // for the first of them
     };
     static constexpr Row kRows[] = {
-        {1, 1, 8},    // back
-        {2, 2, 9},    // tab
-        {4, 4, 13},   // return
-        {19, 19, 13}, // enter
-        {6, 6, 27},   // escape
-        {7, 7, 32},   // space
-        {9, 9, 35},   // end
-        {10, 10, 36}, // home
-        {11, 14, 37}, // left, up, right, down
-        {15, 16, 33}, // page up, page down
-        {21, 22, 45}, // insert, delete
-        {23, 23, 112}, {40, 51, 112}, // help and F1, then F2 to F12
-        {52, 53, 52}, {57, 57, 57},
-        {54, 56, 16}, // shift, control, alt
+        {1, 1, 8},                                  // back
+        {2, 2, 9},                                  // tab
+        {4, 4, 13},                                 // return
+        {19, 19, 13},                               // enter
+        {6, 6, 27},                                 // escape
+        {7, 7, 32},                                 // space
+        {9, 9, 35},                                 // end
+        {10, 10, 36},                               // home
+        {11, 14, 37},                               // left, up, right, down
+        {15, 16, 33},                               // page up, page down
+        {21, 22, 45},                               // insert, delete
+        {23, 23, 112}, {40, 51, 112},               // help and F1, then F2 to F12
+        {52, 53, 52},  {57, 57, 57},  {54, 56, 16}, // shift, control, alt
     };
     for (const Row &row : kRows)
         if (code >= row.first && code <= row.last) return row.key + static_cast<uint32_t>(code - row.first);

@@ -10,10 +10,7 @@ using Platform::windowSystem;
 
 VSTEditor::VSTEditor(VSTPlugin *owner) : AEffEditor(owner), plugin(owner) {}
 
-VSTEditor::~VSTEditor()
-{
-    close();
-}
+VSTEditor::~VSTEditor() { close(); }
 
 intptr_t VSTEditor::getRect(ERect **out)
 {
@@ -71,10 +68,7 @@ void VSTEditor::close()
         windowSystem().unregisterClass(className(stem));
 }
 
-void VSTEditor::update()
-{
-    plugin->requestRefresh();
-}
+void VSTEditor::update() { plugin->requestRefresh(); }
 
 void VSTEditor::post(uint32_t code)
 {

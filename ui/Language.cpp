@@ -29,10 +29,7 @@ std::optional<Language::Index> preferred;
 
 Language::Language() : Language(preferred.value_or(hostLanguage())) {}
 
-void Language::prefer(std::optional<Index> chosen)
-{
-    preferred = chosen;
-}
+void Language::prefer(std::optional<Index> chosen) { preferred = chosen; }
 
 Language::Language(Index chosen) : language(chosen)
 {

@@ -14,7 +14,8 @@ constexpr int32_t kBarTop = 236, kBarHeight = 24; // the panels' coloured title 
 constexpr Point kSpectrum{14, 24};
 constexpr std::array<int32_t, 3> kCutoffX = {91, 223, 355};
 constexpr int32_t kTopFieldY = 210;
-constexpr Point kOutputSlider{460, 46}, kOutputEdit{481, kTopFieldY}, kOutputReadout{477, 39}, kOutputMeter{485, 51};
+constexpr Point kOutputSlider{460, 46}, kOutputEdit{481, kTopFieldY}, kOutputReadout{477, 39},
+    kOutputMeter{485, 51};
 
 // In a band, x from its left edge.
 constexpr Point kSolo{61, 240}, kBypass{78, 240}, kBandMeter{6, 268}, kReductionMeter{69, 268};
@@ -24,23 +25,15 @@ constexpr int32_t kThresholdY = 400, kGainY = 415, kRatioY = 430, kAttackY = 445
 
 constexpr Point kLimiterBypass{519, 240};
 constexpr int32_t kLimiterFieldX = 481;
-constexpr int32_t kLimiterThresholdY = 268, kLimiterMarginY = 283, kLimiterAttackY = 298, kLimiterReleaseY = 313;
+constexpr int32_t kLimiterThresholdY = 268, kLimiterMarginY = 283, kLimiterAttackY = 298,
+                  kLimiterReleaseY = 313;
 constexpr int32_t kCheckX = 517, kSpectrumOnInputY = 373, kBrickwallY = 393, kBandLinkY = 413;
 
 constexpr Rect kSwitchHotRect{1, 15, 1, 15}; // of a solo or bypass button's image
 
-constexpr Rect bandBar(uint32_t band)
-{
-    return Rect::at({kBandX[band], kBarTop}, kBandWidth, kBarHeight);
-}
-constexpr Rect limiterBar()
-{
-    return Rect::at({kStripX, kBarTop}, kStripWidth, kBarHeight);
-}
+constexpr Rect bandBar(uint32_t band) { return Rect::at({kBandX[band], kBarTop}, kBandWidth, kBarHeight); }
+constexpr Rect limiterBar() { return Rect::at({kStripX, kBarTop}, kStripWidth, kBarHeight); }
 /// All four bars and what is between them.
-constexpr Rect bandBars()
-{
-    return {bandBar(0).left, bandBar(3).right, kBarTop, kBarTop + kBarHeight - 1};
-}
+constexpr Rect bandBars() { return {bandBar(0).left, bandBar(3).right, kBarTop, kBarTop + kBarHeight - 1}; }
 
 } // namespace UI::Layout

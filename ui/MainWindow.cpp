@@ -34,7 +34,8 @@ void MainWindow::updateAll()
         soloButtons[band]->refresh();
         bypassButtons[band]->refresh();
         thresholdSliders[band]->refresh();
-        for (auto *edit : {thresholdEdits[band], gainEdits[band], ratioEdits[band], attackEdits[band], releaseEdits[band]})
+        for (auto *edit :
+             {thresholdEdits[band], gainEdits[band], ratioEdits[band], attackEdits[band], releaseEdits[band]})
             edit->refresh();
     }
     limiterBypassButton->refresh();
@@ -73,8 +74,8 @@ void MainWindow::followLinkKeys()
     DSP::Dynamics *const dynamics = frame->transform().dynamics();
     dynamics->setBandLink(held);
     bandLinkButton->refresh();
-    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics, kBandLinkParam, nullptr,
-                          &held, nullptr);
+    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics, kBandLinkParam,
+                          nullptr, &held, nullptr);
 }
 
 bool MainWindow::bandsLinked(void *window)
@@ -139,7 +140,8 @@ bool MainWindow::onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t m
         }
         return true;
     }
-    if (toolTips) toolTips->onMouse(at, static_cast<Kind>(kind) == Kind::mouseMove, windowSystem().milliseconds());
+    if (toolTips)
+        toolTips->onMouse(at, static_cast<Kind>(kind) == Kind::mouseMove, windowSystem().milliseconds());
     return false;
 }
 
@@ -154,8 +156,8 @@ void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t
 void MainWindow::showCutoff(uint32_t cutoff)
 {
     const float hz = frame->transform().crossOver()->cutoff(cutoff);
-    plugin->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, frame->transform().crossOver(), cutoff,
-                          &hz, nullptr, nullptr);
+    plugin->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, frame->transform().crossOver(),
+                          cutoff, &hz, nullptr, nullptr);
 }
 
 void MainWindow::changeCutoff(uint32_t cutoff, float hz)
@@ -172,10 +174,7 @@ void MainWindow::slotCutoffDelta(uint32_t cutoff, float delta)
     changeCutoff(cutoff, frame->transform().crossOver()->cutoff(cutoff) + delta);
 }
 
-void MainWindow::slotCutoffSet(uint32_t cutoff, float hz)
-{
-    changeCutoff(cutoff, hz);
-}
+void MainWindow::slotCutoffSet(uint32_t cutoff, float hz) { changeCutoff(cutoff, hz); }
 
 void MainWindow::slotCutoffReset(uint32_t cutoff)
 {
@@ -195,7 +194,8 @@ void MainWindow::slotCutoffReset(uint32_t cutoff)
 void MainWindow::slotUpdateLimiterAttackRange()
 {
     const bool brickwall = frame->transform().maximizer()->boolParamValue(kBrickwallParam);
-    limiterAttackEdit->setDisplayRange(kAttackLowestMs, brickwall ? kBrickwallAttackHighestMs : kAttackHighestMs);
+    limiterAttackEdit->setDisplayRange(kAttackLowestMs,
+                                       brickwall ? kBrickwallAttackHighestMs : kAttackHighestMs);
 }
 
 void MainWindow::paintBar(const Rect &bar, uint32_t colour)
@@ -243,15 +243,12 @@ std::span<const MetaEntry> MainWindow::slotTable()
         metaMethod<&MainWindow::slotUpdateLimiterAttackRange>("slotUpdateLimiterAttackRange"),
         metaMethod<&MainWindow::slotUpdatePanelEnables>("slotUpdatePanelEnables"),
         metaMethod<&MainWindow::slotUpdateLimiterEnable>("slotUpdateLimiterEnable")};
-    static constexpr MetaEntry rows[] = {{"slotResetFocusTimer()", &methods[0]},
-                                         {"slotSpectrumCutoffFocus(uint)", &methods[1]},
-                                         {"slotSpectrumGainFocus(uint)", &methods[2]},
-                                         {"slotCutoffDelta(uint,float)", &methods[3]},
-                                         {"slotCutoffReset(uint)", &methods[4]},
-                                         {"slotCutoffSet(uint,float)", &methods[5]},
-                                         {"slotUpdateLimiterAttackRange()", &methods[6]},
-                                         {"slotUpdatePanelEnables()", &methods[7]},
-                                         {"slotUpdateLimiterEnable()", &methods[8]}};
+    static constexpr MetaEntry rows[] = {
+        {"slotResetFocusTimer()", &methods[0]},          {"slotSpectrumCutoffFocus(uint)", &methods[1]},
+        {"slotSpectrumGainFocus(uint)", &methods[2]},    {"slotCutoffDelta(uint,float)", &methods[3]},
+        {"slotCutoffReset(uint)", &methods[4]},          {"slotCutoffSet(uint,float)", &methods[5]},
+        {"slotUpdateLimiterAttackRange()", &methods[6]}, {"slotUpdatePanelEnables()", &methods[7]},
+        {"slotUpdateLimiterEnable()", &methods[8]}};
     return rows;
 }
 

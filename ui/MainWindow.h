@@ -75,9 +75,8 @@ private:
     template <class Control>
     void connectGesture(Control *control, Object *receiver, const char *delta, const char *reset,
                         const char *set, uint32_t index);
-    void createGroup(const char *groupName, uint32_t firstParameter,
-                     const PerBand<Native::TextEdit> &edits, const PerBand<Native::PixmapSlider> *sliders,
-                     Native::MultiBandSpectrum *refreshed);
+    void createGroup(const char *groupName, uint32_t firstParameter, const PerBand<Native::TextEdit> &edits,
+                     const PerBand<Native::PixmapSlider> *sliders, Native::MultiBandSpectrum *refreshed);
 
     static bool bandsLinked(void *window);
     bool altShiftHeld() const { return frame->altDown() && frame->shiftDown(); }

@@ -31,19 +31,18 @@ void place(Native::WindowBase *control, Point at)
     control->setGeometry(at.x, at.y, control->width(), control->height());
 }
 
-String bandName(const char *pattern, uint32_t band)
-{
-    return String(pattern).arg(band + 1);
-}
+String bandName(const char *pattern, uint32_t band) { return String(pattern).arg(band + 1); }
 
 } // namespace
 
 struct MainWindow::Images {
-    PixmapRef trackSmall = loadPixmap("Slider_Track_Small.png"), trackLarge = loadPixmap("Slider_Track_Large.png");
+    PixmapRef trackSmall = loadPixmap("Slider_Track_Small.png"),
+              trackLarge = loadPixmap("Slider_Track_Large.png");
     PixmapRef handleNormal = loadPixmap("Slider_Handle_Normal.png");
     PixmapRef handlePressed = loadPixmap("Slider_Handle_Pressed.png");
     PixmapRef sliderFocus = loadPixmap("Slider_FocusOverlay.png");
-    PixmapRef meterOff = loadPixmap("LevelMeter_Small_Off.png"), meterOn = loadPixmap("LevelMeter_Small_On.png");
+    PixmapRef meterOff = loadPixmap("LevelMeter_Small_Off.png"),
+              meterOn = loadPixmap("LevelMeter_Small_On.png");
     PixmapRef reductionOff = loadPixmap("GainReductionMeter_Off.png");
     PixmapRef reductionOn = loadPixmap("GainReductionMeter_On.png");
     PixmapRef digits = loadPixmap("TextEdit_Numbers.png");
@@ -99,8 +98,8 @@ void MainWindow::createSpectrum(const Images &images)
     connect(spectrum, "2sigCutoffFocus(uint)", this, "1slotSpectrumCutoffFocus(uint)");
     connect(this, "2sigSamplingRateChanged()", spectrum, "1slotSamplingRateChanged()");
     for (uint32_t i = 0; i < DSP::kCutoffs; ++i) {
-        auto *edit = new TextEdit(frame.get(), nullptr, bandName("CrossOver Cutoff %1 Edit", i), images.largeField,
-                                  frame->transform().crossOver(), i, TextEdit::kNone);
+        auto *edit = new TextEdit(frame.get(), nullptr, bandName("CrossOver Cutoff %1 Edit", i),
+                                  images.largeField, frame->transform().crossOver(), i, TextEdit::kNone);
         place(edit, {Layout::kCutoffX[i], Layout::kTopFieldY});
         edit->setLogarithmic(true);
         edit->setVisualRange(0.0f, kCutoffScaleUnits);
@@ -116,21 +115,22 @@ void MainWindow::createSpectrum(const Images &images)
 void MainWindow::createOutput(const Images &images)
 {
     DSP::Component *const gain = frame->transform().gain();
-    outputGainSlider = new PixmapSlider(frame.get(), nullptr, "Output Gain Slider",
-                                        images.slider(images.trackLarge), gain, kGainParam, PixmapSlider::kAll);
+    outputGainSlider =
+        new PixmapSlider(frame.get(), nullptr, "Output Gain Slider", images.slider(images.trackLarge), gain,
+                         kGainParam, PixmapSlider::kAll);
     place(outputGainSlider, Layout::kOutputSlider);
     wheelTargets.push_back(outputGainSlider);
-    outputGainEdit = new TextEdit(frame.get(), nullptr, "Output Gain Edit", images.smallField, gain, kGainParam,
-                                  TextEdit::kAll);
+    outputGainEdit = new TextEdit(frame.get(), nullptr, "Output Gain Edit", images.smallField, gain,
+                                  kGainParam, TextEdit::kAll);
     place(outputGainEdit, Layout::kOutputEdit);
     wheelTargets.push_back(outputGainEdit);
     connect(outputGainSlider, "2sigUserValueChanged()", outputGainEdit, "1slotUpdateFloatParamValue()");
     connect(outputGainEdit, "2sigUserValueChanged()", outputGainSlider, "1slotUpdateFloatParamValue()");
 
     outputReadout = new Native::LevelMeterReadout(frame.get(), nullptr, Layout::kOutputReadout);
-    outputMeter = new LevelMeter(frame.get(), nullptr, {}, "Output Level Meter",
-                                 loadPixmap("LevelMeter_Large_Off.png"), loadPixmap("LevelMeter_Large_On.png"),
-                                 outputReadout);
+    outputMeter =
+        new LevelMeter(frame.get(), nullptr, {}, "Output Level Meter", loadPixmap("LevelMeter_Large_Off.png"),
+                       loadPixmap("LevelMeter_Large_On.png"), outputReadout);
     place(outputMeter, Layout::kOutputMeter);
 }
 
@@ -139,8 +139,8 @@ void MainWindow::createBand(const Images &images, uint32_t band)
     DSP::Component *const dynamics = frame->transform().dynamics();
     const Point corner{Layout::kBandX[band], 0};
     const auto button = [&](const char *pattern, const char *on, const char *off, uint32_t param, Point at) {
-        auto *made = new OnOffButton(frame.get(), nullptr, bandName(pattern, band), on, off, images.buttonFocus,
-                                     dynamics, param + band);
+        auto *made = new OnOffButton(frame.get(), nullptr, bandName(pattern, band), on, off,
+                                     images.buttonFocus, dynamics, param + band);
         place(made, corner + at);
         made->setHotRect(Layout::kSwitchHotRect);
         connect(made, "2sigUserToggled()", this, "1slotUpdatePanelEnables()");
@@ -219,14 +219,15 @@ void MainWindow::createGroup(const char *groupName, uint32_t firstParameter, con
 void MainWindow::createLimiter(const Images &images)
 {
     DSP::Component *const maximizer = frame->transform().maximizer();
-    limiterBypassButton = new OnOffButton(frame.get(), nullptr, "Limiter Bypass Button", "Button_Bypass_On_",
-                                          "Button_Bypass_Off_", images.buttonFocus, maximizer, kLimiterBypass);
+    limiterBypassButton =
+        new OnOffButton(frame.get(), nullptr, "Limiter Bypass Button", "Button_Bypass_On_",
+                        "Button_Bypass_Off_", images.buttonFocus, maximizer, kLimiterBypass);
     place(limiterBypassButton, Layout::kLimiterBypass);
     limiterBypassButton->setHotRect(Layout::kSwitchHotRect);
     connect(limiterBypassButton, "2sigUserToggled()", this, "1slotUpdateLimiterEnable()");
     const auto edit = [&](const char *editName, uint32_t param, int32_t y) {
-        auto *made = new TextEdit(frame.get(), nullptr, editName, images.smallField, maximizer, param,
-                                  TextEdit::kAll);
+        auto *made =
+            new TextEdit(frame.get(), nullptr, editName, images.smallField, maximizer, param, TextEdit::kAll);
         place(made, {Layout::kLimiterFieldX, y});
         wheelTargets.push_back(made);
         return made;
@@ -249,7 +250,8 @@ void MainWindow::createOptions()
     };
     spectrumOnInputButton =
         box("Spectrum On Input Button", parts.spectrum(0), kSpectrumOnInput, Layout::kSpectrumOnInputY);
-    brickwallButton = box("Enable Brickwall Limiter Button", parts.maximizer(), kBrickwall, Layout::kBrickwallY);
+    brickwallButton =
+        box("Enable Brickwall Limiter Button", parts.maximizer(), kBrickwall, Layout::kBrickwallY);
     bandLinkButton = box("Band Link Button", parts.dynamics(), kBandLink, Layout::kBandLinkY);
     connect(brickwallButton, "2sigUserToggled()", this, "1slotUpdateLimiterAttackRange()");
 }
@@ -287,8 +289,8 @@ void MainWindow::fillFocusOrder()
     };
     add({outputGainSlider, outputGainEdit, cutoffEdits[0], cutoffEdits[1], cutoffEdits[2]});
     for (uint32_t b = 0; b < DSP::kBands; ++b)
-        add({soloButtons[b], bypassButtons[b], thresholdSliders[b], thresholdEdits[b], gainEdits[b], ratioEdits[b],
-             attackEdits[b], releaseEdits[b]});
+        add({soloButtons[b], bypassButtons[b], thresholdSliders[b], thresholdEdits[b], gainEdits[b],
+             ratioEdits[b], attackEdits[b], releaseEdits[b]});
     add({limiterBypassButton, limiterThresholdEdit, limiterMarginEdit, limiterAttackEdit, limiterReleaseEdit,
          spectrumOnInputButton, brickwallButton, bandLinkButton});
     for (Native::WindowBase *control : focusOrder)

@@ -59,9 +59,6 @@ constexpr TextRow kRows[kTextRows] = {
 
 } // namespace
 
-const Native::TextRow &textRow(uint32_t index)
-{
-    return kRows[index];
-}
+const Native::TextRow &textRow(uint32_t index) { return kRows[index]; }
 
 } // namespace UI

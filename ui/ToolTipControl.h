@@ -50,8 +50,8 @@ private:
     const int32_t width, height;
     std::vector<Target> targets;
     std::optional<Point> lastPos;
-    std::optional<uint32_t> armStart; // milliseconds, when the pointer last moved
-    std::optional<uint32_t> hideTime; // milliseconds, when the last tip went
+    std::optional<uint32_t> armStart;    // milliseconds, when the pointer last moved
+    std::optional<uint32_t> hideTime;    // milliseconds, when the last tip went
     Native::WindowBase *owner = nullptr; // of the tip on show
 };
 

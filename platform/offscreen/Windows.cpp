@@ -205,8 +205,7 @@ void OffscreenWindowSystem::validate(WindowHandle window, const OptionalRect &ar
 void OffscreenWindowSystem::redrawAll(WindowHandle window)
 {
     invalidateTree(window);
-    while (paintNext()) {
-    }
+    while (paintNext()) {}
 }
 
 void OffscreenWindowSystem::invalidateTree(WindowHandle window)

@@ -10,7 +10,11 @@ namespace UI::Native {
 
 ControlGroup::ControlGroup(FrameBase *ownerFrame, const String &groupName, IsLinked linked, void *linkContext,
                            DSP::Component *parameterOwner, Members groupMembers)
-    : Reflected(groupName), frame(ownerFrame), isLinked(linked), context(linkContext), component(parameterOwner),
+    : Reflected(groupName),
+      frame(ownerFrame),
+      isLinked(linked),
+      context(linkContext),
+      component(parameterOwner),
       members(std::move(groupMembers))
 {
 }
@@ -43,9 +47,8 @@ float ControlGroup::clampToRange(uint32_t param, float v) const
 
 void ControlGroup::slotDelta(uint32_t control, float delta)
 {
-    apply(control, [&](uint32_t param) {
-        return clampToRange(param, component->floatParamValue(param) + delta);
-    });
+    apply(control,
+          [&](uint32_t param) { return clampToRange(param, component->floatParamValue(param) + delta); });
 }
 
 void ControlGroup::slotReset(uint32_t control)

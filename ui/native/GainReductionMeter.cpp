@@ -16,8 +16,11 @@ constexpr int32_t kSegmentHeight = 5, kBarLeft = 2, kBarTop = 2, kBarWidth = 4; 
 
 GainReductionMeter::GainReductionMeter(FrameBase *ownerFrame, WindowBase *parentWindow, uint32_t bandIndex,
                                        const String &windowName, PixmapRef off, PixmapRef on)
-    : Reflected(ownerFrame, parentWindow, windowName), band(bandIndex), dynamics(transform().dynamics()),
-      offImage(std::move(off)), onImage(std::move(on))
+    : Reflected(ownerFrame, parentWindow, windowName),
+      band(bandIndex),
+      dynamics(transform().dynamics()),
+      offImage(std::move(off)),
+      onImage(std::move(on))
 {
     if (!offImage) return;
     makeCanvas(offImage->width, offImage->height);

@@ -16,17 +16,19 @@ constexpr uint32_t kHoldMs = 400;
 constexpr int32_t kWarningSegments = 5; // yellow ones at the top
 constexpr float kSilentDb = -96.0f, kMostDb = 200.0f;
 
-float decibels(float linear)
-{
-    return static_cast<float>(DSP::Math::linearToDecibels(linear));
-}
+float decibels(float linear) { return static_cast<float>(DSP::Math::linearToDecibels(linear)); }
 
 } // namespace
 
 LevelMeter::LevelMeter(FrameBase *ownerFrame, WindowBase *parentWindow, OptionalIndex bandIndex,
                        const String &windowName, PixmapRef off, PixmapRef on, LevelMeterReadout *numbers)
-    : Reflected(ownerFrame, parentWindow, windowName), band(bandIndex), dynamics(transform().dynamics()),
-      levelMeter(transform().level()), readout(numbers), offImage(std::move(off)), onImage(std::move(on)),
+    : Reflected(ownerFrame, parentWindow, windowName),
+      band(bandIndex),
+      dynamics(transform().dynamics()),
+      levelMeter(transform().level()),
+      readout(numbers),
+      offImage(std::move(off)),
+      onImage(std::move(on)),
       numSegments(bandIndex ? kBandSegments : kOutputSegments)
 {
     if (!offImage) return;
@@ -107,10 +109,7 @@ void LevelMeter::drawChannel(const Channel &channel, int32_t barLeft, int32_t li
     if (channel.over) copyLit(Rect::at({lightLeft, kLightTop}, kLightWidth, 2));
 }
 
-void LevelMeter::copyLit(const Rect &part)
-{
-    drawPixmap(onImage, part, canvas, part.corner(), 0);
-}
+void LevelMeter::copyLit(const Rect &part) { drawPixmap(onImage, part, canvas, part.corner(), 0); }
 
 bool LevelMeter::onMouseDown(Point, uint32_t)
 {

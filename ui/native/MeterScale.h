@@ -30,9 +30,6 @@ inline int32_t reductionSegmentOf(float db)
 }
 
 /// A bar rises at once and falls by one segment.
-inline int32_t follow(int32_t shown, int32_t wanted)
-{
-    return wanted >= shown ? wanted : shown - 1;
-}
+inline int32_t follow(int32_t shown, int32_t wanted) { return wanted >= shown ? wanted : shown - 1; }
 
 } // namespace UI::Native::MeterScale

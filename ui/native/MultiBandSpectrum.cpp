@@ -17,17 +17,17 @@ constexpr uint8_t kBandFade = 255 - 130, kAboveNyquistFade = 255 - 200;
 constexpr int32_t kHitPixels = 5;
 constexpr const char *kBackgroundImage = "MultiBandSpectrum_Background.png";
 
-int32_t widthOf(const PixmapRef &image)
-{
-    return image ? image->width : 1;
-}
+int32_t widthOf(const PixmapRef &image) { return image ? image->width : 1; }
 
 } // namespace
 
 MultiBandSpectrum::MultiBandSpectrum(FrameBase *ownerFrame, WindowBase *parentWindow)
-    : Reflected(ownerFrame, parentWindow, "Multiband Spectrum"), crossOver(transform().crossOver()),
-      background(loadPixmap(kBackgroundImage)), axis(widthOf(background), background ? background->height : 1),
-      curve(axis), minX(std::max(axis.column(SpectrumAxis::kLowestHz), 1)),
+    : Reflected(ownerFrame, parentWindow, "Multiband Spectrum"),
+      crossOver(transform().crossOver()),
+      background(loadPixmap(kBackgroundImage)),
+      axis(widthOf(background), background ? background->height : 1),
+      curve(axis),
+      minX(std::max(axis.column(SpectrumAxis::kLowestHz), 1)),
       maxX(std::min(axis.column(SpectrumAxis::kHighestHz), axis.columns() - 2))
 {
     wantsAllMoves = true; // the pointer's shape tells where a line can be held
@@ -197,10 +197,7 @@ void MultiBandSpectrum::slotUpdateCutoffs()
     redraw();
 }
 
-void MultiBandSpectrum::slotSamplingRateChanged()
-{
-    updateCutoffs();
-}
+void MultiBandSpectrum::slotSamplingRateChanged() { updateCutoffs(); }
 
 std::span<const MetaEntry> MultiBandSpectrum::signalTable()
 {

@@ -11,7 +11,10 @@ OnOffButton::OnOffButton(FrameBase *ownerFrame, WindowBase *parentWindow, const 
                          DSP::Component *parameterOwner, uint32_t parameter)
     : Reflected(ownerFrame, parentWindow, windowName,
                 parameterOwner->boolParamValue(parameter) ? onImages : offImages, std::move(overlay)),
-      component(parameterOwner), boolIndex(parameter), onPrefix(onImages), offPrefix(offImages),
+      component(parameterOwner),
+      boolIndex(parameter),
+      onPrefix(onImages),
+      offPrefix(offImages),
       state(parameterOwner->boolParamValue(parameter))
 {
     connect(this, "2sigClicked()", this, "1slotClicked()");
@@ -55,10 +58,7 @@ void OnOffButton::slotClicked()
     tellPlugin();
 }
 
-bool OnOffButton::wantsExclusive() const
-{
-    return hasGroup && frame->altDown() && !frame->shiftDown();
-}
+bool OnOffButton::wantsExclusive() const { return hasGroup && frame->altDown() && !frame->shiftDown(); }
 
 void OnOffButton::toggleExclusively()
 {

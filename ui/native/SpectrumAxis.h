@@ -23,8 +23,8 @@ public:
 
     /// Which column every bin of a spectrum falls into.
     struct Bins {
-        std::vector<int32_t> toColumn;     // by bin; -1 below the axis
-        std::vector<uint32_t> perColumn;   // by column
+        std::vector<int32_t> toColumn;   // by bin; -1 below the axis
+        std::vector<uint32_t> perColumn; // by column
     };
     void mapBins(uint32_t binCount, uint32_t samplingRate, Bins &bins) const;
 

@@ -46,7 +46,8 @@ void ToolTip::redraw()
 
 void ToolTip::makeBox(int32_t boxWidth, int32_t boxHeight)
 {
-    if (!canvas || canvas->width() != boxWidth || canvas->height() != boxHeight) makeCanvas(boxWidth, boxHeight);
+    if (!canvas || canvas->width() != boxWidth || canvas->height() != boxHeight)
+        makeCanvas(boxWidth, boxHeight);
     const Rect all = canvas->bounds();
     fillRect(canvas->pixels(), canvas->stride(), all, all, kFrameColour, 0);
     const Rect inside{all.left + 1, all.right - 1, all.top + 1, all.bottom - 1};

@@ -13,7 +13,8 @@ constexpr uint32_t kTextColour = 0x000000;
 TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, const TextSource &texts,
                                uint32_t textRow, Point placeOffset)
     : Reflected(ownerFrame, parentWindow, String("Translated text '%1'").arg(texts.row(textRow).english)),
-      source(texts), row(textRow)
+      source(texts),
+      row(textRow)
 {
     const TextRow &place = source.row(row);
     int32_t x = place.x + placeOffset.x, labelWidth = place.width;
@@ -36,8 +37,8 @@ void TranslatedText::redraw()
     const std::u16string words = source.string(row);
     const Platform::FontRef font = source.labelFont();
     if (font && !words.empty())
-        Platform::windowSystem().drawText(canvas->bitmap(), *font, kTextColour, {0, source.row(row).textInset},
-                                          words, false);
+        Platform::windowSystem().drawText(canvas->bitmap(), *font, kTextColour,
+                                          {0, source.row(row).textInset}, words, false);
     else
         drawPixmap(loadPixmap(String("TranslatedText%1.png").arg(row)), canvas, {});
     present();

@@ -20,10 +20,16 @@ public:
 
     ValueControl(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
                  DSP::Component *parameterOwner, uint32_t parameter, Apply apply)
-        : Reflected<Self, CanvasWindow>(ownerFrame, parentWindow, windowName), component(parameterOwner),
-          paramIndex(parameter), applyDelta(apply.delta), applyReset(apply.reset), applySet(apply.set),
+        : Reflected<Self, CanvasWindow>(ownerFrame, parentWindow, windowName),
+          component(parameterOwner),
+          paramIndex(parameter),
+          applyDelta(apply.delta),
+          applyReset(apply.reset),
+          applySet(apply.set),
           minValue(parameterOwner->floatParamRange(parameter).minimum),
-          maxValue(parameterOwner->floatParamRange(parameter).maximum), displayMin(minValue), displayMax(maxValue),
+          maxValue(parameterOwner->floatParamRange(parameter).maximum),
+          displayMin(minValue),
+          displayMax(maxValue),
           value(parameterOwner->floatParamValue(parameter))
     {
     }
