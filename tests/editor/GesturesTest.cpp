@@ -1,5 +1,4 @@
 #include <cmath>
-#include <set>
 
 #include "tests/editor/Session.h"
 
@@ -218,9 +217,10 @@ TEST_F(GesturesTest, TheHandleJumpsUnderThePointer)
     desk.click({row.corner.x + 5, row.corner.y + 158}); // below the last place of the handle
     EXPECT_NEAR(session.value(0), -18.0f, 0.0f);
     EXPECT_EQ(session.told(), bracketed(0));
-    desk.moveTo(row.centre());
+    desk.moveTo(row.corner + Point{5, 40});
     desk.doubleClick();
     EXPECT_NEAR(session.value(0), 0.0f, 0.0f);
+    EXPECT_EQ(session.told(), "b0 v0 e0 b0 v0 e0");
 }
 
 TEST_F(GesturesTest, AltResets)
@@ -251,10 +251,11 @@ TEST_F(GesturesTest, NumbersAreTyped)
     };
     const Typed cases[] = {{"MID", true, Effect::value},      {"MID", false, Effect::none},
                            {"999999", true, Effect::highest}, {"-999999", true, Effect::lowest},
-                           {"", true, Effect::none},          {"abc", true, Effect::none},
-                           {"1.2.3", true, Effect::none},     {"-", true, Effect::none}};
+                           {"abc", true, Effect::none},       {"1.2.3", true, Effect::none},
+                           {"-", true, Effect::none}};
     for (const ControlRow &row : controlTable()) {
-        if (!row.isField()) continue;
+        // One that the window carries out, one of a group and one that works by itself: boxes take their time.
+        if (!row.isField() || (row.host != 2 && row.host != 26 && row.host != 5)) continue;
         for (const Typed &typed : cases) {
             SCOPED_TRACE(row.name + ", " + typed.text);
             prepare();
@@ -369,7 +370,7 @@ TEST_F(GesturesTest, LinkedBandsTakeOneNumberAndTheirDefaults)
     for (int32_t host = 14; host < 18; ++host) EXPECT_FLOAT_EQ(session.value(host), 0.0f);
 }
 
-TEST_F(GesturesTest, TheKeysLinkFromTheNextPixelOn)
+TEST_F(GesturesTest, TheKeysLinkFromTheNextStepOn)
 {
     const ControlRow &row = control("gain 2");
     desk.moveTo(row.centre());
@@ -377,7 +378,7 @@ TEST_F(GesturesTest, TheKeysLinkFromTheNextPixelOn)
     desk.moveTo(row.centre() + Point{0, -10});
     {
         const Held keys(desk, {kKeyAlt, kKeyShift});
-        desk.moveTo(row.centre() + Point{0, -10});
+        desk.wheel(120);
     }
     desk.release();
     // The touched band has a gesture open, the others get brackets of their own.

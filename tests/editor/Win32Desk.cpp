@@ -9,7 +9,8 @@ namespace {
 
 constexpr char kHostClass[] = "Tessarine test host";
 constexpr Point kCorner{40, 30}; // of the host window on the screen
-constexpr UINT kLookMs = 10;     // how often the one who answers looks for the prompt
+constexpr UINT kMostDoubleClickMs = 5000;
+constexpr UINT kLookMs = 10; // how often the one who answers looks for the prompt
 
 bool isExtended(uint32_t key)
 {
@@ -69,13 +70,15 @@ Win32Desk::Win32Desk(int32_t width, int32_t height)
                            kCorner.x, kCorner.y, width, height, nullptr, nullptr, made.hInstance, nullptr);
     SetForegroundWindow(host);
     SetFocus(host);
+    latest = this;
+    promptTimer = SetTimer(nullptr, 0, kLookMs, &lookForPrompt);
     pump(Timers::held);
 }
 
 Win32Desk::~Win32Desk()
 {
-    if (answerTimer) KillTimer(nullptr, answerTimer);
-    if (answering == this) answering = nullptr;
+    KillTimer(nullptr, promptTimer);
+    if (latest == this) latest = nullptr;
     destroyWindow();
     pump(Timers::held);
 }
@@ -92,6 +95,7 @@ LRESULT CALLBACK Win32Desk::hostProcedure(HWND window, UINT message, WPARAM word
     return DefWindowProcA(window, message, word, number);
 }
 
+/// The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others only.
 /// Until nothing is left to do; a window that leaves its painting for later does not hold this up.
 void Win32Desk::pump(Timers timers)
 {
@@ -106,7 +110,7 @@ void Win32Desk::pump(Timers timers)
         return true;
     };
     for (;;) {
-        if (timers == Timers::served ? !serve(0, 0) : !serve(1, WM_TIMER - 1) && !serve(WM_TIMER + 1, ~0u))
+        if (timers == Timers::served ? !serve(0, 0) : !serve(WM_TIMER + 1, ~0u) && !serve(1, WM_TIMER - 1))
             return;
     }
 }
@@ -137,12 +141,24 @@ void Win32Desk::moveTo(Point at)
         ClientToScreen(host, &there);
     else
         there = {at.x + kCorner.x, at.y + kCorner.y};
+    holdKeys();
     SetCursorPos(there.x, there.y);
     pump(Timers::held);
+    holdKeys();
+}
+
+/// Wine learns at times, with an event of the mouse, that its screen's own keyboard has no key down.
+void Win32Desk::holdKeys()
+{
+    if (keysHeld.empty()) return;
+    pump(Timers::held);
+    for (const uint32_t key : keysHeld)
+        if ((GetAsyncKeyState(static_cast<int>(key)) & 0x8000) == 0) useKey(key, true);
 }
 
 void Win32Desk::useMouse(DWORD flags, DWORD data)
 {
+    holdKeys();
     INPUT input = {};
     input.type = INPUT_MOUSE;
     input.mi.dwFlags = flags;
@@ -176,22 +192,28 @@ void Win32Desk::releaseRight() { useMouse(MOUSEEVENTF_RIGHTUP); }
 
 void Win32Desk::doubleClick()
 {
+    const UINT usual = GetDoubleClickTime();
+    SetDoubleClickTime(kMostDoubleClickMs); // a busy machine may take its time between the two
     press();
     release();
     useMouse(MOUSEEVENTF_LEFTDOWN);
     release();
+    SetDoubleClickTime(usual);
 }
 
 void Win32Desk::wheel(int32_t delta) { useMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta)); }
 
 void Win32Desk::keyDown(uint32_t key)
 {
+    holdKeys();
     useKey(key, true);
+    keysHeld.insert(key);
     pump(Timers::held);
 }
 
 void Win32Desk::keyUp(uint32_t key)
 {
+    keysHeld.erase(key);
     useKey(key, false);
     pump(Timers::held);
 }
@@ -211,27 +233,22 @@ void Win32Desk::wait(uint32_t ms)
     }
 }
 
-/// The prompt runs a loop of its own; a timer of the thread goes off in it.
-void Win32Desk::answerPrompt(const char *text, bool confirm)
-{
-    answer = Answer{text, confirm};
-    answering = this;
-    if (!answerTimer) answerTimer = SetTimer(nullptr, 0, kLookMs, &answerWhenAsked);
-}
+void Win32Desk::answerPrompt(const char *text, bool confirm) { answer = Answer{text, confirm}; }
 
-void CALLBACK Win32Desk::answerWhenAsked(HWND, UINT, UINT_PTR, DWORD)
+/// The prompt runs a loop of its own; a timer of the thread goes off in it. A prompt that no answer was meant for is
+/// cancelled, as it would stay for ever.
+void CALLBACK Win32Desk::lookForPrompt(HWND, UINT, UINT_PTR, DWORD)
 {
     HWND prompt = nullptr;
     EnumThreadWindows(GetCurrentThreadId(), &findPrompt, reinterpret_cast<LPARAM>(&prompt));
-    if (prompt && answering) answering->typeAnswer();
+    if (prompt && prompt != answered && latest) latest->typeAnswer();
+    answered = prompt;
 }
 
 void Win32Desk::typeAnswer()
 {
-    KillTimer(nullptr, std::exchange(answerTimer, 0));
-    answering = nullptr;
     if (const auto first = std::exchange(whilePrompted, {})) first();
-    const Answer typed = *std::exchange(answer, std::nullopt);
+    const Answer typed = std::exchange(answer, std::nullopt).value_or(Answer{"", false});
     for (const char character : typed.text) typeCharacter(character);
     typeKey(typed.confirm ? VK_RETURN : VK_ESCAPE);
 }

@@ -1,5 +1,6 @@
 #pragma once
 #include <optional>
+#include <set>
 #include <string>
 #include <windows.h>
 
@@ -37,14 +38,17 @@ private:
     };
 
     static LRESULT CALLBACK hostProcedure(HWND window, UINT message, WPARAM word, LPARAM number);
-    static void CALLBACK answerWhenAsked(HWND, UINT, UINT_PTR, DWORD);
+    static void CALLBACK lookForPrompt(HWND, UINT, UINT_PTR, DWORD);
     void typeAnswer();
     static void pump(Timers timers);
+    static void holdKeys();
     static void useMouse(DWORD flags, DWORD data = 0);
     static void endClickSequence();
 
     HWND host = nullptr;
     std::optional<Answer> answer; // of the next prompt
-    UINT_PTR answerTimer = 0;
-    static inline Win32Desk *answering = nullptr; // at most one: a timer's call carries no pointer
+    UINT_PTR promptTimer = 0;
+    static inline HWND answered = nullptr; // the prompt that has been dealt with
+    static inline std::set<uint32_t> keysHeld;
+    static inline Win32Desk *latest = nullptr; // a timer's call carries no pointer
 };
