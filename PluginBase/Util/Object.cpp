@@ -33,7 +33,7 @@ std::string normalised(const char *text)
 std::string_view parameters(std::string_view signature)
 {
     const size_t open = signature.find('(');
-    return open == signature.npos ? std::string_view() : signature.substr(open + 1);
+    return open == std::string_view::npos ? std::string_view() : signature.substr(open + 1);
 }
 
 /// Whether a member takes the leading parameters of a signal, or all of them.

@@ -22,7 +22,7 @@ public:
 
     int length() const { return 2 * tables.points; }
     /// Floats of the work buffer.
-    size_t workLength() const { return size_t(4 * tables.points + 64); }
+    size_t workLength() const { return 4 * static_cast<size_t>(tables.points) + 64; }
 
     /// Writes length() + 2 floats: pairs (re, im) of bins 0 to length() / 2, both ends with an im of 0.
     void forward(const float *in, float *out, float *work) const { kernels.transform(tables, in, out, work); }

@@ -47,9 +47,10 @@ void Spectrum::declareParameters()
                           .group = ParamGroup::spectrum});
     const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
                              uint32_t (Spectrum::*get)() const, void (Spectrum::*set)(uint32_t)) {
+        const auto last = static_cast<uint32_t>(names.size() - 1);
         intParams.push_back({.name = paramName,
                              .label = "",
-                             .range = {0, static_cast<uint32_t>(names.size() - 1)},
+                             .range = {0, last},
                              .defaultValue = initial,
                              .getters = {.plain = get},
                              .setters = {.plain = set},

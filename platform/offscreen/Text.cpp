@@ -22,7 +22,7 @@ std::u32string characters(std::u16string_view text)
         if ((word & 0xF800) != 0xD800)
             found += word;
         else if ((word & 0xFC00) == 0xD800 && (next & 0xFC00) == 0xDC00) {
-            found += 0x10000 + ((word & 0x3FF) << 10) + (next & 0x3FF);
+            found += static_cast<char32_t>(0x10000 + ((word & 0x3FF) << 10) + (next & 0x3FF));
             ++i;
         } else
             found += kReplacement;

@@ -35,7 +35,7 @@ std::string findModule()
     Dl_info found{};
     if (dladdr(reinterpret_cast<const void *>(&modulePath), &found) == 0 || found.dli_fname == nullptr)
         return {};
-    const std::string path = found.dli_fname;
+    std::string path = found.dli_fname;
     if (path.starts_with('/')) return path;
     // A program that the shell found on its search path is known here by its bare name alone.
     return path.find('/') == std::string::npos ? resolved("/proc/self/exe") : resolved(path.c_str());

@@ -37,7 +37,7 @@ Cascade Cascade::design(bool highPass, double hz, double sampleRate)
         if (pole.real() >= 0) continue;
         const Complex s = highPass ? w / pole : w * pole;
         poles.push_back((2.0 + s) / (2.0 - s));
-        zeros.push_back(highPass ? 1.0 : -1.0);
+        zeros.emplace_back(highPass ? 1.0 : -1.0);
     }
     const Polynomial top = fromRoots(zeros), bottom = fromRoots(poles);
     const double unity = highPass ? -1 : 1;
