@@ -90,7 +90,9 @@ TEST(String, FindsForwardAndBackward)
     const OptionalIndex absent;
     const std::string plain = "aXbxa";
     const String text(plain.c_str());
-    const auto index = [&](size_t at) { return at == plain.npos ? absent : OptionalIndex(uint32_t(at)); };
+    const auto index = [&](size_t at) {
+        return at == std::string::npos ? absent : OptionalIndex(uint32_t(at));
+    };
     for (char c : {'a', 'x', 'X', 'q'})
         for (uint32_t from = 0; from < 5; ++from) {
             EXPECT_EQ(text.find(c, from), index(plain.find(c, from))) << c << from;

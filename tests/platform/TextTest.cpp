@@ -23,7 +23,7 @@ protected:
         return system.createFont({height, bold, face});
     }
 
-    Bitmap draw(Platform::FontRef with, std::u16string_view text, Point at, bool alignRight = false,
+    Bitmap draw(const Platform::FontRef &with, std::u16string_view text, Point at, bool alignRight = false,
                 int32_t width = 300, int32_t height = 40)
     {
         Bitmap bitmap(width, height, Bitmap::Format::colour);
@@ -49,7 +49,7 @@ protected:
         Rect found{bitmap.width(), -1, bitmap.height(), -1};
         for (int32_t y = 0; y < bitmap.height(); ++y)
             for (int32_t x = 0; x < bitmap.width(); ++x)
-                if (pixels(bitmap)[static_cast<size_t>(y * bitmap.width() + x)] != kGround)
+                if (pixels(bitmap)[static_cast<size_t>(y) * bitmap.width() + x] != kGround)
                     found = {std::min(found.left, x), std::max(found.right, x), std::min(found.top, y),
                              std::max(found.bottom, y)};
         return found;
