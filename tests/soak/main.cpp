@@ -83,7 +83,7 @@ private:
         while (!ended) {
             thread.step();
             std::this_thread::sleep_for(
-                std::chrono::microseconds(200)); // a host's threads leave each other room
+                std::chrono::milliseconds(10)); // a host's threads leave each other room
         }
     }
     void runInOneThread()
