@@ -2,8 +2,19 @@
 
 export WINEDEBUG=-all
 
+# wine_64 ARGUMENT..., wine_32 ARGUMENT...: Wine itself; the one of the chroot sees its folder w as /w.
+wine_64() { WINEPREFIX=$PWD/build/wine64 /usr/lib/wine/wine64 "$@"; }
+wine_32() {
+    if [ -e /usr/lib/wine/wine ]; then
+        WINEPREFIX=$PWD/build/wine32 WINEARCH=win32 /usr/lib/wine/wine "$@"
+    else
+        as_root chroot build/win32-chroot env HOME=/root DISPLAY="${DISPLAY:-}" \
+            WINEPREFIX=/w/prefix WINEARCH=win32 WINEDEBUG=-all wine "$@"
+    fi
+}
+
 # run_win64 PROGRAM [ARGUMENT...]
-run_win64() { WINEPREFIX=$PWD/build/wine64 /usr/lib/wine/wine64 "$@"; }
+run_win64() { wine_64 "$@"; }
 
 # start_display: a screen in memory for the programs' windows, with a mouse and a keyboard of their own. To be started
 # before the first program, as Wine asks for it but once; ends with stop_display.
@@ -27,6 +38,10 @@ stop_display() {
     display_process=
 }
 
+# place_windows BITS: has that Wine place windows by itself, as it waits seconds at each for a window manager otherwise.
+# Makes its folder, too.
+place_windows() { "wine_$1" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null; }
+
 # prepare_win32: a 32-bit Wine of the system, or the chroot in build/win32-chroot. False where neither is to be had.
 prepare_win32() {
     [ -e /usr/lib/wine/wine ] && return
@@ -41,16 +56,13 @@ release_win32() {
 
 # run_win32 PROGRAM [ARGUMENT...]
 run_win32() {
-    local program=$1
+    local program=$1 library
     shift
-    if [ -e /usr/lib/wine/wine ]; then
-        WINEPREFIX=$PWD/build/wine32 WINEARCH=win32 /usr/lib/wine/wine "$program" "$@"
-    else
-        local library
+    if [ ! -e /usr/lib/wine/wine ]; then
         library=$(dirname "$program")/tessarine.dll
         if [ -e "$library" ]; then as_root cp -u "$library" build/win32-chroot/w/; fi # beside it, where it is looked for
         as_root cp "$program" build/win32-chroot/w/
-        as_root chroot build/win32-chroot env HOME=/root DISPLAY="${DISPLAY:-}" \
-            WINEPREFIX=/w/prefix WINEARCH=win32 WINEDEBUG=-all wine "/w/$(basename "$program")" "$@"
+        program=/w/$(basename "$program")
     fi
+    wine_32 "$program" "$@"
 }

@@ -95,24 +95,26 @@ LRESULT CALLBACK Win32Desk::hostProcedure(HWND window, UINT message, WPARAM word
     return DefWindowProcA(window, message, word, number);
 }
 
-/// The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others only.
-/// Until nothing is left to do; a window that leaves its painting for later does not hold this up.
+/// Until nothing is left to do, but for what other threads go on posting, and for windows that leave their painting for
+/// later. The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others.
 void Win32Desk::pump(Timers timers)
 {
-    constexpr int kMostPaints = 1000;
-    int paints = 0;
+    constexpr UINT kFirstPosted = 0xC000; // of the messages with a registered name
+    int paints = 1000, posted = 4;        // more than one action brings
     const auto serve = [&](UINT first, UINT last) {
         MSG message;
         if (!PeekMessageA(&message, nullptr, first, last, PM_REMOVE)) return false;
-        if (message.message == WM_PAINT && ++paints > kMostPaints) return false;
+        if (message.message == WM_PAINT && --paints < 0) return false;
+        if (message.message >= kFirstPosted) --posted;
         TranslateMessage(&message);
         DispatchMessageA(&message);
         return true;
     };
-    for (;;) {
-        if (timers == Timers::served ? !serve(0, 0) : !serve(WM_TIMER + 1, ~0u) && !serve(1, WM_TIMER - 1))
-            return;
+    if (timers == Timers::served) {
+        while (posted > 0 && serve(0, 0)) {}
+        return;
     }
+    while (serve(WM_TIMER + 1, posted > 0 ? ~0u : kFirstPosted - 1) || serve(1, WM_TIMER - 1)) {}
 }
 
 Platform::Bitmap Win32Desk::shot()
