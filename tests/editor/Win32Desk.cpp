@@ -42,6 +42,20 @@ void typeCharacter(char character)
     if (shifted) useKey(VK_SHIFT, false);
 }
 
+/// Moves of the mouse, without those that go nowhere: the system may send one whenever it likes.
+class Moves {
+public:
+    void expect() { last.reset(); }
+    bool take(const MSG &message)
+    {
+        const Point at{message.pt.x, message.pt.y};
+        return std::exchange(last, at) != at;
+    }
+
+private:
+    std::optional<Point> last;
+} moves;
+
 BOOL CALLBACK findPrompt(HWND window, LPARAM found)
 {
     if (!GetDlgItem(window, kPromptFieldId) || !IsWindowVisible(window)) return TRUE;
@@ -106,6 +120,7 @@ void Win32Desk::pump(Timers timers)
         if (!PeekMessageA(&message, nullptr, first, last, PM_REMOVE)) return false;
         if (message.message == WM_PAINT && --paints < 0) return false;
         if (message.message >= kFirstPosted) --posted;
+        if (message.message == WM_MOUSEMOVE && !moves.take(message)) return true;
         TranslateMessage(&message);
         DispatchMessageA(&message);
         return true;
@@ -144,6 +159,7 @@ void Win32Desk::moveTo(Point at)
     else
         there = {at.x + kCorner.x, at.y + kCorner.y};
     holdKeys();
+    moves.expect();
     SetCursorPos(there.x, there.y);
     pump(Timers::held);
     holdKeys();
