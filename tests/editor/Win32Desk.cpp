@@ -42,6 +42,20 @@ void typeCharacter(char character)
     if (shifted) useKey(VK_SHIFT, false);
 }
 
+/// Moves of the mouse, without those that go nowhere: the system may send one whenever it likes.
+class Moves {
+public:
+    void expect() { last.reset(); }
+    bool take(const MSG &message)
+    {
+        const Point at{message.pt.x, message.pt.y};
+        return std::exchange(last, at) != at;
+    }
+
+private:
+    std::optional<Point> last;
+} moves;
+
 BOOL CALLBACK findPrompt(HWND window, LPARAM found)
 {
     if (!GetDlgItem(window, kPromptFieldId) || !IsWindowVisible(window)) return TRUE;
@@ -95,24 +109,27 @@ LRESULT CALLBACK Win32Desk::hostProcedure(HWND window, UINT message, WPARAM word
     return DefWindowProcA(window, message, word, number);
 }
 
-/// The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others only.
-/// Until nothing is left to do; a window that leaves its painting for later does not hold this up.
+/// Until nothing is left to do, but for what other threads go on posting, and for windows that leave their painting for
+/// later. The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others.
 void Win32Desk::pump(Timers timers)
 {
-    constexpr int kMostPaints = 1000;
-    int paints = 0;
+    constexpr UINT kFirstPosted = 0xC000; // of the messages with a registered name
+    int paints = 1000, posted = 4;        // more than one action brings
     const auto serve = [&](UINT first, UINT last) {
         MSG message;
         if (!PeekMessageA(&message, nullptr, first, last, PM_REMOVE)) return false;
-        if (message.message == WM_PAINT && ++paints > kMostPaints) return false;
+        if (message.message == WM_PAINT && --paints < 0) return false;
+        if (message.message >= kFirstPosted) --posted;
+        if (message.message == WM_MOUSEMOVE && !moves.take(message)) return true;
         TranslateMessage(&message);
         DispatchMessageA(&message);
         return true;
     };
-    for (;;) {
-        if (timers == Timers::served ? !serve(0, 0) : !serve(WM_TIMER + 1, ~0u) && !serve(1, WM_TIMER - 1))
-            return;
+    if (timers == Timers::served) {
+        while (posted > 0 && serve(0, 0)) {}
+        return;
     }
+    while (serve(WM_TIMER + 1, posted > 0 ? ~0u : kFirstPosted - 1) || serve(1, WM_TIMER - 1)) {}
 }
 
 Platform::Bitmap Win32Desk::shot()
@@ -142,6 +159,7 @@ void Win32Desk::moveTo(Point at)
     else
         there = {at.x + kCorner.x, at.y + kCorner.y};
     holdKeys();
+    moves.expect();
     SetCursorPos(there.x, there.y);
     pump(Timers::held);
     holdKeys();
