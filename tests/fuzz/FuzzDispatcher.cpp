@@ -103,6 +103,8 @@ public:
         windows.onPrompt = [](const Platform::PromptRequest &) { return std::optional<std::string>("3"); };
         effect = VSTPluginMain(FakeHost::callback);
         require(effect, "the effect can be made");
+        if (in.take<uint8_t>() % 8 == 1)
+            dispatch(effEditOpen, 0, 0, parent, 0); // opening takes longer than all the rest
     }
     ~Session()
     {
@@ -254,7 +256,7 @@ private:
     void usePerson()
     {
         windows.movePointer({static_cast<int32_t>(in.below(560)), static_cast<int32_t>(in.below(500))});
-        switch (in.below(8)) {
+        switch (in.below(9)) {
         case 0: return windows.pressButton();
         case 1: return windows.releaseButton();
         case 2: return windows.doubleClick();
@@ -262,8 +264,16 @@ private:
         case 4: return windows.typeKey(in.take<uint8_t>());
         case 5: return windows.pressButton(Platform::kRightButton);
         case 6: return windows.releaseButton(Platform::kRightButton);
+        case 7: return pressAtHost();
         default: return windows.advance(in.below(100));
         }
+    }
+
+    void pressAtHost()
+    {
+        const int32_t opcode = in.below(4) == 0 ? effEditKeyUp : effEditKeyDown, character = in.integer();
+        const intptr_t code = in.below(70);
+        dispatch(opcode, character, code, nullptr, static_cast<float>(in.below(16)));
     }
 
     /// What changes on the host's side.
