@@ -98,7 +98,7 @@ bool setFromHost(const HostParam &param, double h)
     switch (param.kind) {
     case ParamKind::real: {
         const float value = static_cast<float>(hostToNumber(h, component.floatParamRange(i)));
-        if (value == component.floatParamValue(i)) return false;
+        if (!std::isfinite(value) || value == component.floatParamValue(i)) return false;
         component.setFloatParamValue(i, value);
         return true;
     }

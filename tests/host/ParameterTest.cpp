@@ -81,6 +81,10 @@ TEST_F(ParameterTest, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
             effect.set(i, garbage);
             EXPECT_NEAR(row(i).kind == DSP::ParamKind::real ? 0.123f : 0.0f, effect.get(i), 1e-6);
         }
+        for (float huge : {std::numeric_limits<float>::max(), std::numeric_limits<float>::lowest()}) {
+            effect.set(i, huge); // beyond all floats in the parameter's unit
+            EXPECT_TRUE(std::isfinite(effect.get(i)));
+        }
     }
     for (int32_t index : {39, -1, std::numeric_limits<int32_t>::min()}) {
         effect.set(index, 1.0f);
