@@ -4,6 +4,7 @@
 #include <cstring>
 #include <limits>
 
+#include "platform/WindowSystem.h"
 #include "tests/host/FakeHost.h"
 
 namespace {
@@ -24,7 +25,8 @@ TEST(Entry, DescribesTheEffect)
     EXPECT_EQ(0, std::memcmp(&effect->uniqueID, "trlQ", 4));
     EXPECT_EQ(1020, effect->version);
     EXPECT_TRUE(effect->numPrograms == 1 && effect->numInputs == 2 && effect->numOutputs == 2);
-    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks | effFlagsNoSoundInStop,
+    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks | effFlagsNoSoundInStop |
+                  (Platform::hasWindowSystem() ? effFlagsHasEditor : 0),
               effect->flags);
     for (int32_t opcode : {effGetEffectName, effGetProductString})
         EXPECT_EQ("Tessarine", effect.text(opcode));
