@@ -10,8 +10,8 @@
 
 namespace UI {
 
-/// Root of an editor: lives on the host-side window, owns the frame, paints the background, takes that
-/// window's events and runs the render tick that moves everything. A subclass supplies the controls.
+/// An editor without its controls, which a subclass supplies: the frame on the host's window, the ground that
+/// shows between the controls, the window's own events, and the tick that moves everything.
 /// State   made (painting suspended) -> open() -> startTicking() <-> stopTicking() -> destroyed
 /// Thread  the window's. With "Global: Rendering Thread" on, a second thread paces the ticks and
 ///         touches nothing else: it sends each tick to the window and waits for it
