@@ -37,4 +37,11 @@ bool CanvasWindow::showsFocus() const
     return hasFocus() && frame->client() && frame->client()->showsFocus();
 }
 
+bool CanvasWindow::hasCapture() const { return frame->mouseCaptureWindow() == this; }
+
+bool CanvasWindow::wantsReset() const
+{
+    return frame->altDown() && (!frame->shiftDown() || frame->ctrlDown());
+}
+
 } // namespace UI::Native

@@ -28,6 +28,9 @@ protected:
     void present() { invalidate(); }
     /// Whether to draw the mark of the keyboard focus.
     bool showsFocus() const;
+    bool hasCapture() const;
+    /// Alt alone, or all three keys: back to the default.
+    bool wantsReset() const;
 
     SurfaceRef canvas;
 };

@@ -112,7 +112,7 @@ void MultiBandSpectrum::tellPlugin(Plugin::EditPhase phase, uint32_t cutoff)
 bool MultiBandSpectrum::onMouseDown(Point at, uint32_t)
 {
     const OptionalIndex hit = hitTest(at.x);
-    const bool reset = frame->altDown() && (!frame->shiftDown() || frame->ctrlDown());
+    const bool reset = wantsReset();
     updateCursor(at.x);
     if (!hit) return true;
     if (reset) {

@@ -30,8 +30,6 @@ void PixmapButton::redraw()
     present();
 }
 
-bool PixmapButton::hasCapture() const { return frame->mouseCaptureWindow() == this; }
-
 bool PixmapButton::onMouseDown(Point at, uint32_t)
 {
     if (!isHit(at) || (hotRect.present && !hotRect.rect.contains(at))) return false;

@@ -28,8 +28,6 @@ public:
     static std::span<const MetaEntry> signalTable();
 
 private:
-    bool hasCapture() const;
-
     OptionalRect hotRect;
     PixmapRef normalImage, pressedImage;
     const PixmapRef focusOverlay;

@@ -96,11 +96,6 @@ protected:
         this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
                                                 nullptr, nullptr);
     }
-    /// Alt alone, or all three keys: back to the default.
-    bool wantsReset() const
-    {
-        return this->frame->altDown() && (!this->frame->shiftDown() || this->frame->ctrlDown());
-    }
     /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
     float scaledStep(float step, uint32_t mods, float coarse, float fine) const
     {
@@ -109,7 +104,6 @@ protected:
         return step;
     }
     float clampToDisplay(float v) const { return std::clamp(v, displayMin, displayMax); }
-    bool hasCapture() const { return this->frame->mouseCaptureWindow() == this; }
 
     DSP::Component *const component;
     const uint32_t paramIndex;
