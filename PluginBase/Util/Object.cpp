@@ -88,7 +88,6 @@ struct Object::ConnectionList {
 struct Object::Cut {
     Object *receiver = nullptr;   // null: any
     const char *member = nullptr; // the row's own text; null: any
-    bool allSenderEntries = false;
 };
 
 Object::Object(const String &objectName) : name(objectName) {}
@@ -193,7 +192,7 @@ void Object::activate(ConnectionList *list, SignalArgs &args)
 void Object::disconnect(Object *sender, const char *signal, Object *receiver, const char *member)
 {
     if (!sender || (member && !receiver) || sender->connections.empty()) return;
-    Cut what{receiver, nullptr, signal == nullptr};
+    Cut what{receiver, nullptr};
     if (member) {
         const Member to(receiver, member);
         if (!to.row) return;
@@ -222,21 +221,18 @@ bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
             continue;
         }
         if (connection.busy || list->deliveries > 0) return false;
-        if (connection.receiver) connection.receiver->forgetSender(this, what.allSenderEntries);
+        if (connection.receiver) connection.receiver->forgetSender(this);
         rows.erase(rows.begin() + static_cast<ptrdiff_t>(i));
     }
     if (rows.empty() && list->deliveries == 0) list.reset();
     return true;
 }
 
-void Object::forgetSender(const Object *sender, bool all)
+// One entry for one connection: while there is a connection, its receiver must know whom to tell of its death.
+void Object::forgetSender(const Object *sender)
 {
     const auto first = std::find(senders.begin(), senders.end(), sender);
-    if (first == senders.end()) return;
-    if (all)
-        senders.erase(std::remove(first, senders.end(), sender), senders.end());
-    else
-        senders.erase(first);
+    if (first != senders.end()) senders.erase(first);
 }
 
 void Object::dropReferencesTo(const Object *receiver)
@@ -252,7 +248,7 @@ void Object::dropAllConnections()
     for (auto &list : connections) {
         if (!list) continue;
         for (auto &connection : list->connections) {
-            if (connection->receiver) connection->receiver->forgetSender(this, true);
+            if (connection->receiver) connection->receiver->forgetSender(this);
             connection->receiver = nullptr;
         }
         list->abandoned = list->deliveries > 0;

@@ -58,7 +58,7 @@ private:
     bool cut(std::unique_ptr<ConnectionList> &list, const Cut &what);
     void dropReferencesTo(const Object *receiver);
     void dropAllConnections();
-    void forgetSender(const Object *sender, bool all);
+    void forgetSender(const Object *sender);
 
     String name;
     bool destroying = false;
