@@ -113,7 +113,7 @@ TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)
     const Audio expected = whole.process(audio);
     Audio actual;
     for (uint32_t block : cutIntoBlocks(random, frames))
-        actual = Signals::append(std::move(actual), cut.process(slice(audio, actual.frames(), block)));
+        actual = Signals::append(actual, cut.process(slice(audio, actual.frames(), block)));
     EXPECT_EQ(actual, expected);
 }
 
@@ -183,7 +183,7 @@ double sharpestCornerOfSweep(double tone, uint32_t blockFrames)
         plugin.transformHandle().crossOver()->setCutoff(0, hz);
         plugin.transformHandle().crossOver()->setCutoff(1, 2 * hz + 1000);
         const uint32_t count = std::min(blockFrames, frames - output.frames());
-        output = Signals::append(std::move(output), plugin.process(slice(audio, output.frames(), count)));
+        output = Signals::append(output, plugin.process(slice(audio, output.frames(), count)));
     }
     return sharpestCorner(output.left, rate / 10);
 }
