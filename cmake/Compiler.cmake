@@ -11,6 +11,9 @@ set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g -DNDEBUG")
 # No path of the building machine in what we ship.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 add_compile_options(-Wall -Wextra -Wshadow -Wnon-virtual-dtor -Woverloaded-virtual -Werror)
+if(CMAKE_UNITY_BUILD) # files compiled together share their anonymous namespaces; the release build has them apart
+    add_compile_options(-Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
+endif()
 # No fused multiply-add, and no flag that lets the compiler reorder sums.
 add_compile_options(-ffp-contract=off -fno-math-errno -fno-trapping-math)
 if(CMAKE_SYSTEM_PROCESSOR MATCHES "i[3-6]86")

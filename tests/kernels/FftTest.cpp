@@ -13,12 +13,12 @@ namespace {
 
 using namespace DSP;
 using DSP::Kernels::available;
-using Floats = Util::AlignedBuffer<float>;
+using Buffer = Util::AlignedBuffer<float>;
 
 using Bin = std::complex<long double>;
 
 /// The sum itself.
-std::vector<Bin> plainTransform(const Floats &in)
+std::vector<Bin> plainTransform(const Buffer &in)
 {
     const size_t length = in.size();
     std::vector<Bin> unit(length), bins(length / 2 + 1);
@@ -29,10 +29,10 @@ std::vector<Bin> plainTransform(const Floats &in)
 }
 
 /// Noise, an impulse, the highest frequency on an offset, and a sine between bins.
-std::vector<Floats> sounds(size_t length)
+std::vector<Buffer> sounds(size_t length)
 {
-    std::vector<Floats> list(4);
-    for (Floats &samples : list) samples.grow(length);
+    std::vector<Buffer> list(4);
+    for (Buffer &samples : list) samples.grow(length);
     std::mt19937 random(11);
     std::uniform_real_distribution<float> any(-1, 1);
     for (size_t n = 0; n < length; ++n) {
@@ -44,24 +44,24 @@ std::vector<Floats> sounds(size_t length)
     return list;
 }
 
-Floats forward(const FftPlan &plan, const Floats &in)
+Buffer forward(const FftPlan &plan, const Buffer &in)
 {
-    Floats out(size_t(plan.length()) + 2), work(plan.workLength());
+    Buffer out(size_t(plan.length()) + 2), work(plan.workLength());
     plan.forward(in.data(), out.data(), work.data());
     return out;
 }
 
 /// The magnitudes that stay over `before`, with a window of ones.
-Floats raised(const FftPlan &plan, const Floats &in, float before = 0)
+Buffer raised(const FftPlan &plan, const Buffer &in, float before = 0)
 {
-    Floats window(in.size()), magnitudes(in.size() / 2 + 1), work(plan.workLength());
+    Buffer window(in.size()), magnitudes(in.size() / 2 + 1), work(plan.workLength());
     std::fill(window.begin(), window.end(), 1.f);
     std::fill(magnitudes.begin(), magnitudes.end(), before);
     plan.raiseMagnitudes(in.data(), window.data(), magnitudes.data(), work.data());
     return magnitudes;
 }
 
-bool sameBits(const Floats &a, const Floats &b)
+bool sameBits(const Buffer &a, const Buffer &b)
 {
     return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
 }
@@ -71,13 +71,13 @@ class Fft : public testing::TestWithParam<int> {};
 TEST_P(Fft, IsThePlainSumInEverySet)
 {
     const size_t length = size_t(1) << GetParam();
-    for (const Floats &sound : sounds(length)) {
+    for (const Buffer &sound : sounds(length)) {
         const std::vector<Bin> expected = plainTransform(sound);
         long double largest = 0;
         for (const Bin &bin : expected) largest = std::max(largest, std::abs(bin));
         const auto tolerance = double(4e-7L * largest);
         const FftPlan plainest(GetParam(), *available().front());
-        const Floats bins = forward(plainest, sound), magnitudes = raised(plainest, sound);
+        const Buffer bins = forward(plainest, sound), magnitudes = raised(plainest, sound);
         for (size_t k = 0; k < expected.size(); ++k) {
             ASSERT_NEAR(bins[2 * k], double(expected[k].real()), tolerance) << k;
             ASSERT_NEAR(bins[2 * k + 1], double(expected[k].imag()), tolerance) << k;
@@ -98,14 +98,14 @@ INSTANTIATE_TEST_SUITE_P(Orders, Fft, testing::Range(FftPlan::kLeastOrder, FftPl
 TEST(FftMagnitudes, AreWindowedAndOnlyRise)
 {
     const FftPlan plan(9);
-    Floats in = std::move(sounds(512)[0]), window(512), magnitudes(257), work(plan.workLength()),
+    Buffer in = std::move(sounds(512)[0]), window(512), magnitudes(257), work(plan.workLength()),
            product(512);
     for (size_t n = 0; n < 512; ++n) product[n] = in[n] * (window[n] = float(n % 7) / 7);
     plan.raiseMagnitudes(in.data(), window.data(), magnitudes.data(), work.data());
     EXPECT_TRUE(sameBits(magnitudes, raised(plan, product)));
 
     const float threshold = magnitudes[100];
-    const Floats held = raised(plan, product, threshold);
+    const Buffer held = raised(plan, product, threshold);
     for (size_t k = 0; k < held.size(); ++k) ASSERT_EQ(held[k], std::max(magnitudes[k], threshold)) << k;
 }
 
@@ -113,12 +113,12 @@ TEST(FftMagnitudes, AreWindowedAndOnlyRise)
 TEST(FourierTransform, GivesThePlansBitsAndRefusesBadArguments)
 {
     IppsFFTSpec_R_32f *spec = nullptr;
-    const Floats in = std::move(sounds(512)[0]);
+    const Buffer in = std::move(sounds(512)[0]);
     EXPECT_EQ(ippsFFTInitAlloc_R_32f(&spec, 60, kFftScaleInverse, 1), -6);
     ASSERT_EQ(ippsFFTInitAlloc_R_32f(&spec, 9, kFftScaleInverse, 1), 0);
     int bytes = 0;
     ASSERT_EQ(ippsFFTGetBufSize_R_32f(spec, &bytes), 0);
-    Floats out(514);
+    Buffer out(514);
     Util::AlignedBuffer<uint8_t> work(static_cast<size_t>(bytes));
     EXPECT_EQ(ippsFFTFwd_RToCCS_32f(in.data(), out.data(), spec, work.data()), 0);
     EXPECT_TRUE(sameBits(out, forward(FftPlan(9), in)));
@@ -130,7 +130,7 @@ TEST(FftMagnitudes, KeepNeitherInfinityNorNaN)
     using Limits = std::numeric_limits<float>;
     for (const auto *table : available())
         for (float bad : {Limits::max(), Limits::infinity(), Limits::quiet_NaN()}) {
-            Floats in(512);
+            Buffer in(512);
             in[3] = bad;
             in[300] = -bad;
             for (float magnitude : raised(FftPlan(9, *table), in, 0.5f))

@@ -8,7 +8,6 @@ namespace UI::Native {
 
 namespace {
 
-constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
 constexpr float kCoarse = 10.0f, kFine = 0.1f;
 constexpr float kFineUnitsPerPixel = 0.025f;
 

@@ -5,12 +5,13 @@
 #include <png.h>
 
 namespace UI::Native {
-namespace {
 
 struct PNGReadState {
     const uint8_t *data;
     uint32_t size, offset;
 };
+
+namespace {
 
 void readBytes(png_structp png, png_bytep to, size_t length)
 {

@@ -12,7 +12,6 @@ namespace UI::Native {
 namespace {
 
 constexpr float kUnitsPerPixel = 0.1f;
-constexpr float kUnitsPerWheelTick = 0.008333334f;     // 1 for a notch of 120
 constexpr float kWheelLogScale = 0.0265252f;           // 1 / 37.7: a notch is one unit of the cutoffs' scale
 constexpr int32_t kDigitsTop = 3, kEntryBoxExtra = 21; // pixels
 constexpr char kTypable[] = "0123456789.,-";

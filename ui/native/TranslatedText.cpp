@@ -6,7 +6,7 @@ namespace UI::Native {
 
 namespace {
 
-constexpr uint32_t kTextColour = 0x000000;
+constexpr uint32_t kLabelColour = 0x000000;
 
 } // namespace
 
@@ -37,7 +37,7 @@ void TranslatedText::redraw()
     const std::u16string words = source.string(row);
     const Platform::FontRef font = source.labelFont();
     if (font && !words.empty())
-        Platform::windowSystem().drawText(canvas->bitmap(), *font, kTextColour,
+        Platform::windowSystem().drawText(canvas->bitmap(), *font, kLabelColour,
                                           {0, source.row(row).textInset}, words, false);
     else
         drawPixmap(loadPixmap(String("TranslatedText%1.png").arg(row)), canvas, {});

@@ -96,6 +96,7 @@ protected:
         this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
                                                 nullptr, nullptr);
     }
+    static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
     /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
     float scaledStep(float step, uint32_t mods, float coarse, float fine) const
     {
