@@ -3,13 +3,7 @@
 #include <memory>
 
 #include "platform/WindowSystem.h"
-
-/// What this process has of the system's, for tests that nothing is left behind.
-struct DeskHoldings {
-    int64_t windows = 0, timers = 0; // timers: 0 where the system does not count them
-    int64_t graphics = 0;            // bitmaps, fonts and contexts of the system
-    int64_t threads = 0, handles = 0, heapBytes = 0;
-};
+#include "tests/host/Holdings.h"
 
 /// A host's window on a screen, with a person in front of it: the same for windows in memory and for real
 /// ones, so that one test runs on both. Places are in the host window's client area. What the person does has
@@ -41,7 +35,8 @@ public:
     virtual void answerPrompt(const char *text, bool confirm) = 0;
     /// What else happens while the next prompt is open, before it is answered.
     std::function<void()> whilePrompted;
-    virtual DeskHoldings holdings() const = 0;
+    /// With "windows", "timers" or "graphics" (bitmaps, fonts and contexts), where the system tells.
+    virtual Holdings holdings() const = 0;
 
     void click(Point at)
     {

@@ -1,7 +1,5 @@
 #include "tests/editor/OffscreenDesk.h"
 
-#include <filesystem>
-#include <malloc.h>
 #include <string>
 
 std::unique_ptr<Desk> Desk::make(int32_t width, int32_t height)
@@ -28,18 +26,11 @@ void OffscreenDesk::answerPrompt(const char *text, bool confirm)
     };
 }
 
-DeskHoldings OffscreenDesk::holdings() const
+Holdings OffscreenDesk::holdings() const
 {
-    const auto entries = [](const char *folder) {
-        return std::distance(std::filesystem::directory_iterator(folder), {});
-    };
-    const struct mallinfo2 heap = mallinfo2();
-    DeskHoldings now;
-    now.windows = static_cast<int64_t>(system.windowCount());
-    now.timers = static_cast<int64_t>(system.timerCount());
-    now.threads = entries("/proc/self/task");
-    now.handles = entries("/proc/self/fd");
-    const size_t records = system.paints.capacity() * sizeof system.paints[0]; // the desk's own
-    now.heapBytes = static_cast<int64_t>(heap.uordblks + heap.hblkhd - records);
+    Holdings now = ownHoldings();
+    now["windows"] = static_cast<int64_t>(system.windowCount());
+    now["timers"] = static_cast<int64_t>(system.timerCount());
+    now["heap"] -= static_cast<int64_t>(system.paints.capacity() * sizeof system.paints[0]); // the desk's own
     return now;
 }

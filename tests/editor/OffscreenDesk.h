@@ -23,7 +23,7 @@ public:
     void keyUp(uint32_t key) override { system.releaseKey(key); }
     void wait(uint32_t ms) override { system.advance(ms); }
     void answerPrompt(const char *text, bool confirm) override;
-    DeskHoldings holdings() const override;
+    Holdings holdings() const override;
 
     Platform::OffscreenWindowSystem system;
 

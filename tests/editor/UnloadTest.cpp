@@ -36,8 +36,8 @@ TEST(Unloading, MayFollowTheEditorsEndAtOnce)
         EXPECT_EQ(nullptr, GetModuleHandleA(kLibrary));
         desk->wait(60); // whatever still comes finds no code
         desk->click({300, 300});
-        if (i == 0) windows = desk->holdings().windows;
-        EXPECT_EQ(windows, desk->holdings().windows);
+        if (i == 0) windows = desk->holdings()["windows"];
+        EXPECT_EQ(windows, desk->holdings()["windows"]);
     }
 }
 

@@ -28,7 +28,7 @@ public:
     void keyUp(uint32_t key) override;
     void wait(uint32_t ms) override;
     void answerPrompt(const char *text, bool confirm) override;
-    DeskHoldings holdings() const override;
+    Holdings holdings() const override;
 
 private:
     enum class Timers { held, served };

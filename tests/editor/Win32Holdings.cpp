@@ -1,38 +1,6 @@
-#include <algorithm>
-#include <iterator>
-
 #include "tests/editor/Win32Desk.h"
 
-#include <tlhelp32.h>
-
 namespace {
-
-int64_t heapBytesInUse()
-{
-    HANDLE heaps[64] = {};
-    const DWORD count = std::min<DWORD>(GetProcessHeaps(std::size(heaps), heaps), std::size(heaps));
-    int64_t bytes = 0;
-    for (DWORD i = 0; i < count; ++i) {
-        PROCESS_HEAP_ENTRY entry = {};
-        HeapLock(heaps[i]);
-        while (HeapWalk(heaps[i], &entry))
-            if (entry.wFlags & PROCESS_HEAP_ENTRY_BUSY) bytes += entry.cbData;
-        HeapUnlock(heaps[i]);
-    }
-    return bytes;
-}
-
-int64_t ownThreads()
-{
-    const HANDLE all = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 thread = {};
-    thread.dwSize = sizeof thread;
-    int64_t count = 0;
-    for (BOOL more = Thread32First(all, &thread); more; more = Thread32Next(all, &thread))
-        count += thread.th32OwnerProcessID == GetCurrentProcessId();
-    CloseHandle(all);
-    return count;
-}
 
 BOOL CALLBACK countWindow(HWND, LPARAM count)
 {
@@ -67,15 +35,10 @@ int64_t graphicsObjects()
 
 } // namespace
 
-DeskHoldings Win32Desk::holdings() const
+Holdings Win32Desk::holdings() const
 {
-    DeskHoldings now;
-    now.windows = ownWindows();
-    now.graphics = graphicsObjects();
-    now.threads = ownThreads();
-    DWORD handles = 0;
-    GetProcessHandleCount(GetCurrentProcess(), &handles);
-    now.handles = handles;
-    now.heapBytes = heapBytesInUse();
+    Holdings now = ownHoldings();
+    now["windows"] = ownWindows();
+    now["graphics"] = graphicsObjects();
     return now;
 }

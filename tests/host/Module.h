@@ -22,13 +22,3 @@ public:
 private:
     void *handle;
 };
-
-/// What this process has of the system.
-struct Holdings {
-    int64_t heapBytes;    // asked for and not given back
-    int64_t privateBytes; // all memory of its own
-    int64_t threads;
-    int64_t handles; // open files, or whatever the system counts
-
-    static Holdings now();
-};

@@ -1,10 +1,6 @@
 #include "tests/host/Module.h"
 
 #include <dlfcn.h>
-#include <filesystem>
-#include <fstream>
-#include <malloc.h>
-#include <unistd.h>
 
 // TESSARINE_MODULE comes from the build.
 
@@ -27,16 +23,4 @@ bool Module::isLoaded()
     void *const loaded = dlopen(TESSARINE_MODULE, RTLD_NOW | RTLD_NOLOAD);
     if (loaded) dlclose(loaded);
     return loaded;
-}
-
-Holdings Holdings::now()
-{
-    const auto entries = [](const char *folder) {
-        return std::distance(std::filesystem::directory_iterator(folder), {});
-    };
-    const struct mallinfo2 heap = mallinfo2();
-    int64_t pages = 0;
-    std::ifstream("/proc/self/statm") >> pages >> pages; // the second number: those in memory
-    return {static_cast<int64_t>(heap.uordblks + heap.hblkhd), pages * sysconf(_SC_PAGESIZE),
-            entries("/proc/self/task"), entries("/proc/self/fd")};
 }
