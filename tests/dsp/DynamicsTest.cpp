@@ -29,7 +29,7 @@ void compress(Rig<DSP::Dynamics> &rig, BandAudio &bands, bool together, unsigned
         rig->setBandIndex(b);
         rig.run(bands[b].frames(), left[b], right[b]);
     }
-    Audio input = Signals::noise(1, bands[0].frames(), 0);
+    Audio input{std::vector<float>(bands[0].frames(), 9), std::vector<float>(bands[0].frames(), 9)};
     const Audio before = input;
     if (together) rig.run(input.frames(), input.left.data(), input.right.data(), left, right);
     EXPECT_EQ(input, before) << "with band pointers given, the input is nobody's to change";
@@ -61,7 +61,7 @@ BandAudio drawAudio(Random &random, uint32_t rate, uint32_t frames)
 }
 
 class DynamicsSeeds : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(All, DynamicsSeeds, testing::Range(0, 64));
+INSTANTIATE_TEST_SUITE_P(All, DynamicsSeeds, testing::Range(0, seedCount(24)));
 
 /// With `neutral` no power function takes part, and every bit must agree.
 void compareWithReference(Random random, bool neutral)
@@ -96,7 +96,6 @@ void compareWithReference(Random random, bool neutral)
     const BandAudio audio = drawAudio(random, rate, 30000);
     const double loudest =
         8 * std::max({peakOf(audio[0]), peakOf(audio[1]), peakOf(audio[2]), peakOf(audio[3])});
-    const bool together = random.chance(0.7);
     const double changes = random.pick(std::array{0.0, 0.05, 0.3});
 
     uint32_t from = 0;
@@ -104,15 +103,15 @@ void compareWithReference(Random random, bool neutral)
         if (random.chance(changes)) chooseSettings();
         if (random.chance(changes / 20)) resume();
         BandAudio actual = slice(audio, from, frames), expected = actual;
-        compress(rig, actual, together, around);
+        compress(rig, actual, random.chance(0.7), around); // both ways of calling share their state
         compress(reference, expected, around);
         for (uint32_t b = 0; b < 4; ++b) {
-            SCOPED_TRACE(testing::Message() << "band " << b << " at " << rate << ", frame " << from);
             if (neutral)
-                ASSERT_EQ(actual[b], expected[b]);
+                ASSERT_EQ(actual[b], expected[b]) << "band " << b << " at " << rate << ", frame " << from;
             else
                 ASSERT_LT(errorDb(actual[b], expected[b], loudest),
-                          std::max(-120.0, toDb(8 * reference.doubt())));
+                          std::max(-120.0, toDb(8 * reference.doubt())))
+                    << "band " << b << " at " << rate << ", frame " << from;
             if (!random.chance(0.2)) continue;
             float left, right, expectedLeft, expectedRight;
             rig->readPeaks(b, left, right);
@@ -132,27 +131,5 @@ TEST_P(DynamicsSeeds, MatchesTheReferenceThroughEveryChange)
 }
 
 TEST_P(DynamicsSeeds, DelaysRoutesAndMetersExactly) { compareWithReference(Random(1000 + GetParam()), true); }
-
-TEST_P(DynamicsSeeds, DoesNotDependOnHowTheAudioIsCut)
-{
-    Random random(GetParam());
-    Rig<DSP::Dynamics> whole, cut;
-    const uint32_t rate = drawRate(random);
-    for (auto *rig : {&whole, &cut}) {
-        Random same(GetParam());
-        for (int b = 0; b < 4; ++b) apply(rig->component, b, Reference::drawBand(same));
-        rig->resume(rate);
-    }
-    const BandAudio audio = drawAudio(random, rate, 20000);
-    BandAudio expected = audio;
-    compress(whole, expected, true);
-    uint32_t from = 0;
-    for (uint32_t frames : cutIntoBlocks(random, 20000)) {
-        BandAudio actual = slice(audio, from, frames);
-        compress(cut, actual, random.chance(0.5)); // both ways of calling share their state
-        ASSERT_EQ(actual, slice(expected, from, frames)) << "frame " << from;
-        from += frames;
-    }
-}
 
 } // namespace

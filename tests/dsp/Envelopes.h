@@ -30,9 +30,16 @@ inline std::vector<Reference::Segment> drawSegments(Signals::Random &random, uin
                             .from = random.real(low, high),
                             .to = random.real(low, high),
                             .curve = random.pick(std::array{0u, 1u, 2u, 4u, 8u})});
-        start += static_cast<int64_t>(random.pick(std::array{0.0, 0.5, 1.0, 1.0, 1.3}) * length) +
-                 random.pick(std::array<int64_t, 3>{0, 1, 500});
+        start += static_cast<int64_t>(random.pick(std::array{0.0, 0.5, 1.0, 1.0, 1.3}) * length);
+        start += random.pick(std::array<int64_t, 3>{0, 1, 500});
     }
+    return segments;
+}
+
+/// As a switch follows them: every segment holds its first value.
+inline std::vector<Reference::Segment> hold(std::vector<Reference::Segment> segments)
+{
+    for (Reference::Segment &segment : segments) segment.curve = DSP::EnvelopeSegment::step;
     return segments;
 }
 

@@ -22,11 +22,6 @@ void Dynamics::setSampleRate(uint32_t hz)
     }
 }
 
-void Dynamics::suspend()
-{
-    for (Band &band : bands) band.peakLeft = band.peakRight = 0;
-}
-
 void Dynamics::reset()
 {
     for (Band &band : bands) {

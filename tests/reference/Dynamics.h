@@ -12,7 +12,6 @@ public:
     Dynamics();
     void set(int band, const BandSettings &settings) { bands[band].settings = settings; }
     void setSampleRate(uint32_t hz);
-    void suspend();
     void reset();
     /// In place; `right` is null for mono.
     void process(int band, uint32_t frames, float *left, float *right);

@@ -1,11 +1,15 @@
 #pragma once
 #include <algorithm>
 #include <array>
+#include <cstdlib>
 #include <vector>
 
 #include "tests/signals/Signals.h"
 
-/// Cuts `frames` into the blocks of a host: one size, or an irregular mix.
+/// Seeds of a randomised test; TESSARINE_LONG_TESTS=1 asks for ten times as many.
+inline int seedCount(int usual) { return std::getenv("TESSARINE_LONG_TESTS") ? 10 * usual : usual; }
+
+/// Cuts `frames` into the blocks of a host: one size, or an irregular mix. Tiny blocks do not go on for ever.
 inline std::vector<uint32_t> cutIntoBlocks(Signals::Random &random, uint32_t frames)
 {
     constexpr std::array sizes = {1u, 7u, 64u, 441u, 512u, 4096u, 16384u};
@@ -13,14 +17,17 @@ inline std::vector<uint32_t> cutIntoBlocks(Signals::Random &random, uint32_t fra
     const uint32_t steady = random.pick(sizes);
     std::vector<uint32_t> blocks;
     while (frames != 0) {
-        const uint32_t wanted = mixed ? 1 + random.below(random.pick(sizes)) : steady;
+        uint32_t wanted = mixed ? 1 + random.below(random.pick(sizes)) : steady;
+        if (blocks.size() >= 1000) wanted = 4096;
         blocks.push_back(std::min(wanted, frames));
         frames -= blocks.back();
     }
     return blocks;
 }
 
+/// A usual one, or one at the edge of what decides the size of the spectra.
 inline uint32_t drawRate(Signals::Random &random)
 {
-    return random.pick(std::array{8000u, 11025u, 16000u, 22050u, 44100u, 48000u, 96000u, 192000u});
+    return random.pick(
+        std::array{8000u, 10999u, 11000u, 21999u, 22000u, 37999u, 44100u, 48000u, 96000u, 192000u});
 }
