@@ -1,28 +1,122 @@
-#include <gtest/gtest.h>
+#include "tests/editor/Session.h"
 
-#include "tests/editor/HostedEffect.h"
+// Gestures that something ends before the person does, on one control of each kind.
 
-/// Whatever the host does in the middle of a gesture, it is told of as many ends as beginnings.
-TEST(Gestures, GetTheirEndsWhenTheHostClosesTheEditorAtTheirBeginning)
+namespace {
+
+using namespace Platform;
+
+struct Place {
+    const char *control;   // the one that shows the parameter
+    bool onLine = false;   // on the crossover's line instead
+    bool isButton = false; // its gesture is the release
+};
+void PrintTo(const Place &place, std::ostream *out)
 {
-    HostedEffect hosted;
-    std::vector<Point> places;
-    for (const UI::Native::WindowBase *const control : hosted.controls())
-        places.push_back(HostedEffect::centre(*control));
-    for (int32_t x = 84; x < 460; x += 4) places.push_back({x, 80}); // the crossover's lines among them
-    int32_t begun = 0, total = 0;
-    hosted.host.onCall = [&](int32_t opcode) {
-        if (opcode == audioMasterEndEdit) --begun;
-        if (opcode != audioMasterBeginEdit) return;
-        ++begun;
-        ++total;
-        hosted.close();
-    };
-    for (const Point place : places) {
-        if (!hosted.isOpen()) hosted.open();
-        hosted.desk->drag(place, place + Point{2, 9});
-        EXPECT_EQ(begun, 0) << place.x << ", " << place.y;
-    }
-    EXPECT_GT(total, 30) << "each value and each line";
-    hosted.host.onCall = nullptr;
+    *out << place.control << (place.onLine ? ", its line" : "");
 }
+
+class CutShort : public testing::TestWithParam<Place> {
+protected:
+    CutShort()
+    {
+        session.put(30, 1.0f); // bands are linked
+        session.put(15, -3.0f);
+        session.told();
+    }
+    /// The host closes the editor from inside the effect's next call of that kind.
+    void closeAt(int32_t opcode)
+    {
+        session.host.onCall = [this, opcode](int32_t called) {
+            if (called != opcode) return;
+            session.host.onCall = {};
+            session.close();
+        };
+    }
+    /// That the gestures are whole and the editor is closed; it is open again then.
+    void expectClosed()
+    {
+        EXPECT_FALSE(session.isOpen());
+        session.host.onCall = {};
+        EXPECT_EQ(0, UI::Native::WindowBase::liveWindows());
+        EXPECT_EQ(0, UI::Native::FrameBase::liveFrames());
+        EXPECT_TRUE(Session::areWhole(session.takeEdits()));
+        for (int32_t host = 0; host < 39; ++host) EXPECT_FALSE(session.editing(host)) << host;
+        if (!session.isOpen()) session.open();
+    }
+
+    Session session;
+    Desk &desk = *session.desk;
+    const ControlRow &row = control(GetParam().control);
+    const Point at = GetParam().onLine ? Point{14 + 251, 100} : row.centre();
+};
+INSTANTIATE_TEST_SUITE_P(On, CutShort,
+                         testing::Values(Place{"output slider"}, Place{"output gain"}, Place{"gain 2"},
+                                         Place{"mid cutoff"}, Place{"mid cutoff", true},
+                                         Place{"solo 2", false, true}));
+
+TEST_P(CutShort, GesturesEndOnceWhateverEndsThem)
+{
+    desk.answerPrompt("7", true); // nobody asks
+    const std::string end = GetParam().isButton ? "" : "e" + std::to_string(row.host);
+    for (const bool close : {false, true})
+        for (const bool moved : {false, true}) {
+            SCOPED_TRACE(testing::Message() << (close ? "closed" : "mouse lost") << (moved ? ", moved" : ""));
+            desk.moveTo(at);
+            desk.press();
+            if (moved) desk.moveTo(at + Point{3, -4});
+            session.told();
+            close ? session.close() : windowSystem().captureMouse(desk.window());
+            desk.wait(0);
+            windowSystem().releaseMouse();
+            desk.release();
+            EXPECT_EQ(session.told(), end);
+            if (GetParam().isButton) {
+                EXPECT_FLOAT_EQ(session.value(row.host), 0.0f);
+            }
+            if (close) expectClosed();
+        }
+}
+
+TEST_P(CutShort, GesturesMayBeClosedFromInsideAnyCall)
+{
+    for (const int32_t opcode : {audioMasterBeginEdit, audioMasterAutomate, audioMasterEndEdit}) {
+        SCOPED_TRACE(opcode);
+        closeAt(opcode);
+        desk.drag(at, at + Point{2, -5});
+        expectClosed();
+    }
+    if (GetParam().onLine) return; // neither wheel nor keys
+    session.window(row).setFocus();
+    closeAt(audioMasterAutomate);
+    desk.type(kKeyDown);
+    expectClosed();
+    if (GetParam().isButton) return;
+    closeAt(audioMasterAutomate);
+    desk.moveTo(at);
+    desk.wheel(120);
+    expectClosed();
+}
+
+TEST(CutShortTest, NumbersMayBeTypedWhileTheEditorCloses)
+{
+    Session session;
+    for (const bool confirm : {true, false})
+        for (const bool destroy : {false, true}) {
+            if (destroy && confirm) continue; // there is no window for another round
+            session.desk->whilePrompted = [&] {
+                session.close();
+                if (destroy) session.desk->destroyWindow();
+            };
+            session.desk->answerPrompt("3", confirm);
+            session.desk->click(control("output gain").centre());
+            session.desk->wait(50);
+            EXPECT_FALSE(session.desk->whilePrompted) << "no prompt came";
+            EXPECT_EQ(0, UI::Native::WindowBase::liveWindows());
+            if (!destroy) {
+                ASSERT_TRUE(session.open());
+            }
+        }
+}
+
+} // namespace

@@ -1,7 +1,6 @@
 #include "tests/editor/OffscreenDesk.h"
 #include "tests/editor/Session.h"
 #include "ui/TextTable.h"
-#include "ui/native/TranslatedText.h"
 
 namespace {
 
@@ -99,31 +98,7 @@ TEST(LabelsTest, OtherLanguagesKeepToTheirFields)
             empty.drawGround(places[i]);
             EXPECT_EQ(!empty.isShown(shot, places[i].corner()), words != u" ") << "drawn in letters";
         }
-        const ControlRow &box = control("band link"); // a click counts on the words
-        session.desk->click({places.back().left, places.back().top + 5});
-        EXPECT_FLOAT_EQ(session.value(box.host), 1.0f);
     }
-}
-
-TEST(LabelsTest, WithoutAStringTheImageStands)
-{
-    class NoStrings final : public UI::Native::TextSource {
-    public:
-        const UI::Native::TextRow &row(uint32_t index) const override { return UI::textRow(index); }
-        std::u16string string(uint32_t) const override { return {}; }
-        FontRef labelFont() const override { return font; }
-        FontRef toolTipFont() const override { return font; }
-        const FontRef font = windowSystem().createFont({-10, false, "Arial"});
-    };
-    Session session;
-    const NoStrings texts;
-    UI::Native::TranslatedText label(&session.frame(), nullptr, texts, 17, {0, 160});
-    session.desk->wait(0);
-    const Rect place = Rect::at({423, 427}, 54, 12);
-    EXPECT_EQ(label.frameRect(), place);
-    Picture wanted(54, 12);
-    wanted.drawGround(place).draw("TranslatedText17.png");
-    EXPECT_TRUE(wanted.isShown(session.desk->shot(), place.corner()));
 }
 
 // Tool tips, and the mark of the focus.
@@ -198,31 +173,6 @@ TEST_F(ToolTipTest, AClickTakesItAwayForTheWholeDelay)
     EXPECT_TRUE(showsTip(35));
     desk().wheel(120);
     EXPECT_FALSE(tip().isEmpty()) << "the wheel is no click";
-}
-
-TEST_F(ToolTipTest, EachHasItsWords)
-{
-    std::vector<std::pair<Point, uint32_t>> places = {{control("output slider").centre(), 24},
-                                                      {control("limiter bypass").centre(), 44}};
-    for (uint32_t band = 0; band < 4; ++band) {
-        const std::string number = std::to_string(band + 1);
-        places.emplace_back(control("solo " + number).centre(), 32 + band);
-        places.emplace_back(control("bypass " + number).centre(), 36 + band);
-        places.emplace_back(control("threshold slider " + number).centre(), 40 + band);
-    }
-    const int32_t lines[] = {98, 251, 338}; // 120, 2000 and 10000 Hz
-    for (uint32_t i = 0; i < 3; ++i) places.emplace_back(Point{14 + lines[i], 100}, 25 + i);
-    for (const auto &[at, row] : places) {
-        desk().moveTo({300, 480}); // from line to line of the spectrum a tip would stay
-        desk().moveTo(at);
-        desk().wait(2100);
-        EXPECT_TRUE(showsTip(row)) << row;
-    }
-    for (const Point at : {Point{14 + 180, 100}, control("gain 1").centre(), Point{500, 60}}) {
-        desk().moveTo(at);
-        desk().wait(2100);
-        EXPECT_TRUE(tip().isEmpty()) << at.x;
-    }
 }
 
 TEST_F(ToolTipTest, SpeaksTheHostsLanguage)

@@ -13,13 +13,12 @@ namespace {
 struct Lock {
     std::recursive_mutex mutex;
     std::atomic<bool> ofAudio = false; // taken by the audio thread at some time
-    std::atomic<bool> awaited = false; // by the audio thread, since it was taken
     uint32_t depth = 0;                // the owner's
     uint64_t since = 0;                // the owner's processor time
 };
 
 thread_local Role ownRole = Role::other;
-std::atomic<uint64_t> audioEntries, audioContended, windowEntries, longestHold, longestHoldAwaited;
+std::atomic<uint64_t> audioEntries, windowEntries, longestHold;
 
 void raise(std::atomic<uint64_t> &most, uint64_t value)
 {
@@ -38,11 +37,7 @@ uint64_t threadTimeNs()
     return static_cast<uint64_t>(time.tv_sec) * 1000000000 + static_cast<uint64_t>(time.tv_nsec);
 }
 
-Figures take()
-{
-    return {audioEntries.exchange(0), audioContended.exchange(0), windowEntries.exchange(0),
-            longestHold.exchange(0), longestHoldAwaited.exchange(0)};
-}
+Figures take() { return {audioEntries.exchange(0), windowEntries.exchange(0), longestHold.exchange(0)}; }
 
 namespace {
 
@@ -50,16 +45,11 @@ Lock &lockIn(std::byte *storage) { return **std::launder(reinterpret_cast<Lock *
 
 void enter(Lock &lock)
 {
-    const bool free = lock.mutex.try_lock();
-    if (!free) {
-        if (ownRole == Role::audio) lock.awaited = true;
-        lock.mutex.lock();
-    }
+    lock.mutex.lock();
     if (++lock.depth > 1) return;
     if (ownRole == Role::audio) {
         lock.ofAudio = true;
         ++audioEntries;
-        if (!free) ++audioContended;
     } else if (ownRole == Role::window) {
         ++windowEntries;
         lock.since = threadTimeNs();
@@ -68,11 +58,8 @@ void enter(Lock &lock)
 
 void leave(Lock &lock)
 {
-    if (--lock.depth == 0 && ownRole == Role::window) {
-        const uint64_t held = threadTimeNs() - lock.since;
-        if (lock.ofAudio) raise(longestHold, held);
-        if (lock.awaited.exchange(false)) raise(longestHoldAwaited, held);
-    }
+    if (--lock.depth == 0 && ownRole == Role::window && lock.ofAudio)
+        raise(longestHold, threadTimeNs() - lock.since);
     lock.mutex.unlock();
 }
 

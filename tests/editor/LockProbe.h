@@ -10,13 +10,10 @@ enum class Role { other, audio, window };
 void setRole(Role role);
 
 struct Figures {
-    uint64_t audioEntries = 0;   // of the audio thread, the repeated ones not counted
-    uint64_t audioContended = 0; // of these, found the lock with another thread
+    uint64_t audioEntries = 0; // of the audio thread, the repeated ones not counted
     uint64_t windowEntries = 0;
     /// Longest time that the window thread held a lock which the audio thread takes, ns.
     uint64_t longestHold = 0;
-    /// And the same for locks that it held while the audio thread waited for them.
-    uint64_t longestHoldAwaited = 0;
 };
 /// Since the last call.
 Figures take();

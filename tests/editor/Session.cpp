@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <set>
 #include <sstream>
 
 #include "ui/native/Copy.h"
@@ -183,6 +184,20 @@ float Session::lastTold(int32_t index) const
         if (call.opcode == audioMasterAutomate && call.index == index)
             told = bounds.minimum + call.opt * (bounds.maximum - bounds.minimum);
     return told;
+}
+
+testing::AssertionResult Session::areWhole(const std::vector<FakeHost::Call> &edits)
+{
+    std::set<int32_t> open;
+    for (const FakeHost::Call &call : edits) {
+        const bool isOpen = open.contains(call.index);
+        if (isOpen != (call.opcode != audioMasterBeginEdit) || !std::isfinite(call.opt))
+            return testing::AssertionFailure() << "call " << call.opcode << " for " << call.index;
+        if (call.opcode == audioMasterBeginEdit) open.insert(call.index);
+        if (call.opcode == audioMasterEndEdit) open.erase(call.index);
+    }
+    if (open.empty()) return testing::AssertionSuccess();
+    return testing::AssertionFailure() << *open.begin() << " is left open";
 }
 
 UI::Native::WindowBase &Session::window(const ControlRow &row)

@@ -68,6 +68,8 @@ public:
     std::string told();
     /// That the host was told last by told(), in the parameter's units.
     float lastTold(int32_t index) const;
+    /// Each parameter's begins and ends in turn, finite values only between them, and nothing left open.
+    static testing::AssertionResult areWhole(const std::vector<FakeHost::Call> &edits);
     UI::Native::WindowBase &window(const ControlRow &row);
     /// The row of the control with the keyboard focus; null for none.
     const ControlRow *focused();

@@ -149,26 +149,4 @@ TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
     EXPECT_EQ(topOf(where), 166) << "silence draws nothing";
 }
 
-TEST_F(SpectrumTest, WhatNoSampleCanHoldIsVeiled)
-{
-    const auto setRate = [&](float rate) {
-        session.effect.switchOff();
-        session.effect.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
-        session.effect.switchOn();
-        desk.wait(40);
-    };
-    setRate(32000.0f);
-    const int32_t first = columnOf(16000);
-    for (const int32_t row : {1, 77, 165}) {
-        EXPECT_EQ(shown(first - 1, row), ground(first - 1, row));
-        for (const int32_t column : {first, 376})
-            for (const int shift : {0, 8, 16}) {
-                const int a = ground(column, row) >> shift & 255, c = shown(column, row) >> shift & 255;
-                EXPECT_NEAR(c, a + (255 - a) * 200 / 255, 1) << column << ", " << row;
-            }
-    }
-    setRate(40000.0f);
-    EXPECT_EQ(shown(376, 77), ground(376, 77));
-}
-
 } // namespace

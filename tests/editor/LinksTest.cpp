@@ -1,0 +1,113 @@
+#include "tests/editor/Session.h"
+
+// Gestures on a band while the bands are linked, by the box or by keys.
+
+namespace {
+
+using namespace Platform;
+
+class LinksTest : public testing::Test {
+protected:
+    /// Of all bands in turn.
+    static std::string bracketed(int32_t first)
+    {
+        std::string text;
+        for (int32_t host = first; host < first + 4; ++host) {
+            const std::string n = std::to_string(host);
+            text += (host == first ? "b" : " b") + n + " v" + n + " e" + n;
+        }
+        return text;
+    }
+    void expectValues(int32_t first, float wanted)
+    {
+        for (int32_t host = first; host < first + 4; ++host) EXPECT_FLOAT_EQ(session.value(host), wanted);
+    }
+
+    Session session;
+    Desk &desk = *session.desk;
+};
+
+TEST_F(LinksTest, BandsMoveTogether)
+{
+    for (const char *kind : {"threshold slider", "threshold", "gain", "ratio", "attack", "release"}) {
+        SCOPED_TRACE(kind);
+        const ControlRow &row = control(std::string(kind) + " 2");
+        const int32_t first = row.host - 1;
+        const DSP::FloatRange bounds = session.range(first);
+        const float shares[] = {0.4f, 0.4f, 1.0f, 0.5f}; // the third ends at once
+        float before[4];
+        for (int32_t band = 0; band < 4; ++band) {
+            session.effect.set(first + band, shares[band]);
+            before[band] = session.value(first + band);
+        }
+        desk.moveTo(row.centre());
+        session.told();
+        {
+            const Held keys(desk, {kKeyAlt, kKeyShift});
+            desk.wheel(120);
+        }
+        EXPECT_EQ(session.told(), bracketed(first));
+        const float moved = session.value(row.host) - before[1];
+        EXPECT_GT(moved, 0.0f);
+        for (const int32_t band : {0, 2, 3})
+            EXPECT_NEAR(session.value(first + band), std::min(before[band] + moved, bounds.maximum), 1e-3f)
+                << band;
+    }
+}
+
+TEST_F(LinksTest, BandsTakeOneNumberAndTheirDefaults)
+{
+    session.put(30, 1.0f);
+    session.told();
+    desk.answerPrompt("4.5", true);
+    desk.click(control("gain 3").centre());
+    EXPECT_EQ(session.told(), "b16 e16 " + bracketed(14));
+    expectValues(14, 4.5f);
+    session.put(30, 0.0f);
+    session.told();
+    desk.moveTo(control("gain 1").centre());
+    {
+        const Held keys(desk, {kKeyAlt, kKeyShift, kKeyControl}); // all three: a linked reset
+        desk.press();
+        desk.release();
+    }
+    EXPECT_EQ(session.told(), bracketed(14));
+    expectValues(14, 0.0f);
+}
+
+TEST_F(LinksTest, TheKeysLinkFromTheNextStepOn)
+{
+    const ControlRow &row = control("gain 2");
+    desk.moveTo(row.centre());
+    desk.press();
+    desk.moveTo(row.centre() + Point{0, -10});
+    {
+        const Held keys(desk, {kKeyAlt, kKeyShift});
+        desk.wheel(120);
+    }
+    desk.release();
+    // The touched band has a gesture open, the others get brackets of their own.
+    EXPECT_EQ(session.told(), "b15 v15 b14 v14 e14 v15 b16 v16 e16 b17 v17 e17 e15");
+    EXPECT_NEAR(session.value(15), 2.0f, 1e-4f);
+    EXPECT_NEAR(session.value(17), 1.0f, 1e-4f);
+}
+
+TEST_F(LinksTest, TheBoxFollowsTheKeys)
+{
+    const ControlRow &box = control("band link");
+    desk.wait(40);
+    session.put(30, 1.0f); // ticked by hand before
+    session.told();
+    {
+        const Held keys(desk, {kKeyAlt, kKeyShift});
+        desk.wait(80);
+        EXPECT_EQ(session.told(), "b30 v30 e30");
+        EXPECT_TRUE(session.showsButton(box, true));
+    }
+    desk.wait(80);
+    EXPECT_EQ(session.told(), "b30 v30 e30");
+    EXPECT_FLOAT_EQ(session.value(30), 0.0f);
+    EXPECT_TRUE(session.showsButton(box, false));
+}
+
+} // namespace
