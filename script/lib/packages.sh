@@ -2,9 +2,11 @@
 
 # Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures; in the other two the
 # editor's words are drawn where there is no screen.
-build_packages=(build-essential cmake pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
+build_packages=(build-essential cmake ninja-build pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
     libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
     libgtest-dev libgmock-dev libbenchmark-dev)
+# What the sanitizers are built with; libFuzzer is part of the second.
+clang_packages=(clang libclang-rt-dev)
 # What draws the editor's images; fonts-inter is their font.
 image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it.
