@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "tests/dsp/Envelopes.h"
 #include "tests/host/AllocationCount.h"
 #include "tests/plugin/TestPlugin.h"
 #include "tests/signals/Blocks.h"
@@ -14,11 +15,23 @@ TEST(Allocation, HappensInTheFirstBlockOnly)
     for (uint32_t rate : {44100u, 192000u}) {
         Random random(rate);
         TestPlugin plugin({}, rate);
+        for (DSP::Component *component : plugin.componentList()) {
+            for (uint32_t i = 0; i < component->numFloatParams(); ++i) {
+                const auto [low, high] = component->floatParamRange(i);
+                const auto segments = Envelopes::drawSegments(random, rate, low, high);
+                component->envelopeHandler().setEnvelope(DSP::ParamKind::real, i,
+                                                         Envelopes::toEnvelope(segments));
+            }
+            component->envelopeHandler().setEnabled(true);
+        }
+        uint32_t position = 0;
         const Audio audio = Signals::noise(1, largest, 0);
         Audio input = audio, output = audio;
         const auto run = [&](uint32_t frames) {
             std::copy_n(audio.left.begin(), frames, input.left.begin());
             std::copy_n(audio.right.begin(), frames, input.right.begin());
+            plugin.setStreamTime(Envelopes::timeOf(position, rate));
+            position = (position + frames) % Envelopes::kFrames;
             plugin.transform(frames, input.left.data(), input.right.data(), output.left.data(),
                              output.right.data());
         };

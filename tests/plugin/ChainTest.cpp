@@ -16,10 +16,8 @@ using Signals::slice;
 /// Samples by which the analysis of each band's spectrum follows that of the band below.
 constexpr uint32_t kSpectrumStagger = 64;
 
-/// Spectra of both sides; true if one was new.
-bool compareSpectra(TestPlugin &plugin, Reference::Chain &reference, double scale)
+void compareSpectra(TestPlugin &plugin, Reference::Chain &reference, double scale)
 {
-    bool any = false;
     std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t b = 0; b < 4; ++b) {
         uint32_t count = 0;
@@ -27,12 +25,10 @@ bool compareSpectra(TestPlugin &plugin, Reference::Chain &reference, double scal
         const auto expected = reference.spectra[b].read();
         EXPECT_EQ(fresh, expected.has_value()) << "band " << b;
         if (!fresh || !expected) continue;
-        any = true;
         EXPECT_LT(differenceOf(std::span(magnitudes.data(), count), *expected),
                   2 * (1e-6 + reference.doubt()) * scale)
             << "band " << b;
     }
-    return any;
 }
 
 void compareMeters(TestPlugin &plugin, Reference::Chain &reference, double scale)
@@ -59,7 +55,7 @@ void compareMeters(TestPlugin &plugin, Reference::Chain &reference, double scale
 }
 
 class ChainSeeds : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(All, ChainSeeds, testing::Range(0, 64));
+INSTANTIATE_TEST_SUITE_P(All, ChainSeeds, testing::Range(0, seedCount(32)));
 
 TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
 {
@@ -93,7 +89,7 @@ TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
         const Audio block = slice(audio, actual.frames(), frames);
         actual = Signals::append(std::move(actual), plugin.process(block));
         expected = Signals::append(std::move(expected), reference.process(block));
-        if (!random.chance(0.05)) continue;
+        if (!random.chance(0.1)) continue;
         SCOPED_TRACE(actual.frames());
         compareSpectra(plugin, reference, scale);
         compareMeters(plugin, reference, scale);
@@ -110,10 +106,16 @@ TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)
     Audio audio = Signals::any(random.next(), rate, frames).audio;
     if (random.chance(0.3)) audio = Signals::mono(audio);
     TestPlugin whole(settings, rate), cut(settings, rate);
+    if (random.chance(0.5)) { // meters are no part of the sound
+        cut.transformHandle().global()->setMeterEnable(false);
+        for (TestPlugin *plugin : {&whole, &cut}) plugin->resume(rate);
+    }
     const Audio expected = whole.process(audio);
     Audio actual;
-    for (uint32_t block : cutIntoBlocks(random, frames))
-        actual = Signals::append(actual, cut.process(slice(audio, actual.frames(), block)));
+    for (uint32_t block : cutIntoBlocks(random, frames)) {
+        const Audio part = slice(audio, actual.frames(), block);
+        actual = Signals::append(std::move(actual), cut.process(part));
+    }
     EXPECT_EQ(actual, expected);
 }
 
@@ -134,70 +136,6 @@ TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
     EXPECT_LT(peakOf(leftOnly ? output.right : output.left), 1e-5) << "the guard, lifted by at most 92 dB";
 }
 
-TEST(Chain, NeutralIsTheBandsSumAndTheReportedDelay)
-{
-    for (uint32_t rate : {8000u, 22050u, 44100u, 48000u, 192000u}) {
-        TestPlugin plugin({}, rate);
-        EXPECT_EQ(plugin.latency(), 261 + std::max(1u, (rate + 500) / 1000));
-        const Audio input = Signals::noise(rate, 20000, -20);
-        const Audio output = plugin.process(input, 512);
-
-        Reference::CrossOver crossOver;
-        crossOver.setSampleRate(rate);
-        Audio bands[4];
-        float *left[4], *right[4];
-        for (int b = 0; b < 4; ++b) {
-            bands[b] = input;
-            left[b] = bands[b].left.data();
-            right[b] = bands[b].right.data();
-        }
-        crossOver.process(20000, input.left.data(), input.right.data(), left, right);
-        Audio expected = Signals::silence(20000);
-        for (const Audio &band : bands)
-            for (uint32_t i = plugin.latency(); i < 20000; ++i) {
-                expected.left[i] += band.left[i - plugin.latency()];
-                expected.right[i] += band.right[i - plugin.latency()];
-            }
-        EXPECT_LT(errorDb(output, expected), -120) << rate;
-    }
-}
-
-/// Largest fourth difference in dB: a click stands out of a low tone, whose own is next to nothing.
-double sharpestCorner(const std::vector<float> &x, size_t from)
-{
-    double most = 0;
-    for (size_t i = from + 4; i < x.size(); ++i)
-        most = std::max(most, std::fabs(x[i] - 4.0 * x[i - 1] + 6.0 * x[i - 2] - 4.0 * x[i - 3] + x[i - 4]));
-    return toDb(most);
-}
-
-/// A tone at -12 dB while two cutoffs climb four octaves in three seconds, moved before every block.
-double sharpestCornerOfSweep(double tone, uint32_t blockFrames)
-{
-    constexpr uint32_t rate = 44100, frames = 3 * rate;
-    const Audio audio = Signals::sine(rate, tone, frames, -12);
-    TestPlugin plugin({}, rate);
-    Audio output;
-    while (output.frames() < frames) {
-        const auto hz = static_cast<float>(100 * std::exp2(4.0 * output.frames() / frames));
-        plugin.transformHandle().crossOver()->setCutoff(0, hz);
-        plugin.transformHandle().crossOver()->setCutoff(1, 2 * hz + 1000);
-        const uint32_t count = std::min(blockFrames, frames - output.frames());
-        output = Signals::append(output, plugin.process(slice(audio, output.frames(), count)));
-    }
-    return sharpestCorner(output.left, rate / 10);
-}
-
-TEST(Chain, SweptCutoffsDoNotClick)
-{
-    for (double tone : {100.0, 440.0, 1000.0}) {
-        EXPECT_GT(sharpestCornerOfSweep(tone, 16), -10)
-            << "blocks shorter than the fade show what a click measures";
-        for (uint32_t blockFrames : {64u, 100u, 441u, 4096u})
-            EXPECT_LT(sharpestCornerOfSweep(tone, blockFrames), -52) << tone << " Hz, block " << blockFrames;
-    }
-}
-
 TEST(Chain, SilenceStaysSilence)
 {
     for (uint32_t rate : {44100u, 192000u})
@@ -205,11 +143,11 @@ TEST(Chain, SilenceStaysSilence)
             Settings settings;
             settings.limiter.brickwall = brickwall;
             TestPlugin plugin(settings, rate);
-            EXPECT_LT(peakOf(plugin.process(Signals::silence(rate), 512)), 3e-9);
-            Audio music = Signals::music(1, rate, rate, -1);
-            plugin.process(music, 512);
-            plugin.process(Signals::silence(rate), 512);
-            EXPECT_LT(peakOf(plugin.process(Signals::silence(rate), 512)), 3e-9) << rate;
+            const Audio silence = Signals::silence(rate / 2);
+            EXPECT_LT(peakOf(plugin.process(silence, 512)), 3e-9);
+            plugin.process(Signals::music(1, rate, rate / 4, -1), 512);
+            plugin.process(silence, 512);
+            EXPECT_LT(peakOf(plugin.process(silence, 512)), 3e-9) << rate;
         }
 }
 

@@ -21,11 +21,12 @@ void expectRecovery(TestPlugin &struck, TestPlugin &spared, const Audio &audio)
     const Audio actual = struck.process(audio, 4096), expected = spared.process(audio, 4096);
     EXPECT_LT(errorDb(slice(actual, from, 44100), slice(expected, from, 44100)), -60);
     for (TestPlugin *plugin : {&struck, &spared}) plugin->resume(44100);
-    EXPECT_EQ(struck.process(audio, 4096), spared.process(audio, 4096));
+    const Audio again = slice(audio, 0, 20000);
+    EXPECT_EQ(struck.process(again, 4096), spared.process(again, 4096));
 }
 
 class RobustnessSeeds : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(All, RobustnessSeeds, testing::Range(0, 8));
+INSTANTIATE_TEST_SUITE_P(All, RobustnessSeeds, testing::Range(0, seedCount(6)));
 
 TEST_P(RobustnessSeeds, GarbageSamplesAreSilence)
 {
@@ -61,7 +62,7 @@ TEST_P(RobustnessSeeds, TheLoudestSamplesPassAndAreForgotten)
     const Audio output = struck.process(blow, 512);
     EXPECT_LT(peakOf(output), HUGE_VAL);
     spared.process(silence, 512);
-    expectRecovery(struck, spared, Signals::music(GetParam(), 44100, 10 * 44100, -3));
+    expectRecovery(struck, spared, Signals::music(GetParam(), 44100, 4 * 44100, -3));
     float peak[2], held[2];
     struck.transformHandle().level()->read(peak[0], peak[1], held[0], held[1]);
     for (float value : {peak[0], peak[1], held[0], held[1]}) EXPECT_TRUE(std::isfinite(value));
@@ -87,16 +88,6 @@ TEST(Robustness, AbsurdRatesLeaveNoTrace)
     }
 }
 
-TEST(Robustness, AMillionFramesAreOneBlock)
-{
-    Random random(2);
-    const Settings settings = Reference::draw(random);
-    TestPlugin whole(settings, 44100), cut(settings, 44100);
-    const Audio audio = Signals::noise(3, 1 << 20, 6);
-    EXPECT_EQ(whole.process(audio), cut.process(audio, 1000));
-    EXPECT_EQ(whole.transform(0, nullptr, nullptr, nullptr, nullptr), 0u);
-}
-
 TEST_P(RobustnessSeeds, ParametersBeyondTheirRangesDoNotStay)
 {
     constexpr std::array absurd = {-3e38f, -1e6f, -1.0f, 0.0f, 1e-38f, 0.5f, 1e6f, 3e38f};
@@ -116,7 +107,7 @@ TEST_P(RobustnessSeeds, ParametersBeyondTheirRangesDoNotStay)
     }
     // crossed cutoffs keep the filters that were: one that is not crossed brings sound ones
     all([](const DSP::Component &component, uint32_t i) { return component.floatParamDefault(i); });
-    expectRecovery(plugin, fresh, Signals::noise(7, 10 * 44100, -10));
+    expectRecovery(plugin, fresh, Signals::noise(7, 4 * 44100, -10));
 }
 
 } // namespace

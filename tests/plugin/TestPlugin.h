@@ -5,7 +5,7 @@
 #include "tests/dsp/Apply.h"
 #include "tests/reference/Settings.h"
 
-/// The plug-in without a host: blocks go in and out, gestures and reports are counted.
+/// The plug-in without a host: blocks go in and out, reports are counted.
 class TestPlugin : public Plugin {
 public:
     TestPlugin() : Plugin(kVst) {}
@@ -17,14 +17,14 @@ public:
         resume(rate); // the look-ahead follows a new rate at the second
     }
 
-    void notifyParameter(DSP::ParamKind, EditPhase phase, DSP::Component *, uint32_t, const float *,
-                         const bool *, const uint32_t *) override
+    void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
+                         const uint32_t *) override
     {
-        phases.push_back(phase);
     }
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
     void setPresetChanging(bool on) { presetChanging = on; }
+    void setStreamTime(int64_t time) { streamTime = time; } // 100 ns
 
     void apply(const Reference::Settings &settings);
     /// One block, mono or stereo as the input is.
@@ -32,7 +32,6 @@ public:
     /// A whole sound in blocks of `size`.
     Audio process(const Audio &input, uint32_t size);
 
-    std::vector<EditPhase> phases;
     int latencyReports = 0, compensationReports = 0;
 };
 
