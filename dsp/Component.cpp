@@ -40,6 +40,16 @@ bool startSteps(const EnvelopeHandler &envelopes, uint32_t index, std::vector<V>
     return false;
 }
 
+/// Automation may begin at any block, and may become as fine as it gets: it finds its room there.
+template <class V>
+void makeRoom(std::vector<std::vector<V>> &steps, uint32_t frames)
+{
+    constexpr uint32_t kFinestStep = 10; // samples, of "Automation Zipper Samples"
+    const size_t most = frames / kFinestStep + 1;
+    for (std::vector<V> &each : steps)
+        if (each.capacity() < most) each.reserve(most);
+}
+
 template <class V>
 bool applySteps(Component &component, const std::vector<uint32_t> &automated,
                 const std::vector<std::vector<V>> &steps, uint32_t step)
@@ -102,6 +112,12 @@ uint32_t Component::run(uint32_t sampleRate, const int64_t *streamTime, uint32_t
                         bool *refreshFlag, uint32_t frames, float *left, float *right, bool force,
                         float *const *bandsLeft, float *const *bandsRight)
 {
+    if (frames > stepFrames) {
+        makeRoom(floatSteps, frames);
+        makeRoom(boolSteps, frames);
+        makeRoom(intSteps, frames);
+        stepFrames = frames;
+    }
     if (!active && !deactivating && !force) return frames;
     if (!envelopes->isEnabled()) {
         const Util::Hold hold(lock);
