@@ -72,6 +72,7 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
         ~InProcess() { flag = false; }
     } block(inProcess);
     delayCompensation = settings->getDelayCompensation();
+    bypassSteps.reserve(frames); // its automation may begin at any block
     const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
     const uint32_t written =
         isBypassAutomated() ? transformAutomated(frames, inLeft, inRight, outLeft, outRight, zipperSamples)
