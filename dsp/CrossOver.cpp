@@ -12,7 +12,7 @@ namespace DSP {
 
 namespace {
 constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
-constexpr float kPi32 = 3.1415927f;
+constexpr float kPi32 = 3.1415927f; // no double: the samples of a fade depend on it
 } // namespace
 
 CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
@@ -30,28 +30,18 @@ void CrossOver::declareParameters()
 {
     const char *const cutoffNames[] = {"Crossover Low Cutoff", "Crossover Mid Cutoff",
                                        "Crossover High Cutoff"};
-    for (uint32_t i = 0; i < kCutoffs; ++i)
-        floatParams.push_back({.name = cutoffNames[i],
-                               .label = "Hz",
-                               .range = kCutoffRangeHz,
-                               .defaultValue = kDefaultCutoffsHz[i],
-                               .getters = {.one = &CrossOver::cutoff},
-                               .setters = {.one = &CrossOver::setCutoff},
-                               .indices = {OptionalIndex(i)},
-                               .group = ParamGroup::crossover,
-                               .automatable = true});
-
+    for (uint32_t i = 0; i < kCutoffs; ++i) {
+        FloatParam &param =
+            addFloat(ParamGroup::crossover, cutoffNames[i], "Hz", kCutoffRangeHz, kDefaultCutoffsHz[i],
+                     {.one = &CrossOver::cutoff}, {.one = &CrossOver::setCutoff});
+        param.indices = {OptionalIndex(i)};
+        param.automatable = true;
+    }
     const auto bandSwitches = [this](const char *pattern, bool (CrossOver::*get)(uint32_t) const,
                                      void (CrossOver::*set)(uint32_t, bool)) {
         for (uint32_t band = 0; band < kBands; ++band)
-            boolParams.push_back({.name = String(pattern).arg(band + 1),
-                                  .label = "",
-                                  .range = {true, false},
-                                  .defaultValue = false,
-                                  .getters = {.one = get},
-                                  .setters = {.one = set},
-                                  .indices = {OptionalIndex(band)},
-                                  .group = ParamGroup::crossover});
+            addBool(ParamGroup::crossover, String(pattern).arg(band + 1), false, {.one = get}, {.one = set})
+                .indices = {OptionalIndex(band)};
     };
     bandSwitches("Crossover Band %1 Bypass", &CrossOver::bandBypass, &CrossOver::setBandBypass);
     bandSwitches("Crossover Band %1 Mute", &CrossOver::bandMute, &CrossOver::setBandMute);
@@ -62,10 +52,7 @@ void CrossOver::setBandMute(uint32_t band, bool on) { setBit(muteBits, band, on)
 
 void CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
 {
-    const uint32_t changed = on ? bits | 1u << band : bits & ~(1u << band);
-    if (changed == bits) return;
-    bits = changed;
-    notifyParameterChanged();
+    if (bits.change(on ? bits | 1u << band : bits & ~(1u << band))) notifyParameterChanged();
 }
 
 void CrossOver::setSampleRate(uint32_t hz)

@@ -28,58 +28,39 @@ Dynamics::Dynamics(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Squash")
 
 void Dynamics::declareParameters()
 {
-    const auto bandName = [](const char *pattern, uint32_t band) {
-        return String(pattern).arg(String("Band %1").arg(band + 1));
-    };
-    const auto real = [&](const char *pattern, const char *unit, FloatRange range, float initial,
-                          float (Dynamics::*get)(uint32_t) const, void (Dynamics::*set)(uint32_t, float)) {
+    const auto real = [this](const char *pattern, const char *unit, FloatRange range, float initial,
+                             float (Dynamics::*get)(uint32_t) const, void (Dynamics::*set)(uint32_t, float)) {
         for (uint32_t band = 0; band < kBands; ++band)
-            floatParams.push_back({.name = bandName(pattern, band),
-                                   .label = unit,
-                                   .range = range,
-                                   .defaultValue = initial,
-                                   .getters = {.one = get},
-                                   .setters = {.one = set},
-                                   .indices = {OptionalIndex(band)},
-                                   .group = ParamGroup::dynamics,
-                                   .automatable = true});
+            addFloat(ParamGroup::dynamics, String(pattern).arg(band + 1), unit, range, initial, {.one = get},
+                     {.one = set})
+                .indices = {OptionalIndex(band)};
     };
-    real("%1 Comp Threshold", "dB", {-60, 0}, 0, &Dynamics::threshold, &Dynamics::setThreshold);
-    real("%1 Gain", "dB", {-18, 18}, 0, &Dynamics::gain, &Dynamics::setGain);
-    real("%1 Ratio", "x:1", {1, 30}, 1, &Dynamics::ratio, &Dynamics::setRatio);
-    real("%1 Attack", "ms", {0, 500}, 10, &Dynamics::attack, &Dynamics::setAttack);
-    real("%1 Release", "ms", {0, 5000}, 100, &Dynamics::release, &Dynamics::setRelease);
+    real("Band %1 Comp Threshold", "dB", {-60, 0}, 0, &Dynamics::threshold, &Dynamics::setThreshold);
+    real("Band %1 Gain", "dB", {-18, 18}, 0, &Dynamics::gain, &Dynamics::setGain);
+    real("Band %1 Ratio", "x:1", {1, 30}, 1, &Dynamics::ratio, &Dynamics::setRatio);
+    real("Band %1 Attack", "ms", {0, 500}, 10, &Dynamics::attack, &Dynamics::setAttack);
+    real("Band %1 Release", "ms", {0, 5000}, 100, &Dynamics::release, &Dynamics::setRelease);
 
-    const BoolParam flag = {.name = "Dynamics Band Link",
-                            .label = "",
-                            .range = {true, false},
-                            .defaultValue = false,
-                            .getters = {.plain = &Dynamics::getBandLink},
-                            .setters = {.plain = &Dynamics::setBandLink},
-                            .group = ParamGroup::dynamics,
-                            .automatable = true};
-    boolParams.push_back(flag);
-    const auto bandSwitch = [&](const char *pattern, bool (Dynamics::*get)(uint32_t) const,
-                                void (Dynamics::*set)(uint32_t, bool)) {
-        for (uint32_t band = 0; band < kBands; ++band) {
-            BoolParam param = flag;
-            param.name = bandName(pattern, band);
-            param.getters = {.one = get};
-            param.setters = {.one = set};
-            param.indices = {OptionalIndex(band)};
-            boolParams.push_back(param);
-        }
+    addBool(ParamGroup::dynamics, "Dynamics Band Link", false, {.plain = &Dynamics::getBandLink},
+            {.plain = &Dynamics::setBandLink});
+    const auto bandSwitch = [this](const char *pattern, bool (Dynamics::*get)(uint32_t) const,
+                                   void (Dynamics::*set)(uint32_t, bool)) {
+        for (uint32_t band = 0; band < kBands; ++band)
+            addBool(ParamGroup::dynamics, String(pattern).arg(band + 1), false, {.one = get}, {.one = set})
+                .indices = {OptionalIndex(band)};
     };
-    bandSwitch("%1 Bypass", &Dynamics::bypass, &Dynamics::setBypass);
-    bandSwitch("%1 Solo", &Dynamics::solo, &Dynamics::setSolo);
+    bandSwitch("Band %1 Bypass", &Dynamics::bypass, &Dynamics::setBypass);
+    bandSwitch("Band %1 Solo", &Dynamics::solo, &Dynamics::setSolo);
+
+    for (FloatParam &param : floatParams) param.automatable = true;
+    for (BoolParam &param : boolParams) param.automatable = true;
 }
 
 template <class V>
 bool Dynamics::change(Util::Shared<V> &value, V next)
 {
-    if (value == next) return false;
+    if (!value.change(next)) return false;
     notifyParameterChanged();
-    value = next;
     return true;
 }
 

@@ -47,6 +47,9 @@ public:
     void setBypass(uint32_t band, bool on);
     void setSolo(uint32_t band, bool on);
 
+    /// Index of "Dynamics Band Link" in the bool list.
+    static constexpr uint32_t kBandLinkParam = 0;
+
 private:
     struct BandState {
         Util::Shared<bool> bypass = false, solo = false;
@@ -69,6 +72,7 @@ private:
     };
 
     void declareParameters();
+    /// False for the value that it has.
     template <class V>
     bool change(Util::Shared<V> &value, V next);
     void deriveAttack(BandState &band);

@@ -13,14 +13,9 @@ constexpr FloatRange kGainRangeDb = {-18.0f, 18.0f};
 
 Gain::Gain(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Gain")
 {
-    floatParams.push_back({.name = "Gain",
-                           .label = "dB",
-                           .range = kGainRangeDb,
-                           .defaultValue = 0.0f,
-                           .getters = {.plain = &Gain::gain},
-                           .setters = {.plain = &Gain::setGain},
-                           .group = ParamGroup::gain,
-                           .automatable = true});
+    addFloat(ParamGroup::gain, "Gain", "dB", kGainRangeDb, 0, {.plain = &Gain::gain},
+             {.plain = &Gain::setGain})
+        .automatable = true;
     owner = this;
     finishConstruction();
 }

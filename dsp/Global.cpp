@@ -14,52 +14,28 @@ constexpr uint32_t kAutoBufferSize = 6;
 
 Global::Global(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Global")
 {
-    declareFloats();
-    declareBools();
-    declareInts();
+    declareParameters();
     owner = this;
     finishConstruction();
 }
 
-void Global::declareFloats()
+void Global::declareParameters()
 {
     const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
-                             ParamGroup group, float (Global::*get)() const, void (Global::*set)(float)) {
-        floatParams.push_back({.name = paramName,
-                               .label = unit,
-                               .range = range,
-                               .defaultValue = initial,
-                               .getters = {.plain = get},
-                               .setters = {.plain = set},
-                               .group = group,
-                               .persistence = neverSavedSetting,
-                               .scope = 1});
+                             float (Global::*get)() const, void (Global::*set)(float)) {
+        addFloat(ParamGroup::global, paramName, unit, range, initial, {.plain = get}, {.plain = set});
     };
-    real("Global: FPS", "fps", {5, 60}, 30, ParamGroup::global, &Global::getFps, &Global::setFps);
-    real("Global: Opacity", "%", {20, 100}, 100, ParamGroup::global, &Global::getOpacity,
-         &Global::setOpacity);
-    real("Global: Automation Zipper Samples", "", kZipperRange, 50, ParamGroup::gain,
-         &Global::getAutomationZipperSamples, &Global::setAutomationZipperSamples);
-}
+    real("Global: FPS", "fps", {5, 60}, 30, &Global::getFps, &Global::setFps);
+    real("Global: Opacity", "%", {20, 100}, 100, &Global::getOpacity, &Global::setOpacity);
+    real("Global: Automation Zipper Samples", "", kZipperRange, 50, &Global::getAutomationZipperSamples,
+         &Global::setAutomationZipperSamples);
+    floatParams.back().group = ParamGroup::gain;
 
-void Global::declareBools()
-{
     const auto flag = [this](const char *paramName, bool initial, bool (Global::*get)() const,
                              void (Global::*set)(bool)) {
-        boolParams.push_back({.name = paramName,
-                              .label = "",
-                              .range = {true, false},
-                              .defaultValue = initial,
-                              .getters = {.plain = get},
-                              .setters = {.plain = set},
-                              .group = ParamGroup::global,
-                              .persistence = neverSavedSetting,
-                              .scope = 1});
+        addBool(ParamGroup::global, paramName, initial, {.plain = get}, {.plain = set});
     };
     flag("Global Bypass", false, &Global::getBypass, &Global::setBypass);
-    boolParams.back().persistence = neverSavedBypass;
-    boolParams.back().scope = 0;
-    boolParams.back().valueNames = {"Unbypassed\nUNBPS\nUB\nU", "Bypassed\nBYPS\nGBP\nB"};
     flag("Global: Rendering Thread", false, &Global::getRenderingThread, &Global::setRenderingThread);
     flag("Global: Delay Compensation", false, &Global::getDelayCompensation, &Global::setDelayCompensation);
     flag("Global: Meter Enable", true, &Global::getMeterEnable, &Global::setMeterEnable);
@@ -69,36 +45,36 @@ void Global::declareBools()
     flag("Global: Process As Mono", false, &Global::getProcessAsMono, &Global::setProcessAsMono);
     flag("Global: Show Background Grid", true, &Global::getShowBackgroundGrid,
          &Global::setShowBackgroundGrid);
-}
 
-void Global::declareInts()
-{
-    const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
-                             uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {
-        const auto last = static_cast<uint32_t>(names.size() - 1);
-        intParams.push_back({.name = paramName,
-                             .label = "",
-                             .range = {0, last},
-                             .defaultValue = initial,
-                             .getters = {.plain = get},
-                             .setters = {.plain = set},
-                             .group = ParamGroup::global,
-                             .valueNames = std::move(names),
-                             .persistence = neverSavedSetting,
-                             .scope = 1});
+    const auto choice = [this](const char *paramName, uint32_t initial, std::vector<String> names,
+                               uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {
+        addChoice(ParamGroup::global, paramName, initial, std::move(names), {.plain = get}, {.plain = set});
     };
-    list("Global: DX Automation Highlight", kNoHighlight, {"Red", "Blue", "Green", "Yellow", "None"},
-         &Global::getHighlightColour, &Global::setDxHighlight);
-    list("Global: Preset Change Mode", bypassed, {"Realtime", "Bypass", "Mute"}, &Global::getPresetChangeMode,
-         &Global::setPresetChangeMode);
-    list("Global: Global Buffer Size", kAutoBufferSize, {"32", "64", "128", "256", "512", "1024", "Auto"},
-         &Global::getGlobalBufferSize, &Global::setGlobalBufferSize);
+    choice("Global: DX Automation Highlight", kNoHighlight, {"Red", "Blue", "Green", "Yellow", "None"},
+           &Global::getHighlightColour, &Global::setDxHighlight);
+    choice("Global: Preset Change Mode", bypassed, {"Realtime", "Bypass", "Mute"},
+           &Global::getPresetChangeMode, &Global::setPresetChangeMode);
+    choice("Global: Global Buffer Size", kAutoBufferSize, {"32", "64", "128", "256", "512", "1024", "Auto"},
+           &Global::getGlobalBufferSize, &Global::setGlobalBufferSize);
+
+    const auto keepOutOfPrograms = [](auto &params) {
+        for (auto &param : params) {
+            param.persistence = neverSavedSetting;
+            param.scope = 1;
+        }
+    };
+    keepOutOfPrograms(floatParams);
+    keepOutOfPrograms(boolParams);
+    keepOutOfPrograms(intParams);
+    BoolParam &bypassParam = boolParams[kBypassParam];
+    bypassParam.persistence = neverSavedBypass;
+    bypassParam.scope = 0;
+    bypassParam.valueNames = {"Unbypassed\nUNBPS\nUB\nU", "Bypassed\nBYPS\nGBP\nB"};
 }
 
 void Global::setFps(float value)
 {
-    if (value == fps) return;
-    fps = value;
+    if (!fps.change(value)) return;
     framePeriodMs = Math::roundHalfAwayFromZero(1000.0 / value);
     if (!renderingThread) plugin.postMessage(PluginLink::renderTimingChanged);
 }
@@ -110,44 +86,34 @@ void Global::setAutomationZipperSamples(float samples)
 
 void Global::setBypass(bool on)
 {
-    if (on == bypass) return;
-    bypass = on;
-    if (on) plugin.resetChain();
+    if (bypass.change(on) && on) plugin.resetChain();
 }
 
 void Global::setRenderingThread(bool on)
 {
-    if (on == renderingThread) return;
-    renderingThread = on;
-    plugin.postMessage(PluginLink::renderTimingChanged);
+    if (renderingThread.change(on)) plugin.postMessage(PluginLink::renderTimingChanged);
 }
 
 void Global::setDelayCompensation(bool on)
 {
-    if (on == delayCompensation) return;
-    delayCompensation = on;
-    plugin.delayCompensationChanged();
+    if (delayCompensation.change(on)) plugin.delayCompensationChanged();
 }
 
 void Global::setMeterEnable(bool on)
 {
-    if (on == meterEnable) return;
-    meterEnable = on;
+    if (!meterEnable.change(on)) return;
     plugin.propagateMeterEnable();
     requestActiveUpdate();
 }
 
 void Global::setShowBackgroundGrid(bool on)
 {
-    if (on == showBackgroundGrid) return;
-    showBackgroundGrid = on;
-    plugin.postMessage(PluginLink::backgroundGridChanged);
+    if (showBackgroundGrid.change(on)) plugin.postMessage(PluginLink::backgroundGridChanged);
 }
 
 void Global::setDxHighlight(uint32_t colour)
 {
-    if (colour == highlightColour) return;
-    highlightColour = colour;
+    if (!highlightColour.change(colour)) return;
     for (Component *component : plugin.componentList()) component->setHighlightColour(colour);
 }
 

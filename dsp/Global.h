@@ -51,9 +51,7 @@ public:
     static constexpr uint32_t kBypassParam = 0;
 
 private:
-    void declareFloats();
-    void declareBools();
-    void declareInts();
+    void declareParameters();
 
     Util::Shared<float> fps = 30.0f;
     Util::Shared<float> opacity = 100.0f;

@@ -32,14 +32,8 @@ void Maximizer::declareParameters()
 {
     const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
                              float (Maximizer::*get)() const, void (Maximizer::*set)(float)) {
-        floatParams.push_back({.name = paramName,
-                               .label = unit,
-                               .range = range,
-                               .defaultValue = initial,
-                               .getters = {.plain = get},
-                               .setters = {.plain = set},
-                               .group = ParamGroup::maximizer,
-                               .automatable = true});
+        addFloat(ParamGroup::maximizer, paramName, unit, range, initial, {.plain = get}, {.plain = set})
+            .automatable = true;
     };
     real("Limiter Threshold", "dB", {-20, 0}, 0, &Maximizer::threshold, &Maximizer::setThreshold);
     real("Limiter Margin", "dB", {-5, 0}, 0, &Maximizer::margin, &Maximizer::setMargin);
@@ -48,26 +42,18 @@ void Maximizer::declareParameters()
     real("Limiter Attack", "ms", {1, 20}, 4, &Maximizer::attack, &Maximizer::setAttack);
     real("Limiter Release", "ms", {10, 500}, 500, &Maximizer::release, &Maximizer::setRelease);
 
-    const auto flag = [this](const char *paramName, bool (Maximizer::*get)() const,
-                             void (Maximizer::*set)(bool)) {
-        boolParams.push_back({.name = paramName,
-                              .label = "",
-                              .range = {true, false},
-                              .defaultValue = false,
-                              .getters = {.plain = get},
-                              .setters = {.plain = set},
-                              .group = ParamGroup::maximizer,
-                              .automatable = true});
-    };
-    flag("Limiter Bypass", &Maximizer::getBypass, &Maximizer::setBypass);
-    flag("Limiter Brickwall Mode", &Maximizer::getBrickwall, &Maximizer::setBrickwall);
+    addBool(ParamGroup::maximizer, "Limiter Bypass", false, {.plain = &Maximizer::getBypass},
+            {.plain = &Maximizer::setBypass})
+        .automatable = true;
+    addBool(ParamGroup::maximizer, "Limiter Brickwall Mode", false, {.plain = &Maximizer::getBrickwall},
+            {.plain = &Maximizer::setBrickwall})
+        .automatable = true;
 }
 
 void Maximizer::setThreshold(float db)
 {
     const Util::Hold setting(settingLock);
-    if (db == thresholdDb) return;
-    thresholdDb = db;
+    if (!thresholdDb.change(db)) return;
     thresholdLinear = thresholdFactor(db);
     deriveOutputGain();
 }
@@ -75,26 +61,20 @@ void Maximizer::setThreshold(float db)
 void Maximizer::setMargin(float db)
 {
     const Util::Hold setting(settingLock);
-    if (db == marginDb) return;
-    marginDb = db;
-    deriveOutputGain();
+    if (marginDb.change(db)) deriveOutputGain();
 }
 
 void Maximizer::deriveOutputGain() { outputGain = gainFactor(marginDb - thresholdDb); }
 
 void Maximizer::setRatio(float value)
 {
-    if (value == ratio) return;
-    ratio = value;
-    inverseRatio = 1.0f / value;
+    if (ratio.change(value)) inverseRatio = 1.0f / value;
 }
 
 void Maximizer::setAttack(float ms)
 {
     const Util::Hold setting(settingLock);
-    if (ms == attackMs) return;
-    attackMs = ms;
-    deriveAttack();
+    if (attackMs.change(ms)) deriveAttack();
 }
 
 void Maximizer::deriveAttack()
@@ -107,9 +87,7 @@ void Maximizer::deriveAttack()
 void Maximizer::setRelease(float ms)
 {
     const Util::Hold setting(settingLock);
-    if (ms == releaseMs) return;
-    releaseMs = ms;
-    deriveRelease();
+    if (releaseMs.change(ms)) deriveRelease();
 }
 
 void Maximizer::deriveRelease() { releaseCoeff = static_cast<float>(Math::timeCoeff(releaseMs, sampleRate)); }

@@ -24,6 +24,13 @@ public:
     operator T() const { return load(); }
     T load() const { return value.load(std::memory_order_relaxed); }
     void store(T next) { value.store(next, std::memory_order_relaxed); }
+    /// Stores another value; false for the same. Of two threads that do so at once both may be told true.
+    bool change(T next)
+    {
+        if (load() == next) return false;
+        store(next);
+        return true;
+    }
     T exchange(T next) { return value.exchange(next, std::memory_order_relaxed); }
 
 private:

@@ -38,32 +38,17 @@ Spectrum::Spectrum(PluginLink &pluginLink, const String &meterName) : ComponentI
 
 void Spectrum::declareParameters()
 {
-    boolParams.push_back({.name = "Spectrum On Input",
-                          .label = "",
-                          .range = {true, false},
-                          .defaultValue = false,
-                          .getters = {.plain = &Spectrum::getOnInput},
-                          .setters = {.plain = &Spectrum::setOnInput},
-                          .group = ParamGroup::spectrum});
-    const auto list = [this](const char *paramName, uint32_t initial, std::vector<String> names,
-                             uint32_t (Spectrum::*get)() const, void (Spectrum::*set)(uint32_t)) {
-        const auto last = static_cast<uint32_t>(names.size() - 1);
-        intParams.push_back({.name = paramName,
-                             .label = "",
-                             .range = {0, last},
-                             .defaultValue = initial,
-                             .getters = {.plain = get},
-                             .setters = {.plain = set},
-                             .group = ParamGroup::spectrum,
-                             .valueNames = std::move(names)});
-    };
+    addBool(ParamGroup::spectrum, "Spectrum On Input", false, {.plain = &Spectrum::getOnInput},
+            {.plain = &Spectrum::setOnInput});
     // in the order of IntIndex
-    list("Spectrum Window Size", windowSize, {"512", "1024", "2048", "4096", "8192"},
-         &Spectrum::getWindowSize, &Spectrum::setWindowSize);
-    list("Spectrum Overlap", overlap, {"0%", "10%", "20%", "30%", "40%", "50%"}, &Spectrum::getOverlap,
-         &Spectrum::setOverlap);
-    list("Spectrum Window Type", windowType, {"Hamming", "Blackman", "Bartlett", "Kaiser", "Hann"},
-         &Spectrum::getWindowType, &Spectrum::setWindowType);
+    addChoice(ParamGroup::spectrum, "Spectrum Window Size", windowSize,
+              {"512", "1024", "2048", "4096", "8192"}, {.plain = &Spectrum::getWindowSize},
+              {.plain = &Spectrum::setWindowSize});
+    addChoice(ParamGroup::spectrum, "Spectrum Overlap", overlap, {"0%", "10%", "20%", "30%", "40%", "50%"},
+              {.plain = &Spectrum::getOverlap}, {.plain = &Spectrum::setOverlap});
+    addChoice(ParamGroup::spectrum, "Spectrum Window Type", windowType,
+              {"Hamming", "Blackman", "Bartlett", "Kaiser", "Hann"}, {.plain = &Spectrum::getWindowType},
+              {.plain = &Spectrum::setWindowType});
 }
 
 void Spectrum::setSampleRate(uint32_t hz)
