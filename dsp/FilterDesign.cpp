@@ -6,7 +6,6 @@ namespace DSP {
 
 namespace {
 
-constexpr double kPi = 3.14159265358979323846;
 constexpr double kSqrtHalf = 0.70710678118654752440;
 
 // std::complex may be multiplied and divided by library routines that differ between systems.
@@ -37,7 +36,7 @@ Complex bilinear(Complex s) { return (Complex{2, 0} + s) / (Complex{2, 0} - s); 
 FilterDesign designSection(FilterType type, double alpha)
 {
     const bool lowPass = type == FilterType::lowPass;
-    const double w = 2.0 * kPi * (Math::tan(kPi * alpha) / kPi);
+    const double w = 2.0 * Math::kPi * (Math::tan(Math::kPi * alpha) / Math::kPi);
     // the two Butterworth poles of the left half plane, at angles of 3/4 pi and 5/4 pi
     const Complex upper = {-kSqrtHalf, kSqrtHalf}, lower = {-kSqrtHalf, -kSqrtHalf};
     const auto place = [&](Complex pole) {
