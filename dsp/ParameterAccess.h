@@ -16,6 +16,8 @@ struct ParameterAccess<float> {
     static float initial(const Component &c, uint32_t i) { return c.floatParamDefault(i); }
     static void set(Component &c, uint32_t i, float v) { c.setFloatParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.floatParamPersistence(i) == inProgram; }
+    static bool isAutomatable(const Component &c, uint32_t i) { return c.floatParamAutomatable(i); }
+    static void setHostIndex(Component &c, uint32_t i, uint32_t index) { c.setFloatParamHostIndex(i, index); }
     static bool isEdited(const Component &c, uint32_t i) { return c.floatParamEditing(i); }
 };
 
@@ -27,6 +29,8 @@ struct ParameterAccess<bool> {
     static bool initial(const Component &c, uint32_t i) { return c.boolParamDefault(i); }
     static void set(Component &c, uint32_t i, bool v) { c.setBoolParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.boolParamPersistence(i) == inProgram; }
+    static bool isAutomatable(const Component &c, uint32_t i) { return c.boolParamAutomatable(i); }
+    static void setHostIndex(Component &c, uint32_t i, uint32_t index) { c.setBoolParamHostIndex(i, index); }
     static bool isEdited(const Component &c, uint32_t i) { return c.boolParamEditing(i); }
 };
 
@@ -38,6 +42,8 @@ struct ParameterAccess<uint32_t> {
     static uint32_t initial(const Component &c, uint32_t i) { return c.intParamDefault(i); }
     static void set(Component &c, uint32_t i, uint32_t v) { c.setIntParamValue(i, v); }
     static bool isSaved(const Component &c, uint32_t i) { return c.intParamPersistence(i) == inProgram; }
+    static bool isAutomatable(const Component &c, uint32_t i) { return c.intParamAutomatable(i); }
+    static void setHostIndex(Component &c, uint32_t i, uint32_t index) { c.setIntParamHostIndex(i, index); }
     static bool isEdited(const Component &c, uint32_t i) { return c.intParamEditing(i); }
 };
 

@@ -1,6 +1,7 @@
 #include <cmath>
 #include <iterator>
 
+#include "dsp/ParameterAccess.h"
 #include "dsp/kernels/Math.h"
 #include "host/HostText.h"
 #include "host/VSTPlugin.h"
@@ -180,26 +181,25 @@ Gesture gestureOf(ParamKind kind, const DSP::Component &component, uint32_t i)
 
 } // namespace
 
+template <class V>
+void VSTPlugin::listParameters(DSP::Component &component)
+{
+    using Access = DSP::ParameterAccess<V>;
+    for (uint32_t i = 0; i < Access::count(component); ++i) {
+        if (!Access::isAutomatable(component, i)) continue;
+        Access::setHostIndex(component, i, static_cast<uint32_t>(hostParams.size()));
+        hostParams.push_back({Access::kind, &component, i});
+    }
+}
+
 void VSTPlugin::buildHostParams()
 {
-    const auto nextIndex = [this] { return static_cast<uint32_t>(hostParams.size()); };
     for (DSP::Component *component : componentList()) {
-        for (uint32_t i = 0; i < component->numFloatParams(); ++i) {
-            if (!component->floatParamAutomatable(i)) continue;
-            component->setFloatParamHostIndex(i, nextIndex());
-            hostParams.push_back({ParamKind::real, component, i});
-        }
-        for (uint32_t i = 0; i < component->numBoolParams(); ++i) {
-            if (!component->boolParamAutomatable(i)) continue;
-            component->setBoolParamHostIndex(i, nextIndex());
-            hostParams.push_back({ParamKind::boolean, component, i});
-        }
-        for (uint32_t i = 0; i < component->numIntParams(); ++i) {
-            if (!component->intParamAutomatable(i)) continue;
-            component->setIntParamHostIndex(i, nextIndex());
-            hostParams.push_back({ParamKind::integer, component, i});
-        }
+        listParameters<float>(*component);
+        listParameters<bool>(*component);
+        listParameters<uint32_t>(*component);
     }
+    numParams = cEffect.numParams = static_cast<int32_t>(hostParams.size());
 }
 
 const HostParam *VSTPlugin::hostParam(int32_t index) const

@@ -11,24 +11,10 @@ namespace {
 
 constexpr int32_t kNumPrograms = 1;
 
-int32_t countAutomatable(std::span<DSP::Component *const> components)
-{
-    int32_t count = 0;
-    for (const DSP::Component *component : components) {
-        for (uint32_t i = 0; i < component->numFloatParams(); ++i)
-            count += component->floatParamAutomatable(i);
-        for (uint32_t i = 0; i < component->numBoolParams(); ++i) count += component->boolParamAutomatable(i);
-        for (uint32_t i = 0; i < component->numIntParams(); ++i) count += component->intParamAutomatable(i);
-    }
-    return count;
-}
-
 } // namespace
 
 VSTPlugin::VSTPlugin(audioMasterCallback host)
-    : Plugin(kVst),
-      AudioEffectX(host, kNumPrograms, countAutomatable(componentList())),
-      audioLock("VSTPlugin")
+    : Plugin(kVst), AudioEffectX(host, kNumPrograms, 0), audioLock("VSTPlugin")
 {
     buildHostParams();
     longNames = !hostWantsShortNames();

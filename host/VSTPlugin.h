@@ -88,6 +88,8 @@ private:
     };
 
     void buildHostParams();
+    template <class V>
+    void listParameters(DSP::Component &component);
     const HostParam *hostParam(int32_t index) const;
     bool hostWantsShortNames();
 
