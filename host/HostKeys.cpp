@@ -13,19 +13,22 @@ uint32_t virtualKeyOf(int32_t code)
         uint32_t key;        // for the first of them
     };
     static constexpr Row kRows[] = {
-        {1, 1, 8},                                  // back
-        {2, 2, 9},                                  // tab
-        {4, 4, 13},                                 // return
-        {19, 19, 13},                               // enter
-        {6, 6, 27},                                 // escape
-        {7, 7, 32},                                 // space
-        {9, 9, 35},                                 // end
-        {10, 10, 36},                               // home
-        {11, 14, 37},                               // left, up, right, down
-        {15, 16, 33},                               // page up, page down
-        {21, 22, 45},                               // insert, delete
-        {23, 23, 112}, {40, 51, 112},               // help and F1, then F2 to F12
-        {52, 53, 52},  {57, 57, 57},  {54, 56, 16}, // shift, control, alt
+        {1, 1, 8},     // back
+        {2, 2, 9},     // tab
+        {4, 4, 13},    // return
+        {19, 19, 13},  // enter
+        {6, 6, 27},    // escape
+        {7, 7, 32},    // space
+        {9, 9, 35},    // end
+        {10, 10, 36},  // home
+        {11, 14, 37},  // left, up, right, down
+        {15, 16, 33},  // page up, page down
+        {21, 22, 45},  // insert, delete
+        {23, 23, 112}, // help, as F1
+        {40, 51, 112}, // F1 to F12
+        {52, 53, 52},  // locks of numbers and of scrolling, as the host numbers them
+        {54, 56, 16},  // shift, control, alt
+        {57, 57, 57},  // equals, as the host numbers it
     };
     for (const Row &row : kRows)
         if (code >= row.first && code <= row.last) return row.key + static_cast<uint32_t>(code - row.first);
