@@ -1,0 +1,65 @@
+#include <cerrno>
+#include <cstdlib>
+
+#include "tests/realtime/Watch.h"
+
+// The program's own forms of what gives and takes memory, in the place of the C library's. The operators of C++
+// come here, too.
+
+void *mallocOfLibrary(size_t bytes) asm("__libc_malloc");
+void *callocOfLibrary(size_t count, size_t bytes) asm("__libc_calloc");
+void *reallocOfLibrary(void *memory, size_t bytes) asm("__libc_realloc");
+void *memalignOfLibrary(size_t alignment, size_t bytes) asm("__libc_memalign");
+void freeOfLibrary(void *memory) asm("__libc_free");
+
+namespace {
+
+void countAllocation()
+{
+    if (!Watch::thread.counts) return;
+    ++Watch::thread.counts->allocations;
+    Watch::saw("allocation");
+}
+
+} // namespace
+
+extern "C" void *malloc(size_t bytes) noexcept
+{
+    countAllocation();
+    return mallocOfLibrary(bytes);
+}
+
+extern "C" void *calloc(size_t count, size_t bytes) noexcept
+{
+    countAllocation();
+    return callocOfLibrary(count, bytes);
+}
+
+extern "C" void *realloc(void *memory, size_t bytes) noexcept
+{
+    countAllocation();
+    return reallocOfLibrary(memory, bytes);
+}
+
+extern "C" void *memalign(size_t alignment, size_t bytes) noexcept
+{
+    countAllocation();
+    return memalignOfLibrary(alignment, bytes);
+}
+
+extern "C" void *aligned_alloc(size_t alignment, size_t bytes) noexcept { return memalign(alignment, bytes); }
+
+extern "C" int posix_memalign(void **memory, size_t alignment, size_t bytes) noexcept
+{
+    *memory = memalign(alignment, bytes);
+    return *memory ? 0 : ENOMEM;
+}
+
+extern "C" void free(void *memory) noexcept
+{
+    if (memory && Watch::thread.counts) {
+        ++Watch::thread.counts->releases;
+        Watch::saw("release");
+    }
+    freeOfLibrary(memory);
+}

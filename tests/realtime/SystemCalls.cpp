@@ -1,0 +1,114 @@
+#include <csignal>
+#include <execinfo.h>
+#include <linux/filter.h>
+#include <linux/seccomp.h>
+#include <sys/prctl.h>
+#include <sys/syscall.h>
+#include <ucontext.h>
+#include <unistd.h>
+#include <utility>
+
+#include "tests/realtime/Watch.h"
+
+// The kernel does not carry a trapped call out but sends SIGSYS, and the handler makes it after it has counted.
+// "Syscall User Dispatch" and "Seccomp BPF" in the kernel's documentation.
+
+/// A system call from the one place that the filter lets through; the answer is the kernel's own.
+extern "C" long realtimeKernelCall(long number, long a, long b, long c, long d, long e, long f);
+extern "C" const char realtimeKernelCallMade[];
+asm(R"(
+    .text
+    .type realtimeKernelCall, @function
+realtimeKernelCall:
+    mov %rdi, %rax
+    mov %rsi, %rdi
+    mov %rdx, %rsi
+    mov %rcx, %rdx
+    mov %r8, %r10
+    mov %r9, %r8
+    mov 8(%rsp), %r9
+    syscall
+realtimeKernelCallMade:
+    ret
+    .size realtimeKernelCall, . - realtimeKernelCall
+)");
+
+namespace Watch {
+namespace {
+
+void onTrap(int, siginfo_t *info, void *context)
+{
+    const char gate = std::exchange(thread.gate, Thread::kLet);
+    const long number = info->si_syscall;
+    const auto index = static_cast<size_t>(number);
+    if (Counts *const counts = thread.counts; counts && index < Counts::kCalls) {
+        const bool ofLock = thread.lockDepth > 0;
+        ++(ofLock ? counts->callsOfLocks : counts->callsElsewhere);
+        ++(ofLock ? counts->lockCalls : counts->otherCalls)[index];
+        if (!ofLock) saw("system call", number);
+    }
+    auto &registers = static_cast<ucontext_t *>(context)->uc_mcontext.gregs;
+    registers[REG_RAX] =
+        realtimeKernelCall(number, registers[REG_RDI], registers[REG_RSI], registers[REG_RDX],
+                           registers[REG_R10], registers[REG_R8], registers[REG_R9]);
+    thread.gate = gate;
+}
+
+/// Where handlers go back to the kernel, by a call that must not be trapped.
+unsigned long wayBack()
+{
+    struct {
+        void *handler;
+        unsigned long flags, restorer, mask;
+    } action = {};
+    syscall(SYS_rt_sigaction, SIGSYS, nullptr, &action, sizeof action.mask);
+    return action.restorer;
+}
+
+bool dispatchToUser()
+{
+    constexpr int kSetDispatch = 59; // the names of these are younger than some systems' headers
+    constexpr unsigned long kOn = 1, kBytesOfWayBack = 16;
+    return prctl(kSetDispatch, kOn, wayBack(), kBytesOfWayBack, &thread.gate) == 0;
+}
+
+bool filterCalls()
+{
+    const auto load = [](size_t offset) {
+        return sock_filter BPF_STMT(BPF_LD | BPF_W | BPF_ABS, static_cast<uint32_t>(offset));
+    };
+    const auto skipUnless = [](uint64_t value, uint8_t skipped) {
+        return sock_filter BPF_JUMP(BPF_JMP | BPF_JEQ | BPF_K, static_cast<uint32_t>(value), 0, skipped);
+    };
+    const auto end = [](uint32_t action) { return sock_filter BPF_STMT(BPF_RET | BPF_K, action); };
+    constexpr size_t kFrom = offsetof(seccomp_data, instruction_pointer);
+    const auto own = reinterpret_cast<uint64_t>(realtimeKernelCallMade);
+    std::array program = {load(offsetof(seccomp_data, nr)),
+                          skipUnless(SYS_rt_sigreturn, 1),
+                          end(SECCOMP_RET_ALLOW),
+                          load(kFrom),
+                          skipUnless(own, 3),
+                          load(kFrom + 4),
+                          skipUnless(own >> 32, 1),
+                          end(SECCOMP_RET_ALLOW),
+                          end(SECCOMP_RET_TRAP)};
+    const sock_fprog filter = {static_cast<unsigned short>(program.size()), program.data()};
+    return prctl(PR_SET_NO_NEW_PRIVS, 1, 0, 0, 0) == 0 &&
+           prctl(PR_SET_SECCOMP, SECCOMP_MODE_FILTER, &filter) == 0;
+}
+
+} // namespace
+
+Way arm(bool filterOnly)
+{
+    struct sigaction action = {};
+    action.sa_sigaction = onTrap;
+    action.sa_flags = SA_SIGINFO;
+    sigaction(SIGSYS, &action, nullptr);
+    std::array<void *, 4> frames;
+    backtrace(frames.data(), frames.size()); // what it loads when it is first called
+    if (!filterOnly && dispatchToUser()) return Way::dispatch;
+    return filterCalls() ? Way::filter : Way::none;
+}
+
+} // namespace Watch
