@@ -7,6 +7,7 @@
 #include <sys/resource.h>
 #include <sys/wait.h>
 #include <unistd.h>
+#include <vector>
 
 namespace fs = std::filesystem;
 
@@ -34,10 +35,23 @@ void redirect(const fs::path &path, int descriptor)
     if (file < 0 || dup2(file, descriptor) < 0) _exit(126);
 }
 
+std::vector<std::string> words(const std::string &line)
+{
+    std::vector<std::string> found;
+    bool within = false, quoted = false;
+    for (const char c : line) {
+        if (c == '\'') quoted = !quoted;
+        const bool part = quoted || c != ' ';
+        if (part && !within) found.emplace_back();
+        if (part && c != '\'') found.back() += c;
+        within = part;
+    }
+    return found;
+}
+
 } // namespace
 
-Program::Program(const fs::path &folder, const std::vector<std::string> &arguments,
-                 std::optional<uint64_t> largestFile)
+Program::Program(const fs::path &folder, const std::string &line, std::optional<uint64_t> largestFile)
     : out(captureFile("out")), err(captureFile("err")), process(fork())
 {
     if (process != 0) return;
@@ -49,8 +63,9 @@ Program::Program(const fs::path &folder, const std::vector<std::string> &argumen
     }
     setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS, 0);
     if (chdir(folder.c_str()) != 0) _exit(126);
+    std::vector<std::string> arguments = words(line);
     std::vector<char *> argv = {const_cast<char *>(TESSARINE_PROGRAM)};
-    for (const std::string &argument : arguments) argv.push_back(const_cast<char *>(argument.c_str()));
+    for (std::string &argument : arguments) argv.push_back(argument.data());
     argv.push_back(nullptr);
     execv(argv[0], argv.data());
     _exit(127);
@@ -73,9 +88,4 @@ Program::Outcome Program::wait()
     running = false;
     return {WIFEXITED(status) ? WEXITSTATUS(status) : -1, WIFSIGNALED(status) ? WTERMSIG(status) : 0,
             takeText(out), takeText(err), usage.ru_maxrss};
-}
-
-Program::Outcome runProgram(const fs::path &folder, const std::vector<std::string> &arguments)
-{
-    return Program(folder, arguments).wait();
 }

@@ -3,7 +3,6 @@
 #include <optional>
 #include <string>
 #include <sys/types.h>
-#include <vector>
 
 /// The renderer as a person starts it, with its output caught.
 class Program {
@@ -15,8 +14,9 @@ public:
         long peakKiB; // largest resident size
     };
 
-    /// Starts the program in `folder`. `largestFile` in bytes is a limit that the system puts on it.
-    Program(const std::filesystem::path &folder, const std::vector<std::string> &arguments,
+    /// Starts the program in `folder` with the words of `line`; 'these are one'. `largestFile` in bytes is a
+    /// limit that the system puts on it.
+    Program(const std::filesystem::path &folder, const std::string &line,
             std::optional<uint64_t> largestFile = {});
     ~Program();
     void send(int signal);
@@ -27,6 +27,3 @@ private:
     pid_t process;
     bool running = true;
 };
-
-/// Starts the program and waits for it.
-Program::Outcome runProgram(const std::filesystem::path &folder, const std::vector<std::string> &arguments);

@@ -20,11 +20,11 @@ Sandbox::Sandbox() : folder(makeFolder()) {}
 
 Sandbox::~Sandbox() { fs::remove_all(folder); }
 
-std::string Sandbox::succeed(const std::vector<std::string> &arguments) const
+std::string Sandbox::succeed(const std::string &line) const
 {
-    const Program::Outcome outcome = run(arguments);
-    EXPECT_EQ(0, outcome.exitCode);
-    EXPECT_EQ("", outcome.err);
+    const Program::Outcome outcome = run(line);
+    EXPECT_EQ(0, outcome.exitCode) << line;
+    EXPECT_EQ("", outcome.err) << line;
     return outcome.out;
 }
 

@@ -27,12 +27,9 @@ protected:
     Sandbox();
     ~Sandbox() override;
 
-    Program::Outcome run(const std::vector<std::string> &arguments) const
-    {
-        return runProgram(folder, arguments);
-    }
+    Program::Outcome run(const std::string &line) const { return Program(folder, line).wait(); }
     /// Runs the program and expects that it succeeds without a word on standard error.
-    std::string succeed(const std::vector<std::string> &arguments) const;
+    std::string succeed(const std::string &line) const;
 
     std::string pathOf(const std::string &name) const { return folder / name; }
     void write(const std::string &name, int format, int rate, const Audio &audio) const;
