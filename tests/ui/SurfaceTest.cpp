@@ -2,8 +2,6 @@
 
 #include <cstring>
 
-#include "tests/ui/Catalogue.h"
-#include "ui/native/Pixmap.h"
 #include "ui/native/Surface.h"
 
 using namespace UI::Native;
@@ -48,39 +46,6 @@ TEST(Surface, OfImpossibleSizeIsEmpty)
         EXPECT_EQ(nullptr, surface.pixels());
         EXPECT_TRUE(surface.bounds().isEmpty());
     }
-}
-
-TEST(Surface, LoadsWhatAPixmapLoads)
-{
-    for (const CatalogueRow &row : catalogue()) {
-        SCOPED_TRACE(row.name);
-        const PixmapRef pixmap = loadPixmap(row.name.c_str()), again = loadPixmap(row.name.c_str());
-        const SurfaceRef surface = loadSurface(row.name.c_str());
-        ASSERT_TRUE(pixmap && again && surface);
-        ASSERT_EQ(pixmap->width, surface->width());
-        ASSERT_EQ(pixmap->height, surface->height());
-        const size_t bytes = size_t{4} * row.width * row.height;
-        EXPECT_EQ(0, std::memcmp(pixmap->pixels.get(), surface->pixels(), bytes));
-        EXPECT_NE(pixmap->pixels, again->pixels);
-        EXPECT_EQ(0, std::memcmp(pixmap->pixels.get(), again->pixels.get(), bytes));
-    }
-    EXPECT_FALSE(loadPixmap("Missing.png"));
-    EXPECT_FALSE(loadSurface("Missing.png"));
-}
-
-TEST(Bitmap, PassesItsPixelsOn)
-{
-    using Platform::Bitmap;
-    Bitmap first(3, 2, Bitmap::Format::colour);
-    void *const pixels = first.pixels();
-    Bitmap second(std::move(first));
-    EXPECT_EQ(pixels, second.pixels());
-    Bitmap third;
-    EXPECT_TRUE(third.isEmpty());
-    third = std::move(second);
-    EXPECT_EQ(pixels, third.pixels());
-    EXPECT_EQ(3, third.width());
-    EXPECT_EQ(12u, third.bytesPerRow());
 }
 
 } // namespace
