@@ -4,6 +4,7 @@
 #include <cmath>
 #include <cstdint>
 #include <cstdio>
+#include <random>
 #include <thread>
 #include <vector>
 #include <windows.h>
@@ -36,21 +37,16 @@ intptr_t hostCall(AEffect *effect, int32_t opcode, int32_t index, intptr_t, void
 /// Noise with a tone in it, so that all bands have something to show.
 void playSound(AEffect *effect, const std::atomic<bool> &stop)
 {
-    std::vector<float> left(kBlock), right(kBlock);
-    uint32_t seed = 1;
-    double phase = 0.0;
-    float low = 0.0f;
-    while (!stop) {
-        for (int32_t i = 0; i < kBlock; ++i) {
-            seed = seed * 1664525u + 1013904223u;
-            const float white = static_cast<float>(static_cast<int32_t>(seed)) / 2147483648.0f;
-            low += 0.02f * (white - low);
-            phase += 6.283185307179586 * 330.0 / kRate;
-            left[i] = right[i] = 0.3f * static_cast<float>(std::sin(phase)) + 0.15f * white + 2.0f * low;
-        }
-        float *channels[2] = {left.data(), right.data()};
+    std::minstd_rand random;
+    std::uniform_real_distribution<float> white(-0.2f, 0.2f);
+    for (int32_t frame = 0; !stop; Sleep(static_cast<DWORD>(1000.0f * kBlock / kRate))) {
+        std::vector<float> left(kBlock);
+        for (float &sample : left)
+            sample = white(random) +
+                     0.3f * std::sin(6.2831853f * 330.0f / kRate * static_cast<float>(frame++ % 44100));
+        std::vector<float> right = left;
+        float *channels[] = {left.data(), right.data()};
         effect->processReplacing(effect, channels, channels, kBlock);
-        Sleep(static_cast<DWORD>(1000.0f * kBlock / kRate));
     }
 }
 

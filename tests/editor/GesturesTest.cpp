@@ -17,12 +17,6 @@ std::string bracketed(int32_t host)
     return "b" + n + " v" + n + " e" + n;
 }
 
-std::string beginEnd(int32_t host)
-{
-    const std::string n = std::to_string(host);
-    return "b" + n + " e" + n;
-}
-
 std::string shownNumber(float v)
 {
     char text[32];
@@ -246,38 +240,31 @@ TEST_F(GesturesTest, AltResets)
 
 TEST_F(GesturesTest, NumbersAreTyped)
 {
-    enum class Effect { value, highest, lowest, none };
-    struct Typed {
-        const char *text;
-        bool confirmed;
-        Effect effect;
+    struct Field {
+        const char *name, *number;
+        float value;
     };
-    const Typed cases[] = {{"MID", true, Effect::value},      {"MID", false, Effect::none},
-                           {"999999", true, Effect::highest}, {"-999999", true, Effect::lowest},
-                           {"abc", true, Effect::none},       {"1.2.3", true, Effect::none},
-                           {"-", true, Effect::none}};
-    for (const ControlRow &row : controlTable()) {
-        // One that the window carries out, one of a group and one that works by itself: boxes take their time.
-        if (!row.isField() || (row.host != 2 && row.host != 26 && row.host != 5)) continue;
-        for (const Typed &typed : cases) {
-            SCOPED_TRACE(row.name + ", " + typed.text);
+    // One that the window carries out, one of a group and one that works by itself: boxes take their time.
+    const Field fields[] = {{"mid cutoff", "1687.5dB", 1687.5f},
+                            {"release 1", "2000.25", 2000.25f},
+                            {"limiter margin", "-2,75dB", -2.75f}};
+    for (const auto &[name, number, value] : fields) {
+        const ControlRow &row = control(name);
+        const DSP::FloatRange bounds = session.range(row.host);
+        prepare();
+        const std::tuple<const char *, bool, float> cases[] = {
+            {number, true, value}, {number, false, NAN}, {"999999", true, limited(row, bounds.maximum)},
+            {"abc", true, NAN},    {"1.2.3", true, NAN}, {"-999999", true, limited(row, bounds.minimum)},
+            {"-", true, NAN}}; // no number: no change
+        for (const auto &[text, confirmed, typed] : cases) {
+            SCOPED_TRACE(row.name + ", " + text);
             prepare();
-            const float before = session.value(row.host);
-            const float other = row.isCutoff() ? before * 1.125f : before + 0.25f;
-            char number[32];
-            std::snprintf(number, sizeof number, "%.3fdB", static_cast<double>(other));
-            std::string text = std::string(typed.text) == "MID" ? number : typed.text;
-            if (const size_t point = text.find('.'); row.host % 2 == 1 && point != text.npos)
-                text[point] = ',';
-            const DSP::FloatRange bounds = session.range(row.host);
-            const float wanted = typed.effect == Effect::none      ? before
-                                 : typed.effect == Effect::value   ? other
-                                 : typed.effect == Effect::highest ? limited(row, bounds.maximum)
-                                                                   : limited(row, bounds.minimum);
-            desk.answerPrompt(text.c_str(), typed.confirmed);
+            const float wanted = std::isnan(typed) ? session.value(row.host) : typed;
+            desk.answerPrompt(text, confirmed);
             desk.click(row.centre());
-            const std::string change = typed.effect == Effect::none ? "" : " " + bracketed(row.host);
-            EXPECT_EQ(session.told(), beginEnd(row.host) + change);
+            const std::string n = std::to_string(row.host);
+            const std::string change = std::isnan(typed) ? "" : " " + bracketed(row.host);
+            EXPECT_EQ(session.told(), "b" + n + " e" + n + change);
             EXPECT_NEAR(session.value(row.host), wanted, 1e-3f * std::max(1.0f, std::abs(wanted)));
             EXPECT_EQ(session.focused(), &row);
             expectShown(row);

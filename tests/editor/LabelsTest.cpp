@@ -49,24 +49,6 @@ std::vector<Rect> labelWindows(Session &session)
     return places;
 }
 
-TEST(LabelsTest, EnglishWordsAreImages)
-{
-    const Speaking english(Language::english);
-    Session session;
-    const std::vector<LabelRow> labels = labelTable();
-    ASSERT_EQ(labels.size(), 39u);
-    const std::vector<Rect> places = labelWindows(session);
-    ASSERT_EQ(places.size(), labels.size());
-    const Bitmap shot = session.desk->shot();
-    for (size_t i = 0; i < labels.size(); ++i) {
-        SCOPED_TRACE(UI::textRow(labels[i].row).english);
-        EXPECT_EQ(places[i], labels[i].place);
-        Picture wanted(places[i].width(), places[i].height());
-        wanted.drawGround(places[i]).draw(String("TranslatedText%1.png").arg(labels[i].row));
-        EXPECT_TRUE(wanted.isShown(shot, places[i].corner()));
-    }
-}
-
 TEST(LabelsTest, OtherLanguagesKeepToTheirFields)
 {
     for (uint32_t index = 1; index < Language::languages; ++index) {
@@ -173,19 +155,6 @@ TEST_F(ToolTipTest, AClickTakesItAwayForTheWholeDelay)
     EXPECT_TRUE(showsTip(35));
     desk().wheel(120);
     EXPECT_FALSE(tip().isEmpty()) << "the wheel is no click";
-}
-
-TEST_F(ToolTipTest, SpeaksTheHostsLanguage)
-{
-    session.reset();
-    const Speaking spanish(Language::spanish);
-    session = std::make_unique<Session>();
-    desk().moveTo(control("output slider").centre());
-    desk().wait(2100);
-    const Language language;
-    const TextSize size = memory(*session).measureText(*language.toolTipFont(), language.string(24));
-    EXPECT_EQ(tip().width(), size.width + 12);
-    EXPECT_EQ(tip().height(), size.height + 4);
 }
 
 TEST_F(ToolTipTest, ThePointersShapeTellsWhatCanBeDragged)

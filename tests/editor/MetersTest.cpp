@@ -2,7 +2,6 @@
 
 #include "tests/editor/Session.h"
 #include "ui/native/GlyphStrip.h"
-#include "ui/native/MeterScale.h"
 
 namespace {
 
@@ -159,15 +158,6 @@ TEST_F(MetersTest, GainReductionHangsFromTheTop)
     }
     tick(); // the deepest is held for 250 ms
     EXPECT_TRUE(showsReduction(1, bar - 8, 0));
-}
-
-TEST(MeterScaleTest, FullScaleIsNotOver)
-{
-    namespace Scale = UI::Native::MeterScale;
-    EXPECT_EQ(Scale::segmentOf(kOutputSegments, Scale::kLowestDb, 0.0f), 47);
-    EXPECT_EQ(Scale::segmentOf(kOutputSegments, Scale::kLowestDb, 1e-4f), 48);
-    EXPECT_EQ(Scale::segmentOf(kBandSegments, Scale::kLowestDb, -1e35f), 0);
-    EXPECT_EQ(Scale::reductionSegmentOf(-1e35f), 24);
 }
 
 } // namespace

@@ -54,7 +54,6 @@ void PrintTo(const EditorState &state, std::ostream *out) { *out << state.name; 
 const EditorState kStates[] = {
     {"Opened", 0x741A9E813E53094A, [](StillEditor &) {}},
     {"AnySettings", 0x469776B89F4A86E6, [](StillEditor &editor) { editor.setAll(1); }},
-    {"OtherSettings", 0x8D5378949B29FCB9, [](StillEditor &editor) { editor.setAll(2); }},
     {"MetersAndSpectra", 0x95A569DB07B3C517,
      [](StillEditor &editor) {
          editor.playMusic();
@@ -105,10 +104,6 @@ const EditorState kStates[] = {
      [](StillEditor &editor) {
          editor.hold("solo 2", {0, 0});
      }},
-    {"SwitchLeftWhileHeld", 0x741A9E813E53094A,
-     [](StillEditor &editor) {
-         editor.hold("solo 2", {0, 40});
-     }},
     {"SoloAndBypass", 0x6B0F52F1DD02A4EC,
      [](StillEditor &editor) {
          editor.click("solo 2");
@@ -126,12 +121,6 @@ const EditorState kStates[] = {
      [](StillEditor &editor) {
          editor.desk->moveTo(control("solo 2").centre());
          for (int i = 0; i < 3; ++i) editor.tickAfter(700);
-     }},
-    {"ToolTipGone", 0xE4D7EC38E8787053,
-     [](StillEditor &editor) {
-         editor.desk->moveTo(control("output slider").centre());
-         for (int i = 0; i < 3; ++i) editor.tickAfter(700);
-         editor.desk->moveTo({530, 480});
      }},
 };
 

@@ -57,18 +57,3 @@ TEST_F(Repainting, IsTheMetersOwnRectangleWhenASoundComes)
     EXPECT_GT(seen.size(), 1u);
     EXPECT_LT(seen.size(), 12u) << "meters, the readout and the spectrum";
 }
-
-TEST_F(Repainting, OfAControlThatMovesLeavesTheOthersAlone)
-{
-    settle();
-    for (UI::Native::WindowBase *const control : hosted.controls()) {
-        hosted.desk->wait(40);
-        hosted.desk->moveTo(HostedEffect::centre(*control));
-        takePaints();
-        control->invalidate();
-        hosted.desk->wait(0);
-        const std::vector<Paint> paints = takePaints();
-        ASSERT_EQ(paints.size(), 1u);
-        EXPECT_EQ(paints[0].window, control->nativeHandle());
-    }
-}

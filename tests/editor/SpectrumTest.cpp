@@ -118,6 +118,7 @@ TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
 {
     session.play(tone(1000.0, -12.0, 65536));
     desk.wait(40);
+    session.tick();                          // at the latest
     const int32_t peak = columnOf(1000) - 1; // columns of several bins are drawn one to the left
     const auto topOf = [&](int32_t column) {
         const Bitmap shot = desk.shot();
@@ -146,6 +147,7 @@ TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
         session.play(Signals::silence(2048));
         desk.wait(40);
     }
+    session.tick();
     EXPECT_EQ(topOf(where), 166) << "silence draws nothing";
 }
 

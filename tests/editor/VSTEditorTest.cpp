@@ -118,4 +118,31 @@ TEST_F(VSTEditorTest, IdleUpdatesWhenAsked)
     EXPECT_TRUE(session.showsField(row, "5.0"));
 }
 
+TEST_F(VSTEditorTest, KeysWithoutAUseAreTheHosts)
+{
+    using Kind = Event::Kind;
+    UI::Native::WindowBase &field = session.window(control("gain 2"));
+    const auto isTaken = [&](Kind kind, uint32_t key) {
+        Event event{};
+        event.kind = kind;
+        event.key = key;
+        return field.onEvent(field.nativeHandle(), event) == std::optional<intptr_t>(0);
+    };
+    for (const uint32_t used : {kKeyTab, kKeyLeft, kKeyPageUp}) EXPECT_TRUE(isTaken(Kind::keyDown, used));
+    EXPECT_FALSE(isTaken(Kind::keyDown, 'A'));
+    EXPECT_FALSE(isTaken(Kind::keyUp, 'A'));
+    EXPECT_FALSE(isTaken(Kind::systemKeyDown, 'F'));
+    EXPECT_FALSE(isTaken(Kind::character, 'x'));
+}
+
+TEST_F(VSTEditorTest, ANewDelayReachesTheHost)
+{
+    session.host.takeCalls();
+    session.effect.global().setDelayCompensation(false);
+    EXPECT_EQ(session.host.count(audioMasterIOChanged), 0);
+    desk.wait(0);
+    EXPECT_EQ(session.host.count(audioMasterIOChanged), 1);
+    EXPECT_EQ(session.effect->initialDelay, 0);
+}
+
 } // namespace
