@@ -98,14 +98,6 @@ TEST_F(Text, HasAGlyphForEveryLetterOfTheEditor)
     }
 }
 
-TEST_F(Text, EndsAtItsPlaceWhenAlignedRight)
-{
-    const auto face = font(-10);
-    const int32_t width = system.measureText(*face, u"threshold:").width;
-    EXPECT_EQ(copy(draw(face, u"threshold:", {200, 5}, true)),
-              copy(draw(face, u"threshold:", {200 - width, 5})));
-}
-
 /// The same letters as on a bitmap with room for all of them, wherever the edges are.
 TEST_F(Text, IsCutAtTheEdges)
 {
@@ -125,32 +117,23 @@ TEST_F(Text, IsCutAtTheEdges)
         for (const bool right : {false, true}) EXPECT_TRUE(ink(draw(face, text, far, right)).isEmpty());
 }
 
-TEST_F(Text, StopsAtAZeroAndAtItsLimit)
+TEST_F(Text, StopsAtAZeroAndAtItsLimitAndTakesPairsOfWordsAsOneLetter)
 {
     const auto face = font(-10);
-    const int32_t one = system.measureText(*face, u"i").width;
-    EXPECT_EQ(system.measureText(*face, std::u16string(1024, u'i')).width, 1024 * one);
-    EXPECT_EQ(system.measureText(*face, std::u16string(5000, u'i')).width, 1024 * one);
-    EXPECT_EQ(system.measureText(*face, std::u16string_view(u"ii\0iii", 6)).width, 2 * one);
-    EXPECT_EQ(system.measureText(*face, u"").width, 0);
+    const auto width = [&](std::u16string_view text) { return system.measureText(*face, text).width; };
+    EXPECT_EQ(width(std::u16string(5000, u'i')), 1024 * width(u"i"));
+    EXPECT_EQ(width(std::u16string_view(u"ii\0iii", 6)), 2 * width(u"i"));
     EXPECT_EQ(copy(draw(face, std::u16string_view(u"ii\0iii", 6), {0, 0})), copy(draw(face, u"ii", {0, 0})));
+    EXPECT_EQ(copy(draw(face, u"ii", {200, 5}, true)), copy(draw(face, u"ii", {200 - width(u"ii"), 5})));
+    EXPECT_EQ(width(std::u16string{0xDC00, 0xD800}), 2 * width(u"\uFFFD"));
+    EXPECT_LT(width(u"\U0001D11E"), 2 * width(u"\uFFFD"));
 }
 
-TEST_F(Text, TakesPairsOfWordsAsOneLetter)
-{
-    const auto face = font(-20);
-    const int32_t replacement = system.measureText(*face, u"\uFFFD").width;
-    EXPECT_EQ(system.measureText(*face, std::u16string{0xD800}).width, replacement);
-    EXPECT_EQ(system.measureText(*face, std::u16string{0xDC00, 0xD800}).width, 2 * replacement);
-    EXPECT_LT(system.measureText(*face, u"\U0001D11E").width, 2 * replacement);
-}
-
-TEST_F(Text, HasTheHeightThatWasAskedFor)
+TEST_F(Text, HasTheHeightThatWasAskedForInAnyFace)
 {
     EXPECT_EQ(system.measureText(*font(-10), u"").height, 13);
-    EXPECT_NEAR(system.measureText(*font(30), u"").height, 30, 1);
-    EXPECT_GT(system.measureText(*font(0), u"x").width, 0);
-    EXPECT_GT(system.measureText(*font(INT32_MIN), u"x").width, 0);
+    EXPECT_NEAR(system.measureText(*font(30, "No Such Face"), u"").height, 30, 1);
+    for (const int32_t height : {0, INT32_MIN}) EXPECT_GT(system.measureText(*font(height), u"x").width, 0);
     EXPECT_GT(system.measureText(*font(-12, "Arial", true), u"limiter").width,
               system.measureText(*font(-12), u"limiter").width);
 }
@@ -181,13 +164,6 @@ TEST_F(Text, OutlivesTheWindowSystem)
         kept = shortLived.createFont({-10, false, "Arial"});
     }
     EXPECT_GT(system.measureText(*kept, u"gain").width, 0);
-}
-
-TEST_F(Text, TakesAnyFaceForOneThatIsMissing)
-{
-    const auto face = font(-10, "No Such Face");
-    ASSERT_NE(face, nullptr);
-    EXPECT_FALSE(ink(draw(face, u"gain", {5, 5})).isEmpty());
 }
 
 TEST_F(Text, GivesNoFontWhereThereAreNone)

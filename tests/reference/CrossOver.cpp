@@ -2,52 +2,23 @@
 
 #include <algorithm>
 #include <cmath>
-#include <complex>
 #include <limits>
 #include <numbers>
 
 namespace Reference {
 
-using Complex = std::complex<double>;
-using Polynomial = std::vector<Complex>; // constant term first
-
-static Polynomial fromRoots(const std::vector<Complex> &roots)
-{
-    Polynomial result = {1.0};
-    for (const Complex &root : roots) {
-        Polynomial next(result.size() + 1);
-        for (size_t i = 0; i < result.size(); ++i) {
-            next[i + 1] += result[i];
-            next[i] -= root * result[i];
-        }
-        result = next;
-    }
-    return result;
-}
-
-static Complex at(const Polynomial &p, double z) { return p[0] + z * (p[1] + z * p[2]); }
-
+/// Bilinear transform of 1 / (s^2 + sqrt(2) s + 1), or of s^2 over that, with K = tan(pi fc / fs): as in every
+/// textbook. The gain is that of both sections.
 Cascade Cascade::design(bool highPass, double hz, double sampleRate)
 {
-    constexpr double pi = std::numbers::pi;
-    const double w = 2 * pi * (std::tan(pi * (hz / sampleRate)) / pi);
-    std::vector<Complex> poles, zeros;
-    for (int i = 0; i < 4; ++i) {
-        const Complex pole = std::polar(1.0, (i + 0.5) * pi * 0.5);
-        if (pole.real() >= 0) continue;
-        const Complex s = highPass ? w / pole : w * pole;
-        poles.push_back((2.0 + s) / (2.0 - s));
-        zeros.emplace_back(highPass ? 1.0 : -1.0);
-    }
-    const Polynomial top = fromRoots(zeros), bottom = fromRoots(poles);
-    const double unity = highPass ? -1 : 1;
-
+    const double k = std::tan(std::numbers::pi * (hz / sampleRate)), root = std::numbers::sqrt2 * k;
+    const double a0 = 1 + root + k * k, gain = (highPass ? 1 : k * k) / a0;
     Cascade cascade;
-    cascade.designGain = 1 / std::norm(at(top, unity) / at(bottom, unity));
-    for (int i = 0; i < 3; ++i) {
-        cascade.b[i] = static_cast<float>((top[2 - i] / bottom[2]).real());
-        cascade.a[i] = static_cast<float>((bottom[2 - i] / bottom[2]).real());
-    }
+    cascade.b[1] = highPass ? -2 : 2;
+    cascade.b[2] = 1;
+    cascade.a[1] = static_cast<float>(2 * (k * k - 1) / a0);
+    cascade.a[2] = static_cast<float>((1 - root + k * k) / a0);
+    cascade.designGain = gain * gain;
     return cascade;
 }
 

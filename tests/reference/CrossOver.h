@@ -29,7 +29,6 @@ public:
     /// Right pointers are null for mono.
     void process(uint32_t frames, const float *left, const float *right, float *const *bandsLeft,
                  float *const *bandsRight);
-    bool isFading() const { return fadeRemaining != 0; }
 
 private:
     struct Band {

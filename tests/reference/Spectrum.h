@@ -19,7 +19,6 @@ public:
     void feed(uint32_t frames, const float *left, const float *right);
     /// The newest magnitudes, if there are any since the last call.
     std::optional<std::vector<float>> read();
-    const SpectrumSettings &getSettings() const { return settings; }
 
 private:
     void rebuild();
