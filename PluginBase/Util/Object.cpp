@@ -85,6 +85,32 @@ struct Object::ConnectionList {
     bool abandoned = false;  // the sender has died: the last delivery deletes the list
 };
 
+/// The time of a delivery, which a receiver may also end by throwing.
+struct Object::Delivery {
+    explicit Delivery(ConnectionList *delivered) : list(delivered)
+    {
+        ++list->deliveries;
+        markBusy(true);
+    }
+    ~Delivery()
+    {
+        if (--list->deliveries > 0) return;
+        if (list->abandoned)
+            delete list;
+        else
+            markBusy(false);
+    }
+    Delivery(const Delivery &) = delete;
+    Delivery &operator=(const Delivery &) = delete;
+
+private:
+    void markBusy(bool busy)
+    {
+        for (auto &connection : list->connections) connection->busy = busy;
+    }
+    ConnectionList *const list;
+};
+
 struct Object::Cut {
     Object *receiver = nullptr;   // null: any
     const char *member = nullptr; // the row's own text; null: any
@@ -156,6 +182,7 @@ void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_
     if (destroying || signal >= connections.size()) return;
     auto &list = connections[signal];
     if (!list) list = std::make_unique<ConnectionList>();
+    receiver->senders.reserve(receiver->senders.size() + 1); // no memory: neither side may know it alone
     list->connections.push_back(
         std::make_unique<Connection>(Connection{receiver, row->signature, kind, index, false}));
     receiver->senders.push_back(this);
@@ -168,11 +195,7 @@ Object::ConnectionList *Object::connectionsFor(uint32_t index) const
 
 void Object::activate(ConnectionList *list, SignalArgs &args)
 {
-    const auto markBusy = [list](bool busy) {
-        for (auto &connection : list->connections) connection->busy = busy;
-    };
-    ++list->deliveries;
-    markBusy(true);
+    const Delivery running(list);
     // Indices and sizes are read afresh: a receiver may connect, and anybody may die.
     for (size_t i = 0; i < list->connections.size(); ++i) {
         const Connection connection = *list->connections[i];
@@ -182,11 +205,6 @@ void Object::activate(ConnectionList *list, SignalArgs &args)
         else
             connection.receiver->invokeSlot(connection.index, args);
     }
-    if (--list->deliveries > 0) return;
-    if (list->abandoned)
-        delete list;
-    else
-        markBusy(false);
 }
 
 void Object::disconnect(Object *sender, const char *signal, Object *receiver, const char *member)

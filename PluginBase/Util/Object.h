@@ -51,6 +51,7 @@ protected:
 
 private:
     struct Connection;
+    struct Delivery;
     struct Cut; // what a disconnect takes away
     using Connections = std::vector<std::unique_ptr<ConnectionList>>;
 
