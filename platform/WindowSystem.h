@@ -85,8 +85,6 @@ public:
     virtual ~DeviceContext() = default;
     /// Copies a part of a bitmap, as it is, to `to`.
     virtual void copy(const Bitmap &from, const Rect &source, Point to) = 0;
-    /// The same, but leaves out pixels of the colour `key`, 0xRRGGBB.
-    virtual void copyWithout(const Bitmap &from, const Rect &source, Point to, uint32_t key) = 0;
 };
 
 /// A font of the system; held by reference count.

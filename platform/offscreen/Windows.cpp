@@ -224,26 +224,16 @@ public:
     MemoryContext(Bitmap &target, const Rect &allowed) : to(target), clip(allowed) {}
     void copy(const Bitmap &from, const Rect &source, Point at) override
     {
-        copyPixels(from, source, at, std::nullopt);
-    }
-    void copyWithout(const Bitmap &from, const Rect &source, Point at, uint32_t key) override
-    {
-        copyPixels(from, source, at, key);
-    }
-
-private:
-    void copyPixels(const Bitmap &from, const Rect &source, Point at, std::optional<uint32_t> key)
-    {
         const Rect available = Rect::at({}, from.width(), from.height());
         for (int32_t y = 0; y < source.height(); ++y)
             for (int32_t x = 0; x < source.width(); ++x) {
                 const Point there = source.corner() + Point{x, y}, here = at + Point{x, y};
                 if (!available.contains(there) || !clip.contains(here)) continue;
-                const uint32_t pixel = pixelAt(from, there) & 0xFFFFFF;
-                if (pixel != key) pixelAt(to, here) = pixel;
+                pixelAt(to, here) = pixelAt(from, there) & 0xFFFFFF;
             }
     }
 
+private:
     Bitmap &to;
     const Rect clip;
 };

@@ -33,13 +33,6 @@ public:
         BitBlt(dc, to.x, to.y, source.width(), source.height(), selected.context, source.left, source.top,
                SRCCOPY);
     }
-    void copyWithout(const Bitmap &from, const Rect &source, Point to, uint32_t key) override
-    {
-        const SelectedBitmap selected(dc, from);
-        GdiTransparentBlt(dc, to.x, to.y, source.width(), source.height(), selected.context, source.left,
-                          source.top, source.width(), source.height(),
-                          RGB(key >> 16 & 0xFF, key >> 8 & 0xFF, key & 0xFF));
-    }
 
 protected:
     const HDC dc;
