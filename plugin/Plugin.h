@@ -94,12 +94,11 @@ public:
     StateImage captureState() const;
     StateImage captureDefaultState() const;
     bool isValidState(const StateImage &image) const;
-    /// Sets all saved parameters, with or without telling the host of those that change; nothing for an image
-    /// that is not valid. Settings of DSP::Global stay. Any thread but the audio thread; audio may run
-    /// meanwhile.
-    void restoreState(const StateImage &image, bool notify);
-    /// restoreState without telling the host, and has the editor reload its controls. False for an invalid
-    /// image.
+    /// Sets all saved parameters, with or without telling the host of those that change. False, and nothing
+    /// done, for an image that is not valid. Settings of DSP::Global stay. Any thread but the audio thread;
+    /// audio may run meanwhile.
+    bool restoreState(const StateImage &image, bool notify);
+    /// restoreState without telling the host, and has the editor reload its controls.
     bool loadState(const StateImage &image);
 
     static constexpr uint32_t kStateMagic = 111498, kStateVersion = 6, kStateHeader = 12; // bytes

@@ -130,9 +130,9 @@ void Plugin::restoreParameter(DSP::Component &component, uint32_t index, V value
                         &value);
 }
 
-void Plugin::restoreState(const StateImage &image, bool notify)
+bool Plugin::restoreState(const StateImage &image, bool notify)
 {
-    if (!isValidState(image)) return;
+    if (!isValidState(image)) return false;
     const Util::Hold hold(stateLock);
     for (DSP::Component *component : components) component->beginStateLoad();
 
@@ -158,12 +158,12 @@ void Plugin::restoreState(const StateImage &image, bool notify)
         if (hasOwnState(*component)) stream.seek(start + component->stateSize());
     }
     for (DSP::Component *component : components) component->endStateLoad();
+    return true;
 }
 
 bool Plugin::loadState(const StateImage &image)
 {
-    if (!isValidState(image)) return false;
-    restoreState(image, false);
+    if (!restoreState(image, false)) return false;
     if (hasEditorWindow()) {
         postMessage(stateLoaded);
         requestRefresh();
