@@ -30,7 +30,7 @@ void addPlace(CLI::App *command, const char *option, std::optional<::Point> &pla
         const size_t comma = std::min(text.find(','), text.size());
         const auto x = readNumber<int32_t>(std::string_view(text).substr(0, comma));
         const auto y = readNumber<int32_t>(std::string_view(text).substr(std::min(comma + 1, text.size())));
-        const Rect window = Rect::at({}, VSTEditor::kWidth, VSTEditor::kHeight);
+        const ::Rect window = ::Rect::at({}, VSTEditor::kWidth, VSTEditor::kHeight);
         if (!x || !y || !window.contains({*x, *y}))
             throw CLI::ValidationError(
                 option, fmt::format("there is no pixel '{}' in the editor; give X,Y from 0,0 to {},{}", text,
