@@ -51,11 +51,6 @@ private:
     struct Lines {
         float *left, *right; // right is null for mono
     };
-
-    void declareParameters();
-    void deriveOutputGain();
-    void deriveAttack();
-    void deriveRelease();
     /// What holds for a whole block.
     struct Setting {
         bool bypass, brickwall;
@@ -63,6 +58,11 @@ private:
         Kernels::LimiterFollower follower;
         uint32_t lookAhead; // samples
     };
+
+    void declareParameters();
+    void deriveOutputGain();
+    void deriveAttack();
+    void deriveRelease();
     Setting present() const;
     void processChunk(const Setting &now, uint32_t frames, float *left, float *right);
     /// Gains from envelopes, in place, then the delayed samples scaled by them.

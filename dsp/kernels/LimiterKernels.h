@@ -9,8 +9,8 @@ struct LimiterFollower {
     float releaseCoeff, releaseComplement;
 };
 
-/// Minima over spans that double: levels[k] of them over the last 2^k values. Each keeps the tail of its past
-/// that the next one reaches back to.
+/// Minima over spans that double: step k takes them over the last 2^k values, and keeps the tail of its past
+/// that the next step reaches back to.
 struct MinimumLadder {
     static constexpr int kSteps = 8;    // spans of 1 to 128
     static constexpr int kWindow = 200; // values
@@ -41,7 +41,7 @@ struct LimiterKernels {
     /// of the newest two, weights[j] that of the gains 1 + j and 64 - j back.
     void (*weightedSum)(const float weights[kTaps / 2], const float *gains, float *sums, int frames);
 
-    /// samples[i] *= gains[i] x factor; out may be samples.
+    /// out[i] = samples[i] x (gains[i] x factor); out may be samples.
     void (*apply)(const float *samples, const float *gains, float factor, float *out, int frames);
 };
 
