@@ -8,6 +8,14 @@ namespace {
 
 constexpr uint32_t kLabelColour = 0x000000;
 
+/// As many whole characters as there is room for.
+std::u16string_view fitting(std::u16string_view words, const Platform::Font &font, int32_t room)
+{
+    while (!words.empty() && Platform::windowSystem().measureText(font, words).width > room)
+        words.remove_suffix(1);
+    return words;
+}
+
 } // namespace
 
 TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, const TextSource &texts,
@@ -21,7 +29,7 @@ TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, 
     const std::u16string words = source.string(row);
     const Platform::FontRef font = source.labelFont();
     if (font && !words.empty()) {
-        // The click counts on the words; what does not fit ends at the label's field.
+        // The click counts on the words, as far as the label's field has room for them.
         labelWidth = std::min(Platform::windowSystem().measureText(*font, words).width, place.width);
         labelWidth = std::max(labelWidth, 1);
         if (place.alignment == TextRow::right) x += place.width - labelWidth;
@@ -36,11 +44,14 @@ void TranslatedText::redraw()
     copyBackground();
     const std::u16string words = source.string(row);
     const Platform::FontRef font = source.labelFont();
-    if (font && !words.empty())
+    if (font && !words.empty()) {
         Platform::windowSystem().drawText(canvas->bitmap(), *font, kLabelColour,
-                                          {0, source.row(row).textInset}, words, false);
-    else
-        drawPixmap(loadPixmap(String("TranslatedText%1.png").arg(row)), canvas, {});
+                                          {0, source.row(row).textInset}, fitting(words, *font, width()),
+                                          false);
+    } else {
+        if (!image) image = loadPixmap(String("TranslatedText%1.png").arg(row));
+        drawPixmap(image, canvas, {});
+    }
     present();
 }
 

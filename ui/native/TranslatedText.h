@@ -1,5 +1,6 @@
 #pragma once
 #include "ui/native/CanvasWindow.h"
+#include "ui/native/Pixmap.h"
 #include "ui/native/TextSource.h"
 
 namespace UI::Native {
@@ -23,6 +24,7 @@ public:
 private:
     const TextSource &source;
     const uint32_t row;
+    PixmapRef image; // of the words, once it has been shown
 };
 
 } // namespace UI::Native
