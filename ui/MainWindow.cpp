@@ -1,6 +1,7 @@
 #include "ui/MainWindow.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "dsp/Maximizer.h"
 #include "ui/Layout.h"
@@ -15,7 +16,6 @@ namespace {
 constexpr uint32_t kBandColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
 constexpr uint32_t kInactiveColour = 0x535353, kLimiterColour = 0x626C7B;
 constexpr float kAttackLowestMs = 1.0f, kAttackHighestMs = 20.0f, kBrickwallAttackHighestMs = 5.0f;
-constexpr uint32_t kBandLinkParam = 0, kLimiterBypassParam = 0, kBrickwallParam = 1;
 
 } // namespace
 
@@ -74,8 +74,8 @@ void MainWindow::followLinkKeys()
     DSP::Dynamics *const dynamics = frame->transform().dynamics();
     dynamics->setBandLink(held);
     bandLinkButton->refresh();
-    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics, kBandLinkParam,
-                          nullptr, &held, nullptr);
+    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics,
+                          DSP::Dynamics::kBandLinkParam, nullptr, &held, nullptr);
 }
 
 bool MainWindow::bandsLinked(void *window)
@@ -193,14 +193,16 @@ void MainWindow::slotCutoffReset(uint32_t cutoff)
 
 void MainWindow::slotUpdateLimiterAttackRange()
 {
-    const bool brickwall = frame->transform().maximizer()->boolParamValue(kBrickwallParam);
+    const bool brickwall = frame->transform().maximizer()->getBrickwall();
     limiterAttackEdit->setDisplayRange(kAttackLowestMs,
                                        brickwall ? kBrickwallAttackHighestMs : kAttackHighestMs);
 }
 
-void MainWindow::paintBar(const Rect &bar, uint32_t colour)
+bool MainWindow::paintBar(const Rect &bar, uint32_t &shown, uint32_t colour)
 {
+    if (std::exchange(shown, colour) == colour) return false;
     if (ground) Native::fillRect(ground->pixels(), ground->stride(), bar, ground->bounds(), colour, 0);
+    return true;
 }
 
 void MainWindow::slotUpdatePanelEnables()
@@ -208,21 +210,24 @@ void MainWindow::slotUpdatePanelEnables()
     const DSP::Dynamics &dynamics = *frame->transform().dynamics();
     uint32_t solos = 0;
     for (uint32_t band = 0; band < DSP::kBands; ++band) solos += dynamics.solo(band);
+    bool recoloured = false;
     for (uint32_t band = 0; band < DSP::kBands; ++band) {
         const bool silent = solos > 0 && !dynamics.solo(band);
-        paintBar(Layout::bandBar(band),
-                 silent || dynamics.bypass(band) ? kInactiveColour : kBandColours[band]);
+        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBandColours[band];
+        if (!paintBar(Layout::bandBar(band), bandBarColours[band], colour)) continue;
+        recoloured = true;
         bandTitles[band]->redraw();
         soloButtons[band]->redraw();
         bypassButtons[band]->redraw();
     }
-    windowSystem().invalidate(hostWindow(), Layout::bandBars(), false);
+    if (recoloured) windowSystem().invalidate(hostWindow(), Layout::bandBars(), false);
 }
 
 void MainWindow::slotUpdateLimiterEnable()
 {
-    const bool bypassed = frame->transform().maximizer()->boolParamValue(kLimiterBypassParam);
-    paintBar(Layout::limiterBar(), bypassed ? kInactiveColour : kLimiterColour);
+    const bool bypassed = frame->transform().maximizer()->getBypass();
+    if (!paintBar(Layout::limiterBar(), limiterBarColour, bypassed ? kInactiveColour : kLimiterColour))
+        return;
     limiterTitle->redraw();
     limiterBypassButton->redraw();
     windowSystem().invalidate(hostWindow(), Layout::limiterBar(), false);

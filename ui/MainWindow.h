@@ -84,11 +84,14 @@ private:
     void hideFocusMark(uint32_t now);
     void changeCutoff(uint32_t cutoff, float hz);
     void showCutoff(uint32_t cutoff);
-    void paintBar(const Rect &bar, uint32_t colour);
+    /// Gives a panel's bar its colour; false if that is the one it shows.
+    bool paintBar(const Rect &bar, uint32_t &shown, uint32_t colour);
     Native::WindowBase *focusedControl() const;
 
     const Language language;
-    Native::SurfaceRef ground; // the skin's, with the bars in their present colours
+    Native::SurfaceRef ground;                          // the skin's, with the bars in their present colours
+    std::array<uint32_t, DSP::kBands> bandBarColours{}; // 0xRRGGBB; 0 until one has been painted
+    uint32_t limiterBarColour = 0;
 
     Native::MultiBandSpectrum *spectrum = nullptr;
     std::array<Native::TextEdit *, DSP::kCutoffs> cutoffEdits{};

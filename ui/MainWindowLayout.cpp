@@ -19,7 +19,7 @@ namespace {
 // Float and bool parameters of the components, by their place in the lists.
 constexpr uint32_t kGainParam = 0;
 constexpr uint32_t kThreshold = 0, kBandGain = 4, kRatio = 8, kAttack = 12, kRelease = 16; // of band 0
-constexpr uint32_t kBandLink = 0, kBandBypass = 1, kBandSolo = 5;                          // bools
+constexpr uint32_t kBandBypass = 1, kBandSolo = 5;                                         // bools
 constexpr uint32_t kLimiterThreshold = 0, kLimiterMargin = 1, kLimiterAttack = 3, kLimiterRelease = 4;
 constexpr uint32_t kLimiterBypass = 0, kBrickwall = 1; // bools
 constexpr uint32_t kSpectrumOnInput = 0;
@@ -252,7 +252,8 @@ void MainWindow::createOptions()
         box("Spectrum On Input Button", parts.spectrum(0), kSpectrumOnInput, Layout::kSpectrumOnInputY);
     brickwallButton =
         box("Enable Brickwall Limiter Button", parts.maximizer(), kBrickwall, Layout::kBrickwallY);
-    bandLinkButton = box("Band Link Button", parts.dynamics(), kBandLink, Layout::kBandLinkY);
+    bandLinkButton =
+        box("Band Link Button", parts.dynamics(), DSP::Dynamics::kBandLinkParam, Layout::kBandLinkY);
     connect(brickwallButton, "2sigUserToggled()", this, "1slotUpdateLimiterAttackRange()");
 }
 
