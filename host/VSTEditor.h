@@ -5,6 +5,7 @@
 #include "host/AEffEditor.h"
 #include "platform/WindowSystem.h"
 #include "plugin/Plugin.h"
+#include "ui/Layout.h"
 
 namespace UI {
 class MainWindow;
@@ -18,7 +19,7 @@ class VSTPlugin;
 ///         closes the editor from inside a call of ours, finds everything in order
 class VSTEditor final : public AEffEditor, public EditorWindow, private Platform::WindowClient {
 public:
-    static constexpr int16_t kWidth = 547, kHeight = 488; // pixels
+    static constexpr int16_t kWidth = UI::Layout::kWidth, kHeight = UI::Layout::kHeight; // pixels
 
     explicit VSTEditor(VSTPlugin *owner);
     ~VSTEditor() override;

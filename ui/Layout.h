@@ -7,6 +7,8 @@
 /// Where things stand in the editor, in pixels from its upper left corner. Sizes are those of the images.
 namespace UI::Layout {
 
+constexpr int32_t kWidth = 547, kHeight = 488; // of the whole editor
+
 constexpr std::array<int32_t, 4> kBandX = {7, 111, 215, 319};
 constexpr int32_t kBandWidth = 99, kStripX = 423, kStripWidth = 117;
 constexpr int32_t kBarTop = 236, kBarHeight = 24; // the panels' coloured title bars

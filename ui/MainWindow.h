@@ -25,7 +25,6 @@ namespace UI {
 class MainWindow final : public Reflected<MainWindow, MainWindowBase> {
 public:
     static constexpr const char *kClassName = "UI::MainWindow";
-    static constexpr int32_t kWidth = 547, kHeight = 488; // pixels
     static constexpr uint32_t kFocusShownMs = 3000;
 
     MainWindow(Platform::WindowHandle nativeWindow, Plugin *effect);

@@ -301,7 +301,7 @@ void MainWindow::fillFocusOrder()
 void MainWindow::createToolTips()
 {
     auto *tip = new Native::ToolTip(frame.get(), language);
-    toolTips = std::make_unique<ToolTipControl>(tip, spectrum, kWidth, kHeight);
+    toolTips = std::make_unique<ToolTipControl>(tip, spectrum, Layout::kWidth, Layout::kHeight);
     toolTips->addTarget(outputGainSlider, kOutputGainTip);
     for (uint32_t b = 0; b < DSP::kBands; ++b) {
         toolTips->addTarget(soloButtons[b], kFirstSoloTip + b);
