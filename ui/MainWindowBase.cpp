@@ -129,7 +129,7 @@ void MainWindowBase::handleCustom(uint32_t code)
         startTicking();
         break;
     case Link::backgroundGridChanged: windowSystem().invalidate(hostHandle, {}, true); break;
-    case 13: break;
+    case 13: break; // spoken for, and without a meaning
     default: onCustomMessage(code);
     }
 }
