@@ -188,6 +188,7 @@ protected:
     std::vector<std::vector<float>> floatSteps;
     std::vector<std::vector<bool>> boolSteps;
     std::vector<std::vector<uint32_t>> intSteps;
+    uint32_t stepFrames = 0; // of the longest block that they have room for
     Util::AlignedBuffer<float> scratchLeft, scratchRight;
     bool active = false;       // isActive when updateComponents last asked
     bool deactivating = false; // lets run work on while `active` is off
