@@ -84,7 +84,7 @@ TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
     HostedEffect hosted;
     hosted.close();
     bool byThread = false;
-    const int openings = std::getenv("TESSARINE_LONG_TESTS") ? 125 : 8;
+    const int openings = std::getenv("TESSARINE_LONG_TESTS") ? 125 : 6;
     Holdings left = leastLeftBehind(
         openings,
         [&] {
@@ -120,7 +120,7 @@ TEST(Editors, OpenAndCloseWhileSoundAndAutomationRun)
             std::this_thread::sleep_for(std::chrono::milliseconds(2));
         }
     });
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 8; ++i) {
         hosted.effect.global().setRenderingThread(i % 2 == 1);
         EXPECT_TRUE(hosted.open());
         waitReally(*hosted.desk, 20);
