@@ -103,24 +103,24 @@ protected:
 
     // Each adds a record to its list and returns it, for what else there is to say: that is as in Param until
     // it is said. References end with the next record.
-    FloatParam &addFloat(ParamGroup group, const String &name, const char *unit, FloatRange range,
+    FloatParam &addFloat(ParamGroup group, const String &title, const char *unit, FloatRange range,
                          float initial, const Getters<T, float> &get, const Setters<T, float> &set)
     {
-        floatParams.push_back({name, unit, range, initial, get, set, {}, group});
+        floatParams.push_back({title, unit, range, initial, get, set, {}, group});
         return floatParams.back();
     }
-    BoolParam &addBool(ParamGroup group, const String &name, bool initial, const Getters<T, bool> &get,
+    BoolParam &addBool(ParamGroup group, const String &title, bool initial, const Getters<T, bool> &get,
                        const Setters<T, bool> &set)
     {
-        boolParams.push_back({name, "", {true, false}, initial, get, set, {}, group});
+        boolParams.push_back({title, "", {true, false}, initial, get, set, {}, group});
         return boolParams.back();
     }
     /// One of several names; its value is the place of the name.
-    IntParam &addChoice(ParamGroup group, const String &name, uint32_t initial, std::vector<String> names,
+    IntParam &addChoice(ParamGroup group, const String &title, uint32_t initial, std::vector<String> names,
                         const Getters<T, uint32_t> &get, const Setters<T, uint32_t> &set)
     {
         const auto last = static_cast<uint32_t>(names.size() - 1);
-        intParams.push_back({name, "", {0, last}, initial, get, set, {}, group});
+        intParams.push_back({title, "", {0, last}, initial, get, set, {}, group});
         intParams.back().valueNames = std::move(names);
         return intParams.back();
     }
