@@ -78,14 +78,15 @@ TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
     resume(rate);
     auto [name, audio] = Signals::any(random.next(), rate, 30000);
     if (random.chance(0.3)) audio = Signals::mono(audio);
-    const double changes = random.pick(std::array{0.0, 0.02, 0.3});
+    const std::vector<uint32_t> blocks = cutIntoBlocks(random, audio.frames());
+    const double changes = random.pick(std::array{0.0, 3.0, 20.0}) / static_cast<double>(blocks.size());
     SCOPED_TRACE(name + (audio.stereo() ? ", stereo at " : ", mono at ") + std::to_string(rate));
 
     const double scale = 8 * std::max(1.0, peakOf(audio)); // bands may be lifted by 18 dB
     Audio actual, expected;
-    for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
+    for (uint32_t frames : blocks) {
         if (random.chance(changes)) chooseSettings();
-        if (random.chance(changes / 20)) resume(drawRate(random));
+        if (random.chance(changes / 10)) resume(drawRate(random));
         const Audio block = slice(audio, actual.frames(), frames);
         actual = Signals::append(std::move(actual), plugin.process(block));
         expected = Signals::append(std::move(expected), reference.process(block));

@@ -13,11 +13,8 @@ static Signal fourier(const Signal &x)
 {
     const size_t n = x.size();
     if (n == 1) return x;
-    Signal even, odd;
-    for (size_t i = 0; i < n; i += 2) {
-        even.push_back(x[i]);
-        odd.push_back(x[i + 1]);
-    }
+    Signal even(n / 2), odd(n / 2);
+    for (size_t i = 0; i < n; ++i) (i % 2 ? odd : even)[i / 2] = x[i];
     even = fourier(even);
     odd = fourier(odd);
     Signal result(n);
