@@ -145,27 +145,15 @@ TEST(Copy, OfImagesThatAreNotThereDoesNothing)
     EXPECT_TRUE(canvas.isAsExpected());
 }
 
-/// Something that is drawn on an image at random, within a clip at random.
-struct Shape {
-    explicit Shape(Signals::Random &random) : canvas(random, 24, 17)
-    {
-        area = anyRect(random, 30);
-        clip = anyRect(random, 30).intersected(canvas.surface->bounds());
-        colour = static_cast<uint32_t>(random.next()) & kColour;
-        fade = anyFade(random);
-    }
-    Canvas canvas;
-    Rect area, clip;
-    uint32_t colour;
-    uint8_t fade;
-};
-
 TEST(Fill, TouchesTheCommonPartOnlyAndScalesTheColour)
 {
     Signals::Random random(4);
     for (int i = 0; i < 3000; ++i) {
-        Shape shape(random);
-        auto &[canvas, area, clip, colour, fade] = shape;
+        const Canvas canvas(random, 24, 17);
+        const Rect area = anyRect(random, 30);
+        const Rect clip = anyRect(random, 30).intersected(canvas.surface->bounds());
+        const auto colour = static_cast<uint32_t>(random.next()) & kColour;
+        const uint8_t fade = anyFade(random);
         fillRect(canvas.surface->pixels(), canvas.surface->stride(), area, clip, colour, fade);
         const Rect part = area.intersected(clip);
         const uint32_t inverse = fade == 0 ? 255 : 256 - fade;
@@ -184,26 +172,6 @@ TEST(Fill, TouchesTheCommonPartOnlyAndScalesTheColour)
                 ASSERT_NEAR(after >> shift & 255, wanted, fade == 0 ? 0 : 1) << "round " << i;
             }
         }
-    }
-}
-
-TEST(Outline, LaysItsFourEdgesInTurnSoThatFadedCornersGetThemTwice)
-{
-    Signals::Random random(5);
-    for (int i = 0; i < 3000; ++i) {
-        Shape shape(random);
-        auto &[canvas, area, clip, colour, fade] = shape;
-        const Rect part = area.intersected(clip);
-        if (!part.isEmpty())
-            for (const Rect &edge : {Rect{part.left, part.right, part.top, part.top},
-                                     Rect{part.left, part.right, part.bottom, part.bottom},
-                                     Rect{part.left, part.left, part.top, part.bottom},
-                                     Rect{part.right, part.right, part.top, part.bottom}})
-                for (int32_t y = edge.top; y <= edge.bottom; ++y)
-                    for (int32_t x = edge.left; x <= edge.right; ++x)
-                        canvas.wanted(x, y) = plainBlend(canvas.wanted(x, y), colour, fade);
-        drawRect(canvas.surface->pixels(), canvas.surface->stride(), area, clip, colour, fade);
-        ASSERT_TRUE(canvas.isAsExpected()) << "round " << i;
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <map>
+#include <mutex>
 #include <string>
 #include <vector>
 
@@ -89,14 +90,19 @@ private:
     AEffect *effect;
 };
 
-/// Stands for the editor's window, to its end, and writes down what it is told.
+/// Stands for the editor's window, to its end, and writes down what it is told by any thread.
 class RecordingWindow final : public EditorWindow {
 public:
     explicit RecordingWindow(VSTPlugin &shown) : plugin(shown) { plugin.setEditorWindow(this); }
     ~RecordingWindow() { plugin.setEditorWindow(nullptr); }
-    void post(uint32_t code) override { codes.push_back(code); }
+    void post(uint32_t code) override
+    {
+        const std::lock_guard posting(lock);
+        codes.push_back(code);
+    }
     std::vector<uint32_t> codes;
 
 private:
     VSTPlugin &plugin;
+    std::mutex lock;
 };
