@@ -67,6 +67,9 @@ TEST(PluginMessages, AreNothingWithoutAWindowAndOneRefreshUntilServed)
     plugin.setEditorWindow(nullptr);
     plugin.suspend();
     EXPECT_EQ(window.codes.size(), 4u);
+    plugin.setEditorWindow(&window);
+    plugin.requestRefresh();
+    EXPECT_EQ(window.codes.size(), 5u) << "what the window before did not serve holds nothing up";
 }
 
 } // namespace
