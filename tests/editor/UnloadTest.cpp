@@ -16,7 +16,7 @@ TEST(Unloading, MayFollowTheEditorsEndAtOnce)
     const auto desk = Desk::make();
     FakeHost host;
     int64_t windows = 0;
-    for (int i = 0; i < 10; ++i) {
+    for (int i = 0; i < 6; ++i) {
         const HMODULE library = LoadLibraryA(kLibrary);
         ASSERT_NE(nullptr, library);
         const auto entry =
