@@ -57,8 +57,7 @@ public:
 
     struct PaintRecord {
         WindowHandle window;
-        Rect area;      // in the window's own pixels
-        bool immediate; // by windowContext, not by a paint event
+        Rect area; // in the window's own pixels
     };
     std::vector<PaintRecord> paints; // cleared by whoever reads it
     const std::string &title(WindowHandle window) const;
@@ -70,7 +69,6 @@ public:
     size_t timerCount() const { return timers.size(); }
     CursorKind shownCursor() const { return cursorKind; }
     std::optional<uint8_t> opacity() const { return shownOpacity; }
-    const std::set<std::string> &classNames() const { return classes; }
 
     // WindowSystem.
     WindowHandle createWindow(const WindowRequest &request) override;

@@ -245,7 +245,7 @@ std::unique_ptr<DeviceContext> OffscreenWindowSystem::beginPaint(WindowHandle wi
     Window *const found = find(window);
     if (!found) return nullptr;
     clip = std::exchange(found->dirty, {});
-    paints.push_back({window, clip, false});
+    paints.push_back({window, clip});
     return std::make_unique<MemoryContext>(found->pixels, clip);
 }
 
@@ -255,7 +255,7 @@ std::unique_ptr<DeviceContext> OffscreenWindowSystem::windowContext(WindowHandle
 {
     Window *const found = find(window);
     if (!found || !isVisible(window)) return nullptr;
-    paints.push_back({window, found->bounds(), true});
+    paints.push_back({window, found->bounds()});
     return std::make_unique<MemoryContext>(found->pixels, found->bounds());
 }
 

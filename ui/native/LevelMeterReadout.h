@@ -17,8 +17,6 @@ public:
 
     /// A colour that there is not is ignored, and the text with it.
     void setValue(uint32_t colour, const String &newText);
-    const String &shownText() const { return text; }
-    uint32_t shownColour() const { return colourIndex; }
 
     void redraw() override;
     bool onMouseDown(Point at, uint32_t mods) override;

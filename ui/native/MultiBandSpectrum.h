@@ -29,7 +29,6 @@ public:
     OptionalIndex hitTest(int32_t x) const;
     /// The least distance between two cutoffs.
     float minGapOctaves() const { return axis.octaves(kMinGapPixels); }
-    int32_t cutoffColumn(uint32_t cutoff) const { return cutoffX[cutoff]; }
 
     void redraw() override;
     bool onMouseDown(Point at, uint32_t mods) override;

@@ -20,7 +20,6 @@ public:
     void refresh();
     /// `members` holds this button at `index`.
     void setGroup(uint32_t index, const std::vector<OnOffButton *> &members);
-    bool isOn() const { return state; }
 
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;

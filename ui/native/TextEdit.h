@@ -31,7 +31,6 @@ public:
         visualLow = low;
         visualHigh = high;
     }
-    const String &shownText() const { return text; }
     /// A step of the scale as a step of the parameter, from the present value on.
     float logStep(float step) const;
 

@@ -34,8 +34,6 @@ public:
     {
     }
 
-    float shownValue() const { return value; }
-
     void sigUserValueDelta(float delta) { this->emitSignal(0, delta); }
     void sigUserValueSet(float wanted) { this->emitSignal(1, wanted); }
     void sigUserReset() { this->emitSignal(2); }

@@ -74,7 +74,6 @@ public:
     FrameBase &getFrame() const { return *frame; }
     Platform::WindowHandle nativeHandle() const { return handle; }
     WindowBase *parentWindow() const { return parent; }
-    const Rect &getGeometry() const { return geometry; }
     int32_t width() const { return geometry.width(); }
     int32_t height() const { return geometry.height(); }
     /// Where a point of this window lies in the frame.
@@ -82,7 +81,6 @@ public:
     /// The window's rectangle in frame coordinates.
     Rect frameRect() const { return Rect::at({frameX, frameY}, width(), height()); }
     bool isVisible() const { return visible; }
-    bool isFocusable() const { return focusable; }
     void setFocusForward(WindowBase *target) { focusForward = target; }
     static int32_t liveWindows() { return liveCount; }
 
