@@ -5,7 +5,7 @@
 #include "plugin/Product.h"
 
 Plugin::Plugin(uint32_t format, uint32_t scale)
-    : registry(String("SOFTWARE\\%1\\%2\\VST").arg("Veloxon").arg(Product::kName)),
+    : registry(String("SOFTWARE\\%1\\%2\\VST").arg(Product::kRegistryVendor).arg(Product::kName)),
       stateLock("Plugin"),
       transformLock("Plugin::Transforming"),
       hostFormat(format),

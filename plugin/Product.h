@@ -6,6 +6,7 @@ namespace Product {
 
 constexpr const char *kName = "Tessarine";
 constexpr const char *kVendor = "Veloxon, Inc.";
+constexpr const char *kRegistryVendor = "Veloxon";
 constexpr int32_t kVersion = 1020;
 
 } // namespace Product
