@@ -12,7 +12,7 @@ namespace DSP {
 
 namespace {
 constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
-constexpr float kPi32 = 3.1415927f; // no double: the samples of a fade depend on it
+constexpr float kPi32 = 3.1415927f;           // no double: the samples of a fade depend on it
 } // namespace
 
 CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
