@@ -137,6 +137,35 @@ TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
     EXPECT_LT(peakOf(leftOnly ? output.right : output.left), 1e-5) << "the guard, lifted by at most 92 dB";
 }
 
+/// Largest fourth difference in dB: a click stands out of a low tone, whose own is next to nothing. Two cutoffs climb
+/// four octaves in a second, moved before every block.
+double sharpestCornerOfSweep(uint32_t blockFrames)
+{
+    constexpr uint32_t rate = 44100;
+    const Audio tone = Signals::sine(rate, 440, rate, -12);
+    TestPlugin plugin({}, rate);
+    Audio output;
+    while (output.frames() < rate) {
+        const auto hz = static_cast<float>(100 * std::exp2(4.0 * output.frames() / rate));
+        plugin.transformHandle().crossOver()->setCutoff(0, hz);
+        plugin.transformHandle().crossOver()->setCutoff(1, 2 * hz + 1000);
+        const Audio block = slice(tone, output.frames(), std::min(blockFrames, rate - output.frames()));
+        output = Signals::append(std::move(output), plugin.process(block));
+    }
+    const std::vector<float> &x = output.left;
+    double most = 0;
+    for (size_t i = rate / 10; i < x.size(); ++i)
+        most = std::max(most, std::fabs(x[i] - 4.0 * x[i - 1] + 6.0 * x[i - 2] - 4.0 * x[i - 3] + x[i - 4]));
+    return toDb(most);
+}
+
+TEST(Chain, SweptCutoffsDoNotClick)
+{
+    EXPECT_GT(sharpestCornerOfSweep(16), -10) << "blocks shorter than the fade show what a click measures";
+    for (uint32_t blockFrames : {64u, 441u})
+        EXPECT_LT(sharpestCornerOfSweep(blockFrames), -45) << "blocks of " << blockFrames;
+}
+
 TEST(Chain, SilenceStaysSilence)
 {
     for (uint32_t rate : {44100u, 192000u})
