@@ -83,6 +83,8 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --loudness -14 --set 'Global Bypass=on'", 1, "'Global Bypass'"},
     {"render good.wav out.wav --loudness -2 --true-peak -3", 1,
      "-2 LUFS is out of reach: with a true peak of"},
+    {"render good.wav out.wav --loudness -2 --set 'Limiter Brickwall Mode=off'", 1,
+     "or leave out 'Limiter Brickwall Mode=off'"},
     {"render good.wav out.wav --loudness -69", 1, "-69 LUFS is out of reach: the softest is"},
     {"render silent.wav out.wav --loudness -14", 1, "there is no loudness to start from"},
 
@@ -120,6 +122,9 @@ TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
     write("cut.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, sound);
     for (const char *name : {"cut.wav", "cut.aiff", "cut.flac"})
         std::filesystem::resize_file(pathOf(name), std::filesystem::file_size(pathOf(name)) / 2);
+    std::string odd =
+        readBytes("cut.wav"); // with a chunk of an odd length, and its pad byte, before the sound
+    writeText("cut.wav", odd.insert(odd.find("data"), "odd \3\0\0\0abc\0", 12));
     write("header.wav", kWav16, 44100, sound);
     std::filesystem::resize_file(pathOf("header.wav"), 30);
     writeInterleaved("empty.wav", kWav16, 44100, 2, {});

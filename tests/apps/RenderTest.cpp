@@ -5,6 +5,7 @@
 
 #include <gmock/gmock.h>
 
+using testing::ContainsRegex;
 using testing::HasSubstr;
 
 namespace {
@@ -124,10 +125,13 @@ TEST_F(Render, TellsOfClippedSamplesAndOnlyThen)
 {
     write("in.wav", kWavFloat, 44100, Signals::sine(44100, 1000.0, 44100, 0.0));
     const std::string louder = " --set 'Limiter Bypass=yes' --set Gain=+6";
-    succeed("render in.wav out.wav" + louder);
+    EXPECT_THAT(succeed("render in.wav out.wav" + louder), ContainsRegex("Sample peak +0.0 dBFS"));
     const Program::Outcome clipped = run("render in.wav out.flac" + louder);
     EXPECT_EQ(0, clipped.exitCode);
     EXPECT_THAT(clipped.err, HasSubstr("were clipped"));
+    const Sound out = read("out.flac");
+    for (size_t i = 1; i < static_cast<size_t>(out.info.frames); ++i)
+        ASSERT_LT(std::abs(out.at(i) - out.at(i - 1)), 1.0f) << "nothing wraps around";
 }
 
 TEST_F(Render, SilencesSamplesThatAreNoNumbersAndSaysSo)

@@ -2,6 +2,7 @@
 #include <gtest/gtest.h>
 
 #include "dsp/Transform.h"
+#include "platform/System.h"
 #include "tests/dsp/Envelopes.h"
 #include "tests/dsp/FakePlugin.h"
 #include "tests/signals/Blocks.h"
@@ -119,6 +120,22 @@ TEST(Automation, OfTheBypassYieldsToTheUser)
     rig.play(500);
     EXPECT_TRUE(global.getBypass());
     EXPECT_EQ(rig.output.left[999], rig.input.left[999]);
+}
+
+TEST(Automation, RefreshesTheEditorNotAtEveryBlock)
+{
+    constexpr uint32_t kBlocks = 100, kIntervalMs = 67;
+    ChainRig rig(Signals::noise(1, kBlocks * 100, -20));
+    DSP::EnvelopeHandler &envelopes = rig.chain.maximizer()->envelopeHandler();
+    envelopes.setEnvelope(ParamKind::real, 0, {{0, 10000000, -20, 0, 0, 2}});
+    envelopes.setEnabled(true);
+    rig.plugin.editorOpen = true;
+    rig.plugin.refreshRequests = 0;
+    const uint32_t begin = Platform::tickCount();
+    for (uint32_t i = 0; i < kBlocks; ++i) rig.play(100);
+    EXPECT_GE(rig.plugin.refreshRequests, 1);
+    EXPECT_LE(rig.plugin.refreshRequests,
+              1 + static_cast<int>((Platform::tickCount() - begin) / kIntervalMs));
 }
 
 } // namespace

@@ -16,7 +16,7 @@ public:
     void markParametersTouched() override { ++touches; }
     void postMessage(uint32_t code) override { messages.push_back(code); }
     void requestRefresh() override { ++refreshRequests; }
-    bool hasEditorWindow() const override { return false; }
+    bool hasEditorWindow() const override { return editorOpen; }
     void resetChain() override { ++chainResets; }
     void propagateMeterEnable() override {}
     void latencyChanged() override {}
@@ -27,7 +27,7 @@ public:
     std::vector<DSP::Component *> components;
     std::vector<uint32_t> messages;
     int activeRequests = 0, latencyRequests = 0, refreshRequests = 0, chainResets = 0, touches = 0;
-    bool presetChanging = false;
+    bool presetChanging = false, editorOpen = false;
 
 private:
     Util::NamedLock stateLock{String("state")}, transformLock{String("transform")};

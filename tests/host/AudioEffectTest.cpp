@@ -54,6 +54,13 @@ TEST_F(AudioEffectTest, ForwardsToTheEditorOnlyIfThereIsOne)
     }
 }
 
+TEST_F(AudioEffectTest, TakesNoSmallNumberForAnAddress)
+{
+    VstSpeakerArrangement *output = nullptr;
+    for (const intptr_t number : {0, 8, 4088}) // a host may write the number of a pin there
+        EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, 0, number, &output));
+}
+
 TEST_F(AudioEffectTest, LetsNoExceptionReachTheHost)
 {
     effect.outOfMemory = true;

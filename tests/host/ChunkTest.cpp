@@ -97,6 +97,11 @@ TEST(Chunk, KeepsTheProgramsName)
     EXPECT_EQ(std::string(name).substr(0, 23), to.text(effGetProgramName));
     EXPECT_EQ(std::string(name), to.text(effGetProgramNameIndexed));
     EXPECT_EQ(defaultChunk().size() - 7 + std::strlen(name), to.chunk().size());
+    EXPECT_EQ(1, to.dispatch(effCopyProgram, 0));
+    for (const int32_t none : {-1, 1}) { // there is one program
+        EXPECT_EQ(0, to.dispatch(effCopyProgram, none));
+        EXPECT_EQ(0, to.dispatch(effGetProgramNameIndexed, none, 0, name));
+    }
 }
 
 /// A project may bring its state before the rate, before playing, or in the middle of a song.

@@ -44,6 +44,18 @@ TEST(PluginLatency, FollowsTheRateAndIsReported)
     EXPECT_EQ(plugin.latency(), 262u + 191);
 }
 
+TEST(PluginState, IsRestoredAndTheHostToldOfWhatChanged)
+{
+    TestPlugin plugin;
+    const TransformHandle &chain = plugin.transformHandle();
+    const Plugin::StateImage before = plugin.captureState();
+    chain.gain()->setGain(3);
+    chain.maximizer()->setBrickwall(true);
+    EXPECT_TRUE(plugin.restoreState(before, true));
+    EXPECT_EQ(plugin.parameterReports, 2);
+    EXPECT_EQ(plugin.captureState(), before);
+}
+
 TEST(PluginMessages, AreNothingWithoutAWindowAndOneRefreshUntilServed)
 {
     using Link = DSP::PluginLink;

@@ -38,7 +38,7 @@ TEST_P(RobustnessSeeds, GarbageSamplesAreSilence)
     const Settings settings = Reference::draw(random);
     TestPlugin dirty(settings, rate), clean(settings, rate);
     Audio silenced = Signals::music(GetParam(), rate, 20000, -3), input = silenced;
-    const bool flood = random.chance(0.3);
+    const bool flood = GetParam() % 2 == 0; // reaches the last samples of blocks, too
     uint64_t count = 0;
     for (auto channel : {&Audio::left, &Audio::right})
         for (uint32_t i = 0; i < 15000; ++i) {

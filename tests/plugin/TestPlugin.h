@@ -20,6 +20,7 @@ public:
     void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
                          const uint32_t *) override
     {
+        ++parameterReports;
     }
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
@@ -32,7 +33,7 @@ public:
     /// A whole sound in blocks of `size`.
     Audio process(const Audio &input, uint32_t size);
 
-    int latencyReports = 0, compensationReports = 0;
+    int latencyReports = 0, compensationReports = 0, parameterReports = 0;
 };
 
 inline void TestPlugin::apply(const Reference::Settings &settings)
