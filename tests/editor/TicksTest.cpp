@@ -1,4 +1,5 @@
 #include <chrono>
+#include <cmath>
 #include <gtest/gtest.h>
 #include <thread>
 
