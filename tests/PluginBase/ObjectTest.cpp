@@ -169,6 +169,15 @@ TEST(Object, DisconnectsWhatFits)
             a.onHeard = [&] { Object::disconnect(&sender, nullptr, nullptr, nullptr); };
         }),
         Heard(2, 2));
+    Receiver late("late"); // connected in a delivery, it stays as well
+    heardAfter([&](Sender &sender, Receiver &a, Receiver &) {
+        a.onHeard = [&, isFirst = true]() mutable {
+            if (!std::exchange(isFirst, false)) return;
+            Object::connect(&sender, "2sigNone()", &late, "1slotNone()");
+            Object::disconnect(&sender, nullptr, &late, nullptr);
+        };
+    });
+    EXPECT_EQ(late.heard.size(), 1u);
     EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &) {
                   Receiver third("third");
                   Object::connect(&sender, "2sigText(const String&)", &third, "1slotNone()");
