@@ -9,8 +9,9 @@ build_packages=(build-essential cmake ninja-build pkg-config libsndfile1-dev lib
 clang_packages=(clang libclang-rt-dev)
 # What draws the editor's images; fonts-inter is their font.
 image_packages=(python3-cairo fonts-inter)
-# What the Windows libraries and their tests need beside it.
-windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64 xvfb)
+# What the Windows libraries and their tests need beside it; the last makes the chroot of a 32-bit Wine.
+windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64 xvfb
+    debootstrap)
 
 package_installed() { [ "$(dpkg-query -W -f='${db:Status-Status}' "$1" 2>/dev/null)" = installed ]; }
 
