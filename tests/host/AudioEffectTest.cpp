@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include <functional>
 #include <limits>
 
 #include "tests/host/FakeHost.h"
@@ -87,6 +88,58 @@ TEST_F(AudioEffectTest, AsksTheHostAndIsNeutralWithoutOne)
     EXPECT_EQ(nullptr, alone.getTimeInfo(0));
     EXPECT_EQ(44100.0f, alone.updateSampleRate());
     alone.setParameterAutomated(0, 1.0f);
+}
+
+TEST_F(AudioEffectTest, NumbersItsRequests)
+{
+    char text[65] = {};
+    const struct {
+        int32_t number; // of the interface, as hosts know it
+        std::function<void()> ask;
+    } requests[] = {{6, [&] { effect.wantEvents(1); }},
+                    {7, [&] { effect.getTimeInfo(0); }},
+                    {10, [&] { effect.tempoAt(0); }},
+                    {11, [&] { effect.getNumAutomatableParameters(); }},
+                    {12, [&] { effect.getParameterQuantization(); }},
+                    {13, [&] { effect.ioChanged(); }},
+                    {14, [&] { effect.needIdle(); }},
+                    {16, [&] { effect.updateSampleRate(); }},
+                    {17, [&] { effect.updateBlockSize(); }},
+                    {18, [&] { effect.getInputLatency(); }},
+                    {19, [&] { effect.getOutputLatency(); }},
+                    {20, [&] { effect.getPreviousPlug(nullptr); }},
+                    {21, [&] { effect.getNextPlug(nullptr); }},
+                    {22, [&] { effect.willProcessReplacing(); }},
+                    {23, [&] { effect.getCurrentProcessLevel(); }},
+                    {24, [&] { effect.getAutomationState(); }},
+                    {25, [&] { effect.offlineStart(nullptr, 1, 2); }},
+                    {26, [&] { effect.offlineRead(nullptr, 0, true); }},
+                    {27, [&] { effect.offlineWrite(nullptr, 0); }},
+                    {28, [&] { effect.offlineGetCurrentPass(); }},
+                    {29, [&] { effect.offlineGetCurrentMetaPass(); }},
+                    {30, [&] { effect.setOutputSampleRate(1); }},
+                    {31, [&] { effect.getOutputSpeakerArrangement(); }},
+                    {32, [&] { effect.getHostVendorString(text); }},
+                    {33, [&] { effect.getHostProductString(text); }},
+                    {34, [&] { effect.getHostVendorVersion(); }},
+                    {35, [&] { effect.hostVendorSpecific(1, 2, nullptr, 3); }},
+                    {37, [&] { effect.canHostDo("sizeWindow"); }},
+                    {38, [&] { effect.getHostLanguage(); }},
+                    {39, [&] { effect.openWindow(nullptr); }},
+                    {40, [&] { effect.closeWindow(nullptr); }},
+                    {41, [&] { effect.getDirectory(); }},
+                    {42, [&] { effect.updateDisplay(); }},
+                    {43, [&] { effect.beginEdit(0); }},
+                    {44, [&] { effect.endEdit(0); }},
+                    {45, [&] { effect.openFileSelector(nullptr); }},
+                    {49, [&] { effect.getInputSpeakerArrangement(); }}};
+    for (const auto &request : requests) {
+        host.takeCalls();
+        request.ask();
+        const auto calls = host.takeCalls();
+        ASSERT_EQ(1u, calls.size()) << request.number;
+        EXPECT_EQ(request.number, calls[0].opcode);
+    }
 }
 
 } // namespace
