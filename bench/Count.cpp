@@ -51,7 +51,7 @@ void printReductions(const Bench::Load &load)
 
 } // namespace
 
-int main(int argc, char **argv)
+int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): it says what was wrong
 {
     Options options;
     CLI::App app{"Plays the standard load for an instruction counter; without one it prints ns per frame."};

@@ -1,5 +1,4 @@
 #pragma once
-#include <utility>
 #include <vector>
 
 #include "dsp/Component.h"
@@ -116,12 +115,13 @@ protected:
         return boolParams.back();
     }
     /// One of several names; its value is the place of the name.
-    IntParam &addChoice(ParamGroup group, const String &title, uint32_t initial, std::vector<String> names,
-                        const Getters<T, uint32_t> &get, const Setters<T, uint32_t> &set)
+    IntParam &addChoice(ParamGroup group, const String &title, uint32_t initial,
+                        const std::vector<String> &names, const Getters<T, uint32_t> &get,
+                        const Setters<T, uint32_t> &set)
     {
         const auto last = static_cast<uint32_t>(names.size() - 1);
         intParams.push_back({title, "", {0, last}, initial, get, set, {}, group});
-        intParams.back().valueNames = std::move(names);
+        intParams.back().valueNames = names;
         return intParams.back();
     }
 

@@ -46,9 +46,9 @@ void Global::declareParameters()
     flag("Global: Show Background Grid", true, &Global::getShowBackgroundGrid,
          &Global::setShowBackgroundGrid);
 
-    const auto choice = [this](const char *paramName, uint32_t initial, std::vector<String> names,
+    const auto choice = [this](const char *paramName, uint32_t initial, const std::vector<String> &names,
                                uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {
-        addChoice(ParamGroup::global, paramName, initial, std::move(names), {.plain = get}, {.plain = set});
+        addChoice(ParamGroup::global, paramName, initial, names, {.plain = get}, {.plain = set});
     };
     choice("Global: DX Automation Highlight", kNoHighlight, {"Red", "Blue", "Green", "Yellow", "None"},
            &Global::getHighlightColour, &Global::setDxHighlight);

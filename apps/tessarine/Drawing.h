@@ -1,10 +1,8 @@
 #pragma once
+#include <cairo.h>
 #include <memory>
 #include <span>
 #include <string>
-
-typedef struct _cairo cairo_t;
-typedef struct _cairo_surface cairo_surface_t;
 
 namespace App {
 

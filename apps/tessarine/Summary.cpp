@@ -100,8 +100,9 @@ std::vector<std::string> remarks(const Rendering &r)
                                         "were clipped; compare with a quieter output",
                                         r.dryClipped, r.dryGainDb));
     if (r.formatDry != 0 && !isMatched(r))
-        sentences.push_back("the dry file keeps its level, as the input or the output is silent, below -70 "
-                            "LUFS or shorter than 0.4 s");
+        sentences.emplace_back(
+            "the dry file keeps its level, as the input or the output is silent, below -70 "
+            "LUFS or shorter than 0.4 s");
     if (r.choice && r.out.truePeakDb > r.choice->goal.truePeak)
         sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the {:g} dBTP asked for; give a "
                                         "lower --true-peak",

@@ -21,7 +21,7 @@ fs::path resolve(const fs::path &wanted)
         throw Failure(fmt::format("{} is a folder; name a file in it", wanted.string()));
     if (fs::exists(wanted, ignored) && !fs::is_regular_file(wanted, ignored))
         throw Failure(fmt::format("{} is not a plain file; choose another name", wanted.string()));
-    const fs::path target = fs::weakly_canonical(fs::absolute(wanted, ignored), ignored);
+    fs::path target = fs::weakly_canonical(fs::absolute(wanted, ignored), ignored);
     const fs::path folder = target.parent_path();
     if (!fs::is_directory(folder, ignored))
         throw Failure(

@@ -103,7 +103,7 @@ void showMeters(const Bench::Lv2World &world, uint32_t block)
 
 } // namespace
 
-int main(int argc, char **argv)
+int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): it says what was wrong
 {
     Options options;
     CLI::App app{

@@ -22,10 +22,10 @@ bool Lv2World::is(const LilvPlugin *plugin, const LilvPort *port, const char *cl
     return lilv_port_is_a(plugin, port, name.get());
 }
 
-void Lv2Effect::Stop::operator()(LilvInstance *instance) const
+void Lv2Effect::Stop::operator()(LilvInstance *running) const
 {
-    lilv_instance_deactivate(instance);
-    lilv_instance_free(instance);
+    lilv_instance_deactivate(running);
+    lilv_instance_free(running);
 }
 
 Lv2Effect::Lv2Effect(const Lv2World &world, const char *uri, double rate, const Settings &settings)

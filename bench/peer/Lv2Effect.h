@@ -18,8 +18,8 @@ public:
 
 private:
     struct Free {
-        void operator()(LilvWorld *world) const { lilv_world_free(world); }
-        void operator()(LilvNode *node) const { lilv_node_free(node); }
+        void operator()(LilvWorld *made) const { lilv_world_free(made); }
+        void operator()(LilvNode *made) const { lilv_node_free(made); }
     };
     using Node = std::unique_ptr<LilvNode, Free>;
 
@@ -41,7 +41,7 @@ public:
 
 private:
     struct Stop {
-        void operator()(LilvInstance *instance) const;
+        void operator()(LilvInstance *running) const;
     };
 
     std::unique_ptr<LilvInstance, Stop> instance;

@@ -92,7 +92,7 @@ TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
             ASSERT_TRUE(hosted.open());
             hosted.play(loudNoise(512));
             hosted.tick();
-            hosted.desk->click(hosted.centre(*hosted.controls().front()));
+            hosted.desk->click(HostedEffect::centre(*hosted.controls().front()));
             hosted.close();
             hosted.host.takeCalls();
             ASSERT_EQ(0, WindowBase::liveWindows());

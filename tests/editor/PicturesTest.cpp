@@ -136,7 +136,7 @@ uint64_t hashOf(const Platform::Bitmap &shot)
 /// A PPM file in the folder where the tests run.
 std::string write(const Platform::Bitmap &shot, const char *name)
 {
-    const std::string path = std::string("picture-") + name + ".ppm";
+    std::string path = std::string("picture-") + name + ".ppm";
     if (FILE *const file = std::fopen(path.c_str(), "wb")) {
         std::fprintf(file, "P6\n%d %d\n255\n", shot.width(), shot.height());
         const auto *pixels = static_cast<const uint32_t *>(shot.pixels());

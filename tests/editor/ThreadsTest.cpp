@@ -59,7 +59,7 @@ void act(Session &session, Signals::Random &random)
 template <class Work>
 std::jthread repeating(Work work)
 {
-    return std::jthread([work](std::stop_token stop) mutable {
+    return std::jthread([work](const std::stop_token &stop) mutable {
         while (!stop.stop_requested()) work();
     });
 }

@@ -6,7 +6,8 @@
 #include <cstdlib>
 
 // Called by a sanitizer that is about to end the program; absent without one.
-extern "C" __attribute__((weak)) void __sanitizer_set_death_callback(void (*callback)());
+extern "C" __attribute__((weak)) void
+__sanitizer_set_death_callback(void (*callback)()); // NOLINT(bugprone-reserved-identifier)
 
 namespace Journal {
 
