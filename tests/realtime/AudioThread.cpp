@@ -23,10 +23,13 @@ void AudioThread::run(Controls &controls, const std::atomic<bool> &stopping, boo
 {
     ++figures.threads;
     figures.way = Watch::arm(filterOnly);
+    if (figures.way != Watch::Way::none) {
+        figures.controlsFound = controls.run() && figures.controlsFound;
+        for (int i = 0; i < kWarmBlocks; ++i)
+            for (const bool adds : {false, true}) play(kLongest, adds);
+    }
+    warm = true;
     if (figures.way == Watch::Way::none) return;
-    figures.controlsFound = controls.run() && figures.controlsFound;
-    for (int i = 0; i < kWarmBlocks; ++i)
-        for (const bool adds : {false, true}) play(kLongest, adds);
     while (!stopping) {
         const uint32_t size = random.pick(std::array{16u, 64u, 128u, 256u, 512u, 1024u, kLongest});
         playWatched(static_cast<int32_t>(random.chance(0.5) ? size : 16 + random.below(size - 15)));

@@ -29,6 +29,8 @@ public:
     }
     /// The body of a thread of its own.
     void run(class Controls &controls, const std::atomic<bool> &stopping, bool filterOnly);
+    /// Until then nobody may bypass or pause the effect.
+    bool isWarm() const { return warm; }
 
 private:
     void playWatched(int32_t frames);
@@ -37,5 +39,6 @@ private:
     PlayedEffect &effect;
     Signals::Random random;
     Figures &figures;
+    std::atomic<bool> warm = false;
     float channels[4][PlayedEffect::kMostFrames];
 };

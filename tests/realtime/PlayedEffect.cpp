@@ -49,6 +49,8 @@ intptr_t PlayedEffect::callback(AEffect *, int32_t opcode, int32_t index, intptr
 void PlayedEffect::restart(Format format)
 {
     connected = format.channels;
+    options().setBypass(false);
+    options().envelopeHandler().setEnvelope(DSP::ParamKind::boolean, DSP::Global::kBypassParam, {});
     dispatch(effMainsChanged, 0, 0);
     dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(format.rate));
     dispatch(effSetBlockSize, 0, kMostFrames);

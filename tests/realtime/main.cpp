@@ -28,6 +28,7 @@ void play(PlayedEffect &effect, PlayedEffect::Format format, uint64_t seed, bool
     Controls controls; // its thread is there before the audio thread is armed
     std::atomic<bool> stopping = false;
     std::thread audioThread([&] { audio->run(controls, stopping, filterOnly); });
+    while (!audio->isWarm()) std::this_thread::sleep_for(milliseconds(1));
     std::thread automation([&] {
         for (Signals::Random random(seed + 1); !stopping; std::this_thread::sleep_for(milliseconds(1)))
             effect.automate(random);
