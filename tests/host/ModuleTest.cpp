@@ -22,7 +22,7 @@ TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded)
 {
     FakeHost host;
     const Audio music = Signals::music(1, 44100, 1000, 0);
-    constexpr int kLoads = SANITIZED ? 25 : 100;
+    constexpr int kLoads = SANITIZED ? 25 : 250;
     Holdings left = leastLeftBehind(kLoads, [&] {
         {
             const Module module;
