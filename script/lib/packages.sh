@@ -5,8 +5,8 @@
 build_packages=(build-essential cmake ninja-build pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
     libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
     libgtest-dev libgmock-dev libbenchmark-dev)
-# What the sanitizers are built with; libFuzzer is part of the second.
-clang_packages=(clang libclang-rt-dev)
+# What the sanitizers are built with, and what reads the code; libFuzzer is part of the last.
+clang_packages=(clang clang-tidy libclang-rt-dev)
 # What draws the editor's images; fonts-inter is their font.
 image_packages=(python3-cairo fonts-inter)
 # What the Windows libraries and their tests need beside it; the last makes the chroot of a 32-bit Wine.
