@@ -35,35 +35,48 @@ intptr_t VSTEditor::open(void *parent)
     request.parent = parentWindow;
     request.client = this;
     request.clipSiblings = false;
-    const Platform::WindowHandle window = windowSystem().createWindow(request);
-    if (!window) return 0;
-    nativeWindow = window;
-    mainWindow = std::make_unique<UI::MainWindow>(window, plugin);
-    mainWindow->open();
-    plugin->setEditorWindow(this);
-    mainWindow->startTicking();
+    nativeWindow = windowSystem().createWindow(request);
+    if (!window()) {
+        unregisterClasses();
+        return 0;
+    }
+    try {
+        mainWindow = std::make_unique<UI::MainWindow>(window(), plugin);
+        mainWindow->open();
+        plugin->setEditorWindow(this);
+        plugin->requestRefresh(); // of what changed while it opened
+        mainWindow->startTicking();
+    } catch (...) { // memory is short
+        close();
+        throw;
+    }
     return 1;
 }
 
 void VSTEditor::close()
 {
-    if (!mainWindow) return;
-    mainWindow->getFrame().abandonDrag(); // a gesture gets its end
-    mainWindow->stopTicking();
-    plugin->setEditorWindow(nullptr);
-    const std::shared_ptr<UI::Native::Dispatch> events = mainWindow->getFrame().dispatch();
-    if (events->isActive()) {
-        // A control is at work, and has called the host that calls here.
-        windowSystem().destroyWindow(window());
-        events->park(std::move(mainWindow));
-    } else {
-        mainWindow.reset();
-        windowSystem().destroyWindow(window());
-    }
-    nativeWindow = nullptr;
+    if (!mainWindow && !window()) return;
+    // Closed from here on: the end of a gesture is a call of the host, who may close or open from inside it.
+    std::unique_ptr<UI::MainWindow> closing = std::move(mainWindow);
+    const Platform::WindowHandle old = nativeWindow.exchange(nullptr);
     parentWindow = nullptr;
     systemWindow = nullptr;
-    // Left alone, they would point into a library that is unloaded; another open editor keeps them.
+    plugin->setEditorWindow(nullptr);
+    if (closing) {
+        const std::shared_ptr<UI::Native::Dispatch> events = closing->getFrame().dispatch();
+        const UI::Native::Dispatch::Scope scope(events); // a control may be at work, here or further out
+        closing->getFrame().abandonDrag();
+        closing->stopTicking();
+        events->park(std::move(closing));
+    }
+    windowSystem().setClient(old, nullptr);
+    windowSystem().destroyWindow(old);
+    unregisterClasses();
+}
+
+/// Left alone, they would point into a library that is unloaded; another open editor keeps them.
+void VSTEditor::unregisterClasses() const
+{
     for (const char *stem : {"PluginWindow", "Window", "KeyboardProxyWindow"})
         windowSystem().unregisterClass(className(stem));
 }

@@ -38,6 +38,7 @@ public:
 private:
     std::optional<intptr_t> onEvent(Platform::WindowHandle window, const Platform::Event &event) override;
     std::string className(const char *stem) const;
+    void unregisterClasses() const;
 
     ERect rect{0, 0, kHeight, kWidth};
     VSTPlugin *const plugin;

@@ -24,13 +24,12 @@ protected:
         session.put(15, -3.0f);
         session.told();
     }
-    /// The host closes the editor from inside the effect's next call of that kind.
+    /// The host closes the editor from inside the effect's next call of that kind and each that follows.
     void closeAt(int32_t opcode)
     {
-        session.host.onCall = [this, opcode](int32_t called) {
-            if (called != opcode) return;
-            session.host.onCall = {};
-            session.close();
+        session.host.onCall = [this, opcode, reached = false](int32_t called) mutable {
+            reached |= called == opcode;
+            if (reached) session.close();
         };
     }
     /// That the gestures are whole and the editor is closed; it is open again then.
@@ -65,6 +64,7 @@ TEST_P(CutShort, GesturesEndOnceWhateverEndsThem)
         desk.press();
         if (moved) desk.moveTo(at + Point{3, -4});
         session.told();
+        if (close) closeAt(audioMasterEndEdit);
         close ? session.close() : windowSystem().captureMouse(desk.window());
         desk.wait(0);
         windowSystem().releaseMouse();
