@@ -41,8 +41,11 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
 
 VSTPlugin::~VSTPlugin()
 {
-    editor.reset();                        // its windows show what is about to go
-    const Util::Hold lastBlock(audioLock); // waits for a block that still runs before the buffers go
+    {
+        const Util::Hold lastBlock(
+            audioLock); // waits for one that still runs: it uses the buffers and the editor
+    }
+    editor.reset(); // its windows show what is about to go
 }
 
 VSTPlugin *VSTPlugin::of(AEffect *effect)
