@@ -54,7 +54,7 @@ void Plugin::postMessage(uint32_t code)
 
 void Plugin::requestRefresh()
 {
-    if (!hasEditorWindow() || refreshPending.exchange(true)) return;
+    if (!hasEditorWindow() || refreshPending.exchange(true, std::memory_order_acq_rel)) return;
     postMessage(refreshControls);
 }
 

@@ -63,7 +63,8 @@ public:
     /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet
     /// are one.
     void requestRefresh() override;
-    void refreshServed() { refreshPending = false; }
+    /// To be called before the parameters are read.
+    void refreshServed() { refreshPending.exchange(false, std::memory_order_acq_rel); }
     bool hasEditorWindow() const override { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
 
     void resume(uint32_t rate);
@@ -121,8 +122,8 @@ protected:
 
     std::atomic<EditorWindow *> editorWindow = nullptr;
     Util::RegistryKey registry;
-    int64_t streamTime = 0; // 100 ns
-    Util::Shared<bool> refreshPending = false;
+    int64_t streamTime = 0;                   // 100 ns
+    std::atomic<bool> refreshPending = false; // who clears it reads all that was set before
     std::vector<DSP::Component *> components;
     uint32_t stateSize = kStateHeader; // bytes
     OptionalIndex editorPosition;
