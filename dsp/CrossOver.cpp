@@ -13,6 +13,8 @@ namespace DSP {
 namespace {
 constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
 constexpr float kPi32 = 3.1415927f;           // no double: the samples of a fade depend on it
+
+uint32_t fadeSamples(uint32_t hz) { return static_cast<uint32_t>(std::floor(hz * kFadeSeconds + 0.5)); }
 } // namespace
 
 CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossOver")
@@ -21,8 +23,9 @@ CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossO
     declareParameters();
     owner = this;
     finishConstruction();
+    makeRoomForFade(sampleRate);
     updateFade();
-    designFilters(filterSets[activeSet]);
+    designFilters(filterSets[activeSet], sampleRate);
     setFraming(0, 2, 2 * kBands);
 }
 
@@ -59,33 +62,38 @@ void CrossOver::setSampleRate(uint32_t hz)
 {
     if (hz == sampleRate) return;
     const Util::Hold setting(settingLock);
-    sampleRate = hz;
     BandSplitter next;
-    const bool inOrder = designFilters(next);
+    const bool inOrder = designFilters(next, hz);
     const Util::Hold hold(lock);
+    makeRoomForFade(hz); // may fail, and then nothing has changed
+    sampleRate = hz;
     updateFade();
     fadeRemaining = 0;
     if (inOrder) filterSets[activeSet] = next;
 }
 
-void CrossOver::updateFade()
+void CrossOver::makeRoomForFade(uint32_t hz)
 {
-    const auto length = static_cast<uint32_t>(std::floor(sampleRate * kFadeSeconds + 0.5));
+    const uint32_t length = fadeSamples(hz);
     for (auto *table : {&fadeIn, &fadeOut}) table->grow(length);
     for (auto *scratch : {&fadeScratchLeft, &fadeScratchRight}) scratch->grow(kBands * length);
-    fadeLength = length; // only now that there is room for it
+}
+
+void CrossOver::updateFade()
+{
+    fadeLength = fadeSamples(sampleRate);
     for (uint32_t i = 0; i < fadeLength; ++i) {
         fadeIn[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kPi32 / fadeLength)) * 0.5);
         fadeOut[i] = 1.0f - fadeIn[i];
     }
 }
 
-bool CrossOver::designFilters(BandSplitter &set) const
+bool CrossOver::designFilters(BandSplitter &set, uint32_t hz) const
 {
-    std::array<float, kCutoffs> hz;
-    std::copy(cutoffs.begin(), cutoffs.end(), hz.begin());
-    if (!std::is_sorted(hz.begin(), hz.end())) return false;
-    set.design(hz, sampleRate);
+    std::array<float, kCutoffs> edges;
+    std::copy(cutoffs.begin(), cutoffs.end(), edges.begin());
+    if (!std::is_sorted(edges.begin(), edges.end())) return false;
+    set.design(edges, hz);
     return true;
 }
 
@@ -103,7 +111,7 @@ void CrossOver::setCutoff(uint32_t index, float hz)
     const Util::Hold setting(settingLock);
     cutoffs[index] = hz;
     BandSplitter next;
-    const bool inOrder = designFilters(next);
+    const bool inOrder = designFilters(next, sampleRate);
     const Util::Hold hold(lock); // audio waits for a copy, not for the design
     if (fadeRemaining == 0) activeSet ^= 1;
     fadeRemaining = fadeLength;

@@ -45,9 +45,10 @@ public:
 
 private:
     void declareParameters();
+    void makeRoomForFade(uint32_t hz);
     void updateFade();
     /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
-    bool designFilters(BandSplitter &set) const;
+    bool designFilters(BandSplitter &set, uint32_t hz) const;
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the set that is going into the start of the bands that the coming set has written.
     bool crossFade(uint32_t frames, const float *left, const float *right);

@@ -156,8 +156,9 @@ void Dynamics::reset()
         band.peakLeft = band.peakRight = 0.0f;
         band.reportedGain = 1.0f;
         band.guardCounter = 0;
-        band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
+        // The left line tells the length of both, so if memory is short the right one must not be the shorter.
         band.delayRight.resize(lookAheadSamples() - 1, kChunk);
+        band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
     }
     std::fill_n(state.envelope, kBands, 0.0f);
     std::fill_n(state.followed, kBands, 1.0f);

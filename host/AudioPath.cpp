@@ -119,6 +119,7 @@ void VSTPlugin::setSampleRate(float rate)
 {
     const uint32_t whole = wholeRate(rate);
     if (whole == 0) return;
+    AudioEffectX::setSampleRate(rate); // first: if memory is short below, the next block tries again
     if (whole != hostSampleRate) {
         const bool wasActive = active;
         if (wasActive) Plugin::suspend();
@@ -126,7 +127,6 @@ void VSTPlugin::setSampleRate(float rate)
         Plugin::resume(whole);
         if (!wasActive) Plugin::suspend(); // the chain has seen the rate, and rests as before
     }
-    AudioEffectX::setSampleRate(rate);
 }
 
 uint32_t VSTPlugin::delayForHost() const

@@ -6,9 +6,9 @@ SignalProxy::SignalProxy(Object *sender, const char *signal, Object *receiver, c
                          uint32_t number)
     : Reflected("SignalProxy"), id(number)
 {
-    sender->addChild(this);
     connect(sender, signal, this, "1slotProxyUInt()");
     connect(this, "2sigProxy(uint)", receiver, slot);
+    sender->addChild(this); // last: a constructor that throws leaves no child
 }
 
 std::span<const MetaEntry> SignalProxy::signalTable()
@@ -32,9 +32,9 @@ SignalProxyFloat::SignalProxyFloat(Object *sender, const char *signal, Object *r
                                    uint32_t number)
     : Reflected("SignalProxyFloat"), id(number)
 {
-    sender->addChild(this);
     connect(sender, signal, this, "1slotProxy(float)");
     connect(this, "2sigProxy(uint, float)", receiver, slot);
+    sender->addChild(this); // last: a constructor that throws leaves no child
 }
 
 std::span<const MetaEntry> SignalProxyFloat::signalTable()

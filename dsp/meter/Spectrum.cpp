@@ -54,9 +54,9 @@ void Spectrum::declareParameters()
 void Spectrum::setSampleRate(uint32_t hz)
 {
     if (hz == sampleRate) return;
-    sampleRate = hz;
     setWindowSize(sizeForRate(hz));
     const Util::Hold hold(lock);
+    sampleRate = hz;
     decay = hopDecay();
 }
 
@@ -78,8 +78,13 @@ void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
     if (value == setting) return;
     notifyParameterChanged();
     const Util::Hold choosing(settingLock);
-    setting = value;
-    rebuild();
+    const uint32_t before = setting.exchange(value);
+    try {
+        rebuild();
+    } catch (...) { // memory is short: the setting goes on telling of the analysis that runs
+        setting = before;
+        throw;
+    }
 }
 
 void Spectrum::setStagger(uint32_t samples)
