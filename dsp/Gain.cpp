@@ -30,6 +30,7 @@ uint32_t Gain::process(uint32_t frames, float *left, float *right)
 
 void Gain::setGain(float db)
 {
+    const Util::Hold setting(settingLock);
     if (db == gainDb) return;
     gainDb = std::clamp(db, kGainRangeDb.minimum, kGainRangeDb.maximum);
     gainLinear = gainFactor(gainDb);
