@@ -1,4 +1,5 @@
 #pragma once
+#include <algorithm>
 #include <cstdint>
 #include <vector>
 
@@ -31,7 +32,10 @@ struct EnvelopeGrid {
     uint32_t sampleRate, frames, step;
 
     uint32_t steps() const { return frames / step + (frames % step != 0); }
-    int64_t timeAt(uint32_t frame) const { return startTime + int64_t{frame} * 10000000 / sampleRate; }
+    int64_t timeAt(uint32_t frame) const
+    {
+        return startTime + int64_t{frame} * 10000000 / std::max(sampleRate, 1u);
+    }
 };
 
 /// Holds each value read to within `limit` of the one before; 0 is no limit.

@@ -81,7 +81,8 @@ void Global::setFps(float value)
 
 void Global::setAutomationZipperSamples(float samples)
 {
-    automationZipperSamples = std::clamp(samples, kZipperRange.minimum, kZipperRange.maximum);
+    // in this order no number gives the minimum
+    automationZipperSamples = std::max(kZipperRange.minimum, std::min(samples, kZipperRange.maximum));
 }
 
 void Global::setBypass(bool on)
