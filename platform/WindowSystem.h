@@ -74,6 +74,8 @@ class WindowClient {
 public:
     /// The event's result; nothing leaves it to the system's own reaction.
     virtual std::optional<intptr_t> onEvent(WindowHandle window, const Event &event) = 0;
+    /// Without, the mouse works what lies beneath the window.
+    virtual bool takesMouse() const { return true; }
 
 protected:
     ~WindowClient() = default;

@@ -34,8 +34,8 @@ bool ToolTipControl::isStillOn(Point at) const
 
 void ToolTipControl::onMouse(Point at, bool isMove, uint32_t now)
 {
-    if (!isMove) hideTime.reset();
     if (owner && !(isMove && isStillOn(at))) hide(now);
+    if (!isMove) hideTime.reset(); // also when a tip has just gone: after a click the next waits in full
     arm(at, isMove, now);
 }
 

@@ -151,7 +151,9 @@ WindowHandle OffscreenWindowSystem::windowAt(const Window &window, Point at) con
 {
     for (auto child = window.children.rbegin(); child != window.children.rend(); ++child) {
         const Window &inner = *find(*child);
-        if (inner.visible && inner.place.contains(at)) return windowAt(inner, at - inner.place.corner());
+        if (!inner.visible || !inner.place.contains(at) || (inner.client && !inner.client->takesMouse()))
+            continue;
+        return windowAt(inner, at - inner.place.corner());
     }
     return window.handle;
 }

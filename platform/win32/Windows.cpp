@@ -78,6 +78,7 @@ LRESULT CALLBACK Win32WindowSystem::windowProcedure(HWND window, UINT message, W
     const auto &system = static_cast<Win32WindowSystem &>(windowSystem());
     const auto handle = reinterpret_cast<WindowHandle>(window);
     WindowClient *const client = system.client(handle);
+    if (client && message == WM_NCHITTEST && !client->takesMouse()) return HTTRANSPARENT;
     const auto event = client ? system.translate(window, message, word, number) : std::nullopt;
     try { // the system's own code stands between here and any handler
         if (event)

@@ -12,6 +12,7 @@ public:
 
     void setRow(OptionalIndex textRow);
     void redraw() override;
+    bool takesMouse() const override { return false; }
 
 private:
     void makeBox(int32_t boxWidth, int32_t boxHeight);

@@ -30,8 +30,8 @@ TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, 
     const Platform::FontRef font = source.labelFont();
     if (font && !words.empty()) {
         // The click counts on the words, as far as the label's field has room for them.
-        labelWidth = std::min(Platform::windowSystem().measureText(*font, words).width, place.width);
-        labelWidth = std::max(labelWidth, 1);
+        const std::u16string_view shown = fitting(words, *font, place.width);
+        labelWidth = std::max(Platform::windowSystem().measureText(*font, shown).width, 1);
         if (place.alignment == TextRow::right) x += place.width - labelWidth;
     }
     setGeometry(x, place.y + placeOffset.y, labelWidth, place.height);
