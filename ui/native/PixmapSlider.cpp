@@ -18,6 +18,7 @@ PixmapSlider::PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, cons
                            Apply apply)
     : ValueControl(ownerFrame, parentWindow, windowName, parameterOwner, parameter, apply), images(pictures)
 {
+    value = clampToDisplay(value); // the first refresh writes it back
     if (!images.track) return;
     bottomPixel = std::max(images.track->height - handleHeight(), 1);
     makeCanvas(images.track->width, images.track->height);
@@ -28,14 +29,13 @@ PixmapSlider::PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, cons
 int32_t PixmapSlider::pixelOfValue(float v) const
 {
     const float share = (v - maxValue) / (minValue - maxValue);
-    const float pixel = share * static_cast<float>(bottomPixel - topPixel) + static_cast<float>(topPixel);
-    return std::clamp(static_cast<int32_t>(std::lround(pixel)), topPixel, bottomPixel);
+    return std::clamp(static_cast<int32_t>(std::lround(share * static_cast<float>(bottomPixel))), 0,
+                      bottomPixel);
 }
 
 float PixmapSlider::valueOfPixel(int32_t pixel) const
 {
-    const float share = static_cast<float>(pixel - topPixel) / static_cast<float>(bottomPixel - topPixel);
-    return maxValue + share * (minValue - maxValue);
+    return maxValue + static_cast<float>(pixel) / static_cast<float>(bottomPixel) * (minValue - maxValue);
 }
 
 void PixmapSlider::refresh()

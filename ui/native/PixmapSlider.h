@@ -36,8 +36,7 @@ private:
     int32_t handleHeight() const { return images.handleNormal ? images.handleNormal->height : 0; }
 
     const Images images;
-    const int32_t topPixel = 0; // of the handle's upper edge, as is the next
-    int32_t bottomPixel = 1;
+    int32_t bottomPixel = 1;           // lowest row of the handle's upper edge
     std::optional<int32_t> grabOffset; // from the handle's upper edge to where it is held
     std::optional<float> dragValue;    // from which a fine drag is measured
 };

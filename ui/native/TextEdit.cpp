@@ -157,6 +157,7 @@ bool TextEdit::onKeyDown(uint32_t key, uint32_t mods, bool)
 
 void TextEdit::openEntryBox()
 {
+    if (!handle) return; // the end of the gesture made the host close the editor
     Platform::PromptRequest request;
     request.owner = frame->hostWindow();
     request.centre = frame->windowOrigin() + toFrame({width() / 2, height() / 2});
