@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "PluginBase/Util/Object.h"
+#include "dsp/kernels/FloatState.h"
 
 namespace UI::Native {
 
@@ -27,6 +28,7 @@ public:
         Scope &operator=(const Scope &) = delete;
 
     private:
+        const DSP::FloatState floatState; // gestures compute values that reach the sound
         const std::shared_ptr<Dispatch> state;
     };
 
