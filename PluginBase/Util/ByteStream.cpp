@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <new>
 
 namespace Util {
 
@@ -47,7 +48,9 @@ DataStream &ByteStream::readString(String &text)
 
 DataStream &ByteStream::write(const void *source, uint32_t count)
 {
-    const size_t end = size_t{place} + count;
+    const uint64_t farEnd = uint64_t{place} + count;
+    if (farEnd > UINT32_MAX) throw std::bad_alloc(); // no place beyond can be named
+    const auto end = static_cast<size_t>(farEnd);
     if (end > buffer.size()) {
         if (end > buffer.capacity()) buffer.reserve(std::max(end, buffer.capacity() + buffer.capacity() / 2));
         buffer.resize(end);

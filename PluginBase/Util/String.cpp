@@ -17,6 +17,7 @@ constexpr char kNoBreakSpace = static_cast<char>(160);
 bool isSpace(char c) { return c == ' ' || (c >= 9 && c <= 13) || c == kNoBreakSpace; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
+bool isHexDigit(char c) { return isDigit(c) || (lower(c) >= 'a' && lower(c) <= 'f'); }
 char upper(char c) { return c >= 'a' && c <= 'z' ? static_cast<char>(c - 'a' + 'A') : c; }
 
 bool equal(char a, char b, bool caseSensitive) { return caseSensitive ? a == b : lower(a) == lower(b); }
@@ -63,9 +64,12 @@ Reading readReal(std::string_view text)
     const std::size_t sign = negative || text.starts_with('+') ? 1 : 0;
     std::string_view body = text.substr(sign);
     std::size_t prefix = 0;
-    if (body.size() > 2 && body[0] == '0' && lower(body[1]) == 'x' && body[2] != '-') prefix = 2;
+    if (body.size() > 2 && body[0] == '0' && lower(body[1]) == 'x' && (isHexDigit(body[2]) || body[2] == '.'))
+        prefix = 2;
     body.remove_prefix(prefix);
-    if (body.starts_with('-')) return {0, 0}; // from_chars would take a second sign
+    // from_chars would take a second sign, of the number or of a hexadecimal exponent.
+    if (body.starts_with('-')) return {0, 0};
+    if (prefix != 0) body = body.substr(0, body.find("+-"));
     const auto format = prefix != 0 ? std::chars_format::hex : std::chars_format::general;
     double value = 0;
     const char *bodyEnd = body.data() + body.size();

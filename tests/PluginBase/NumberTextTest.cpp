@@ -62,8 +62,8 @@ TEST(NumberText, ReadsWhatStrtodReadsAndRefusesTheRest)
                              "-1e999", "1e-999", "0x1p-9999", "0x1p9999", "4.9e-324"})
         EXPECT_TRUE(String(text).toDouble(&ok) == std::strtod(text, nullptr) && ok) << text;
     EXPECT_TRUE(String("1,5").toDouble(&ok) == 1.5 && ok);
-    for (const char *text :
-         {"1.5 ", " 1.5", "\xA0.2", "abc", "", "1.5dB", "1,5,", "+-1", "--1", "-", "1e", "0x", "0x-1", "1 2"})
+    for (const char *text : {"1.5 ", " 1.5", "\xA0.2", "abc", "", "1.5dB", "1,5,", "+-1", "--1", "-", "1e",
+                             "0x", "0x-1", "0xinf", "0x4p+-6", "1 2"})
         EXPECT_TRUE(String(text).toDouble(&ok) == 0 && !ok) << text;
     EXPECT_TRUE(std::isnan(String("nan").toDouble()));
 }
