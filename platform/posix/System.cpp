@@ -51,7 +51,7 @@ bool pathExists(const std::string &path) { return access(path.c_str(), F_OK) == 
 
 bool makeDirectory(const std::string &path) { return mkdir(path.c_str(), kDirectoryMode) == 0; }
 
-std::string longPathName(const std::string &path) { return path; }
+std::string longPathName(const std::string &path) { return pathExists(path) ? path : std::string(); }
 
 uint32_t lastError() { return static_cast<uint32_t>(errno); }
 
