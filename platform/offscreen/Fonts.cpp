@@ -81,8 +81,10 @@ void OffscreenFont::chooseSize(FT_Face face, int32_t height)
     const int64_t line = std::max(above + below, 1);
     int64_t pixels = kDefaultEm;
     if (height < 0) pixels = -static_cast<int64_t>(height);
-    if (height > 0) pixels = (static_cast<int64_t>(height) * face->units_per_EM + line / 2) / line;
+    if (height > 0) pixels = static_cast<int64_t>(height) * face->units_per_EM / line;
     em = static_cast<uint32_t>(std::clamp<int64_t>(pixels, 1, kMaxEm));
+    const auto lineAt = [&](uint32_t size) { return scaled(above, size, face) + scaled(below, size, face); };
+    while (height > 0 && em > 1 && lineAt(em) > height) --em; // both parts are rounded up
     lineAscent = scaled(above, em, face);
     lineDescent = scaled(below, em, face);
 }
