@@ -47,8 +47,8 @@ FilterDesign designSection(FilterType type, double alpha)
     const Monic bottom = expand(place(upper), place(lower));
     const Complex reference = evaluate(top, -zero) / evaluate(bottom, -zero);
 
-    return {static_cast<float>(top.c1.re), static_cast<float>(top.c0.re), static_cast<float>(bottom.c1.re),
-            static_cast<float>(bottom.c0.re), 1.0 / squaredMagnitude(reference)};
+    return {static_cast<float>(bottom.c1.re), static_cast<float>(bottom.c0.re),
+            1.0 / squaredMagnitude(reference)};
 }
 
 } // namespace DSP

@@ -5,9 +5,10 @@ namespace DSP {
 enum class FilterType { lowPass, highPass };
 
 /// One second-order section of which a Linkwitz-Riley filter of 4th order cascades two alike:
-/// H(z) = (1 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2). Taps are rounded to 32 bits.
+/// H(z) = (1 + z^-1)^2 / (1 + a1 z^-1 + a2 z^-2) for a low pass, (1 - z^-1)^2 above for a high pass. Taps are rounded
+/// to 32 bits.
 struct FilterDesign {
-    float b1, b2, a1, a2;
+    float a1, a2;
     /// Brings the cascade of both sections to unity at 0 Hz (low pass) or at half the rate (high pass).
     double designGain;
 };

@@ -14,7 +14,6 @@ uint32_t virtualKeyOf(int32_t code)
     };
     static constexpr Row kRows[] = {
         {1, 1, 8},     // back
-        {2, 2, 9},     // tab
         {4, 4, 13},    // return
         {19, 19, 13},  // enter
         {6, 6, 27},    // escape

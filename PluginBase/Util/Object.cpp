@@ -76,7 +76,6 @@ struct Object::Connection {
     const char *member;
     char kind;
     uint32_t index;
-    bool busy;
 };
 
 struct Object::ConnectionList {
@@ -87,27 +86,15 @@ struct Object::ConnectionList {
 
 /// The time of a delivery, which a receiver may also end by throwing.
 struct Object::Delivery {
-    explicit Delivery(ConnectionList *delivered) : list(delivered)
-    {
-        ++list->deliveries;
-        markBusy(true);
-    }
+    explicit Delivery(ConnectionList *delivered) : list(delivered) { ++list->deliveries; }
     ~Delivery()
     {
-        if (--list->deliveries > 0) return;
-        if (list->abandoned)
-            delete list;
-        else
-            markBusy(false);
+        if (--list->deliveries == 0 && list->abandoned) delete list;
     }
     Delivery(const Delivery &) = delete;
     Delivery &operator=(const Delivery &) = delete;
 
 private:
-    void markBusy(bool busy)
-    {
-        for (auto &connection : list->connections) connection->busy = busy;
-    }
     ConnectionList *const list;
 };
 
@@ -184,7 +171,7 @@ void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_
     if (!list) list = std::make_unique<ConnectionList>();
     receiver->senders.reserve(receiver->senders.size() + 1); // no memory: neither side may know it alone
     list->connections.push_back(
-        std::make_unique<Connection>(Connection{receiver, row->signature, kind, index, false}));
+        std::make_unique<Connection>(Connection{receiver, row->signature, kind, index}));
     receiver->senders.push_back(this);
 }
 
@@ -238,11 +225,11 @@ bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
             ++i;
             continue;
         }
-        if (connection.busy || list->deliveries > 0) return false;
+        if (list->deliveries > 0) return false;
         if (connection.receiver) connection.receiver->forgetSender(this);
         rows.erase(rows.begin() + static_cast<ptrdiff_t>(i));
     }
-    if (rows.empty() && list->deliveries == 0) list.reset();
+    if (rows.empty()) list.reset();
     return true;
 }
 

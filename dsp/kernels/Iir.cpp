@@ -7,6 +7,11 @@
 
 namespace DSP {
 
+/// Second-order section: H(z) = (b0 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2).
+struct SectionCoeffs {
+    double b0, b1, b2, a1, a2;
+};
+
 /// Either `sections` is filled or the direct form's taps are. The delay line is flat, as it goes in and out.
 struct IppsIIRState_64f {
     std::vector<SectionCoeffs> sections;
@@ -30,26 +35,30 @@ void runDirect(IppsIIRState_64f &filter, const double *src, double *dst, int len
     }
 }
 
+void runSection(const SectionCoeffs &c, double *z, const double *src, double *dst, int len)
+{
+    double z1 = z[0], z2 = z[1];
+    for (int i = 0; i < len; ++i) {
+        const double x = src[i], y = c.b0 * x + z1;
+        z1 = c.b1 * x - c.a1 * y + z2;
+        z2 = c.b2 * x - c.a2 * y;
+        dst[i] = y;
+    }
+    z[0] = z1;
+    z[1] = z2;
+}
+
 void runCascade(IppsIIRState_64f &filter, const double *src, double *dst, int len)
 {
     double *z = filter.delay.data();
     for (const SectionCoeffs &section : filter.sections) {
-        SectionState<double> state{z[0], z[1]};
-        run(section, state, src, dst, len);
-        z[0] = state.z1;
-        z[1] = state.z2;
+        runSection(section, z, src, dst, len);
         z += 2;
         src = dst;
     }
 }
 
 } // namespace
-
-SectionCoeffs SectionCoeffs::fromTaps(const double *taps)
-{
-    const double a0 = taps[3];
-    return {taps[0] / a0, taps[1] / a0, taps[2] / a0, taps[4] / a0, taps[5] / a0};
-}
 
 VectorStatus ippsIIRInitAlloc_64f(IppsIIRState_64f **state, const double *taps, int order,
                                   const double *delay)
@@ -75,7 +84,10 @@ VectorStatus ippsIIRInitAlloc_BiQuad_64f(IppsIIRState_64f **state, const double 
     if (status != kVectorOk) return status;
 
     auto filter = std::make_unique<IppsIIRState_64f>();
-    for (int i = 0; i < sections; ++i) filter->sections.push_back(SectionCoeffs::fromTaps(taps + 6 * i));
+    for (const double *tap = taps; tap < taps + 6 * sections; tap += 6) {
+        const double a0 = tap[3];
+        filter->sections.push_back({tap[0] / a0, tap[1] / a0, tap[2] / a0, tap[4] / a0, tap[5] / a0});
+    }
     filter->delay.resize(2 * static_cast<size_t>(sections));
     ippsIIRSetDlyLine_64f(filter.get(), delay);
     *state = filter.release();

@@ -6,36 +6,6 @@
 /// Origin  Smith, "Introduction to Digital Filters", chapter 9
 namespace DSP {
 
-/// Second-order section: H(z) = (b0 + b1 z^-1 + b2 z^-2) / (1 + a1 z^-1 + a2 z^-2). A value that anybody may
-/// compute, compare and share.
-struct SectionCoeffs {
-    double b0, b1, b2, a1, a2;
-
-    /// From six taps b0 b1 b2 a0 a1 a2; a0 is divided out.
-    static SectionCoeffs fromTaps(const double *taps);
-};
-
-/// What one section remembers of one stream. V is a channel (double) or a pair of lanes.
-template <class V>
-struct SectionState {
-    V z1{}, z2{};
-};
-
-/// One section over a block; in and out may be the same. Internal linkage, so that a file built for another
-/// instruction set keeps its own copy.
-template <class V>
-static inline void run(const SectionCoeffs &c, SectionState<V> &state, const V *in, V *out, int frames)
-{
-    V z1 = state.z1, z2 = state.z2;
-    for (int i = 0; i < frames; ++i) {
-        const V x = in[i], y = c.b0 * x + z1;
-        z1 = c.b1 * x - c.a1 * y + z2;
-        z2 = c.b2 * x - c.a2 * y;
-        out[i] = y;
-    }
-    state = {z1, z2};
-}
-
 /// A filter with its delay line: one direct form, or a cascade of sections.
 /// Shape   the delay line has `order` values, or two for each section
 /// Thread  one stream at a time; Init and Free allocate, ippsIIR_64f does not
