@@ -30,12 +30,11 @@ void Level::measure(uint32_t frames, const float *leftSamples, const float *righ
 
 void Level::Channel::measure(uint32_t frames, const float *samples)
 {
-    const float loudest =
-        std::max(peak.load(), Kernels::active().block.peak(samples, static_cast<int>(frames)));
-    if (loudest > held || holdCount + frames > kHoldSamples) {
+    const float loudest = Kernels::active().block.peak(samples, static_cast<int>(frames));
+    if (std::max(peak.load(), loudest) > held || holdCount + frames > kHoldSamples) {
         follow(frames, samples);
     } else { // nothing happens to the held peak within this block
-        peak = loudest;
+        if (loudest > peak) peak = loudest;
         holdCount += frames;
     }
 }

@@ -4,7 +4,7 @@
 namespace DSP::Meter {
 
 /// Sample-peak meter of the final output, with a held peak. Linear values.
-/// Thread  measure(): audio. read(): any other; a peak that falls between the read and its clearing is lost.
+/// Thread  measure(): audio. read(): any other; in a block that raises the held peak, what is read may be read once more.
 class Level final : public ComponentImpl<Level> {
 public:
     explicit Level(PluginLink &plugin);
