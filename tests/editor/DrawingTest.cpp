@@ -115,7 +115,7 @@ TEST(Copy, MovesWhatBothImagesHoldAndNothingElse)
                 const uint32_t src = from.wanted(x, y);
                 uint32_t &dst = to.wanted(there.x, there.y);
                 const bool plain = !useAlpha && fade == 0; // the whole word then, its top byte too
-                dst = plain ? src : plainBlend(dst, src, std::min((useAlpha ? src >> 24 : 0u) + fade, 255u));
+                dst = plain ? src : plainBlend(dst, src, std::min((src >> 24) + fade, 255u));
             }
         if (random.chance(0.5)) {
             copyImage(from.surface, source, to.surface, at, useAlpha, fade);

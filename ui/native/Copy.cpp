@@ -32,7 +32,7 @@ void copyPixels(const Pixels &from, Rect source, const SurfaceRef &to, Point at,
             continue;
         }
         for (size_t i = 0; i < columns; ++i) {
-            const uint32_t a = std::min((useAlpha ? src[i] >> 24 : 0) + fade, 255u);
+            const uint32_t a = std::min((src[i] >> 24) + fade, 255u);
             dst[i] = blend(dst[i], src[i], a, inverseAlpha(a));
         }
     }

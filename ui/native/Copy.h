@@ -11,7 +11,7 @@
 /// Errors  an empty image, or nothing left after the cut: nothing happens
 namespace UI::Native {
 
-/// Without `useAlpha` the pixels are taken as opaque, unless `fade` makes them translucent.
+/// Without `useAlpha` and `fade` the words are copied as they are.
 void copyImage(const SurfaceRef &from, const Rect &source, const SurfaceRef &to, Point at, bool useAlpha,
                uint8_t fade);
 

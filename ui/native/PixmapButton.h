@@ -18,6 +18,7 @@ public:
     void setImages(const String &imagePrefix);
 
     void redraw() override;
+    void onGeometryChanged() override { redraw(); } // over another ground
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onMouseUp(Point at, uint32_t mods) override;
     bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
