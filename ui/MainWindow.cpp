@@ -153,7 +153,7 @@ void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t
 
 // The crossover.
 
-void MainWindow::showCutoff(uint32_t cutoff)
+void MainWindow::tellCutoff(uint32_t cutoff)
 {
     const float hz = frame->transform().crossOver()->cutoff(cutoff);
     plugin->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, frame->transform().crossOver(),
@@ -166,7 +166,7 @@ void MainWindow::changeCutoff(uint32_t cutoff, float hz)
     crossOver->setCutoff(cutoff, crossOver->limitCutoff(cutoff, hz, spectrum->minGapOctaves()));
     spectrum->updateCutoffs();
     cutoffEdits[cutoff]->refresh();
-    showCutoff(cutoff);
+    tellCutoff(cutoff);
 }
 
 void MainWindow::slotCutoffDelta(uint32_t cutoff, float delta)
@@ -183,7 +183,7 @@ void MainWindow::slotCutoffReset(uint32_t cutoff)
     crossOver->defaultCutoffsFrom(cutoff, changed, spectrum->minGapOctaves());
     for (const uint32_t k : changed) {
         crossOver->setCutoff(k, DSP::CrossOver::kDefaultCutoffsHz[k]);
-        showCutoff(k);
+        tellCutoff(k);
     }
     spectrum->updateCutoffs();
     for (auto *edit : cutoffEdits) edit->refresh();

@@ -82,7 +82,7 @@ private:
     void followLinkKeys();
     void hideFocusMark(uint32_t now);
     void changeCutoff(uint32_t cutoff, float hz);
-    void showCutoff(uint32_t cutoff);
+    void tellCutoff(uint32_t cutoff);
     /// Gives a panel's bar its colour; false if that is the one it shows.
     bool paintBar(const Rect &bar, uint32_t &shown, uint32_t colour);
     Native::WindowBase *focusedControl() const;

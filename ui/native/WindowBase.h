@@ -87,7 +87,7 @@ public:
     // Signals and slots.
     void sigReceivedFocus() { emitSignal(0); }
     void sigLostFocus() { emitSignal(1); }
-    /// Whenever the user changes the control's value, by key or mouse.
+    /// Whenever the user changes the control's value by a key.
     void sigResetFocusTimer() { emitSignal(2); }
     void slotSetFocus() { setFocus(); }
     static std::span<const MetaEntry> signalTable();
