@@ -23,8 +23,8 @@ def unit(canvas, words, x, field_y):
     canvas.text(words, x, field_y + 10, p.LABEL_FONT, p.SCALE_SIZE, p.QUIET)
 
 
-def tick(canvas, x, row, width=3):
-    canvas.fill(x, row, width, 1, p.QUIET, 0.75)
+def tick(canvas, x, row, width=3, strong=False):
+    canvas.fill(x, row, width, 1, p.LABEL if strong else p.QUIET, 1.0 if strong else 0.75)
 
 
 def spectrum_panel(canvas):
@@ -50,7 +50,7 @@ def output_panel(canvas):
     for step in range(7):
         row = slider_y + slider_row(p.LARGE_TRACK[1], step / 6)
         db = p.GAIN_DB - step * p.GAIN_DB // 3
-        tick(canvas, slider_x - 4, row)
+        tick(canvas, slider_x - 4, row, strong=db == 0)
         scale_text(canvas, f"+{db}" if db > 0 else f"\u2212{-db}" if db else "0", slider_x - 7, row, 1)
     meter_x, meter_y = p.OUTPUT_METER
     inset(canvas, meter_x, meter_y, *p.LARGE_METER[:2])
@@ -71,15 +71,15 @@ def band_panel(canvas, left):
     reduction_x = left + p.BAND_REDUCTION[0]
     inset(canvas, meter_x, meter_y, *p.SMALL_METER[:2])
     inset(canvas, reduction_x, p.BAND_REDUCTION[1], *p.REDUCTION_METER[:2])
-    # One scale serves meter and threshold: both put -60 to 0 dB on the same rows.
-    for db in range(0, -p.METER_DB - 1, -10):
+    for step in range(7):
+        db = -p.METER_DB * step // 6
         row = meter_y + level_row(p.SMALL_METER, db)
-        tick(canvas, meter_x + p.SMALL_METER[0] + 1, row, 2)
+        tick(canvas, meter_x + p.SMALL_METER[0] + 1, row, 1)  # longer ones would read as minus signs
         scale_text(canvas, str(-db), left + 38, row, 0.5)
-        tick(canvas, left + 45, row, 2)
+        tick(canvas, left + 46, p.BAND_SLIDER[1] + slider_row(p.SMALL_TRACK[1], step / 6), 1)
     for db in range(0, -p.REDUCTION_DB - 1, -10):
         row = p.BAND_REDUCTION[1] + reduction_row(db)
-        tick(canvas, reduction_x + p.REDUCTION_METER[0] + 2, row)
+        tick(canvas, reduction_x + p.REDUCTION_METER[0] + 2, row, 2)
         scale_text(canvas, str(-db), reduction_x + p.REDUCTION_METER[0] + 7, row, 0)
     for y, words in zip(p.BAND_FIELD_Y, ("dB", "dB", ": 1", "ms", "ms")):
         inset(canvas, left + p.BAND_FIELD_X, y, *p.SMALL_FIELD)

@@ -52,14 +52,14 @@ struct EditorState {
 void PrintTo(const EditorState &state, std::ostream *out) { *out << state.name; }
 
 const EditorState kStates[] = {
-    {"Opened", 0x741A9E813E53094A, [](StillEditor &) {}},
-    {"AnySettings", 0x469776B89F4A86E6, [](StillEditor &editor) { editor.setAll(1); }},
-    {"MetersAndSpectra", 0x95A569DB07B3C517,
+    {"Opened", 0x966C8C241872DC8C, [](StillEditor &) {}},
+    {"AnySettings", 0xC5CDB597831860F4, [](StillEditor &editor) { editor.setAll(1); }},
+    {"MetersAndSpectra", 0x066765EBAC6206A9,
      [](StillEditor &editor) {
          editor.playMusic();
          editor.tickAfter(0);
      }},
-    {"OverAndReduced", 0x312CDFBB3415AE9E,
+    {"OverAndReduced", 0xE465041FBAEAA7D4,
      [](StillEditor &editor) {
          for (int32_t band = 0; band < 4; ++band) {
              editor.effect.set(10 + band, 0.3f); // thresholds
@@ -70,54 +70,54 @@ const EditorState kStates[] = {
          editor.play(Signals::hostile(1, HostedEffect::kRate, 20000));
          editor.tickAfter(0);
      }},
-    {"AtRestAgain", 0x9E43900031948910,
+    {"AtRestAgain", 0x67C7C1E55A80E6A6,
      [](StillEditor &editor) {
          editor.playMusic();
          editor.tickAfter(0);
          editor.play(Signals::silence(44100));
          for (int i = 0; i < 60; ++i) editor.tickAfter(MainWindow::kMinRenderMs + 2);
      }},
-    {"LowRate", 0xC8F2C4E21B48A52A,
+    {"LowRate", 0x1F4D31C8DE4403D0,
      [](StillEditor &editor) {
          editor.effect.switchOff();
          editor.effect.dispatch(effSetSampleRate, 0, 0, nullptr, 22050.0f);
          editor.effect.switchOn();
          editor.mainWindow().slotUpdateAll();
      }},
-    {"SliderHeld", 0xCEC41F2E14B3D9B1,
+    {"SliderHeld", 0x39282111CB17C99F,
      [](StillEditor &editor) {
          editor.hold("output slider", {2, -11});
      }},
-    {"FieldDragged", 0xE881AACE722FC0B4,
+    {"FieldDragged", 0x95BEB8BE8D0689C2,
      [](StillEditor &editor) {
          editor.hold("low cutoff", {4, -9});
          editor.desk->release();
      }},
-    {"CutoffHeld", 0xFBBC892D7FF94E0A,
+    {"CutoffHeld", 0x4161D1C2864D6DF4,
      [](StillEditor &editor) {
          const int32_t x = 14 + UI::Native::SpectrumAxis(377, 167).column(2000.0f); // the middle line
          editor.desk->moveTo({x, 100});
          editor.desk->press();
          editor.desk->moveTo({x - 20, 60});
      }},
-    {"SwitchHeld", 0x1E7F039835F6EB3E,
+    {"SwitchHeld", 0xA03224EEDFF80E98,
      [](StillEditor &editor) {
          editor.hold("solo 2", {0, 0});
      }},
-    {"SoloAndBypass", 0x6B0F52F1DD02A4EC,
+    {"SoloAndBypass", 0x69BE67B1B8EF48C2,
      [](StillEditor &editor) {
          editor.click("solo 2");
          editor.click("bypass 3");
          editor.click("limiter bypass");
      }},
-    {"Boxes", 0xAA2DBB0079991572,
+    {"Boxes", 0x7FDC047C59AD3538,
      [](StillEditor &editor) {
          for (const char *box : {"spectrum on input", "brickwall", "band link"}) editor.click(box);
      }},
-    {"FocusOnSlider", 0x1B139D7F1E989CB1, [](StillEditor &editor) { editor.tabs(1); }},
-    {"FocusOnField", 0x77234A1F10687266, [](StillEditor &editor) { editor.tabs(3); }},
-    {"FocusOnSwitch", 0x23442B4107887D47, [](StillEditor &editor) { editor.tabs(6); }},
-    {"ToolTip", 0x5BDA09559028D964,
+    {"FocusOnSlider", 0x3EB52362D9FD59AF, [](StillEditor &editor) { editor.tabs(1); }},
+    {"FocusOnField", 0x5939661E2693153C, [](StillEditor &editor) { editor.tabs(3); }},
+    {"FocusOnSwitch", 0x55F37875E4D14069, [](StillEditor &editor) { editor.tabs(6); }},
+    {"ToolTip", 0x03DB52FF9EE03976,
      [](StillEditor &editor) {
          editor.desk->moveTo(control("solo 2").centre());
          for (int i = 0; i < 3; ++i) editor.tickAfter(700);
