@@ -1,57 +1,45 @@
-#include <algorithm>
-#include <bit>
+#include "tests/driver/ChunkDamage.h"
+#include "tests/driver/Playing.h"
+#include "tests/fuzz/Seeds.h"
 
-#include "tests/fuzz/ChunkInput.h"
-#include "tests/fuzz/FuzzedEffect.h"
-
-// Hands chunks to the effect. A refused one may change nothing at all, a taken one must leave the effect sound.
+// Hands damaged chunks to the effect. A refused one may change nothing at all, a taken one must leave the effect sound.
 
 namespace {
 
-constexpr size_t kLongTail = 420000; // bytes; the longest image with the longest name has 400008
-
-bool sameBits(const std::vector<float> &a, const std::vector<float> &b)
-{
-    return std::ranges::equal(a, b, {}, std::bit_cast<uint32_t, float>, std::bit_cast<uint32_t, float>);
-}
-
-void requireRefusal(const LoadedEffect &effect, const Bytes &chunk, int32_t size, bool isPreset)
-{
-    Bytes copy = chunk;
-    require(effect.dispatch(effSetChunk, isPreset, size, copy.data()) == 0, "a negative size is refused");
-}
-
-void requireSoundness(FuzzedEffect &effect, bool isPreset, bool listen)
-{
-    effect.requireFiniteParameters();
-    const Bytes taken = effect.chunk();
-    require(effect.setChunk(taken, isPreset), "what was taken can be saved and loaded");
-    require(effect.chunk() == taken, "what was taken stays the same when saved and loaded");
-    if (!listen) return;
-    effect.requireTextsThatFit();
-    effect.requireFiniteSound();
-}
+/// The one effect for all inputs, switched on and with every parameter away from its default. It begins each with
+/// the same chunk: what an input finds must not depend on those before it.
+struct Subject {
+    Subject()
+    {
+        Random random(1);
+        for (int32_t i = 0; i < effect.record()->numParams; ++i)
+            effect.record()->setParameter(effect.record(), i, random.real(0.1, 0.9));
+        start = effect.chunk();
+    }
+    DrivenEffect effect{0};
+    const ChunkDamage damage{effect};
+    DrivenEffect::Bytes start;
+};
 
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
-    if (size == 0) return 0;
-    FuzzedEffect &effect = FuzzedEffect::instance();
-    const uint8_t how = data[0];
-    Bytes chunk(data + 1, data + size);
-    if (how & withLongTail) chunk.resize(chunk.size() + kLongTail, 'x');
+    static Subject subject;
+    const DrivenEffect &effect = subject.effect;
+    effect.require(effect.setChunk(subject.start, false), "the effect takes its own chunk");
+    effect.require(effect.chunk() == subject.start, "a chunk comes back as it was loaded");
 
-    effect.reset();
-    const std::vector<float> parameters = effect.parameters();
-    const bool isPreset = how & asPreset;
-    if (how & withNegativeSize)
-        requireRefusal(effect.loaded(), chunk, -static_cast<int32_t>(size), isPreset);
-    else if (effect.setChunk(chunk, isPreset)) {
-        requireSoundness(effect, isPreset, how & thenListen);
-        return 0;
+    DrivenEffect::Bytes chunk = subject.start;
+    Random random(0);
+    for (const uint32_t seed : seedsOf(data, size)) {
+        random = Random(seed);
+        subject.damage.change(chunk, random);
     }
-    require(sameBits(parameters, effect.parameters()), "a refused chunk changes no parameter");
-    require(effect.chunk() == effect.startChunk(), "a refused chunk changes nothing that is saved");
+    if (!effect.offer(chunk, random.chance(0.5)) || !random.chance(1.0 / 32)) return 0;
+    effect.requireTextsThatFit();
+    effect.switchTo(false); // the sound begins in a chain without a past
+    effect.switchTo(true);
+    playBlock(subject.effect, random);
     return 0;
 }

@@ -2,17 +2,7 @@
 #include <atomic>
 
 #include "tests/realtime/PlayedEffect.h"
-#include "tests/realtime/Watch.h"
-
-/// What audio threads have done in their steady state.
-struct Figures {
-    Watch::Counts counts;
-    Watch::Way way = Watch::Way::none;
-    bool controlsFound = true; // by each of the threads
-    uint64_t threads = 0, blocks = 0, frames = 0, valuesSet = 0;
-    uint64_t bypassedBlocks = 0; // went past the chain
-    uint64_t waitingBlocks = 0;  // met a lock that another thread had
-};
+#include "tests/realtime/Report.h"
 
 /// Plays until told to stop, block after block without a pause, so that threads meet far more often than in a
 /// host, and watches itself while the effect is at work.
@@ -33,12 +23,12 @@ public:
     bool isWarm() const { return warm; }
 
 private:
-    void playWatched(int32_t frames);
-    void play(int32_t frames, bool adds);
+    void playWatched(uint32_t frames);
+    void play(Audio &sound, bool adds);
 
     PlayedEffect &effect;
-    Signals::Random random;
+    Random random;
     Figures &figures;
     std::atomic<bool> warm = false;
-    float channels[4][PlayedEffect::kMostFrames];
+    float left[PlayedEffect::kMostFrames] = {}, right[PlayedEffect::kMostFrames] = {};
 };

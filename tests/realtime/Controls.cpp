@@ -20,7 +20,7 @@ bool tookMemory(const Counts &counts) { return counts.allocations > 0 && counts.
 template <long number>
 bool madeCall(const Counts &counts)
 {
-    return counts.callsElsewhere == 1 && counts.otherCalls[number] == 1;
+    return counts.callsElsewhere == 1 && counts.sights[0].number == number;
 }
 
 void *alignedInto()
@@ -46,7 +46,7 @@ constexpr Plant kPlants[] = {
     {"operator new", [] { return ::operator new(100); }, tookMemory},
     {"operator new, aligned", [] { return ::operator new(100, kAlignment); }, tookMemory},
     {"memory from the system", [] { return malloc(64 << 20); },
-     [](const Counts &counts) { return tookMemory(counts) && counts.otherCalls[SYS_mmap] > 0; }},
+     [](const Counts &counts) { return tookMemory(counts) && counts.sights[1].number == SYS_mmap; }},
     {"clock_gettime by its number",
      []() -> void * {
          timespec now;

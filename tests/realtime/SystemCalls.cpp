@@ -40,11 +40,9 @@ void onTrap(int, siginfo_t *info, void *context)
 {
     const char gate = std::exchange(thread.gate, Thread::kLet);
     const long number = info->si_syscall;
-    const auto index = static_cast<size_t>(number);
-    if (Counts *const counts = thread.counts; counts && index < Counts::kCalls) {
+    if (Counts *const counts = thread.counts) {
         const bool ofLock = thread.lockDepth > 0;
         ++(ofLock ? counts->callsOfLocks : counts->callsElsewhere);
-        ++(ofLock ? counts->lockCalls : counts->otherCalls)[index];
         if (!ofLock) saw("system call", number);
     }
     auto &registers = static_cast<ucontext_t *>(context)->uc_mcontext.gregs;

@@ -1,6 +1,5 @@
 #pragma once
 #include <array>
-#include <cstddef>
 #include <cstdint>
 
 /// Sees what may keep a thread waiting: memory asked for or given back, locks that another thread has, and
@@ -19,21 +18,16 @@ struct Sight {
 };
 
 struct Counts {
-    static constexpr size_t kCalls = 512; // above the highest number of a system call
-
     uint64_t allocations = 0, releases = 0;
     uint64_t locks = 0;        // entries into the platform's lock
     uint64_t waits = 0;        // of these: made a system call, as another thread had the lock
     uint64_t wakes = 0;        // left a lock that another thread slept for
     uint64_t callsOfLocks = 0; // system calls inside of these two, and all others
     uint64_t callsElsewhere = 0;
-    std::array<uint64_t, kCalls> lockCalls = {}, otherCalls = {}; // the same by number
-    std::array<Sight, 8> sights = {};                             // of all that is no lock's
+    std::array<Sight, 8> sights = {}; // of all that is no lock's, once for each place
     uint32_t sightCount = 0;
 
     bool isQuiet() const { return allocations == 0 && releases == 0 && callsElsewhere == 0; }
-    void see(const Sight &sight); // once for each place
-    void add(const Counts &other);
 };
 
 /// How the kernel is made to hand over system calls.

@@ -1,15 +1,14 @@
+#include <charconv>
 #include <chrono>
+#include <cinttypes>
 #include <cstdio>
-#include <cstdlib>
-#include <limits>
-#include <optional>
+#include <cstring>
+#include <map>
 #include <string_view>
 #include <thread>
 
-#include "tests/soak/AudioThread.h"
-#include "tests/soak/AutomationThread.h"
-#include "tests/soak/Journal.h"
-#include "tests/soak/Project.h"
+#include "tests/driver/Playing.h"
+#include "tests/driver/Project.h"
 
 // Uses many effects at random, as a host with several threads does, until the time is over. All choices come
 // from the seed; how the threads meet does not, so that the same choices in one thread can be had as well.
@@ -20,68 +19,48 @@ using Clock = std::chrono::steady_clock;
 
 constexpr uint32_t kGroup = 5; // effects to an audio thread
 
-struct Wishes {
-    double seconds = 60;
-    uint64_t seed = 1, instances = 20, steps = std::numeric_limits<uint64_t>::max();
-    bool replays = false;
-};
+std::map<std::string_view, uint64_t> wishes = {
+    {"--seconds", 60}, {"--seed", 1}, {"--instances", 20}, {"--steps", UINT64_MAX}, {"--replay", 0}};
 
-std::optional<Wishes> read(int count, char **arguments)
+bool readWishes(int count, char **arguments)
 {
-    Wishes wishes;
     for (int i = 1; i < count; ++i) {
-        const std::string_view name = arguments[i];
-        if (name == "--replay") {
-            wishes.replays = true;
-            continue;
-        }
-        if (++i == count) return std::nullopt;
-        char *end = nullptr;
-        if (name == "--seconds")
-            wishes.seconds = std::strtod(arguments[i], &end);
-        else if (name == "--seed")
-            wishes.seed = std::strtoull(arguments[i], &end, 10);
-        else if (name == "--instances")
-            wishes.instances = std::strtoull(arguments[i], &end, 10);
-        else if (name == "--steps")
-            wishes.steps = std::strtoull(arguments[i], &end, 10);
-        if (!end || *end != '\0') return std::nullopt;
+        const auto wish = wishes.find(arguments[i]);
+        if (wish == wishes.end()) return false;
+        const char *const value = wish->first == "--replay" ? "1" : i + 1 < count ? arguments[++i] : "";
+        const char *const end = value + std::strlen(value);
+        if (std::from_chars(value, end, wish->second).ptr != end || value == end) return false;
     }
-    if (wishes.instances < 1 || wishes.instances > 1000 || wishes.seconds <= 0) return std::nullopt;
-    return wishes;
+    return wishes["--instances"] >= 1 && wishes["--instances"] <= 1000;
 }
 
 class Soak {
 public:
-    explicit Soak(const Wishes &wanted)
-        : wishes(wanted),
-          studio(wanted.seed, static_cast<uint32_t>(wanted.instances)),
-          project(studio, wanted.seed * 1000, wanted.replays),
-          automation(studio, wanted.seed * 1000 + 2)
+    Soak()
     {
         for (uint32_t first = 0; first < studio.size(); first += kGroup)
-            groups.emplace_back(studio, wanted.seed * 1000 + 3 + first, first,
-                                std::min(first + kGroup, studio.size()));
+            groups.emplace_back(seed + 3 + first);
     }
 
     void run()
     {
-        if (wishes.replays) return runInOneThread();
+        if (wishes["--replay"]) return runInOneThread();
         std::vector<std::jthread> threads;
-        for (AudioThread &group : groups) threads.emplace_back([&] { repeat(group); });
-        threads.emplace_back([&] { repeat(automation); });
-        while (!isOver()) project.step();
+        for (size_t i = 0; i < groups.size(); ++i)
+            threads.emplace_back([this, i] { repeat([this, i] { playGroup(i); }); });
+        threads.emplace_back([this] { repeat([this] { automateOne(); }); });
+        while (!isOver()) work();
         ended = true;
     }
 
 private:
-    bool isOver() const { return Clock::now() >= end || Journal::counts.windowSteps >= wishes.steps; }
+    bool isOver() const { return Clock::now() >= end || Journal::steps.count >= mostSteps; }
 
-    template <class Thread>
-    void repeat(Thread &thread)
+    template <class Act>
+    void repeat(Act act)
     {
         while (!ended) {
-            thread.step();
+            act();
             std::this_thread::sleep_for(
                 std::chrono::milliseconds(10)); // a host's threads leave each other room
         }
@@ -89,19 +68,32 @@ private:
     void runInOneThread()
     {
         while (!isOver()) {
-            project.step();
-            automation.step();
-            for (AudioThread &group : groups) group.step();
+            work();
+            automateOne();
+            for (size_t i = 0; i < groups.size(); ++i) playGroup(i);
         }
     }
 
-    const Wishes wishes;
-    const Clock::time_point end = Clock::now() + std::chrono::duration_cast<Clock::duration>(
-                                                     std::chrono::duration<double>(wishes.seconds));
-    Studio studio;
-    Project project;
-    AutomationThread automation;
-    std::vector<AudioThread> groups;
+    // The threads, a turn each.
+    void work() { project.step(Random(window.next())); }
+    void automateOne()
+    {
+        DrivenEffect &effect = studio.effect(automation.below(studio.size()));
+        automate(effect, Random(automation.next()));
+    }
+    void playGroup(size_t group)
+    {
+        const auto first = static_cast<uint32_t>(group) * kGroup;
+        for (uint32_t i = first; i < std::min(first + kGroup, studio.size()); ++i)
+            playBlock(studio.effect(i), Random(groups[group].next()));
+    }
+
+    const uint64_t seed = wishes["--seed"] * 1000, mostSteps = wishes["--steps"];
+    const Clock::time_point end = Clock::now() + std::chrono::seconds(wishes["--seconds"]);
+    Studio studio{static_cast<uint32_t>(wishes["--instances"])};
+    Project project{studio, wishes["--replay"] != 0};
+    Random window{seed}, automation{seed + 2};
+    std::vector<Random> groups;
     std::atomic<bool> ended = false;
 };
 
@@ -109,22 +101,19 @@ private:
 
 int main(int count, char **arguments)
 {
-    const std::optional<Wishes> wishes = read(count, arguments);
-    if (!wishes) {
+    if (!readWishes(count, arguments)) {
         std::fprintf(
             stderr,
             "usage: tessarine_soak [--seconds N] [--seed S] [--instances K] [--replay] [--steps N]\n");
         return 2;
     }
-    std::printf("  seed %llu, %llu instances\n", static_cast<unsigned long long>(wishes->seed),
-                static_cast<unsigned long long>(wishes->instances));
+    const auto instances = static_cast<uint32_t>(wishes["--instances"]);
+    std::printf("  seed %" PRIu64 ", %" PRIu32 " instances\n", wishes["--seed"], instances);
     std::fflush(stdout);
-    Journal::begin(wishes->seed, static_cast<uint32_t>(wishes->instances));
+    Journal::begin(wishes["--seed"], instances);
     const auto start = Clock::now();
-    {
-        Soak soak(*wishes);
-        soak.run();
-    }
-    Journal::print(std::chrono::duration<double>(Clock::now() - start).count());
+    Soak().run();
+    std::printf("  %.0f seconds\n", std::chrono::duration<double>(Clock::now() - start).count());
+    Journal::print();
     return 0;
 }

@@ -5,18 +5,19 @@
 #include <vector>
 
 #include "host/VSTPlugin.h"
+#include "tests/driver/Journal.h"
 
 /// One of a host's effects, and the host as this effect sees it. As hosts do, it plays and automates while the
 /// window thread works on it, but not while that loads the effect or changes its rate or channels.
 /// Thread  play and automate on their threads under `playing` and `automating`; everything else the window's,
 ///         where the host's answer may act
-class SoakedEffect {
+class DrivenEffect {
 public:
     using Bytes = std::vector<uint8_t>;
 
-    explicit SoakedEffect(uint32_t number);
-    ~SoakedEffect();
-    SoakedEffect(const SoakedEffect &) = delete;
+    explicit DrivenEffect(uint32_t ownNumber) : number(ownNumber) { load(); }
+    ~DrivenEffect() { unload(); }
+    DrivenEffect(const DrivenEffect &) = delete;
 
     /// Neither sound nor automation, until it goes.
     using Still = std::scoped_lock<std::mutex, std::mutex>;
@@ -32,12 +33,19 @@ public:
     {
         return effect->dispatcher(effect, opcode, index, value, ptr, opt);
     }
+    void switchTo(bool on) const { dispatch(effMainsChanged, 0, on); }
     Bytes chunk() const;
     bool setChunk(Bytes chunk, bool isPreset) const;
+    /// Hands over a chunk that may be damaged. If the effect refuses it, nothing at all may change; if it does not,
+    /// the effect must be sound. True if taken.
+    bool offer(const Bytes &chunk, bool isPreset) const;
     bool hasOpenEditor() const;
-    bool isEditing() const;
+
+    void require(bool holds, const char *what) const { Journal::require(holds, what, number); }
+    /// While nobody touches it.
     void requireRest() const;
     void requireFiniteParameters() const;
+    void requireTextsThatFit() const;
 
     const uint32_t number;
     std::atomic<int32_t> inputs = 2, outputs = 2; // channels that the host connects
@@ -48,6 +56,8 @@ private:
     static intptr_t callback(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
                              float opt);
     void hearEdit(int32_t opcode, int32_t index, float value);
+    std::vector<float> parameters() const;
+    bool allGesturesEnded() const;
 
     AEffect *effect = nullptr;
     std::vector<int> gestures; // begun and not ended, by parameter

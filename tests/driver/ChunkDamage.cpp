@@ -1,0 +1,68 @@
+#include "tests/driver/ChunkDamage.h"
+
+#include <algorithm>
+#include <cstring>
+
+#include "dsp/ParameterAccess.h"
+
+using Bytes = DrivenEffect::Bytes;
+
+template <class V>
+static void put(Bytes &chunk, size_t place, V value)
+{
+    if (place + sizeof value <= chunk.size()) std::memcpy(chunk.data() + place, &value, sizeof value);
+}
+
+template <class V>
+void ChunkDamage::place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields)
+{
+    using Access = DSP::ParameterAccess<V>;
+    for (uint32_t i = 0; i < Access::count(component); ++i) {
+        if (!Access::isSaved(component, i)) continue;
+        fields.push_back(name);
+        name += bytes;
+    }
+}
+
+ChunkDamage::ChunkDamage(const DrivenEffect &effect) : sound(effect.chunk())
+{
+    for (const DSP::Component *component : effect.plugin().componentList()) {
+        place<float>(*component, 4, words);
+        place<bool>(*component, 1, flags);
+        place<uint32_t>(*component, 4, integers);
+        words.push_back(name); // bytes of the component's own state
+        name += 4;
+    }
+    words.push_back(name);
+}
+
+void ChunkDamage::change(Bytes &chunk, Random &random) const
+{
+    if (chunk.size() < name || random.chance(0.1)) chunk = sound;
+    const auto size = static_cast<uint32_t>(chunk.size());
+    switch (random.below(12)) {
+    case 0: chunk[random.below(size)] ^= static_cast<uint8_t>(1u << random.below(8)); break;
+    case 1: put(chunk, random.below(size), anyWord(random)); break;
+    case 2: chunk.resize(random.below(size)); break;
+    case 3: chunk.resize(size + random.below(300)); break;
+    case 4: chunk.insert(chunk.end(), sound.begin(), sound.end()); break;
+    case 5: rename(chunk, random); break;
+    case 6: put(chunk, random.pick(flags), static_cast<uint8_t>(random.next())); break;
+    case 7: put(chunk, random.pick(words), anyWord(random)); break;
+    case 8: put(chunk, random.pick(words), random.real(-100, 20000)); break;
+    case 9: // rarely, as spectra are set up anew for it, or more than the longest chunk is copied
+        if (random.chance(0.2)) put(chunk, random.pick(integers), anyWord(random));
+        if (random.chance(0.02)) chunk.resize(size + 420000, 'x');
+        break;
+    default: put(chunk, random.pick(words), anyReal(random));
+    }
+    if (random.chance(0.6)) std::copy_n(sound.begin(), std::min(kHeader, chunk.size()), chunk.begin());
+}
+
+void ChunkDamage::rename(Bytes &chunk, Random &random) const
+{
+    const uint32_t length = random.below(random.chance(0.5) ? 40 : 400);
+    put(chunk, name, length);
+    chunk.resize(name + sizeof length);
+    for (uint32_t i = 0; i < length; ++i) chunk.push_back(static_cast<uint8_t>(random.next()));
+}

@@ -1,0 +1,24 @@
+#pragma once
+#include "tests/driver/Choices.h"
+#include "tests/driver/DrivenEffect.h"
+
+/// Damages chunks by their fields: with bytes changed at random nearly all would fail at the header, and nothing
+/// behind it would be tried.
+class ChunkDamage {
+public:
+    /// For the chunks of effects like this one.
+    explicit ChunkDamage(const DrivenEffect &effect);
+    void change(DrivenEffect::Bytes &chunk, Random &random) const;
+
+private:
+    template <class V>
+    void place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields);
+    void rename(DrivenEffect::Bytes &chunk, Random &random) const;
+
+    static constexpr size_t kHeader =
+        4 * sizeof(uint32_t); // bytes of the image, magic, version, bytes of the image
+    const DrivenEffect::Bytes sound;
+    std::vector<size_t> words = {0, 4, 8, 12}, integers,
+                        flags; // offsets in bytes; the words are sizes and reals
+    size_t name = kHeader;     // offset of its length; the name ends the chunk
+};
