@@ -17,18 +17,18 @@ void playBlock(DrivenEffect &effect, Random random)
     AEffect *const record = effect.record();
     if (!record) return;
     const uint32_t longest = random.pick(std::array{64u, 256u, 512u, 512u, 1024u, 8192u});
-    const uint32_t frames = random.chance(0.01) ? 0 : 1 + random.below(longest);
+    const uint32_t frames = 1 + random.below(longest);
     const int32_t told =
-        frames > 0 ? static_cast<int32_t>(frames) : random.pick(std::array{0, -1, INT32_MIN});
+        random.chance(0.01) ? random.pick(std::array{0, -1, INT32_MIN}) : static_cast<int32_t>(frames);
     Audio in = anySound(random, frames), out = {std::vector(frames, 0.25f), std::vector(frames, 0.25f)};
     // A bypassed effect hands it on; none may make more of it.
-    const uint32_t oddAt = frames > 0 && random.chance(0.005) ? random.below(frames) : UINT32_MAX;
+    const uint32_t oddAt = random.chance(0.005) ? random.below(frames) : UINT32_MAX;
     if (oddAt < frames) in.left[oddAt] = random.pick(kOddReals);
 
     // Where the effect writes nothing and is to write in place, an odd sample may stay.
     const bool inPlace = random.chance(0.5) && oddAt >= frames;
     float *channels[] = {in.left.data(), in.right.data(), out.left.data(), out.right.data()};
-    if (random.chance(0.01)) channels[random.below(4)] = nullptr;
+    if (random.chance(0.03)) channels[random.below(4)] = nullptr;
     float **const inputs = random.chance(0.005) ? nullptr : channels;
     float **const outputs = random.chance(0.005) ? nullptr : channels + (inPlace ? 0 : 2);
     (random.chance(0.1) ? record->process : record->processReplacing)(record, inputs, outputs, told);
@@ -55,7 +55,8 @@ void automate(DrivenEffect &effect, Random random)
     case 4: effect.dispatch(effGetParamName, index, 0, text); return;
     case 5:
         return effect.require(std::isfinite(record->getParameter(record, index)), "parameters are finite");
-    case 6: return record->setParameter(record, index, anyReal(random));
-    default: record->setParameter(record, index, random.real(-0.1, 1.1)); Journal::valuesSet.add();
+    default:
+        record->setParameter(record, index, random.chance(0.3) ? anyReal(random) : random.real(-0.1, 1.1));
+        Journal::valuesSet.add();
     }
 }

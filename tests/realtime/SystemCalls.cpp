@@ -1,4 +1,5 @@
 #include <csignal>
+#include <cstddef>
 #include <execinfo.h>
 #include <linux/filter.h>
 #include <linux/seccomp.h>
