@@ -100,7 +100,8 @@ intptr_t AudioEffectX::dispatchPrograms(int32_t opcode, int32_t index, intptr_t 
     case effBeginSetProgram: return beginSetProgram();
     case effEndSetProgram: return endSetProgram();
     case effBeginLoadBank: return ptr ? beginLoadBank(ptr) : 0;
-    default: return ptr ? beginLoadProgram(ptr) : 0;
+    case effBeginLoadProgram: return ptr ? beginLoadProgram(ptr) : 0;
+    default: return 0;
     }
 }
 
@@ -121,7 +122,8 @@ intptr_t AudioEffectX::dispatchConnections(int32_t opcode, int32_t index, intptr
         return getSpeakerArrangement(pointerIn<VstSpeakerArrangement *>(value),
                                      static_cast<VstSpeakerArrangement **>(ptr));
     case effSetBypass: return setBypass(value != 0);
-    default: return setPanLaw(static_cast<int32_t>(value), opt);
+    case effSetPanLaw: return setPanLaw(static_cast<int32_t>(value), opt);
+    default: return 0;
     }
 }
 
@@ -133,7 +135,8 @@ intptr_t AudioEffectX::dispatchOffline(int32_t opcode, int32_t index, intptr_t v
     case effOfflineNotify: return offlineNotify(static_cast<VstAudioFile *>(ptr), count, index != 0);
     case effOfflinePrepare: return offlinePrepare(static_cast<VstOfflineTask *>(ptr), count);
     case effOfflineRun: return offlineRun(static_cast<VstOfflineTask *>(ptr), count);
-    default: return processVariableIo(static_cast<VstVariableIo *>(ptr));
+    case effProcessVarIo: return processVariableIo(static_cast<VstVariableIo *>(ptr));
+    default: return 0;
     }
 }
 
@@ -154,7 +157,8 @@ intptr_t AudioEffectX::dispatchSelfDescription(int32_t opcode, int32_t index, vo
         return ptr ? getParameterProperties(index, static_cast<VstParameterProperties *>(ptr)) : 0;
     case effKeysRequired: return !keysRequired();
     case effGetVstVersion: return getVstVersion();
-    default: return text ? getNextShellPlugin(text) : 0;
+    case effShellGetNextPlugin: return text ? getNextShellPlugin(text) : 0;
+    default: return 0;
     }
 }
 
@@ -164,7 +168,8 @@ intptr_t AudioEffectX::dispatchKeys(int32_t opcode, int32_t index, intptr_t valu
     switch (opcode) {
     case effEditKeyDown: return editor->onKeyDown(key);
     case effEditKeyUp: return editor->onKeyUp(key);
-    default: return editor->setKnobMode(static_cast<int32_t>(value));
+    case effSetEditKnobMode: return editor->setKnobMode(static_cast<int32_t>(value));
+    default: return 0;
     }
 }
 
@@ -176,7 +181,8 @@ intptr_t AudioEffectX::dispatchMidiPrograms(int32_t opcode, int32_t channel, voi
     case effGetMidiProgramCategory:
         return getMidiProgramCategory(channel, static_cast<MidiProgramCategory *>(ptr));
     case effHasMidiProgramsChanged: return hasMidiProgramsChanged(channel);
-    default: return getMidiKeyName(channel, static_cast<MidiKeyName *>(ptr));
+    case effGetMidiKeyName: return getMidiKeyName(channel, static_cast<MidiKeyName *>(ptr));
+    default: return 0;
     }
 }
 

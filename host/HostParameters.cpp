@@ -1,5 +1,6 @@
 #include <cmath>
 #include <iterator>
+#include <type_traits>
 
 #include "dsp/ParameterAccess.h"
 #include "dsp/kernels/Math.h"
@@ -59,64 +60,57 @@ constexpr const char *kHostNames[] = {
 constexpr uint32_t kLongestName = 23, kLongestShortName = 15, kLongestDisplay = 23;
 constexpr int32_t kDisplayDecimals = 2;
 
+/// What `work` gives for the type of the parameter's value.
+template <class Work>
+auto withKind(ParamKind kind, Work work)
+{
+    switch (kind) {
+    case ParamKind::real: return work.template operator()<float>();
+    case ParamKind::boolean: return work.template operator()<bool>();
+    default: return work.template operator()<uint32_t>();
+    }
+}
+
 // Linear between the bounds, in double, which holds a float and a uint32_t exactly.
 template <class V>
-double numberToHost(V value, DSP::Range<V> range)
+double toHost(V value, DSP::Range<V> range)
 {
     const double low = range.minimum, high = range.maximum;
     return (value - low) / (high - low);
 }
 
 template <class V>
-double hostToNumber(double h, DSP::Range<V> range)
+V fromHost(double h, DSP::Range<V> range)
 {
-    const double low = range.minimum, high = range.maximum;
-    return low + h * (high - low);
+    const double low = range.minimum, high = range.maximum, number = low + h * (high - low);
+    if constexpr (std::is_same_v<V, float>)
+        return static_cast<float>(number);
+    else
+        return static_cast<V>(DSP::Math::roundHalfAwayFromZero(number));
 }
-
-double boolToHost(bool value) { return value ? 1.0 : 0.0; }
-
-bool hostToBool(double h) { return h >= 0.5; }
 
 /// Present value in host terms.
 double hostValue(const HostParam &param)
 {
-    const DSP::Component &component = *param.component;
-    const uint32_t i = param.index;
-    switch (param.kind) {
-    case ParamKind::real: return numberToHost(component.floatParamValue(i), component.floatParamRange(i));
-    case ParamKind::boolean: return boolToHost(component.boolParamValue(i));
-    case ParamKind::integer: return numberToHost(component.intParamValue(i), component.intParamRange(i));
-    }
-    return 0.0;
+    return withKind(param.kind, [&]<class V>() {
+        using Access = DSP::ParameterAccess<V>;
+        return toHost(Access::value(*param.component, param.index),
+                      Access::range(*param.component, param.index));
+    });
 }
 
 /// Sets the parameter if that changes it; true if it did.
 bool setFromHost(const HostParam &param, double h)
 {
-    DSP::Component &component = *param.component;
-    const uint32_t i = param.index;
-    switch (param.kind) {
-    case ParamKind::real: {
-        const float value = static_cast<float>(hostToNumber(h, component.floatParamRange(i)));
-        if (!std::isfinite(value) || value == component.floatParamValue(i)) return false;
-        component.setFloatParamValue(i, value);
+    return withKind(param.kind, [&]<class V>() {
+        using Access = DSP::ParameterAccess<V>;
+        const V value = fromHost(h, Access::range(*param.component, param.index));
+        if (!std::isfinite(static_cast<double>(value)) ||
+            value == Access::value(*param.component, param.index))
+            return false;
+        Access::set(*param.component, param.index, value);
         return true;
-    }
-    case ParamKind::boolean: {
-        const bool value = hostToBool(h);
-        if (value == component.boolParamValue(i)) return false;
-        component.setBoolParamValue(i, value);
-        return true;
-    }
-    case ParamKind::integer: {
-        const uint32_t value = DSP::Math::roundHalfAwayFromZero(hostToNumber(h, component.intParamRange(i)));
-        if (value == component.intParamValue(i)) return false;
-        component.setIntParamValue(i, value);
-        return true;
-    }
-    }
-    return false;
+    });
 }
 
 String floatText(const DSP::Component &component, uint32_t i)
@@ -155,12 +149,9 @@ String valueText(const HostParam &param)
 
 String unitText(const HostParam &param)
 {
-    switch (param.kind) {
-    case ParamKind::real: return param.component->floatParamLabel(param.index);
-    case ParamKind::boolean: return param.component->boolParamLabel(param.index);
-    case ParamKind::integer: return param.component->intParamLabel(param.index);
-    }
-    return {};
+    return withKind(param.kind, [&]<class V>() {
+        return String(DSP::ParameterAccess<V>::unit(*param.component, param.index));
+    });
 }
 
 /// How the editor's gesture on a parameter stands with the host.
@@ -171,12 +162,10 @@ struct Gesture {
 
 Gesture gestureOf(ParamKind kind, const DSP::Component &component, uint32_t i)
 {
-    switch (kind) {
-    case ParamKind::real: return {component.floatParamHostIndex(i), component.floatParamEditing(i)};
-    case ParamKind::boolean: return {component.boolParamHostIndex(i), component.boolParamEditing(i)};
-    case ParamKind::integer: return {component.intParamHostIndex(i), component.intParamEditing(i)};
-    }
-    return {};
+    return withKind(kind, [&]<class V>() {
+        using Access = DSP::ParameterAccess<V>;
+        return Gesture{Access::hostIndex(component, i), Access::isEdited(component, i)};
+    });
 }
 
 } // namespace
@@ -254,11 +243,11 @@ void VSTPlugin::notifyParameter(ParamKind kind, EditPhase phase, DSP::Component 
 
     double h = 0.0;
     if (kind == ParamKind::real && floatValue)
-        h = numberToHost(*floatValue, component->floatParamRange(index));
+        h = toHost(*floatValue, component->floatParamRange(index));
     else if (kind == ParamKind::boolean && boolValue)
-        h = boolToHost(*boolValue);
+        h = *boolValue ? 1.0 : 0.0;
     else if (kind == ParamKind::integer && intValue)
-        h = numberToHost(*intValue, component->intParamRange(index));
+        h = toHost(*intValue, component->intParamRange(index));
     else
         return;
     if (!gesture.editing) beginEdit(hostIndex);
