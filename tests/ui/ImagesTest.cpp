@@ -1,105 +1,92 @@
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdlib>
+#include <png.h>
+#include <set>
 
+#include "ui/native/EmbeddedFiles.h"
 #include "ui/native/Pixmap.h"
+#include "ui/native/Surface.h"
 
 using namespace UI::Native;
 
-// The images as the controls need them: told apart by eye.
-
 namespace {
 
-/// Red, green and blue as seen on a dark ground.
-using Picture = std::vector<std::array<int, 3>>;
+using Pixels = std::vector<uint32_t>;
 
-constexpr int kGround = 0x30;
-
-PixmapRef load(const std::string &name)
+/// As the library's own reader has it.
+Pixels decoded(const EmbeddedFile &file)
 {
-    PixmapRef pixmap = loadPixmap((name + ".png").c_str());
-    EXPECT_TRUE(pixmap) << name;
-    return pixmap;
+    png_image image{};
+    image.version = PNG_IMAGE_VERSION;
+    EXPECT_TRUE(png_image_begin_read_from_memory(&image, file.data, file.size));
+    image.format = PNG_FORMAT_BGRA;
+    Pixels pixels(size_t{image.width} * image.height);
+    EXPECT_TRUE(png_image_finish_read(&image, nullptr, pixels.data(), 0, nullptr));
+    return pixels;
 }
 
-Picture ground(const Pixmap &size)
+TEST(Images, AreAllThereWithTheirPixels)
 {
-    return Picture(size_t{size.stride} * size.height, {kGround, kGround, kGround});
-}
-
-Picture over(Picture below, const Pixmap &pixmap)
-{
-    for (size_t i = 0; i < below.size(); ++i) {
-        const uint32_t pixel = pixmap.pixels[i];
-        const int clear = static_cast<int>(pixel >> 24);
-        for (int channel = 0; channel < 3; ++channel) {
-            const int level = pixel >> (16 - 8 * channel) & 0xFF;
-            below[i][channel] = (below[i][channel] * clear + level * (255 - clear)) / 255;
-        }
+    std::set<Pixels> seen;
+    const EmbeddedFile *file = embeddedFiles;
+    for (; file->data != nullptr; ++file) {
+        SCOPED_TRACE(file->name);
+        const PixmapRef pixmap = loadPixmap(file->name);
+        const SurfaceRef surface = loadSurface(file->name);
+        ASSERT_TRUE(pixmap && surface);
+        Pixels wanted = decoded(*file);
+        ASSERT_EQ(wanted.size(), size_t{pixmap->stride} * pixmap->height);
+        for (uint32_t &pixel : wanted) pixel ^= 0xFF000000; // the editor's alpha is inverted
+        EXPECT_EQ(wanted, Pixels(pixmap->pixels.get(), pixmap->pixels.get() + wanted.size()));
+        EXPECT_EQ(pixmap->hasAlpha, std::ranges::any_of(wanted, [](uint32_t p) { return p >> 24 != 0; }));
+        EXPECT_EQ(surface->bounds(), Rect::at({}, pixmap->width, pixmap->height));
+        EXPECT_EQ(wanted, Pixels(surface->pixels(), surface->pixels() + wanted.size()));
+        EXPECT_TRUE(seen.insert(wanted).second) << "looks like another";
     }
-    return below;
+    EXPECT_EQ(84, file - embeddedFiles);
+    for (const char *name : {"background.png", "Background", "Background.png ", ""})
+        EXPECT_FALSE(loadPixmap(name) || loadSurface(name)) << name;
 }
 
-Picture seen(const std::string &name)
+TEST(Images, HaveAlphaWithTheFirstPixelThatIsNotOpaque)
 {
-    const PixmapRef pixmap = load(name);
-    return over(ground(*pixmap), *pixmap);
-}
-
-/// How much of the picture an eye would see changed.
-double changedPart(const Picture &a, const Picture &b)
-{
-    constexpr int kVisible = 24; // levels of 255
-    if (a.size() != b.size()) return 1.0;
-    size_t changed = 0;
-    for (size_t i = 0; i < a.size(); ++i) {
-        int most = 0;
-        for (int channel = 0; channel < 3; ++channel)
-            most = std::max(most, std::abs(a[i][channel] - b[i][channel]));
-        changed += most > kVisible;
+    for (const uint32_t alpha : {255, 254}) {
+        const uint32_t pixel = alpha << 24 | 0x123456;
+        png_image image{};
+        image.version = PNG_IMAGE_VERSION;
+        image.width = image.height = 1;
+        image.format = PNG_FORMAT_BGRA;
+        uint8_t file[1000];
+        png_alloc_size_t size = sizeof file;
+        ASSERT_TRUE(png_image_write_to_memory(&image, file, &size, 0, &pixel, 0, nullptr));
+        embeddedCache["Pixel.png"] = {file, static_cast<uint32_t>(size)};
+        const PixmapRef pixmap = loadPixmap("Pixel.png");
+        EXPECT_EQ(pixmap->hasAlpha, alpha == 254);
+        EXPECT_EQ(pixmap->pixels[0], pixel ^ 0xFF000000);
     }
-    return static_cast<double>(changed) / static_cast<double>(a.size());
+    embeddedCache.clear();
 }
 
-constexpr double kPlainlyDifferent = 0.05;
-
-TEST(Images, ShowTheStatesOfAControlApart)
+TEST(Images, CutShortAreRefused)
 {
-    std::vector<std::vector<std::string>> controls = {
-        {"GainReductionMeter_Off", "GainReductionMeter_On"},
-        {"LevelMeter_Large_Off", "LevelMeter_Large_On"},
-        {"LevelMeter_Small_Off", "LevelMeter_Small_On"},
-        {"Slider_Handle_Normal", "Slider_Handle_Pressed"},
-        {"LevelMeterReadout_Numbers_Green", "LevelMeterReadout_Numbers_Red",
-         "LevelMeterReadout_Numbers_Yellow"},
-    };
-    for (const std::string stem : {"Button_Bypass", "Button_Solo", "Button_LimiterBypass", "CheckBox"})
-        controls.push_back(
-            {stem + "_Off_Normal", stem + "_Off_Pressed", stem + "_On_Normal", stem + "_On_Pressed"});
-    for (const auto &states : controls)
-        for (size_t i = 0; i < states.size(); ++i)
-            for (size_t j = 0; j < i; ++j)
-                EXPECT_GT(changedPart(seen(states[i]), seen(states[j])), kPlainlyDifferent)
-                    << states[i] << " and " << states[j];
+    const EmbeddedData whole = findEmbeddedFile("Slider_Handle_Normal.png");
+    EmbeddedData &cut = embeddedCache["Cut.png"];
+    for (uint32_t size = 0; size < whole.size; ++size) {
+        const std::vector<uint8_t> bytes(whole.data, whole.data + size); // reading on beyond the end shows
+        cut = {bytes.data(), size};
+        EXPECT_FALSE(loadPixmap("Cut.png") || loadSurface("Cut.png")) << size;
+    }
+    embeddedCache.clear();
 }
 
-TEST(Images, ShowWhichControlHasTheFocus)
+TEST(Surfaces, OfImpossibleSizeAreEmpty)
 {
-    const std::pair<std::string, std::vector<std::string>> overlays[] = {
-        {"Button_FocusOverlay",
-         {"Button_Bypass_Off_Normal", "Button_Bypass_On_Normal", "Button_Solo_On_Normal"}},
-        {"CheckBox_FocusOverlay", {"CheckBox_Off_Normal", "CheckBox_On_Normal"}},
-        {"Slider_FocusOverlay", {"Slider_Handle_Normal", "Slider_Handle_Pressed"}},
-        {"TextEdit_FocusOverlay_Large", {"TextEdit_Background_Large"}},
-        {"TextEdit_FocusOverlay_Small", {"TextEdit_Background_Small"}},
-    };
-    for (const auto &[overlay, controls] : overlays) {
-        for (const std::string &control : controls) {
-            const Picture without = seen(control);
-            const double changed = changedPart(without, over(without, *load(overlay)));
-            EXPECT_GT(changed, kPlainlyDifferent) << overlay << " on " << control;
-        }
+    constexpr int32_t kMost = Platform::Bitmap::kMaxSide;
+    for (const auto &[width, height] :
+         {std::pair{0, 1}, {1, 0}, {-1, 5}, {5, INT32_MIN}, {kMost + 1, 1}, {INT32_MAX, INT32_MAX}}) {
+        const Surface surface(width, height);
+        EXPECT_TRUE(surface.isEmpty() && surface.bounds().isEmpty());
+        EXPECT_EQ(nullptr, surface.pixels());
     }
 }
 
