@@ -1,6 +1,7 @@
 #pragma once
 #include <functional>
 #include <memory>
+#include <vector>
 
 #include "platform/WindowSystem.h"
 #include "tests/host/Holdings.h"
@@ -22,8 +23,6 @@ public:
     virtual void moveTo(Point at) = 0;
     virtual void press() = 0;
     virtual void release() = 0;
-    virtual void pressRight() = 0;
-    virtual void releaseRight() = 0;
     /// The second click of a double click follows the first at once.
     virtual void doubleClick() = 0;
     virtual void wheel(int32_t delta) = 0;
@@ -38,11 +37,20 @@ public:
     /// With "windows", "timers" or "graphics" (bitmaps, fonts and contexts), where the system tells.
     virtual Holdings holdings() const = 0;
 
-    void click(Point at)
+    /// As shot() has them, row by row.
+    std::vector<uint32_t> pixels()
+    {
+        const Platform::Bitmap picture = shot();
+        const auto *const first = static_cast<const uint32_t *>(picture.pixels());
+        return {first, first + picture.width() * picture.height()};
+    }
+    void click(Point at, std::initializer_list<uint32_t> held = {})
     {
         moveTo(at);
+        for (const uint32_t key : held) keyDown(key);
         press();
         release();
+        for (const uint32_t key : held) keyUp(key);
     }
     void drag(Point from, Point to)
     {

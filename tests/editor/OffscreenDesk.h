@@ -15,8 +15,6 @@ public:
     void moveTo(Point at) override { system.movePointer(at + kCorner); }
     void press() override { system.pressButton(); }
     void release() override { system.releaseButton(); }
-    void pressRight() override { system.pressButton(Platform::kRightButton); }
-    void releaseRight() override { system.releaseButton(Platform::kRightButton); }
     void doubleClick() override { system.doubleClick(); }
     void wheel(int32_t delta) override { system.turnWheel(delta); }
     void keyDown(uint32_t key) override { system.pressKey(key); }

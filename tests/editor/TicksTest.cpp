@@ -1,28 +1,43 @@
 #include <chrono>
 #include <cmath>
-#include <gtest/gtest.h>
+#include <gmock/gmock.h>
+#include <set>
 #include <thread>
 
 #include "tests/editor/HostedEffect.h"
 #include "tests/editor/OffscreenDesk.h"
+#include "ui/native/Window.h"
 
-// The editor's ticks, by a timer of the clock in memory or by a thread.
+// The editor's ticks, by a timer of the clock in memory or by a thread, and what each paints anew.
 
 namespace {
+
+using testing::ElementsAre;
+using Paints = std::vector<Platform::OffscreenWindowSystem::PaintRecord>;
 
 class TicksTest : public testing::Test {
 protected:
     OffscreenDesk &desk() { return static_cast<OffscreenDesk &>(*hosted.desk); }
+    Platform::OffscreenWindowSystem &system() { return desk().system; }
     /// When the spectrum was drawn anew, ms, in as much time of the desk's.
     std::vector<uint32_t> tickTimes(uint32_t ms)
     {
         std::vector<uint32_t> times;
-        for (uint32_t time = 0; time < ms; ++time) {
-            desk().system.paints.clear();
-            desk().wait(1);
-            if (!desk().system.paints.empty()) times.push_back(time);
-        }
+        for (uint32_t time = 0; time < ms; ++time)
+            if (!paintsIn(1).empty()) times.push_back(time);
         return times;
+    }
+    Paints paintsIn(uint32_t ms)
+    {
+        system().paints.clear();
+        desk().wait(ms);
+        return std::exchange(system().paints, {});
+    }
+    /// Until all that falls has fallen.
+    void settle()
+    {
+        hosted.play(Signals::silence(2 * HostedEffect::kRate));
+        desk().wait(20000);
     }
     static void letThreadsRun() { std::this_thread::sleep_for(std::chrono::milliseconds(60)); }
 
@@ -37,7 +52,7 @@ TEST_F(TicksTest, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
         SCOPED_TRACE(fps);
         settings.setFps(fps);
         desk().wait(300);
-        EXPECT_EQ(desk().system.timerCount(), 1u);
+        EXPECT_EQ(system().timerCount(), 1u);
         const auto period = static_cast<uint32_t>(std::lround(1000.0f / fps));
         const uint32_t gap = (UI::MainWindow::kMinRenderMs + period - 1) / period * period; // whole ticks
         const std::vector<uint32_t> times = tickTimes(1000);
@@ -47,15 +62,14 @@ TEST_F(TicksTest, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
     root.stopTicking();
     settings.setFps(60);
     desk().wait(0);
-    EXPECT_EQ(desk().system.timerCount(), 0u) << "a new rate starts nothing";
+    EXPECT_EQ(system().timerCount(), 0u) << "a new rate starts nothing";
 }
 
 TEST_F(TicksTest, StandAnyRate)
 {
     for (const bool threaded : {false, true}) {
         settings.setRenderingThread(threaded);
-        for (const float fps : {0.0f, -1.0f, 1e-30f, 1e30f, std::numeric_limits<float>::quiet_NaN(),
-                                std::numeric_limits<float>::infinity()}) {
+        for (const float fps : {0.0f, -1.0f, 1e-30f, 1e30f, NAN, INFINITY}) {
             settings.setFps(fps);
             desk().wait(40);
         }
@@ -69,7 +83,7 @@ TEST_F(TicksTest, StopWhileOneIsPendingWithoutWaitingForIt)
     for (int round = 0; round < 4; ++round) {
         root.startTicking();
         letThreadsRun(); // a tick waits by now
-        if (round == 3) hosted.desk->destroyWindow();
+        if (round == 3) desk().destroyWindow();
         root.stopTicking(); // or the test never ends
         EXPECT_FALSE(root.isTicking());
     }
@@ -98,16 +112,68 @@ TEST_F(TicksTest, MayCloseTheEditorFromInsideOne)
 
 TEST_F(TicksTest, LeaveTheOpacityAloneUnlessItIsAnother)
 {
-    EXPECT_FALSE(desk().system.opacity()) << "opaque is how a window is";
+    EXPECT_FALSE(system().opacity()) << "opaque is how a window is";
     const std::pair<float, int> rows[] = {{50, 128}, {20, 51}, {99, 252}, {100, 255}, {-5, 0}, {300, 255}};
     for (const auto &[percent, byte] : rows) {
         settings.setOpacity(percent);
         root.slotUpdateNativeOpacity();
-        EXPECT_EQ(desk().system.opacity(), byte) << percent;
-        Platform::windowSystem().setOpacity(desk().window(), 7);
+        EXPECT_EQ(system().opacity(), byte) << percent;
+        system().setOpacity(desk().window(), 7);
         root.slotUpdateAll();
-        EXPECT_EQ(desk().system.opacity(), 7) << "nothing new";
+        EXPECT_EQ(system().opacity(), 7) << "nothing new";
     }
+}
+
+TEST_F(TicksTest, PaintTheSpectrumAloneWhenNothingMoves)
+{
+    settle();
+    const Paints paints = paintsIn(330);
+    for (const auto &paint : paints) EXPECT_EQ(system().title(paint.window), "Multiband Spectrum");
+    EXPECT_FALSE(paints.empty());
+    EXPECT_LE(paints.size(), 10u) << "one for each tick";
+}
+
+TEST_F(TicksTest, PaintTheMetersOwnRectanglesWhenASoundComes)
+{
+    settle();
+    hosted.play(Signals::sine(HostedEffect::kRate, 1000, 4410, -12));
+    std::set<Platform::WindowHandle> seen;
+    for (const auto &[window, area] : paintsIn(33)) {
+        EXPECT_TRUE(seen.insert(window).second) << system().title(window) << " twice in a tick";
+        EXPECT_NE(window, hosted.editor().window()) << "the ground stays";
+        const Rect place = system().screenRect(window);
+        EXPECT_EQ(area.intersected(Rect::at({}, place.width(), place.height())), area);
+    }
+    EXPECT_GT(seen.size(), 1u);
+    EXPECT_LT(seen.size(), 12u) << "meters, the readout and the spectrum";
+}
+
+struct OpenFrame final : UI::Native::FrameBase {
+    using FrameBase::FrameBase;
+    using FrameBase::timers;
+};
+
+struct Timed final : UI::Native::Window {
+    explicit Timed(UI::Native::FrameBase *owner) : Window(owner, nullptr, "timed") {}
+    void onTimer(uint32_t id) override { fired.push_back(id); }
+    std::vector<uint32_t> fired;
+};
+
+TEST_F(TicksTest, RunTheTimersThatAreDueOnce)
+{
+    OpenFrame frame(desk().window(), Point{}, &hosted.effect.plugin());
+    auto *const window = new Timed(&frame);
+    const uint32_t now = frame.milliseconds();
+    frame.timers = {{1, 0, now, window, false},         {2, 0, now, window, true},
+                    {3, 1000, now, window, false},      {4, 50, now - 50, window, true},
+                    {5, 100, now - 100, window, false}, {6, 0xFFFFFFFF, now, window, true}};
+    frame.runTimers();
+    EXPECT_THAT(window->fired, ElementsAre(1u, 2u, 4u, 5u));
+    frame.runTimers();
+    EXPECT_THAT(window->fired, ElementsAre(1u, 2u, 4u, 5u, 1u))
+        << "the one-shot ones have gone, 5 has to wait";
+    delete window;
+    EXPECT_TRUE(frame.timers.empty());
 }
 
 } // namespace

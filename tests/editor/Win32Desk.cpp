@@ -186,27 +186,14 @@ void Win32Desk::useMouse(DWORD flags, DWORD data)
 }
 
 /// Tests are quicker than people: a click of another button between two keeps them from being a double click.
-void Win32Desk::endClickSequence()
+void Win32Desk::press()
 {
     useMouse(MOUSEEVENTF_MIDDLEDOWN);
     useMouse(MOUSEEVENTF_MIDDLEUP);
-}
-
-void Win32Desk::press()
-{
-    endClickSequence();
     useMouse(MOUSEEVENTF_LEFTDOWN);
 }
 
 void Win32Desk::release() { useMouse(MOUSEEVENTF_LEFTUP); }
-
-void Win32Desk::pressRight()
-{
-    endClickSequence();
-    useMouse(MOUSEEVENTF_RIGHTDOWN);
-}
-
-void Win32Desk::releaseRight() { useMouse(MOUSEEVENTF_RIGHTUP); }
 
 void Win32Desk::doubleClick()
 {

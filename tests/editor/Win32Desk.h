@@ -20,8 +20,6 @@ public:
     void moveTo(Point at) override;
     void press() override;
     void release() override;
-    void pressRight() override;
-    void releaseRight() override;
     void doubleClick() override;
     void wheel(int32_t delta) override;
     void keyDown(uint32_t key) override;
@@ -43,7 +41,6 @@ private:
     static void pump(Timers timers);
     static void holdKeys();
     static void useMouse(DWORD flags, DWORD data = 0);
-    static void endClickSequence();
 
     HWND host = nullptr;
     std::optional<Answer> answer; // of the next prompt
