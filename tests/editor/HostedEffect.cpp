@@ -23,11 +23,6 @@ bool HostedEffect::open()
 
 VSTEditor &HostedEffect::editor() { return static_cast<VSTEditor &>(*effect.plugin().getEditor()); }
 
-Point HostedEffect::centre(const UI::Native::WindowBase &control)
-{
-    return control.toFrame({control.width() / 2, control.height() / 2});
-}
-
 void HostedEffect::play(const Audio &sound)
 {
     Audio out = sound;
@@ -37,8 +32,6 @@ void HostedEffect::play(const Audio &sound)
         effect->processReplacing(effect.operator->(), channels, channels, static_cast<int32_t>(frames));
     }
 }
-
-void HostedEffect::tick() { mainWindow().tick(); }
 
 std::vector<FakeHost::Call> HostedEffect::takeEdits()
 {

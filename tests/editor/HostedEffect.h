@@ -25,13 +25,11 @@ public:
     UI::Native::Frame &frame() { return mainWindow().getFrame(); }
     /// The controls in the order of the Tab key.
     const std::vector<UI::Native::WindowBase *> &controls() { return mainWindow().controlsInFocusOrder(); }
-    /// The middle of a control, where the desk's person clicks it.
-    static Point centre(const UI::Native::WindowBase &control);
 
     /// Processed in blocks of kBlock; no time passes on the desk.
     void play(const Audio &sound);
     /// Lets a tick come, at once and whatever the clock says.
-    void tick();
+    void tick() { mainWindow().tick(); }
     /// What the host has been told since the last time: automation and its gestures only.
     std::vector<FakeHost::Call> takeEdits();
 

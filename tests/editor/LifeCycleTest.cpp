@@ -1,10 +1,8 @@
-#include <gtest/gtest.h>
-
 #include <chrono>
 #include <cstdlib>
 #include <thread>
 
-#include "tests/editor/HostedEffect.h"
+#include "tests/editor/Session.h"
 
 namespace {
 
@@ -23,43 +21,40 @@ void waitReally(Desk &desk, uint32_t ms)
     }
 }
 
-std::vector<uint32_t> pixels(Desk &desk)
-{
-    const Platform::Bitmap shot = desk.shot();
-    const auto *first = static_cast<const uint32_t *>(shot.pixels());
-    return std::vector<uint32_t>(first, first + shot.width() * shot.height());
-}
-
 Audio loudNoise(uint32_t frames = 4096) { return Signals::noise(1, frames, -3); }
 
 /// Of the editor's tick: by a timer, or by a thread.
 class EditorLifeCycle : public testing::TestWithParam<bool> {
 protected:
-    EditorLifeCycle() { hosted.effect.global().setRenderingThread(GetParam()); }
+    EditorLifeCycle()
+    {
+        hosted.close();
+        hosted.effect.global().setRenderingThread(GetParam());
+        hosted.open();
+    }
     /// Whether the picture becomes another one; it has as long as a busy machine may need.
     bool changes(const std::vector<uint32_t> &before)
     {
         for (int i = 0; i < 100; ++i) {
-            waitReally(*hosted.desk, kTicks);
-            if (pixels(*hosted.desk) != before) return true;
+            waitReally(desk, kTicks);
+            if (desk.pixels() != before) return true;
         }
         return false;
     }
     HostedEffect hosted;
+    Desk &desk = *hosted.desk;
 };
 INSTANTIATE_TEST_SUITE_P(Ticks, EditorLifeCycle, testing::Bool(),
                          [](const auto &made) { return made.param ? "ByThread" : "ByTimer"; });
 
 TEST_P(EditorLifeCycle, SurvivesAHostThatDestroysItsWindowFirst)
 {
-    hosted.close();
-    ASSERT_TRUE(hosted.open());
-    waitReally(*hosted.desk, kTicks);
-    hosted.desk->destroyWindow();
+    waitReally(desk, kTicks);
+    desk.destroyWindow();
     hosted.play(loudNoise());
     hosted.effect.set(3, 0.7f);
     hosted.effect.dispatch(effEditIdle);
-    waitReally(*hosted.desk, kTicks);
+    waitReally(desk, kTicks);
     hosted.close();
     EXPECT_EQ(0, WindowBase::liveWindows());
     EXPECT_FALSE(hosted.open()) << "there is no window to open in";
@@ -68,12 +63,10 @@ TEST_P(EditorLifeCycle, SurvivesAHostThatDestroysItsWindowFirst)
 
 TEST_P(EditorLifeCycle, TicksWithoutTheHostsIdleAlsoWhenTheThreadIsSwitched)
 {
-    hosted.close();
-    ASSERT_TRUE(hosted.open());
     for (const bool byThread : {GetParam(), !GetParam(), GetParam()}) {
         hosted.effect.global().setRenderingThread(byThread);
-        waitReally(*hosted.desk, kTicks);
-        const auto before = pixels(*hosted.desk);
+        waitReally(desk, kTicks);
+        const auto before = desk.pixels();
         hosted.play(Signals::noise(byThread, 8192, -3 - 9 * byThread));
         EXPECT_TRUE(changes(before)) << (byThread ? "thread" : "timer");
     }
@@ -92,7 +85,7 @@ TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
             ASSERT_TRUE(hosted.open());
             hosted.play(loudNoise(512));
             hosted.tick();
-            hosted.desk->click(HostedEffect::centre(*hosted.controls().front()));
+            hosted.desk->click(controlTable().front().centre());
             hosted.close();
             hosted.host.takeCalls();
             ASSERT_EQ(0, WindowBase::liveWindows());
@@ -110,10 +103,9 @@ TEST(Editors, OpenAndCloseWhileSoundAndAutomationRun)
 {
     HostedEffect hosted;
     hosted.close();
-    std::atomic<bool> ended = false;
-    std::thread audio([&] {
+    std::jthread audio([&](const std::stop_token &ended) {
         const Audio sound = loudNoise(512);
-        for (int i = 0; !ended; ++i) {
+        for (int i = 0; !ended.stop_requested(); ++i) {
             hosted.play(sound);
             hosted.effect.set(i % 39, static_cast<float>(i % 11) / 10);
             hosted.effect.dispatch(effEditIdle); // the wrong thread for that
@@ -127,7 +119,7 @@ TEST(Editors, OpenAndCloseWhileSoundAndAutomationRun)
         hosted.close();
         waitReally(*hosted.desk, 5);
     }
-    ended = true;
+    audio.request_stop();
     audio.join();
     EXPECT_EQ(0, WindowBase::liveWindows());
 }

@@ -1,5 +1,3 @@
-#include <cmath>
-
 #include "tests/editor/Session.h"
 #include "ui/native/GlyphStrip.h"
 
@@ -10,10 +8,11 @@ struct Bar {
     bool over = false;
 };
 
-/// Segment of a level on a scale of 60 dB.
-int32_t levelSegment(int32_t segments, double db)
+/// A level that has lasted, on a scale of 60 dB.
+Bar steady(int32_t segments, double db)
 {
-    return std::clamp(static_cast<int32_t>(std::lround((db + 60.0) / 60.0 * (segments + 1))), 0, segments);
+    const auto segment = static_cast<int32_t>(std::lround((db + 60.0) / 60.0 * (segments + 1)));
+    return {std::clamp(segment, 0, segments), std::clamp(segment, 0, segments)};
 }
 
 constexpr int32_t kOutputSegments = 47, kBandSegments = 38;
@@ -21,8 +20,6 @@ const double kSlopeDb = 20.0 * std::log10(1.0 + 1.0 / 16.0); // 1 kHz an octave 
 
 class MetersTest : public testing::Test {
 protected:
-    static Point bandCorner(int32_t band) { return {7 + 104 * band + 6, 268}; }
-
     testing::AssertionResult showsMeter(Point corner, Bar left, Bar right)
     {
         const bool output = corner == kOutputCorner;
@@ -37,6 +34,14 @@ protected:
             if (bar.over) light(Rect::at({x + 2, 2}, 4, 2));
         }
         return wanted.isShown(desk.shot(), corner);
+    }
+    testing::AssertionResult showsOutput(Bar left, Bar right)
+    {
+        return showsMeter(kOutputCorner, left, right);
+    }
+    testing::AssertionResult showsBand(int32_t band, Bar left, Bar right)
+    {
+        return showsMeter({7 + 104 * band + 6, 268}, left, right);
     }
     testing::AssertionResult showsReduction(int32_t band, int32_t bar, int32_t peak)
     {
@@ -78,50 +83,46 @@ protected:
 
 TEST_F(MetersTest, AToneOfKnownLevelShows)
 {
-    EXPECT_TRUE(showsMeter(kOutputCorner, {}, {}));
+    EXPECT_TRUE(showsOutput({}, {}));
+    tick();
+    EXPECT_TRUE(showsReadout("Green", "-Inf"));
     playSteadily(-12.0, -22.0);
-    const auto bar = [](int32_t segments, double db) {
-        return Bar{levelSegment(segments, db), levelSegment(segments, db)};
-    };
     const double second = -12.0 - kSlopeDb, third = second - 24.08;
-    EXPECT_TRUE(showsMeter(kOutputCorner, bar(kOutputSegments, -12.0), bar(kOutputSegments, -22.0)));
-    EXPECT_TRUE(showsMeter(bandCorner(1), bar(kBandSegments, second), bar(kBandSegments, second - 10.0)));
-    EXPECT_TRUE(showsMeter(bandCorner(2), bar(kBandSegments, third), bar(kBandSegments, third - 10.0)));
-    EXPECT_TRUE(showsMeter(bandCorner(0), {}, {}));
+    EXPECT_TRUE(showsOutput(steady(kOutputSegments, -12.0), steady(kOutputSegments, -22.0)));
+    EXPECT_TRUE(showsBand(0, {}, {}));
+    EXPECT_TRUE(showsBand(1, steady(kBandSegments, second), steady(kBandSegments, second - 10.0)));
+    EXPECT_TRUE(showsBand(2, steady(kBandSegments, third), steady(kBandSegments, third - 10.0)));
     EXPECT_TRUE(showsReadout("Green", "-12.0"));
 }
 
 TEST_F(MetersTest, TheReadoutSaysHowNearTheTopIs)
 {
-    tick();
-    EXPECT_TRUE(showsReadout("Green", "-Inf"));
     playSteadily(-30.0, -5.0);
     EXPECT_TRUE(showsReadout("Yellow", "-5.0"));
     session.put(0, 8.0f); // behind the limiter
     playSteadily(-30.0, -5.0);
     EXPECT_TRUE(showsReadout("Red", "3.0"));
-    const int32_t left = levelSegment(kOutputSegments, -22.0);
-    EXPECT_TRUE(showsMeter(kOutputCorner, {left, left}, {48, 48, true}));
+    EXPECT_TRUE(showsOutput(steady(kOutputSegments, -22.0), {48, 48, true}));
     session.put(0, 0.0f);
     playSteadily(-30.0, -20.0);
-    const int32_t low = levelSegment(kOutputSegments, -30.0), held = levelSegment(kOutputSegments, -20.0);
-    EXPECT_TRUE(showsMeter(kOutputCorner, {low, low}, {48 - 15, held, true})) << "the light stays";
+    const Bar left = steady(kOutputSegments, -30.0);
+    EXPECT_TRUE(showsOutput(left, {48 - 15, steady(kOutputSegments, -20.0).peak, true})) << "the light stays";
     desk.click(kOutputCorner + Point{10, 70});
-    EXPECT_TRUE(showsMeter(kOutputCorner, {low, low}, {48 - 15, 48 - 15})) << "but for a click";
+    EXPECT_TRUE(showsOutput(left, {48 - 15, 48 - 15})) << "but for a click";
 }
 
 TEST_F(MetersTest, BarsFallOneSegmentATick)
 {
     playSteadily(-12.0, -12.0);
-    const int32_t full = levelSegment(kBandSegments, -12.0 - kSlopeDb);
+    const int32_t full = steady(kBandSegments, -12.0 - kSlopeDb).peak;
     for (int32_t fallen = 1; fallen <= 12; ++fallen) {
         tick();
-        EXPECT_TRUE(showsMeter(bandCorner(1), {full - fallen, full}, {full - fallen, full})) << fallen;
+        EXPECT_TRUE(showsBand(1, {full - fallen, full}, {full - fallen, full})) << fallen;
     }
     tick(); // the peak is held for 400 ms
-    EXPECT_TRUE(showsMeter(bandCorner(1), {full - 13, 0}, {full - 13, 0}));
+    EXPECT_TRUE(showsBand(1, {full - 13, 0}, {full - 13, 0}));
     desk.wait(kTickMs * 40);
-    EXPECT_TRUE(showsMeter(bandCorner(1), {}, {}));
+    EXPECT_TRUE(showsBand(1, {}, {}));
 }
 
 TEST_F(MetersTest, BypassEmptiesThemAll)
@@ -131,12 +132,12 @@ TEST_F(MetersTest, BypassEmptiesThemAll)
     playSteadily(-12.0, -12.0);
     session.effect.global().setBypass(true);
     playSteadily(-12.0, -12.0);
-    const int32_t full = levelSegment(kBandSegments, -12.0 - kSlopeDb);
-    EXPECT_TRUE(showsMeter(bandCorner(1), {full - 15, 0}, {full - 15, 0})) << "segment by segment";
+    const int32_t full = steady(kBandSegments, -12.0 - kSlopeDb).peak;
+    EXPECT_TRUE(showsBand(1, {full - 15, 0}, {full - 15, 0})) << "segment by segment";
     desk.wait(kTickMs * 40);
-    EXPECT_TRUE(showsMeter(kOutputCorner, {}, {}));
+    EXPECT_TRUE(showsOutput({}, {}));
     for (int32_t band = 0; band < 4; ++band) {
-        EXPECT_TRUE(showsMeter(bandCorner(band), {}, {})) << band;
+        EXPECT_TRUE(showsBand(band, {}, {})) << band;
         EXPECT_TRUE(showsReduction(band, 0, 0)) << band;
     }
     EXPECT_TRUE(showsReadout("Green", "-Inf"));

@@ -1,5 +1,4 @@
-#include <cstdio>
-#include <gtest/gtest.h>
+#include <fstream>
 
 #include "tests/editor/Session.h"
 #include "ui/native/SpectrumAxis.h"
@@ -124,26 +123,23 @@ const EditorState kStates[] = {
      }},
 };
 
-uint64_t hashOf(const Platform::Bitmap &shot)
+using Pixels = std::vector<uint32_t>;
+
+uint64_t hashOf(const Pixels &pixels)
 {
     uint64_t hash = 0xCBF29CE484222325ull;
-    const auto *pixels = static_cast<const uint32_t *>(shot.pixels());
-    for (int64_t i = 0; i < int64_t{shot.width()} * shot.height(); ++i)
-        hash = (hash ^ pixels[i]) * 0x100000001B3ull; // FNV-1a
+    for (const uint32_t pixel : pixels) hash = (hash ^ pixel) * 0x100000001B3ull; // FNV-1a
     return hash;
 }
 
 /// A PPM file in the folder where the tests run.
-std::string write(const Platform::Bitmap &shot, const char *name)
+std::string write(const Pixels &pixels, const char *name)
 {
-    std::string path = std::string("picture-") + name + ".ppm";
-    if (FILE *const file = std::fopen(path.c_str(), "wb")) {
-        std::fprintf(file, "P6\n%d %d\n255\n", shot.width(), shot.height());
-        const auto *pixels = static_cast<const uint32_t *>(shot.pixels());
-        for (int64_t i = 0; i < int64_t{shot.width()} * shot.height(); ++i)
-            for (const int shift : {16, 8, 0}) std::fputc(static_cast<int>(pixels[i] >> shift & 0xFF), file);
-        std::fclose(file);
-    }
+    const std::string path = std::string("picture-") + name + ".ppm";
+    std::ofstream file(path, std::ios::binary);
+    file << "P6\n" << VSTEditor::kWidth << ' ' << VSTEditor::kHeight << "\n255\n";
+    for (const uint32_t pixel : pixels)
+        for (const int shift : {16, 8, 0}) file.put(static_cast<char>(pixel >> shift));
     return path;
 }
 
@@ -156,11 +152,9 @@ TEST_P(Pictures, AreTheSameToTheLastPixelEverywhere)
     StillEditor editor;
     GetParam().reach(editor);
     editor.desk->wait(0); // all is painted
-    const Platform::Bitmap shot = editor.desk->shot();
-    const uint64_t hash = hashOf(shot);
-    char text[24];
-    std::snprintf(text, sizeof text, "0x%016llX", static_cast<unsigned long long>(hash));
-    EXPECT_EQ(GetParam().hash, hash) << text << ", see " << write(shot, GetParam().name);
+    const Pixels shown = editor.desk->pixels();
+    EXPECT_EQ(GetParam().hash, hashOf(shown))
+        << "0x" << std::hex << hashOf(shown) << ", see " << write(shown, GetParam().name);
     editor.desk->release(); // whatever is still held
 }
 

@@ -63,6 +63,16 @@ const ControlRow &control(std::string_view name)
     return *std::ranges::find(controlTable(), name, &ControlRow::name);
 }
 
+std::string bracketed(int32_t first, int32_t count)
+{
+    std::string text;
+    for (int32_t host = first; host < first + count; ++host) {
+        const std::string n = std::to_string(host);
+        text += (text.empty() ? "b" : " b") + n + " v" + n + " e" + n;
+    }
+    return text;
+}
+
 // Pictures.
 
 Picture &Picture::draw(const String &image, Point at)
@@ -212,8 +222,12 @@ const ControlRow *Session::focused()
     return nullptr;
 }
 
-testing::AssertionResult Session::showsSlider(const ControlRow &row)
+testing::AssertionResult Session::showsValue(const ControlRow &row)
 {
+    if (row.isField()) {
+        const float v = value(row.host);
+        return showsField(row, String::number(v, std::abs(v) < 100.0f ? 1 : 0).c_str());
+    }
     const Rect place = row.place();
     const DSP::FloatRange bounds = range(row.host);
     const auto travel = static_cast<float>(place.height() - 13);

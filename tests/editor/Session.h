@@ -34,6 +34,9 @@ const std::vector<ControlRow> &controlTable();
 /// The only one of that name.
 const ControlRow &control(std::string_view name);
 
+/// Begin, value and end of so many parameters in turn, as Session::told() has them.
+std::string bracketed(int32_t first, int32_t count = 1);
+
 /// Pixels as they are expected on the screen.
 class Picture {
 public:
@@ -76,7 +79,8 @@ public:
 
     // What a control looks like in its present state; with the mark of the focus, if it has that and it shows.
 
-    testing::AssertionResult showsSlider(const ControlRow &row);
+    /// A slider or a field with the parameter's value.
+    testing::AssertionResult showsValue(const ControlRow &row);
     testing::AssertionResult showsField(const ControlRow &row, std::string_view number);
     testing::AssertionResult showsButton(const ControlRow &row, bool on, bool pressed = false);
 
