@@ -135,7 +135,7 @@ uint64_t hashOf(const Pixels &pixels)
 /// A PPM file in the folder where the tests run.
 std::string write(const Pixels &pixels, const char *name)
 {
-    const std::string path = std::string("picture-") + name + ".ppm";
+    std::string path = std::string("picture-") + name + ".ppm";
     std::ofstream file(path, std::ios::binary);
     file << "P6\n" << VSTEditor::kWidth << ' ' << VSTEditor::kHeight << "\n255\n";
     for (const uint32_t pixel : pixels)
