@@ -250,7 +250,11 @@ void VSTPlugin::notifyParameter(ParamKind kind, EditPhase phase, DSP::Component 
         h = toHost(*intValue, component->intParamRange(index));
     else
         return;
-    if (!gesture.editing) beginEdit(hostIndex);
+    // A change by itself is a whole gesture; what the host brings about in the middle of it belongs to it.
+    const auto tell = [&](EditPhase own) {
+        editParameter(kind, own, component, index, nullptr, nullptr, nullptr);
+    };
+    if (!gesture.editing) tell(EditPhase::begin);
     setParameterAutomated(hostIndex, static_cast<float>(h));
-    if (!gesture.editing) endEdit(hostIndex);
+    if (!gesture.editing) tell(EditPhase::end);
 }
