@@ -141,8 +141,9 @@ void DrivenEffect::hearEdit(int32_t opcode, int32_t index, float value)
         require(std::isfinite(value), "the host is told of finite values");
         if (echoes) effect->setParameter(effect, index, value);
     }
-    if (const auto act = std::exchange(insideNextEdit, {})) {
-        Journal::actsInsideCalls.add();
-        act();
-    }
+    constexpr int kDeepest = 3;
+    if (!insideEdits || callsDeep == kDeepest) return;
+    ++callsDeep;
+    insideEdits();
+    --callsDeep;
 }

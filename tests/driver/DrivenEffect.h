@@ -49,8 +49,8 @@ public:
 
     const uint32_t number;
     std::atomic<int32_t> inputs = 2, outputs = 2; // channels that the host connects
-    std::function<void()> insideNextEdit; // what the host does inside the effect's next call about a gesture
-    bool echoes = false;                  // sets each value at once that it is told
+    std::function<void()> insideEdits; // what the host does inside the effect's calls about gestures
+    bool echoes = false;               // sets each value at once that it is told
 
 private:
     static intptr_t callback(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
@@ -61,4 +61,5 @@ private:
 
     AEffect *effect = nullptr;
     std::vector<int> gestures; // begun and not ended, by parameter
+    int callsDeep = 0;         // such calls that a host is in, one inside the other
 };

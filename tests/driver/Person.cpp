@@ -12,10 +12,16 @@ static constexpr std::array kKeys = {
     kKeyTab,  kKeySpace, kKeyReturn, kKeyBack,     kKeyEscape, kKeyF2,   kKeyPageUp,    kKeyEnd,
     kKeyHome, kKeyLeft,  kKeyUp,     kKeyPageDown, kKeyRight,  kKeyDown, uint32_t{'5'}, uint32_t{'-'}};
 
+static const std::vector<uint32_t> kHeldKeys[] = {
+    {}, {}, {kKeyShift}, {kKeyControl}, {kKeyAlt}, {kKeyAlt, kKeyShift}};
+
 void Person::step(Random &random)
 {
     const uint32_t i = studio.nextOpen(random.below(studio.size()));
-    if (random.chance(0.1)) studio.effect(i).insideNextEdit = hostAct(i, random);
+    if (random.chance(0.4))
+        studio.effect(i).insideEdits = [this, i, own = Random(random.next())]() mutable {
+            actInside(i, own);
+        };
     const std::string typed = random.pick(std::array{"3", "-12.5", "1e9", "", "nonsense", "20000", "-Inf"});
     const bool confirms = random.chance(0.7);
     const uint32_t promptAct = random.below(8);
@@ -27,7 +33,7 @@ void Person::step(Random &random)
     use(i, random, [&] {
         if (random.chance(0.15)) meanwhile(i, random);
     });
-    studio.effect(i).insideNextEdit = {};
+    studio.effect(i).insideEdits = {};
 }
 
 void Person::use(uint32_t i, Random &random, const std::function<void()> &meanwhile)
@@ -38,8 +44,9 @@ void Person::use(uint32_t i, Random &random, const std::function<void()> &meanwh
                    y = static_cast<int32_t>(random.below(VSTEditor::kHeight));
         system.movePointer(studio.corner(i) + Point{x, y});
     };
-    const uint32_t held = random.pick(std::array{0u, 0u, kKeyShift, kKeyControl}), what = random.below(16);
-    if (held) system.pressKey(held);
+    const auto &held = random.pick(kHeldKeys);
+    const uint32_t what = random.below(16);
+    for (const uint32_t key : held) system.pressKey(key);
     move();
     if (what < 1) {
         note("double click", i);
@@ -66,7 +73,7 @@ void Person::use(uint32_t i, Random &random, const std::function<void()> &meanwh
         const intptr_t code = random.below(64);
         studio.effect(i).dispatch(effEditKeyDown, character, code, nullptr, random.real(-1, 16));
     }
-    if (held) system.releaseKey(held);
+    for (const uint32_t key : held) system.releaseKey(key);
 }
 
 /// In the middle of a drag.
@@ -82,21 +89,25 @@ void Person::meanwhile(uint32_t i, Random &random)
     }
 }
 
-/// One of the things that hosts do while an effect waits for its answer.
-std::function<void()> Person::hostAct(uint32_t i, Random &random)
+/// Things that hosts do while an effect waits for their answer.
+void Person::actInside(uint32_t i, Random &random)
 {
-    DrivenEffect &effect = studio.effect(i), &other = studio.effect(random.below(studio.size()));
-    const auto index = static_cast<int32_t>(random.below(39));
-    const float value = random.real(0, 1);
-    switch (random.below(6)) {
-    case 0: return [=, this] { studio.close(i); };
-    case 1: return [&, this] { studio.close(other.number); };
-    case 2: return [&, this] { studio.open(other.number); };
-    case 3:
-        return [&] {
-            if (other.record()) other.setChunk(effect.chunk(), false);
-        };
-    case 4: return [=, &effect] { effect.record()->setParameter(effect.record(), index, value); };
-    default: return [this] { studio.system.advance(33); };
+    const DrivenEffect &effect = studio.effect(i), &other = studio.effect(random.below(studio.size()));
+    const uint32_t act = random.below(9);
+    if (act < 7) Journal::actsInsideCalls.add();
+    switch (act) {
+    case 0: return studio.close(i);
+    case 1: return studio.open(i);
+    case 2: return studio.close(other.number);
+    case 3: return studio.open(other.number);
+    case 4:
+        if (other.record()) other.setChunk(effect.chunk(), false);
+        return;
+    case 5:
+        effect.record()->setParameter(effect.record(), static_cast<int32_t>(random.below(39)),
+                                      random.real(0, 1));
+        return;
+    case 6: return studio.system.advance(33);
+    default: return;
     }
 }

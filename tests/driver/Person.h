@@ -14,7 +14,7 @@ public:
 
 private:
     void meanwhile(uint32_t i, Random &random);
-    std::function<void()> hostAct(uint32_t i, Random &random);
+    void actInside(uint32_t i, Random &random);
 
     Studio &studio;
 };
