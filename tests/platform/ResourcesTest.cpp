@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/WindowSystem.h"
 #include "platform/offscreen/EmbeddedStrings.h"
 #include "platform/win32/ResourceIds.h"
-#include "tests/platform/TestWindowSystem.h"
-
-Platform::WindowSystem &testWindowSystem() { return Platform::windowSystem(); }
 
 namespace {
 
@@ -15,13 +13,14 @@ TEST(Resources, HoldEveryString)
 {
     int count = 0;
     for (const auto *entry = Platform::embeddedStrings; entry->text; ++entry, ++count)
-        EXPECT_EQ(testWindowSystem().loadString(entry->id), entry->text) << entry->id;
+        EXPECT_EQ(Platform::windowSystem().loadString(entry->id), entry->text) << entry->id;
     EXPECT_EQ(count, 6 * 45);
+    for (const uint32_t id : {0u, 65535u}) EXPECT_TRUE(Platform::windowSystem().loadString(id).empty()) << id;
 }
 
 TEST(Resources, HoldTheDragCursor)
 {
-    ASSERT_NE(testWindowSystem().loadCursor(Platform::CursorKind::drag), nullptr);
+    ASSERT_NE(Platform::windowSystem().loadCursor(Platform::CursorKind::drag), nullptr);
     const HCURSOR cursor = LoadCursorA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kDragCursorId));
     ICONINFO info = {};
     ASSERT_TRUE(GetIconInfo(cursor, &info));

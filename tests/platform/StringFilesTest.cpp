@@ -4,19 +4,16 @@
 
 #include <gtest/gtest.h>
 
-#include "tests/platform/TestWindowSystem.h"
+#include "platform/offscreen/OffscreenWindowSystem.h"
 
 namespace {
 
-std::string utf8(const std::u16string &text)
-{
-    const std::u8string converted = std::filesystem::path(text).u8string();
-    return std::string(converted.begin(), converted.end());
-}
+constexpr uint32_t kFirst = 377, kRows = 45, kLanguages = 6;
 
 /// The build's way from resources/strings to the program, for every row.
-TEST(StringFiles, ReachTheProgram)
+TEST(StringFiles, ReachTheProgramWholeAndNothingLiesAroundThem)
 {
+    Platform::OffscreenWindowSystem system;
     uint32_t rows = 0;
     for (const auto &entry : std::filesystem::directory_iterator(STRINGS_FOLDER)) {
         const std::string name = entry.path().filename().string();
@@ -26,13 +23,16 @@ TEST(StringFiles, ReachTheProgram)
             if (line.starts_with('#')) continue;
             const size_t from = line.find('"') + 1;
             const auto row = static_cast<uint32_t>(std::stoul(line));
-            EXPECT_EQ(utf8(testWindowSystem().loadString(377 + 45 * language + row)),
-                      line.substr(from, line.rfind('"') - from))
+            const std::string text = line.substr(from, line.rfind('"') - from);
+            EXPECT_EQ(std::filesystem::path(system.loadString(kFirst + kRows * language + row)).native(),
+                      text)
                 << name << ", row " << row;
             ++rows;
         }
     }
-    EXPECT_EQ(rows, 6u * 45u);
+    EXPECT_EQ(rows, kLanguages * kRows);
+    for (const uint32_t id : {0u, kFirst - 1, kFirst + kRows * kLanguages, 65535u})
+        EXPECT_TRUE(system.loadString(id).empty()) << id;
 }
 
 } // namespace

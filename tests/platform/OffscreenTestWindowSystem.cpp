@@ -1,8 +1,0 @@
-#include "platform/offscreen/OffscreenWindowSystem.h"
-#include "tests/platform/TestWindowSystem.h"
-
-Platform::WindowSystem &testWindowSystem()
-{
-    static Platform::OffscreenWindowSystem system;
-    return system;
-}
