@@ -39,33 +39,24 @@ TEST_F(Dir, SeparatorsAtTheEndAreAddedCutOrIgnored)
 
 TEST_F(Dir, MakesParentsAndTheLastPartOnlyBeforeASeparator)
 {
-    fs::current_path(folder);
-    for (const char *relative : {"none", "none/"}) Util::makeDirectory(relative, true);
-    EXPECT_TRUE(fs::is_empty(folder));
-    fs::current_path(folder.parent_path());
     Util::makeDirectory(inFolder("/a/b"), true);
-    EXPECT_TRUE(fs::is_directory(folder / "a"));
-    EXPECT_FALSE(fs::exists(folder / "a" / "b"));
+    EXPECT_TRUE(fs::is_directory(folder / "a") && !fs::exists(folder / "a" / "b"));
     for (int time = 0; time < 2; ++time) Util::makeDirectory(inFolder("/a/b/c/"), true);
     EXPECT_TRUE(fs::is_directory(folder / "a" / "b" / "c"));
     Util::makeDirectory(inFolder("/d/"), false);
     EXPECT_TRUE(fs::is_directory(folder / "d"));
 }
 
-TEST_F(Dir, FailureToMakeThrowsWithPathAndOrigin)
+TEST_F(Dir, FailureToMakeThrowsWithThePath)
 {
     std::ofstream(folder / "file") << "in the way";
+    const String path = inFolder("/file/sub/");
     for (const bool withParents : {false, true}) {
-        const String path = inFolder("/file/sub/");
         try {
             Util::makeDirectory(path, withParents);
             FAIL() << "made a directory inside a file";
-        } catch (const Exception::Base &failure) {
-            const auto &file = dynamic_cast<const Util::Exception::FileIO &>(failure);
-            EXPECT_EQ(file.name, "_mkdir() failed");
-            EXPECT_EQ(file.path, path);
-            EXPECT_EQ(file.kind, Util::FileErrorKind::write);
-            EXPECT_TRUE(file.lastError != 0 && file.lastError != Exception::Base::kNoError && file.line > 0);
+        } catch (const Util::Exception::FileIO &failure) {
+            EXPECT_TRUE(failure.path == path && failure.kind == Util::FileErrorKind::write);
         }
     }
 }
@@ -75,8 +66,7 @@ TEST_F(Dir, ModuleDirectoryIsWhereThisProgramStands)
     fs::current_path(folder); // what the system answers must not depend on it
     const String module = Util::moduleDirectory();
     EXPECT_EQ(module.at(module.length() - 1), Platform::pathSeparator());
-    EXPECT_TRUE(fs::path(module.c_str()).is_absolute());
-    EXPECT_TRUE(fs::exists(Platform::modulePath()));
+    EXPECT_TRUE(fs::path(module.c_str()).is_absolute() && fs::exists(Platform::modulePath()));
     EXPECT_FALSE(fs::equivalent(module.c_str(), folder));
     fs::current_path(folder.parent_path());
 }

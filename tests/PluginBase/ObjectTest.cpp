@@ -1,6 +1,5 @@
 #include <functional>
 #include <gtest/gtest.h>
-#include <iterator>
 #include <memory>
 #include <random>
 #include <string>
@@ -46,7 +45,6 @@ public:
         note("pair " + std::to_string(id) + " " + std::to_string(value));
     }
     void slotText(const String &text) { note(text.c_str()); }
-    void slotFloat(float value) { note(std::to_string(value)); }
     void sigAgain() { emitSignal(0); }
 
     static std::span<const MetaEntry> signalTable()
@@ -58,18 +56,15 @@ public:
     static std::span<const MetaEntry> slotTable()
     {
         static constexpr MetaParameter pair[] = {{"iControl", "uint"}, {"fValue", "float"}};
-        static constexpr MetaParameter id[] = {{"iControl", "uint"}}, value[] = {{"fValue", "float"}};
-        static constexpr MetaParameter text[] = {{"strName", "const String&"}};
+        static constexpr MetaParameter id[] = {{"iControl", "uint"}}, text[] = {{"strName", "const String&"}};
         static constexpr MetaMethod methods[] = {metaMethod<&Receiver::slotNone>("slotNone"),
                                                  metaMethod<&Receiver::slotId>("slotId", id),
                                                  metaMethod<&Receiver::slotPair>("slotPair", pair),
-                                                 metaMethod<&Receiver::slotText>("slotText", text),
-                                                 metaMethod<&Receiver::slotFloat>("slotFloat", value)};
+                                                 metaMethod<&Receiver::slotText>("slotText", text)};
         static constexpr MetaEntry rows[] = {{"slotNone()", &methods[0]},
                                              {"slotId(uint)", &methods[1]},
                                              {"slotPair(uint,float)", &methods[2]},
-                                             {"slotText(const String&)", &methods[3]},
-                                             {"slotFloat(float)", &methods[4]}};
+                                             {"slotText(const String&)", &methods[3]}};
         return rows;
     }
 
@@ -94,13 +89,11 @@ TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
         {"2  sigPair (uint,float)\t", "1slotId(uint)", true},
         {"2sigPair(uint,  float)", "1slotPair(uint,float)", false}, // of two blanks one stays
         {"2sigPair(uint,float)", "1slotNone()", true},
-        {"2sigPair(uint,float)", "1slotFloat(float)", false},
+        {"2sigPair(uint,float)", "1slotText(const String&)", false},
         {"2sigNone()", "1slotId(uint)", false},
         {"1sigNone()", "1slotNone()", false},
-        {"2sigNone()", "3slotNone()", false},
         {"2sigNone()", "slotNone()", false},
         {"2sigMissing()", "1slotNone()", false},
-        {"", "1slotNone()", false},
         {nullptr, "1slotNone()", false},
         {"2sigNone()", nullptr, false},
     };
@@ -130,60 +123,31 @@ TEST(Object, DeliversValuesInTheOrderOfConnection)
     sender.sigNone();
     EXPECT_EQ(a.heard, (std::vector<std::string>{"id 7", "pair 7 0.500000", "id 7", "words"}));
     EXPECT_EQ(b.heard, std::vector<std::string>{"none"});
-
-    SignalArgs tooFew{};
-    EXPECT_FALSE(a.invokeSlot(1, tooFew) || a.invokeSlot(99, tooFew) || a.invokeSignal(1, tooFew));
 }
 
-TEST(Object, DisconnectsWhatFits)
+TEST(Object, CutsNothingThatIsUnderWayAndEverythingOfADeadReceiversSender)
 {
-    using Heard = std::pair<size_t, size_t>; // by two receivers of two signals each
-    const auto heardAfter = [](const auto &change) {
-        Sender sender;
-        Receiver a("a"), b("b");
-        for (Receiver *receiver : {&a, &b}) {
-            Object::connect(&sender, "2sigNone()", receiver, "1slotNone()");
-            Object::connect(&sender, "2sigPair(uint,float)", receiver, "1slotId(uint)");
-        }
-        change(sender, a, b);
-        sender.sigNone();
-        sender.sigPair(1, 0);
-        return Heard(a.heard.size(), b.heard.size());
+    Sender sender;
+    Receiver a("a"), b("b"), late("late");
+    for (Receiver *receiver : {&a, &b}) Object::connect(&sender, "2sigNone()", receiver, "1slotNone()");
+    bool isFirst = true;
+    a.onHeard = [&] {
+        Object::disconnect(&sender, nullptr, nullptr, nullptr);
+        if (!std::exchange(isFirst, false)) return;
+        Object::connect(&sender, "2sigNone()", &late, "1slotNone()");
+        Object::disconnect(&sender, nullptr, &late, nullptr);
     };
-    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &a, Receiver &) {
-                  Object::disconnect(&sender, "2sigNone()", &a, "1slotNone()");
-              }),
-              Heard(1, 2));
-    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &b) {
-                  Object::disconnect(&sender, nullptr, &b, nullptr);
-              }),
-              Heard(2, 0));
-    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &) {
-                  Object::disconnect(&sender, "2sigNone()", nullptr,
-                                     "1slotNone()"); // without a receiver: nothing
-                  Object::disconnect(&sender, "2sigMissing()", nullptr, nullptr);
-              }),
-              Heard(2, 2));
-    EXPECT_EQ(
-        heardAfter([](Sender &sender, Receiver &a, Receiver &) { // in a delivery of its sender: all stay
-            a.onHeard = [&] { Object::disconnect(&sender, nullptr, nullptr, nullptr); };
-        }),
-        Heard(2, 2));
-    Receiver late("late"); // connected in a delivery, it stays as well
-    heardAfter([&](Sender &sender, Receiver &a, Receiver &) {
-        a.onHeard = [&, isFirst = true]() mutable {
-            if (!std::exchange(isFirst, false)) return;
-            Object::connect(&sender, "2sigNone()", &late, "1slotNone()");
-            Object::disconnect(&sender, nullptr, &late, nullptr);
-        };
-    });
-    EXPECT_EQ(late.heard.size(), 1u);
-    EXPECT_EQ(heardAfter([](Sender &sender, Receiver &, Receiver &) {
-                  Receiver third("third");
-                  Object::connect(&sender, "2sigText(const String&)", &third, "1slotNone()");
-              }),
-              Heard(0, 0))
-        << "the death of one receiver silences its sender";
+    sender.sigNone();
+    EXPECT_TRUE(a.heard.size() == 1 && b.heard.size() == 1 && late.heard.size() == 1);
+    Object::disconnect(&sender, "2sigNone()", &b, "1slotNone()");
+    sender.sigNone();
+    EXPECT_TRUE(a.heard.size() == 2 && b.heard.size() == 1 && late.heard.size() == 2);
+    {
+        Receiver dying("dying");
+        Object::connect(&sender, "2sigPair(uint,float)", &dying, "1slotNone()");
+    }
+    sender.sigNone();
+    EXPECT_TRUE(a.heard.size() == 2 && late.heard.size() == 2);
 }
 
 TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
@@ -211,54 +175,38 @@ TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
 TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
 {
     std::mt19937 random(20261124);
-    const auto pick = [&](size_t count) {
+    const auto below = [&](size_t count) {
         return std::uniform_int_distribution<size_t>(0, count - 1)(random);
     };
-    constexpr size_t kObjects = 24;
-    std::unique_ptr<Receiver> objects[kObjects];
+    std::unique_ptr<Receiver> objects[24];
     // The last signal drives slots only, and the last member is that signal: no circles.
     const char *const kSignals[] = {"2sigNone()", "2sigPair(uint,float)", "2sigText(const String&)",
                                     "2sigAgain()"};
     const char *const kMembers[] = {"1slotNone()", "1slotId(uint)", "1slotPair(uint,float)",
                                     "1slotText(const String&)", "2sigAgain()"};
-    const auto connectSome = [&](Object *sender, Object *receiver) {
-        const size_t signal = pick(std::size(kSignals));
-        const size_t members = std::size(kMembers) - (signal + 1 == std::size(kSignals));
-        Object::connect(sender, kSignals[signal], receiver, kMembers[pick(members)]);
-    };
     int depth = 0;
     uint64_t heard = 0;
     std::function<void()> step = [&] {
-        auto &object = objects[pick(kObjects)];
-        auto &other = objects[pick(kObjects)];
-        switch (pick(8)) {
-        case 0: // a death, perhaps in its own delivery: the pointer goes first, the object after it
+        std::unique_ptr<Receiver> &object = objects[below(std::size(objects))];
+        Receiver *const other = objects[below(std::size(objects))].get();
+        const size_t what = below(8), signal = below(std::size(kSignals));
+        const bool perhaps = below(2);
+        if (what == 0) { // a death, perhaps in its own delivery: the pointer goes first, the object after it
             std::exchange(object, nullptr).reset();
-            break;
-        case 1:
-            if (object) break;
+        } else if (what < 4) {
+            const size_t members = std::size(kMembers) - (signal + 1 == std::size(kSignals));
+            Object::connect(object.get(), kSignals[signal], other, kMembers[below(members)]);
+        } else if (what == 4) {
+            Object::disconnect(object.get(), perhaps ? kSignals[signal] : nullptr, other, nullptr);
+        } else if (!object) {
             object = std::make_unique<Receiver>("r");
             object->onHeard = [&] {
                 ++heard;
-                if (depth < 6 && pick(3) == 0) {
-                    ++depth;
-                    step();
-                    --depth;
-                }
+                if (below(3) == 0) step();
             };
-            break;
-        case 2:
-        case 3:
-        case 4: connectSome(object.get(), other.get()); break;
-        case 5: {
-            const char *const signal = pick(2) ? kSignals[pick(std::size(kSignals))] : nullptr;
-            Object::disconnect(object.get(), signal, pick(2) ? other.get() : nullptr, nullptr);
-            break;
-        }
-        default:
-            if (!object || depth > 3) break;
+        } else if (depth < 2) {
             ++depth;
-            if (pick(2))
+            if (perhaps)
                 object->sigPair(3, 0.5f);
             else
                 object->sigNone();

@@ -16,34 +16,18 @@ TEST(String, NullTextReadsAsEmptyButWasNeverGiven)
     EXPECT_FALSE(empty.isNull() || String("abc", 0).isNull() || null.mid(0).isNull());
     EXPECT_TRUE(null.left(3).isNull());
     EXPECT_EQ(null + "x", "x");
-    for (const String &text : {null.trimmed(), null.replace('a', 'b'), String("abc", 0)}) EXPECT_EQ(text, "");
     EXPECT_EQ(String("abc", 2), "ab");
     EXPECT_EQ(String("abc", 9), "abc");
-}
-
-TEST(String, OrderIsByUnsignedBytesAndNullComesFirst)
-{
-    const char *const noText = nullptr;
-    EXPECT_TRUE(String("B") < "a" && String("a") < "\xE4" && String("a") < "ab" && "b" > String("a"));
-    EXPECT_TRUE(String() > noText && !(String() == noText));
 }
 
 TEST(String, WhoeverChangesASharedTextLeavesTheOthersAlone)
 {
     const String source("  Gain ");
-    const std::pair<void (*)(String &), const char *> kChanges[] = {
-        {[](String &text) { text += "dB"; }, "  Gain dB"},
-        {[](String &text) { text.truncate(4); }, "  Ga"},
-        {[](String &text) { text.setText(std::make_shared<const std::string>("new")); }, "new"},
-        {[](String &text) { text = "other"; }, "other"},
-        {[](String &text) { text.setText(nullptr); }, ""}};
-    for (const auto &[change, result] : kChanges) {
-        String copy = source;
-        EXPECT_TRUE(copy.sharesTextWith(source));
-        change(copy);
-        EXPECT_EQ(copy, result);
-        EXPECT_EQ(source, "  Gain ");
-    }
+    String longer = source, shorter = source;
+    EXPECT_TRUE(longer.sharesTextWith(source));
+    longer += "dB";
+    shorter.truncate(4);
+    EXPECT_TRUE(longer == "  Gain dB" && shorter == "  Ga" && source == "  Gain ");
 }
 
 TEST(String, PiecesStayInsideTheText)
@@ -88,30 +72,22 @@ TEST(String, FindsForwardAndBackward)
             EXPECT_EQ(text.find(c, from), index(plain.find(c, from))) << c << from;
             EXPECT_EQ(text.findLast(c, from), index(plain.rfind(c, from))) << c << from;
         }
-    EXPECT_EQ(text.find('x', 0, false), OptionalIndex(1));
-    EXPECT_EQ(text.findLast('X', absent, false), OptionalIndex(3));
-    EXPECT_TRUE(text.find('a', 5) == absent && text.findLast('a', 5) == absent &&
-                String().findLast('a') == absent);
-    EXPECT_EQ(String("\xC4").find('\xE4', 0, false), absent) << "folding is for A to Z alone";
+    EXPECT_TRUE(text.find('a', 5) == absent && String().findLast('a') == absent);
+    EXPECT_EQ(text.findLast('a'), OptionalIndex(4));
 }
 
 TEST(String, ArgReplacesTheLowestMarkerOnce)
 {
     const std::tuple<const char *, const char *, const char *> kCases[] = {{"%2 then %1", "a", "%2 then a"},
-                                                                           {"%2 then a", "b", "b then a"},
                                                                            {"abc", "x", "abcx"},
-                                                                           {"", "x", "x"},
                                                                            {"%1 and %1", "x", "x and %1"},
                                                                            {"%10", "x", "x0"},
-                                                                           {"%%1", "x", "%x"},
                                                                            {"50%", "x", "50%x"},
-                                                                           {"%1 %0", "x", "%1 x"},
                                                                            {"%9%", "x", "x%"},
                                                                            {"%a %5", "", "%a "}};
     for (const auto &[text, value, result] : kCases) EXPECT_EQ(String(text).arg(value), result) << text;
     EXPECT_EQ(String("%1 %2").arg("%3").arg("b").arg("c"), "c b") << "a value may capture a later argument";
     EXPECT_EQ(String("%1").arg(-1, 16), "FFFFFFFF");
-    EXPECT_EQ(String("%1").arg(-1, 10), "-1");
     EXPECT_EQ(String("%1 dB").arg(-1.25f, 1), "-1.2 dB");
 }
 
@@ -122,8 +98,7 @@ TEST(String, FitToLengthPicksTheLongestThatFits)
                                                                        {"ab\nabcd\nabc", 0, "abcd"},
                                                                        {"ab\ncd", 2, "ab"},
                                                                        {"\n\nx\n", 3, "x"},
-                                                                       {"\nlong", 2, ""},
-                                                                       {"", 3, ""}};
+                                                                       {"\nlong", 2, ""}};
     for (const auto &[text, room, result] : kCases) EXPECT_EQ(fitToLength(text, room, '\n'), result) << text;
 }
 
