@@ -1,9 +1,10 @@
 #include "dsp/kernels/Fft.h"
 #include "dsp/kernels/FourierTransform.h"
 
+#include <algorithm>
+#include <bit>
 #include <cmath>
 #include <complex>
-#include <cstring>
 #include <gtest/gtest.h>
 #include <limits>
 #include <random>
@@ -56,7 +57,7 @@ Buffer raised(const FftPlan &plan, const Buffer &in, float before = 0)
 
 bool sameBits(const Buffer &a, const Buffer &b)
 {
-    return a.size() == b.size() && std::memcmp(a.data(), b.data(), a.size() * sizeof(float)) == 0;
+    return std::ranges::equal(a, b, {}, std::bit_cast<uint32_t, float>, std::bit_cast<uint32_t, float>);
 }
 
 class Fft : public testing::TestWithParam<int> {};
@@ -87,25 +88,11 @@ TEST_P(Fft, IsThePlainSumInEverySet)
 
 INSTANTIATE_TEST_SUITE_P(Orders, Fft, testing::Range(FftPlan::kLeastOrder, FftPlan::kMostOrder + 1));
 
-TEST(FftMagnitudes, AreWindowedAndOnlyRise)
-{
-    const FftPlan plan(9);
-    Buffer in = offsetNoise(512), window(512), magnitudes(257), work(plan.workLength()), product(512);
-    for (size_t n = 0; n < 512; ++n) product[n] = in[n] * (window[n] = float(n % 7) / 7);
-    plan.raiseMagnitudes(in.data(), window.data(), magnitudes.data(), work.data());
-    EXPECT_TRUE(sameBits(magnitudes, raised(plan, product)));
-
-    const float threshold = magnitudes[100];
-    const Buffer held = raised(plan, product, threshold);
-    for (size_t k = 0; k < held.size(); ++k) ASSERT_EQ(held[k], std::max(magnitudes[k], threshold)) << k;
-}
-
 /// The transform among the vector operations is the same plan behind another door.
-TEST(FourierTransform, GivesThePlansBitsAndRefusesBadArguments)
+TEST(FourierTransform, GivesThePlansBits)
 {
     IppsFFTSpec_R_32f *spec = nullptr;
     const Buffer in = offsetNoise(512);
-    EXPECT_EQ(ippsFFTInitAlloc_R_32f(&spec, 60, kFftScaleInverse, 1), -6);
     ASSERT_EQ(ippsFFTInitAlloc_R_32f(&spec, 9, kFftScaleInverse, 1), 0);
     int bytes = 0;
     ASSERT_EQ(ippsFFTGetBufSize_R_32f(spec, &bytes), 0);

@@ -16,25 +16,16 @@ struct Block {
 };
 
 /// Sound in which, if asked, values stand in which an implementation may go its own way.
-class Source {
-public:
-    explicit Source(bool withOddValues) : odd(withOddValues) {}
-    template <int blocks>
-    void fill(Block (&target)[blocks])
-    {
-        constexpr float kInfinity = std::numeric_limits<float>::infinity();
-        const float values[] = {0.f,   -0.f,   1.f,       1e-40f,     -1e-42f,
-                                3e38f, -3e38f, kInfinity, -kInfinity, std::nanf("")};
-        for (Block &block : target)
-            for (float &sample : block.samples)
-                sample =
-                    odd && random() % 8 == 0 ? values[random() % 10] : float(int32_t(random())) * 0x1p-31f;
-    }
-    std::mt19937 random{5};
-
-private:
-    bool odd;
-};
+template <int blocks>
+void fill(Block (&target)[blocks], std::mt19937 &random, bool odd)
+{
+    constexpr float kInfinity = std::numeric_limits<float>::infinity();
+    const float values[] = {0.f,   -0.f,   1.f,       1e-40f,     -1e-42f,
+                            3e38f, -3e38f, kInfinity, -kInfinity, std::nanf("")};
+    for (Block &block : target)
+        for (float &sample : block.samples)
+            sample = odd && random() % 8 == 0 ? values[random() % 10] : float(int32_t(random())) * 0x1p-31f;
+}
 
 struct States {
     SplitterState splitter{};
@@ -50,7 +41,7 @@ std::vector<float> transcript(const Table &set, bool odd)
     const auto hear = [&](const float *values, int count) {
         for (int i = 0; i < count; ++i) heard.push_back(std::isnan(values[i]) ? 7 : values[i]);
     };
-    Source source(odd);
+    std::mt19937 random{5};
     States states;
     SplitterCoeffs splitter;
     for (FilterPair *pair : {&splitter.outer, &splitter.inner, &splitter.second})
@@ -70,9 +61,9 @@ std::vector<float> transcript(const Table &set, bool odd)
     for (int round = 0; round < 200; ++round) {
         if (odd) states = {}; // what is no number would stay
         Block in[8], out[8];
-        source.fill(in);
-        source.fill(out);
-        const int frames = 1 + int(source.random() % 64);
+        fill(in, random, odd);
+        fill(out, random, odd);
+        const int frames = 1 + int(random() % 64);
         float *a = in[0].samples, *b = in[1].samples, *c = out[0].samples, *d = out[1].samples;
 
         SplitterOutput bands = {{}, {}, a, b};
