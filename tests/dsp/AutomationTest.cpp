@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <functional>
 #include <gtest/gtest.h>
 
 #include "dsp/Transform.h"
@@ -50,14 +51,9 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
     const auto step = static_cast<uint32_t>(random.pick(std::array{10, 50, 600}));
     automatic.chain.global()->setAutomationZipperSamples(static_cast<float>(step));
 
-    struct Automated {
-        ParamKind kind;
-        uint32_t component, index;
-        std::vector<float> values;
-    };
-    std::vector<Automated> automated;
+    std::vector<std::function<void(uint32_t sample)>> automated; // by hand
     for (uint32_t c = 0; c < automatic.plugin.components.size(); ++c) {
-        DSP::Component &component = *automatic.plugin.components[c];
+        DSP::Component &component = *automatic.plugin.components[c], &twin = *byHand.plugin.components[c];
         DSP::EnvelopeHandler &envelopes = component.envelopeHandler();
         for (uint32_t i = 0; i < component.numFloatParams(); ++i) {
             if (random.chance(0.7)) continue;
@@ -65,15 +61,15 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
             const auto segments = drawSegments(random, kRate, low, high);
             envelopes.setEnvelope(ParamKind::real, i, toEnvelope(segments));
             if (!component.floatParamAutomatable(i)) continue; // nothing is to follow
-            automated.push_back({ParamKind::real, c, i,
-                                 playEnvelope(segments, kRate, kFrames, component.floatParamValue(i))});
+            const auto values = playEnvelope(segments, kRate, kFrames, component.floatParamValue(i));
+            automated.push_back([=, &twin](uint32_t at) { twin.setFloatParamValue(i, values[at]); });
         }
         for (uint32_t i = 0; i < component.numBoolParams(); ++i) {
             if (!component.boolParamAutomatable(i) || random.chance(0.9)) continue;
             const auto segments = drawSegments(random, kRate, 0, 1);
             envelopes.setEnvelope(ParamKind::boolean, i, toEnvelope(segments));
-            automated.push_back({ParamKind::boolean, c, i,
-                                 playEnvelope(hold(segments), kRate, kFrames, component.boolParamValue(i))});
+            const auto values = playEnvelope(hold(segments), kRate, kFrames, component.boolParamValue(i));
+            automated.push_back([=, &twin](uint32_t at) { twin.setBoolParamValue(i, values[at] >= 0.5f); });
         }
         envelopes.setEnabled(true);
     }
@@ -91,14 +87,8 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
         for (uint32_t end = automatic.output.frames(), at = byHand.output.frames(); at < end; at += step) {
             const bool off = bypassed[at] >= 0.5f;
             byHand.chain.global()->setBypass(off);
-            for (const Automated &a : automated) { // a component that does not run moves nothing
-                DSP::Component &component = *byHand.plugin.components[a.component];
-                if (off) break;
-                if (a.kind == ParamKind::real)
-                    component.setFloatParamValue(a.index, a.values[at]);
-                else
-                    component.setBoolParamValue(a.index, a.values[at] >= 0.5f);
-            }
+            if (!off) // a component that does not run moves nothing
+                for (const auto &setValue : automated) setValue(at);
             byHand.play(std::min(step, end - at));
         }
     }

@@ -48,17 +48,7 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
     Random random(GetParam());
     Rig<DSP::CrossOver> rig;
     Reference::CrossOver reference;
-    const auto chooseRate = [&] {
-        const uint32_t rate = drawRate(random);
-        if (random.chance(0.5)) {
-            rig->resetComponent();
-            reference.reset();
-        }
-        rig.setSampleRate(rate);
-        reference.setSampleRate(rate);
-        return rate;
-    };
-    const uint32_t rate = chooseRate();
+    const uint32_t rate = rig.drawRate(random, reference);
     auto [name, audio] = Signals::any(random.next(), rate, std::max(rate / 2, 20000u));
     if (random.chance(0.3)) audio = Signals::mono(audio);
     const double changes = random.pick(std::array{0.0, 0.1, 0.5});
@@ -79,7 +69,7 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
             for (int i = 0; i < 3; ++i) rig->setCutoff(i, rig->cutoff(i));
             ASSERT_EQ(rig.plugin.touches, touches);
         }
-        if (random.chance(changes / 20)) chooseRate();
+        if (random.chance(changes / 20)) rig.drawRate(random, reference);
         const Audio block = slice(audio, from, frames);
         const Bands actual = split(rig, block);
         Bands expected(block);
@@ -97,28 +87,23 @@ TEST(CrossOver, StaysFiniteAndRecoversAtCutoffsOnTheEdgeOfTheRate)
 {
     // Close below half the rate and far below any legal value the rounded taps may not describe a stable
     // filter.
-    for (uint32_t rate : {8000u, 40001u, 1000000u}) {
+    const Audio wild = Signals::noise(1, 60000, 0), audio = Signals::noise(2, 60000, 0);
+    for (uint32_t rate : {8000u, 40001u, 1000000u})
         for (float hz :
              {std::nextafter(rate * 0.5f, 0.0f), rate * 0.49999f, rate * 0.4995f, 20.0f, 1e-30f, -5.0f}) {
-            Rig<DSP::CrossOver> rig;
+            SCOPED_TRACE(testing::Message() << hz << " Hz at " << rate);
+            Rig<DSP::CrossOver> rig, fresh;
             rig.resume(rate);
-            rig->setCutoff(0, hz);
-            rig->setCutoff(1, std::max(hz, rig->cutoff(1)));
-            rig->setCutoff(2, std::max(hz, rig->cutoff(2)));
-            const Bands wild = split(rig, Signals::noise(1, 60000, 0));
-            for (const Audio &band : wild.audio) EXPECT_LT(peakOf(band), 1e13) << hz << " Hz at " << rate;
-
-            for (int i = 0; i < 3; ++i) rig->setCutoff(i, DSP::CrossOver::kDefaultCutoffsHz[i]);
-            Rig<DSP::CrossOver> fresh;
             fresh.resume(rate);
-            const Audio audio = Signals::noise(2, 60000, 0);
+            rig->setCutoff(0, hz);
+            for (int i : {1, 2}) rig->setCutoff(i, std::max(hz, rig->cutoff(i)));
+            for (const Audio &band : split(rig, wild).audio) EXPECT_LT(peakOf(band), 1e13);
+            for (int i = 0; i < 3; ++i) rig->setCutoff(i, DSP::CrossOver::kDefaultCutoffsHz[i]);
             split(rig, audio);
             split(fresh, audio);
             const Bands actual = split(rig, audio), expected = split(fresh, audio);
-            for (int b = 0; b < 4; ++b)
-                EXPECT_LT(errorDb(actual.audio[b], expected.audio[b]), -120) << hz << " Hz at " << rate;
+            for (int b = 0; b < 4; ++b) EXPECT_LT(errorDb(actual.audio[b], expected.audio[b]), -120);
         }
-    }
 }
 
 TEST(CrossOver, DraggedCutoffsStayInRangeAndApart)

@@ -4,6 +4,7 @@
 
 #include "dsp/Component.h"
 #include "dsp/PluginLink.h"
+#include "tests/signals/Blocks.h"
 
 /// Stands in for the plug-in where a component is tested alone; counts what the component asks for.
 class FakePlugin final : public DSP::PluginLink {
@@ -11,7 +12,7 @@ public:
     void registerComponent(DSP::Component *component) override { components.push_back(component); }
     std::span<DSP::Component *const> componentList() const override { return components; }
     void requestActiveUpdate() override { ++activeRequests; }
-    void requestLatencyUpdate() override { ++latencyRequests; }
+    void requestLatencyUpdate() override {}
     bool isPresetChanging() const override { return presetChanging; }
     void markParametersTouched() override { ++touches; }
     void postMessage(uint32_t code) override { messages.push_back(code); }
@@ -26,7 +27,7 @@ public:
 
     std::vector<DSP::Component *> components;
     std::vector<uint32_t> messages;
-    int activeRequests = 0, latencyRequests = 0, refreshRequests = 0, chainResets = 0, touches = 0;
+    int activeRequests = 0, refreshRequests = 0, chainResets = 0, touches = 0;
     bool presetChanging = false, editorOpen = false;
 
 private:
@@ -58,12 +59,25 @@ struct Rig {
                  float *const *bandsRight = nullptr)
     {
         constexpr int64_t time = 0;
-        bool refresh = false;
         return component.run(rate, &time, 50, &refresh, frames, left, right, false, bandsLeft, bandsRight);
+    }
+    /// Of this and the plain loop `reference` alike; half of the times without the reset before it.
+    template <class Reference>
+    uint32_t drawRate(Signals::Random &random, Reference &reference)
+    {
+        const uint32_t hz = ::drawRate(random);
+        if (random.chance(0.5)) {
+            component.resetComponent();
+            reference.reset();
+        }
+        setSampleRate(hz);
+        reference.setSampleRate(hz);
+        return hz;
     }
     T *operator->() { return &component; }
 
     FakePlugin plugin;
     T component;
     uint32_t rate = 44100;
+    bool refresh = false;
 };

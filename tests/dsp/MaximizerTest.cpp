@@ -29,18 +29,8 @@ TEST_P(MaximizerSeeds, MatchesTheReferenceThroughEveryChange)
         rig->setRatio(random.real(1, 25)); // heard by nobody
         reference.set(settings);
     };
-    const auto resume = [&] {
-        const uint32_t rate = drawRate(random);
-        if (random.chance(0.5)) {
-            rig->resetComponent();
-            reference.reset();
-        }
-        rig.setSampleRate(rate);
-        reference.setSampleRate(rate);
-        return rate;
-    };
     chooseSettings();
-    const uint32_t rate = resume();
+    const uint32_t rate = rig.drawRate(random, reference);
     auto [name, audio] = Signals::any(random.next(), rate, 40000);
     if (random.chance(0.3)) audio = Signals::mono(audio);
     const double changes = random.pick(std::array{0.0, 0.05, 0.5});
@@ -50,7 +40,7 @@ TEST_P(MaximizerSeeds, MatchesTheReferenceThroughEveryChange)
     uint32_t from = 0;
     for (uint32_t frames : cutIntoBlocks(random, audio.frames())) {
         if (random.chance(changes)) chooseSettings();
-        if (random.chance(changes / 20)) resume();
+        if (random.chance(changes / 20)) rig.drawRate(random, reference);
         Audio actual = slice(audio, from, frames), expected = actual;
         rig.run(frames, actual.left.data(), actual.rightOrNull());
         reference.process(frames, expected.left.data(), expected.rightOrNull());
