@@ -12,15 +12,11 @@ namespace {
 
 using Signals::Random;
 
-/// FNV-1a over the bits of the samples.
-class Hash {
-public:
-    void add(const std::vector<float> &samples)
-    {
-        for (float sample : samples) value = (value ^ std::bit_cast<uint32_t>(sample)) * 0x100000001B3ull;
-    }
-    uint64_t value = 0xCBF29CE484222325ull;
-};
+/// Goes on with FNV-1a over the bits of the samples.
+void add(uint64_t &hash, const std::vector<float> &samples)
+{
+    for (float sample : samples) hash = (hash ^ std::bit_cast<uint32_t>(sample)) * 0x100000001B3ull;
+}
 
 Reference::Settings drawPlainly(Random &random)
 {
@@ -48,23 +44,23 @@ uint64_t hashOf(uint32_t seed, const FloatEnvironment &environment)
                         : seed % 3 == 1 ? Signals::music(seed, rate, frames, -3)
                                         : Signals::bursts(seed, rate, frames, 6);
     const uint32_t block = random.chance(0.5) ? 64 : 441;
-    Hash hash;
+    uint64_t hash = 0xCBF29CE484222325ull;
     Audio output;
     {
         const InFloatEnvironment hosts(environment);
         output = plugin.process(audio, block);
         EXPECT_TRUE(hosts.isUntouched());
     }
-    hash.add(output.left);
-    hash.add(output.right);
+    add(hash, output.left);
+    add(hash, output.right);
     std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t band = 0; band < 4; ++band) {
         uint32_t count = 0;
         plugin.transformHandle().spectrum(band)->readSpectrum(magnitudes.data(), count);
-        hash.add(magnitudes);
-        hash.add({plugin.transformHandle().dynamics()->readGainReduction(band)});
+        add(hash, magnitudes);
+        add(hash, {plugin.transformHandle().dynamics()->readGainReduction(band)});
     }
-    return hash.value;
+    return hash;
 }
 
 constexpr uint64_t kHashes[] = {

@@ -25,7 +25,6 @@ public:
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
     void setPresetChanging(bool on) { presetChanging = on; }
-    void setStreamTime(int64_t time) { streamTime = time; } // 100 ns
 
     void apply(const Reference::Settings &settings);
     /// One block, mono or stereo as the input is.
