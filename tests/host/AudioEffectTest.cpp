@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include <functional>
-#include <limits>
+#include <cstring>
 
+#include "platform/WindowSystem.h"
 #include "tests/host/FakeHost.h"
 
 namespace {
@@ -16,17 +16,8 @@ public:
     {
         if (outOfMemory) throw std::bad_alloc();
     }
-    void install(AEffEditor *shown) { editor.reset(shown); }
 
     bool outOfMemory = false;
-};
-
-class RecordingEditor final : public AEffEditor {
-public:
-    using AEffEditor::AEffEditor;
-    intptr_t onKeyDown(const VstKeyCode &code) override { return (key = code).character; }
-
-    VstKeyCode key = {};
 };
 
 struct AudioEffectTest : testing::Test {
@@ -34,32 +25,17 @@ struct AudioEffectTest : testing::Test {
     PlainEffect effect{FakeHost::callback};
     AEffect *const record = effect.getAeffect();
 
-    intptr_t dispatch(int32_t opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
-                      float opt = 0)
+    intptr_t dispatch(int32_t opcode, intptr_t value = 0, void *ptr = nullptr)
     {
-        return record->dispatcher(record, opcode, index, value, ptr, opt);
+        return record->dispatcher(record, opcode, 0, value, ptr, 0);
     }
 };
-
-TEST_F(AudioEffectTest, ForwardsToTheEditorOnlyIfThereIsOne)
-{
-    EXPECT_EQ(0, dispatch(effEditKeyDown, 'a', 1));
-    auto *const editor = new RecordingEditor(&effect);
-    effect.install(editor);
-    EXPECT_EQ(0, dispatch(effEditGetRect));
-    EXPECT_EQ('a', dispatch(effEditKeyDown, 'a', 13, nullptr, 2.9f));
-    EXPECT_TRUE(editor->key.virt == 13 && editor->key.modifier == 2);
-    for (float noModifier : {std::numeric_limits<float>::quiet_NaN(), 1e9f, -1.0f}) {
-        dispatch(effEditKeyDown, 0, 0, nullptr, noModifier);
-        EXPECT_EQ(0, editor->key.modifier);
-    }
-}
 
 TEST_F(AudioEffectTest, TakesNoSmallNumberForAnAddress)
 {
     VstSpeakerArrangement *output = nullptr;
     for (const intptr_t number : {0, 8, 4088}) // a host may write the number of a pin there
-        EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, 0, number, &output));
+        EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, number, &output));
 }
 
 TEST_F(AudioEffectTest, LetsNoExceptionReachTheHost)
@@ -69,77 +45,75 @@ TEST_F(AudioEffectTest, LetsNoExceptionReachTheHost)
     record->process(record, nullptr, nullptr, 1);
 }
 
-TEST_F(AudioEffectTest, AsksTheHostAndIsNeutralWithoutOne)
+TEST_F(AudioEffectTest, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
 {
-    host.answers[audioMasterGetSampleRate] = 88200;
-    host.answers[audioMasterGetBlockSize] = -1;
-    EXPECT_EQ(88200.0f, effect.updateSampleRate());
-    EXPECT_EQ(1024, effect.updateBlockSize());
+    static char text[65];
+    const struct {
+        int32_t number;
+        void (*ask)(PlainEffect &asking);
+    } requests[] = {{0, [](PlainEffect &asking) { asking.setParameterAutomated(0, 1.0f); }},
+                    {13, [](PlainEffect &asking) { asking.ioChanged(); }},
+                    {15, [](PlainEffect &asking) { asking.sizeWindow(547, 488); }},
+                    {16, [](PlainEffect &asking) { asking.updateSampleRate(); }},
+                    {33, [](PlainEffect &asking) { asking.getHostProductString(text); }},
+                    {43, [](PlainEffect &asking) { asking.beginEdit(0); }},
+                    {44, [](PlainEffect &asking) { asking.endEdit(0); }},
+                    {49, [](PlainEffect &asking) { asking.getInputSpeakerArrangement(); }}};
+    PlainEffect alone(nullptr);
+    for (const auto &[number, ask] : requests) {
+        host.takeCalls();
+        ask(effect);
+        const std::vector<FakeHost::Call> calls = host.takeCalls();
+        ASSERT_EQ(1u, calls.size()) << number;
+        EXPECT_EQ(number, calls[0].opcode);
+        ask(alone);
+        EXPECT_TRUE(host.takeCalls().empty());
+    }
     host.connectedInputs = 1;
     EXPECT_TRUE(effect.isInputConnected(0) && !effect.isInputConnected(1) && effect.isOutputConnected(1));
-    host.takeCalls();
-    effect.sizeWindow(547, 488);
-    const FakeHost::Call call = host.takeCalls().at(0);
-    EXPECT_TRUE(call.opcode == audioMasterSizeWindow && call.index == 547 && call.value == 488);
-
-    PlainEffect alone(nullptr);
     EXPECT_TRUE(alone.isInputConnected(0));
-    EXPECT_FALSE(alone.ioChanged());
-    EXPECT_EQ(nullptr, alone.getTimeInfo(0));
-    EXPECT_EQ(44100.0f, alone.updateSampleRate());
-    alone.setParameterAutomated(0, 1.0f);
 }
 
-TEST_F(AudioEffectTest, NumbersItsRequests)
+TEST(Entry, RefusesAHostWithoutVersion)
 {
-    char text[65] = {};
-    const struct {
-        int32_t number; // of the interface, as hosts know it
-        std::function<void()> ask;
-    } requests[] = {{6, [&] { effect.wantEvents(1); }},
-                    {7, [&] { effect.getTimeInfo(0); }},
-                    {10, [&] { effect.tempoAt(0); }},
-                    {11, [&] { effect.getNumAutomatableParameters(); }},
-                    {12, [&] { effect.getParameterQuantization(); }},
-                    {13, [&] { effect.ioChanged(); }},
-                    {14, [&] { effect.needIdle(); }},
-                    {16, [&] { effect.updateSampleRate(); }},
-                    {17, [&] { effect.updateBlockSize(); }},
-                    {18, [&] { effect.getInputLatency(); }},
-                    {19, [&] { effect.getOutputLatency(); }},
-                    {20, [&] { effect.getPreviousPlug(nullptr); }},
-                    {21, [&] { effect.getNextPlug(nullptr); }},
-                    {22, [&] { effect.willProcessReplacing(); }},
-                    {23, [&] { effect.getCurrentProcessLevel(); }},
-                    {24, [&] { effect.getAutomationState(); }},
-                    {25, [&] { effect.offlineStart(nullptr, 1, 2); }},
-                    {26, [&] { effect.offlineRead(nullptr, 0, true); }},
-                    {27, [&] { effect.offlineWrite(nullptr, 0); }},
-                    {28, [&] { effect.offlineGetCurrentPass(); }},
-                    {29, [&] { effect.offlineGetCurrentMetaPass(); }},
-                    {30, [&] { effect.setOutputSampleRate(1); }},
-                    {31, [&] { effect.getOutputSpeakerArrangement(); }},
-                    {32, [&] { effect.getHostVendorString(text); }},
-                    {33, [&] { effect.getHostProductString(text); }},
-                    {34, [&] { effect.getHostVendorVersion(); }},
-                    {35, [&] { effect.hostVendorSpecific(1, 2, nullptr, 3); }},
-                    {37, [&] { effect.canHostDo("sizeWindow"); }},
-                    {38, [&] { effect.getHostLanguage(); }},
-                    {39, [&] { effect.openWindow(nullptr); }},
-                    {40, [&] { effect.closeWindow(nullptr); }},
-                    {41, [&] { effect.getDirectory(); }},
-                    {42, [&] { effect.updateDisplay(); }},
-                    {43, [&] { effect.beginEdit(0); }},
-                    {44, [&] { effect.endEdit(0); }},
-                    {45, [&] { effect.openFileSelector(nullptr); }},
-                    {49, [&] { effect.getInputSpeakerArrangement(); }}};
-    for (const auto &request : requests) {
-        host.takeCalls();
-        request.ask();
-        const auto calls = host.takeCalls();
-        ASSERT_EQ(1u, calls.size()) << request.number;
-        EXPECT_EQ(request.number, calls[0].opcode);
-    }
+    EXPECT_EQ(nullptr, VSTPluginMain(nullptr));
+    FakeHost host;
+    host.answers.clear(); // 0 to everything
+    EXPECT_EQ(nullptr, VSTPluginMain(FakeHost::callback));
+}
+
+TEST(Entry, DescribesTheEffect)
+{
+    FakeHost host;
+    const LoadedEffect effect;
+    EXPECT_EQ(0, std::memcmp(&effect->magic, "PtsV", 4));
+    EXPECT_EQ(0, std::memcmp(&effect->uniqueID, "trlQ", 4));
+    EXPECT_EQ(1020, effect->version);
+    EXPECT_TRUE(effect->numPrograms == 1 && effect->numInputs == 2 && effect->numOutputs == 2);
+    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks | effFlagsNoSoundInStop |
+                  (Platform::hasWindowSystem() ? effFlagsHasEditor : 0),
+              effect->flags);
+    for (int32_t opcode : {effEditGetRect, effEditOpen, effEditIdle, effEditKeyDown})
+        EXPECT_TRUE(Platform::hasWindowSystem() || effect.dispatch(opcode) == 0) << opcode;
+    for (int32_t opcode : {effGetEffectName, effGetProductString})
+        EXPECT_EQ("Tessarine", effect.text(opcode));
+    EXPECT_EQ("Veloxon, Inc.", effect.text(effGetVendorString));
+    const std::pair<int32_t, intptr_t> answers[] = {{effGetVendorVersion, 1020},
+                                                    {effGetPlugCategory, kPlugCategEffect},
+                                                    {effGetTailSize, 1},
+                                                    {effKeysRequired, 0}};
+    for (const auto &[opcode, answer] : answers) EXPECT_EQ(answer, effect.dispatch(opcode)) << opcode;
+
+    const auto can = [&](const char *question) {
+        return effect.dispatch(effCanDo, 0, 0, const_cast<char *>(question));
+    };
+    for (const char *yes : {"plugAsChannelInsert", "plugAsSend", "mixDryWet", "1in1out", "2in2out"})
+        EXPECT_EQ(1, can(yes)) << yes;
+    for (const char *no : {"sendVstEvents", "receiveVstMidiEvent", "offline", "noRealTime", "multipass",
+                           "metapass", "1in2out", "2in1out", "8in8out"})
+        EXPECT_EQ(-1, can(no)) << no;
+    for (const char *unknown : {"midiProgramNames", "conformsToWindowRules", "bypass", "", "2IN2OUT"})
+        EXPECT_EQ(0, can(unknown)) << unknown;
 }
 
 } // namespace

@@ -1,5 +1,6 @@
 #pragma once
 #include <cfenv>
+#include <utility>
 
 #if defined(__SSE2__)
 #include <emmintrin.h>
@@ -26,41 +27,31 @@ public:
     explicit InFloatEnvironment(const FloatEnvironment &environment)
     {
         std::fesetround(environment.rounding);
-#if defined(__SSE2__)
-        if (environment.flushing) _mm_setcsr(_mm_getcsr() | kFlush);
-#endif
+        if (environment.flushing) setVector(vector() | kFlush);
         set = now();
     }
     ~InFloatEnvironment()
     {
-#if defined(__SSE2__)
-        _mm_setcsr(vectorBefore); // not every system's fesetround reaches it
-#endif
-        std::fesetround(roundingBefore);
+        setVector(before.second); // not every system's fesetround reaches it
+        std::fesetround(before.first);
     }
     InFloatEnvironment(const InFloatEnvironment &) = delete;
 
     bool isUntouched() const { return now() == set; }
 
 private:
-    struct State {
-        int rounding = 0;
-        unsigned vector = 0;
-        bool operator==(const State &) const = default;
-    };
-    static State now()
-    {
-        State state{std::fegetround()};
-#if defined(__SSE2__)
-        state.vector = _mm_getcsr() & ~kRaised;
-#endif
-        return state;
-    }
-
+    using State = std::pair<int, unsigned>;                    // rounding, and control of the vectors
     static constexpr unsigned kFlush = 0x8040, kRaised = 0x3F; // the exceptions that have occurred
-    State set;
-    const int roundingBefore = std::fegetround();
+
 #if defined(__SSE2__)
-    const unsigned vectorBefore = _mm_getcsr();
+    static unsigned vector() { return _mm_getcsr() & ~kRaised; }
+    static void setVector(unsigned control) { _mm_setcsr(control); }
+#else
+    static unsigned vector() { return 0; }
+    static void setVector(unsigned) {}
 #endif
+    static State now() { return {std::fegetround(), vector()}; }
+
+    const State before = now();
+    State set;
 };

@@ -2,7 +2,6 @@
 #include <algorithm>
 #include <cstdint>
 #include <functional>
-#include <gtest/gtest.h>
 #include <map>
 #include <string>
 
@@ -30,6 +29,5 @@ inline Holdings leastLeftBehind(int uses, const std::function<void()> &use,
         }
         before = std::move(after);
     }
-    for (const auto &[what, growth] : least) testing::Test::RecordProperty(what, std::to_string(growth));
     return least;
 }

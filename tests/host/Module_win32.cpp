@@ -2,11 +2,7 @@
 
 #include <windows.h>
 
-namespace {
-
-constexpr char kFile[] = "tessarine.dll"; // Windows looks beside the program first
-
-} // namespace
+static constexpr char kFile[] = "tessarine.dll"; // Windows looks beside the program first
 
 // The compiler's thread library never frees the record of a thread that has loaded it, nor its first locks.
 const int64_t Module::kKeptOfALoad = 1500;

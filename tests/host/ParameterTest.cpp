@@ -89,6 +89,8 @@ TEST_F(ParameterTest, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
     for (int32_t index : {39, -1, std::numeric_limits<int32_t>::min()}) {
         effect.set(index, 1.0f);
         EXPECT_EQ(0.0f, effect.get(index));
+        for (int32_t opcode : {effGetParamName, effGetParamLabel, effGetParamDisplay})
+            EXPECT_EQ(LoadedEffect::kUntouched, effect.text(opcode, index));
     }
 }
 

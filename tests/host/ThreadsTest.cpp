@@ -1,114 +1,127 @@
 #include <gtest/gtest.h>
 
-#include <chrono>
+#include <atomic>
 #include <cmath>
-#include <cstdlib>
-#include <limits>
+#include <deque>
+#include <functional>
 #include <thread>
 
 #include "tests/host/FakeHost.h"
+#include "tests/signals/Blocks.h"
 #include "tests/signals/Compare.h"
 
 namespace {
 
 using Signals::Random;
 
-/// How long the threads run at least; TESSARINE_LONG_TESTS=1 asks for a minute.
-std::chrono::seconds span()
-{
-    const char *const wish = std::getenv("TESSARINE_LONG_TESTS");
-    return std::chrono::seconds(wish && wish[0] == '1' ? 60 : 0);
-}
-
-struct Threads : testing::Test {
-    FakeHost host;
-    const LoadedEffect effect;
-    std::atomic<bool> over = false;
-
-    /// `work` again and again until the end, with random numbers of its own. Each does so kRounds times, however
-    /// little of the machine it gets.
-    template <class Work>
-    std::jthread repeating(Work work)
+/// An effect that plays: its rate, settings, sound, blocks and automation are all drawn from the seed.
+struct Player {
+    explicit Player(uint64_t seed) : random(seed)
     {
-        return std::jthread([this, work, random = Random(++seeds)]() mutable {
-            for (int round = 1; !over; ++round) {
-                work(random);
-                if (round == kRounds) ++done;
-            }
-        });
+        effect.setRate(rate);
+        effect.setAll(random);
+        effect.switchOn();
     }
-    static constexpr int kRounds = 300;
-    uint64_t seeds = 0;
-    std::atomic<uint64_t> done = 0;
+    void play()
+    {
+        const Audio music = Signals::music(random.next(), rate, 10000, 3);
+        for (const uint32_t frames : cutIntoBlocks(random, music.frames())) {
+            effect.set(static_cast<int32_t>(random.below(30)), random.real(0, 1)); // no switch
+            const Audio played = effect.process(Signals::slice(music, output.frames(), frames));
+            output = Signals::append(std::move(output), played);
+        }
+    }
 
-    /// The host's window thread: states, programs, pauses, settings.
-    void useProject(Random &random, const std::vector<LoadedEffect::Bytes> &chunks) const
-    {
-        effect.load(random.pick(chunks));
-        effect.dispatch(effSetProgram);
-        EXPECT_EQ(chunks[0].size(), effect.chunk().size());
-        effect.global().setDelayCompensation(random.chance(0.5));
-        effect.global().setProcessAsMono(random.chance(0.2));
-        effect.plugin().applyLatency();
-        effect.plugin().refreshServed();
-        if (random.chance(0.05)) effect.switchOff();
-        if (random.chance(0.05)) effect.switchOn();
-    }
-    /// All that an editor or a host shows.
-    void look(Random &random) const
-    {
-        const TransformHandle &parts = effect.plugin().transformHandle();
-        const auto index = static_cast<int32_t>(random.below(39));
-        const uint32_t band = random.below(4);
-        EXPECT_TRUE(std::isfinite(effect.get(index)));
-        for (int32_t opcode : {effGetParamDisplay, effGetParamLabel, effGetParamName})
-            EXPECT_NE(LoadedEffect::kUntouched, effect.text(opcode, index));
-        float peaks[4] = {};
-        parts.level()->read(peaks[0], peaks[1], peaks[2], peaks[3]);
-        uint32_t count = 0;
-        std::vector<float> seen(DSP::Meter::Spectrum::kMostMagnitudes);
-        parts.spectrum(band)->readSpectrum(seen.data(), count);
-        seen.insert(seen.end(), std::begin(peaks), std::end(peaks));
-        seen.push_back(parts.dynamics()->readGainReduction(band));
-        EXPECT_TRUE(std::isfinite(peakOf(seen)));
-    }
+    Random random;
+    const uint32_t rate = drawRate(random);
+    LoadedEffect effect;
+    Audio output;
 };
 
-TEST_F(Threads, MoveAndShowEverythingWhileAudioRuns)
+TEST(Instances, PlayInThreadsAsEachAlone)
 {
-    std::vector<LoadedEffect::Bytes> chunks = {effect.chunk()};
+    FakeHost host;
+    std::deque<Player> alone, together;
+    std::vector<std::jthread> threads;
+    for (uint64_t seed = 0; seed < 12; ++seed) {
+        alone.emplace_back(seed).play();
+        together.emplace_back(seed);
+    }
+    for (Player &player : together) threads.emplace_back([&player] { player.play(); });
+    for (std::jthread &thread : threads) thread.join();
+    for (size_t i = 0; i < alone.size(); ++i) EXPECT_EQ(alone[i].output, together[i].output) << i;
+}
+
+/// The host's window thread: states, programs, pauses, settings.
+void useProject(const LoadedEffect &effect, Random &random, const std::vector<LoadedEffect::Bytes> &chunks)
+{
+    effect.load(random.pick(chunks));
+    effect.dispatch(effSetProgram);
+    EXPECT_EQ(chunks[0].size(), effect.chunk().size());
+    effect.global().setDelayCompensation(random.chance(0.5));
+    effect.global().setProcessAsMono(random.chance(0.2));
+    effect.plugin().applyLatency();
+    if (random.chance(0.05)) effect.switchOff();
+    if (random.chance(0.05)) effect.switchOn();
+}
+
+/// What an editor shows.
+void look(const LoadedEffect &effect, Random &random)
+{
+    const TransformHandle &parts = effect.plugin().transformHandle();
+    EXPECT_NE(LoadedEffect::kUntouched,
+              effect.text(effGetParamDisplay, static_cast<int32_t>(random.below(39))));
+    float seen[5] = {};
+    parts.level()->read(seen[0], seen[1], seen[2], seen[3]);
+    seen[4] = parts.dynamics()->readGainReduction(random.below(4));
+    EXPECT_TRUE(std::isfinite(peakOf(seen)));
+    uint32_t count = 0;
+    std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
+    parts.spectrum(random.below(4))->readSpectrum(magnitudes.data(), count);
+    EXPECT_TRUE(std::isfinite(peakOf(magnitudes)));
+}
+
+TEST(Threads, MoveAndShowEverythingWhileAudioRunsAndNothingOfItStays)
+{
+    FakeHost host;
+    const LoadedEffect effect, fresh;
     Random draw(0);
+    std::vector<LoadedEffect::Bytes> chunks;
     while (chunks.size() < 8) {
         effect.setAll(draw);
         chunks.push_back(effect.chunk());
     }
+    const std::function<void(Random &)> works[] = {
+        [&](Random &random) { useProject(effect, random, chunks); },
+        [&](Random &random) { effect.set(static_cast<int32_t>(random.below(39)), random.real(-0.1, 1.1)); },
+        [&](Random &random) { look(effect, random); }};
+    const int rounds = seedCount(300); // of each, however little of the machine it gets
     const Audio music = Signals::append(Signals::music(1, 44100, 40000, 3), Signals::noise(2, 40000, 0));
     {
         const RecordingWindow window(effect.plugin());
-        const std::jthread threads[] = {
-            repeating([&](Random &random) { useProject(random, chunks); }),
-            repeating([&](Random &random) {
-                effect.set(static_cast<int32_t>(random.below(39)), random.real(-0.1, 1.1));
-            }),
-            repeating([&](Random &random) { look(random); }),
-        };
-        for (const auto end = std::chrono::steady_clock::now() + span();
-             done < seeds || std::chrono::steady_clock::now() < end;) {
+        std::atomic<size_t> done = 0;
+        std::vector<std::jthread> threads;
+        for (const auto &work : works)
+            threads.emplace_back([&, random = Random(threads.size())]() mutable {
+                for (int round = 1; done < std::size(works); ++round) {
+                    work(random);
+                    if (round == rounds) ++done;
+                }
+            });
+        while (done < std::size(works)) {
             Audio block = Signals::slice(music, draw.below(70000), 1 + draw.below(4096));
-            if (draw.chance(0.01)) block.left[0] = std::numeric_limits<float>::quiet_NaN();
+            if (draw.chance(0.01)) block.left[0] = std::nanf("");
             EXPECT_TRUE(std::isfinite(peakOf(effect.process(std::move(block)))));
         }
-        over = true;
     }
     effect.global().setProcessAsMono(false);
     effect.global().setDelayCompensation(true);
-    const LoadedEffect fresh;
     for (const LoadedEffect *each : {&effect, &fresh}) {
         each->load(chunks[3]);
         each->switchOff();
         each->switchOn();
     }
-    EXPECT_EQ(fresh.process(music), effect.process(music)) << "nothing of it stays";
+    EXPECT_EQ(fresh.process(music), effect.process(music));
 }
 
 } // namespace
