@@ -5,6 +5,7 @@
 using testing::AllOf;
 using testing::ContainsRegex;
 using testing::HasSubstr;
+using testing::Not;
 using testing::StartsWith;
 
 namespace {
@@ -38,6 +39,31 @@ TEST_F(Commands, HelpGoesToStandardOutput)
 {
     EXPECT_THAT(succeed("--help"), AllOf(HasSubstr("render"), HasSubstr("response")));
     EXPECT_THAT(succeed("render --help"), HasSubstr("--no-compensate"));
+}
+
+TEST_F(Commands, ChunkPrintsTheSavedValuesOnlyAndRendersTheSameBytesAsItsSettings)
+{
+    // of every kind, some that hosts see and some that they do not
+    const std::string settings =
+        " --set 'Band 1 Comp Threshold=-31.7' --set 'Band 1 Ratio=3.3' --set 'Crossover Mid Cutoff=1234'"
+        " --set 'Crossover Band 4 Mute=on' --set 'Limiter Ratio=7' --set Gain=2.9";
+    succeed("chunk a.chunk" + settings);
+    const std::string printed = succeed("chunk --print a.chunk");
+    EXPECT_THAT(printed, ContainsRegex("Band 1 Comp Threshold +-31.70  dB\n"));
+    EXPECT_THAT(printed, ContainsRegex("Crossover Band 4 Mute +on\n"));
+    EXPECT_THAT(printed, ContainsRegex("Limiter Ratio +7.00  x:1\n"));
+    EXPECT_THAT(printed, ContainsRegex("Band 4 Spectrum Overlap +5\n"));
+    EXPECT_THAT(printed, Not(HasSubstr("Global")));
+
+    write("in.wav", kWavFloat, 48000, Signals::noise(3, 20000, -6.0));
+    const auto rendered = [this](const std::string &options) {
+        succeed("render in.wav out.wav" + options);
+        return readBytes("out.wav");
+    };
+    const std::string expected = rendered(settings);
+    EXPECT_NE(rendered(""), expected);
+    EXPECT_EQ(expected, rendered(" --chunk a.chunk"));
+    EXPECT_EQ(rendered(settings + " --set Gain=-4"), rendered(" --set Gain=-4 --chunk a.chunk"));
 }
 
 } // namespace

@@ -26,7 +26,6 @@ constexpr Refusal kRefusals[] = {
     {"render cut.wav out.wav", 1, "cut.wav is cut short"},
     {"render cut.aiff out.wav", 1, "cut.aiff is cut short"},
     {"render cut.flac out.wav", 1, "cut.flac is damaged or cut short"},
-    {"render header.wav out.wav", 1, "header.wav"},
     {"render empty.wav out.wav", 1, "0 frames"},
     {"render six.wav out.wav", 1, "has 6 channels"},
     {"render notes.wav out.wav", 1, "cannot be read as sound"},
@@ -43,11 +42,9 @@ constexpr Refusal kRefusals[] = {
     {"response --png /proc/picture.png", 1, "/proc/picture.png cannot be written"},
 
     {"render good.wav out.wav --set 'Band 1 Ration=4'", 1, "'Band 1 Ratio'"},
-    {"render good.wav out.wav --set 'comp threshold=-3'", 1, "'Band 1 Comp Threshold'"},
     {"render good.wav out.wav --set 'Band 1 Ratio=31'", 1, "it takes 1 to 30 x:1"},
     {"render good.wav out.wav --set 'Band 1 Ratio=nan'", 1, "cannot be 'nan'"},
     {"render good.wav out.wav --set 'Band 1 Ratio=4 dB'", 1, "cannot be '4 dB'"},
-    {"render good.wav out.wav --set 'Band 1 Ratio='", 1, "cannot be ''"},
     {"render good.wav out.wav --set 'Limiter Bypass=maybe'", 1, "it takes off or on"},
     {"render good.wav out.wav --set 'Global: Preset Change Mode=1.5'", 1, "it takes 0 to 2"},
     {"render good.wav out.wav --set 'Crossover Low Cutoff=5000'", 1, "ascending order"},
@@ -60,23 +57,16 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --chunk ./out.wav", 1, "the output would overwrite the chunk ./out.wav"},
     {"render good.wav out.wav --chunk ''", 2, "the name of the chunk is empty"},
     {"chunk --print good.wav", 1, "good.wav is damaged or no chunk"},
-    {"chunk absent/a.chunk", 1, "absent does not exist"},
-    {"chunk folder", 1, "folder is a folder"},
     {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not kept"},
-    {"chunk a --set 'Crossover Low Cutoff=5000'", 1, "ascending order"},
     {"chunk a --print --set Gain=1", 2, "--print excludes --set"},
 
     {"render good.wav out.wav --dry ./out.wav", 1, "the dry file would overwrite the output out.wav"},
     {"render good.wav out.wav --dry good.wav", 1, "the dry file would overwrite the input good.wav"},
     {"render good.wav out.wav --dry r.png --report r.png", 1, "would overwrite the report r.png"},
-    {"render good.wav out.wav --dry c.wav --chunk c.wav", 1, "would overwrite the chunk c.wav"},
     {"render good.wav out.wav --dry absent/dry.wav", 1, "absent does not exist"},
-    {"render good.wav out.wav --dry ''", 2, "the name of the dry file is empty"},
 
     {"render good.wav out.wav --loudness nan", 2, "the loudness cannot be 'nan'; give a number"},
-    {"render good.wav out.wav --loudness 1", 2, "the loudness cannot be '1'"},
     {"render good.wav out.wav --loudness -71", 2, "the loudness cannot be '-71'"},
-    {"render good.wav out.wav --loudness '-14 LUFS'", 2, "the loudness cannot be '-14 LUFS'"},
     {"render good.wav out.wav --loudness -14 --true-peak inf", 2, "the true peak cannot be 'inf'"},
     {"render good.wav out.wav --true-peak -1", 2, "--loudness"},
     {"render good.wav out.wav --loudness -14 --set ' gain = 3'", 1, "chooses 'Gain' itself"},
@@ -91,9 +81,7 @@ constexpr Refusal kRefusals[] = {
     {"editor --png e.png --at 1", 2, "--at requires --in"},
     {"editor --png e.png --in good.wav --at -1", 2, "no moment '-1'"},
     {"editor --png e.png --in good.wav --at 3.5", 1, "good.wav has no moment 3.5 s, it ends at 1.00 s"},
-    {"editor --png e.png --in gone.wav", 1, "gone.wav"},
     {"editor --png e.png --focus 'Band 1 Tresh'", 1, "the nearest are 'Band 1 Threshold'"},
-    {"editor --png e.png --set 'Band 1 Rato=2'", 1, "the nearest are 'Band 1 Ratio'"},
     {"editor --png e.png --language klingon", 2, "choose one of english, japanese"},
     {"editor --png e.png --scale 150", 2, "choose one of 100, 200, 300"},
     {"editor --png e.png --point 547,3", 2, "from 0,0 to 546,487"},
@@ -102,9 +90,6 @@ constexpr Refusal kRefusals[] = {
     {"", 2, "a command is missing"},
     {"paint", 2, "there is no command 'paint'"},
     {"render good.wav", 2, "OUT is required"},
-    {"chunk", 2, "FILE is required"},
-    {"response", 2, "--png is required"},
-    {"render good.wav out.wav --loud", 2, "--loud"},
     {"render good.wav out.wav --block 0", 2, "--block"},
     {"latency --rate 0", 2, "--rate"},
 };
@@ -125,10 +110,11 @@ TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
     std::string odd =
         readBytes("cut.wav"); // with a chunk of an odd length, and its pad byte, before the sound
     writeText("cut.wav", odd.insert(odd.find("data"), "odd \3\0\0\0abc\0", 12));
-    write("header.wav", kWav16, 44100, sound);
-    std::filesystem::resize_file(pathOf("header.wav"), 30);
-    writeInterleaved("empty.wav", kWav16, 44100, 2, {});
-    writeInterleaved("six.wav", kWav16, 44100, 6, std::vector<float>(6000, 0.1f));
+    write("empty.wav", kWav16, 44100, {});
+    std::string six = readBytes("good.wav"); // with six channels, by its header
+    six[22] = 6;
+    six[32] = 12;
+    writeText("six.wav", six);
     writeText("notes.wav", "not a sound at all");
     writeText("large.chunk", "");
     std::filesystem::resize_file(pathOf("large.chunk"), (1 << 20) + 1);

@@ -12,9 +12,7 @@ TEST(History, LosesNoExtremeAndNoFrameHoweverLongItGets)
     constexpr uint64_t kMeasurements = 7 * App::History::kMostColumns + 17;
     float least = 1.0f;
     for (uint64_t i = 1; i <= kMeasurements; ++i) {
-        App::Column measured;
-        measured.frames = 441;
-        measured.peakIn = static_cast<float>(i);
+        App::Column measured{.frames = 441, .peakIn = static_cast<float>(i)};
         measured.leastGain[2] = random.real(0.1, 1.0);
         measured.squaresIn = 0.25 * 441;
         measured.gainDbFrames[2] = -6.0 * 441;

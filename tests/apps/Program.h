@@ -4,6 +4,8 @@
 #include <string>
 #include <sys/types.h>
 
+std::string bytesOf(const std::filesystem::path &path);
+
 /// The renderer as a person starts it, with its output caught.
 class Program {
 public:
@@ -14,8 +16,8 @@ public:
         long peakKiB; // largest resident size
     };
 
-    /// Starts the program in `folder` with the words of `line`; 'these are one'. `largestFile` in bytes is a
-    /// limit that the system puts on it.
+    /// Starts the program in `folder` with what the shell makes of `line`. `largestFile` in bytes is a limit that
+    /// the system puts on it.
     Program(const std::filesystem::path &folder, const std::string &line,
             std::optional<uint64_t> largestFile = {});
     ~Program();
@@ -23,7 +25,7 @@ public:
     Outcome wait();
 
 private:
-    const std::filesystem::path out, err;
+    const std::filesystem::path out, err; // beside the folder: a test sees in it what the program left
     pid_t process;
     bool running = true;
 };

@@ -15,10 +15,8 @@ constexpr float kAudible = 1e-6f;
 
 size_t firstAudible(const Sound &sound)
 {
-    for (size_t i = 0; i < static_cast<size_t>(sound.info.frames); ++i) {
-        if (std::abs(sound.at(i)) > kAudible) return i;
-    }
-    return static_cast<size_t>(sound.info.frames);
+    const auto found = std::ranges::find_if(sound.samples, [](float x) { return std::abs(x) > kAudible; });
+    return static_cast<size_t>((found - sound.samples.begin()) / sound.info.channels);
 }
 
 using Render = Sandbox;
@@ -111,16 +109,6 @@ TEST_F(Render, SamplesStayAsTheyAreWhereTheContainerCanHoldThem)
     }
 }
 
-TEST_F(Render, WritesOverItsInput)
-{
-    write("same.wav", kWav16, 44100, Signals::noise(2, 10000, -20.0));
-    write("copy.wav", kWav16, 44100, Signals::noise(2, 10000, -20.0));
-    succeed("render copy.wav out.wav");
-    succeed("render same.wav same.wav");
-    EXPECT_EQ(readBytes("out.wav"), readBytes("same.wav"));
-    EXPECT_EQ((std::set<std::string>{"copy.wav", "out.wav", "same.wav"}), contents());
-}
-
 TEST_F(Render, TellsOfClippedSamplesAndOnlyThen)
 {
     write("in.wav", kWavFloat, 44100, Signals::sine(44100, 1000.0, 44100, 0.0));
@@ -164,8 +152,7 @@ TEST_F(Render, KeepsItsMemoryWhateverTheLength)
     for (int i = 0; i < 2; ++i) {
         const uint32_t frames = static_cast<uint32_t>(kRate) * (i == 0 ? 60 : 900);
         write("in.wav", kWav16, kRate, Signals::noise(4, frames, -10.0));
-        Program program(folder, "render in.wav out.flac --report report.png");
-        const Program::Outcome outcome = program.wait();
+        const Program::Outcome outcome = run("render in.wav out.flac --report report.png");
         EXPECT_EQ(0, outcome.exitCode);
         EXPECT_LT(outcome.peakKiB, kLimitKiB);
         peaks[i] = outcome.peakKiB;

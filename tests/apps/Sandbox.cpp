@@ -1,20 +1,15 @@
 #include "tests/apps/Sandbox.h"
 
 #include <fstream>
-#include <sstream>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
 
-namespace {
-
-fs::path makeFolder()
+static fs::path makeFolder()
 {
     std::string pattern = fs::temp_directory_path() / "tessarine-test-XXXXXX";
     return mkdtemp(pattern.data());
 }
-
-} // namespace
 
 Sandbox::Sandbox() : folder(makeFolder()) {}
 
@@ -35,15 +30,9 @@ void Sandbox::write(const std::string &name, int format, int rate, const Audio &
         samples.push_back(audio.left[i]);
         if (audio.stereo()) samples.push_back(audio.right[i]);
     }
-    writeInterleaved(name, format, rate, audio.stereo() ? 2 : 1, samples);
-}
-
-void Sandbox::writeInterleaved(const std::string &name, int format, int rate, int channels,
-                               const std::vector<float> &samples) const
-{
     SF_INFO info{};
     info.samplerate = rate;
-    info.channels = channels;
+    info.channels = audio.stereo() ? 2 : 1;
     info.format = format;
     SNDFILE *const file = sf_open(pathOf(name).c_str(), SFM_WRITE, &info);
     ASSERT_NE(nullptr, file) << sf_strerror(nullptr);
@@ -60,22 +49,14 @@ Sound Sandbox::read(const std::string &name) const
 {
     Sound sound;
     SNDFILE *const file = sf_open(pathOf(name).c_str(), SFM_READ, &sound.info);
-    if (!file) {
-        ADD_FAILURE() << name << ": " << sf_strerror(nullptr);
-        return sound;
-    }
+    EXPECT_NE(nullptr, file) << name;
     sound.samples.resize(static_cast<size_t>(sound.info.frames * sound.info.channels));
     EXPECT_EQ(sound.info.frames, sf_readf_float(file, sound.samples.data(), sound.info.frames));
     sf_close(file);
     return sound;
 }
 
-std::string Sandbox::readBytes(const std::string &name) const
-{
-    std::stringstream bytes;
-    bytes << std::ifstream(pathOf(name), std::ios::binary).rdbuf();
-    return bytes.str();
-}
+std::string Sandbox::readBytes(const std::string &name) const { return bytesOf(pathOf(name)); }
 
 std::set<std::string> Sandbox::contents() const
 {

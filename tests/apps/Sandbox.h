@@ -33,8 +33,6 @@ protected:
 
     std::string pathOf(const std::string &name) const { return folder / name; }
     void write(const std::string &name, int format, int rate, const Audio &audio) const;
-    void writeInterleaved(const std::string &name, int format, int rate, int channels,
-                          const std::vector<float> &samples) const;
     void writeText(const std::string &name, const std::string &text) const;
     Sound read(const std::string &name) const;
     std::string readBytes(const std::string &name) const;
