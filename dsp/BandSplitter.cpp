@@ -64,12 +64,12 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
     coeffs = {};
     state = {};
 
+    const auto hz = [&](uint32_t i) { return std::max(cutoffsHz[i], kLowestCutoffHz); };
     uint32_t used = static_cast<uint32_t>(cutoffsHz.size());
-    while (used > 0 && !(sampleRate * 0.5 > cutoffsHz[used - 1])) --used;
+    while (used > 0 && !(sampleRate * 0.5 > hz(used - 1))) --used;
     bandsInUse = used + 1;
     if (used == 0) return;
 
-    const auto hz = [&](uint32_t i) { return std::max(cutoffsHz[i], kLowestCutoffHz); };
     const auto section = [&](FilterType type, uint32_t i) {
         return designSection(type, static_cast<double>(hz(i)) / sampleRate);
     };
