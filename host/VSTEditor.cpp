@@ -26,6 +26,8 @@ std::string VSTEditor::className(const char *stem) const
 intptr_t VSTEditor::open(void *parent)
 {
     close();
+    close(); // again, if a host that was told of a gesture's end opened it from inside that call
+    if (mainWindow) return 0;
     systemWindow = parent;
     parentWindow = static_cast<Platform::WindowHandle>(parent);
     Platform::WindowRequest request;
