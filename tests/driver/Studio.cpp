@@ -1,5 +1,7 @@
 #include "tests/driver/Studio.h"
 
+#include <utility>
+
 #include "host/VSTEditor.h"
 #include "ui/native/FrameBase.h"
 #include "ui/native/WindowBase.h"
@@ -40,8 +42,8 @@ Platform::WindowHandle Studio::makeWindow(uint32_t i)
 
 void Studio::open(uint32_t i)
 {
-    if (effects[i]->record())
-        effects[i]->require(effects[i]->dispatch(effEditOpen, 0, 0, windows[i]) == 1, "an editor opens");
+    if (!effects[i]->record() || !windows[i]) return;
+    effects[i]->require(effects[i]->dispatch(effEditOpen, 0, 0, windows[i]) == 1, "an editor opens");
 }
 
 void Studio::close(uint32_t i)
@@ -51,7 +53,8 @@ void Studio::close(uint32_t i)
 
 void Studio::destroyWindow(uint32_t i)
 {
-    system.destroyWindow(windows[i]);
+    // The effect may be told of it, and the host act then.
+    system.destroyWindow(std::exchange(windows[i], nullptr));
     close(i);
     windows[i] = makeWindow(i);
 }
