@@ -15,10 +15,9 @@ private:
     void place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields);
     void rename(DrivenEffect::Bytes &chunk, Random &random) const;
 
-    static constexpr size_t kHeader =
-        4 * sizeof(uint32_t); // bytes of the image, magic, version, bytes of the image
+    static constexpr size_t kHeader = 16; // bytes: size of the image, magic, version, size again
     const DrivenEffect::Bytes sound;
-    std::vector<size_t> words = {0, 4, 8, 12}, integers,
-                        flags; // offsets in bytes; the words are sizes and reals
-    size_t name = kHeader;     // offset of its length; the name ends the chunk
+    std::vector<size_t> words = {0, 4, 8, 12}; // offsets of sizes and reals, bytes
+    std::vector<size_t> integers, flags;       // offsets, bytes
+    size_t name = kHeader;                     // offset of its length; the name ends the chunk
 };

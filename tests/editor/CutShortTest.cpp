@@ -103,9 +103,9 @@ TEST(CutShortTest, NumbersMayBeTypedWhileTheEditorCloses)
     Session session;
     for (const auto &[confirm, destroy] : {std::pair(true, false), {false, false}, {false, true}}) {
         ASSERT_TRUE(session.isOpen() || session.open());
-        session.desk->whilePrompted = [&] {
+        session.desk->whilePrompted = [&session, goes = destroy] {
             session.close();
-            if (destroy) session.desk->destroyWindow();
+            if (goes) session.desk->destroyWindow();
         };
         session.desk->answerPrompt("3", confirm);
         session.desk->click(control("output gain").centre());
