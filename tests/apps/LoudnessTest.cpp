@@ -105,6 +105,7 @@ struct Goal {
     double loudness, truePeak, tolerance; // LUFS, dBTP, LU
     std::string settings;
 };
+void PrintTo(const Goal &goal, std::ostream *out) { *out << goal.loudness << " LUFS"; }
 
 class ReachesLoudness : public Sandbox, public testing::WithParamInterface<Goal> {};
 

@@ -20,6 +20,7 @@ Program::Program(const fs::path &folder, const std::string &line, std::optional<
     : out(folder.string() + ".out"), err(folder.string() + ".err"), process(fork())
 {
     if (process != 0) return;
+    std::signal(SIGINT, SIG_DFL); // ignored if the tests themselves run in the background
     if (largestFile) {
         const rlimit limit = {*largestFile, *largestFile};
         setrlimit(RLIMIT_FSIZE, &limit);
