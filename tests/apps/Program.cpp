@@ -47,9 +47,9 @@ Program::Outcome Program::wait()
     rusage usage{};
     wait4(process, &status, 0, &usage);
     running = false;
-    const Outcome outcome = {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
-                             WIFSIGNALED(status) ? WTERMSIG(status) : 0, bytesOf(out), bytesOf(err),
-                             usage.ru_maxrss};
+    Outcome outcome = {WIFEXITED(status) ? WEXITSTATUS(status) : -1,
+                       WIFSIGNALED(status) ? WTERMSIG(status) : 0, bytesOf(out), bytesOf(err),
+                       usage.ru_maxrss};
     fs::remove(out);
     fs::remove(err);
     return outcome;

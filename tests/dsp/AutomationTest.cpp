@@ -62,14 +62,15 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
             envelopes.setEnvelope(ParamKind::real, i, toEnvelope(segments));
             if (!component.floatParamAutomatable(i)) continue; // nothing is to follow
             const auto values = playEnvelope(segments, kRate, kFrames, component.floatParamValue(i));
-            automated.push_back([=, &twin](uint32_t at) { twin.setFloatParamValue(i, values[at]); });
+            automated.emplace_back([=, &twin](uint32_t at) { twin.setFloatParamValue(i, values[at]); });
         }
         for (uint32_t i = 0; i < component.numBoolParams(); ++i) {
             if (!component.boolParamAutomatable(i) || random.chance(0.9)) continue;
             const auto segments = drawSegments(random, kRate, 0, 1);
             envelopes.setEnvelope(ParamKind::boolean, i, toEnvelope(segments));
             const auto values = playEnvelope(hold(segments), kRate, kFrames, component.boolParamValue(i));
-            automated.push_back([=, &twin](uint32_t at) { twin.setBoolParamValue(i, values[at] >= 0.5f); });
+            automated.emplace_back(
+                [=, &twin](uint32_t at) { twin.setBoolParamValue(i, values[at] >= 0.5f); });
         }
         envelopes.setEnabled(true);
     }
