@@ -50,9 +50,9 @@ void ChunkDamage::change(Bytes &chunk, Random &random) const
     case 6: put(chunk, random.pick(flags), static_cast<uint8_t>(random.next())); break;
     case 7: put(chunk, random.pick(words), anyWord(random)); break;
     case 8: put(chunk, random.pick(words), random.real(-100, 20000)); break;
-    case 9: // rarely, as spectra are set up anew for it, or more than the longest chunk is copied
+    case 9: // rarely, as spectra are set up anew for it, or many bytes are copied
         if (random.chance(0.2)) put(chunk, random.pick(integers), anyWord(random));
-        if (random.chance(0.02)) chunk.resize(size + 420000, 'x');
+        if (random.chance(0.02)) chunk.resize(std::max(size, kLongest), 'x');
         break;
     default: put(chunk, random.pick(words), anyReal(random));
     }

@@ -15,7 +15,8 @@ private:
     void place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields);
     void rename(DrivenEffect::Bytes &chunk, Random &random) const;
 
-    static constexpr size_t kHeader = 16; // bytes: size of the image, magic, version, size again
+    static constexpr size_t kHeader = 16;        // bytes: size of the image, magic, version, size again
+    static constexpr uint32_t kLongest = 420000; // bytes; twice as many stay below the limit of an allocation
     const DrivenEffect::Bytes sound;
     std::vector<size_t> words = {0, 4, 8, 12}; // offsets of sizes and reals, bytes
     std::vector<size_t> integers, flags;       // offsets, bytes
