@@ -2,8 +2,8 @@
 // destructor that gives it back: a host that loads and unloads us would lose 73 KB each time. Only for a library that
 // is linked so; with the system's runtime it would be the memory of all others.
 
-namespace __gnu_cxx { // NOLINT(bugprone-reserved-identifier): the runtime's own
-void __freeres();     // NOLINT(bugprone-reserved-identifier)
+namespace __gnu_cxx {
+void __freeres();
 }
 
 namespace {

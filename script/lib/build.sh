@@ -1,12 +1,15 @@
 # build: for the other scripts to source; builds with a preset of CMakePresets.json.
 
 # build PRESET [TARGET...]: all messages go to build/PRESET.log; prints the telling ones and is false if it fails.
-build() {
-    local preset=$1 log=build/$1.log
+# Waits for another script that builds with the same preset.
+build() (
+    preset=$1 log=build/$1.log
     shift
     mkdir -p build
+    exec 9>"build/$preset.lock"
+    flock 9
     cmake --preset "$preset" >"$log" 2>&1 ||
         { tail -n 20 "$log"; echo "the build cannot be set up; see $log"; return 1; } >&2
     cmake --build --preset "$preset" -j "$(nproc)" ${1:+--target "$@"} >>"$log" 2>&1 ||
         { grep -E -A4 'error|warning|\*\*\*' "$log" | head -n 40; echo "the build failed; see $log"; return 1; } >&2
-}
+)

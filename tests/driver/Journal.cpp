@@ -5,9 +5,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-// Called by a sanitizer that is about to end the program; absent without one.
-extern "C" __attribute__((weak)) void
-__sanitizer_set_death_callback(void (*callback)()); // NOLINT(bugprone-reserved-identifier)
+#include <sanitizer/common_interface_defs.h>
+
+#pragma weak __sanitizer_set_death_callback // absent without a sanitizer
 
 namespace Journal {
 
