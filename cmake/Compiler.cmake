@@ -6,7 +6,7 @@ set(CMAKE_CXX_EXTENSIONS OFF)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g -DNDEBUG")
+set(CMAKE_CXX_FLAGS_RELEASE "-O2 -g1 -DNDEBUG") # what the report of a crash and a profiler need
 
 # No path of the building machine in what we ship.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
