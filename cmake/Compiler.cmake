@@ -16,7 +16,7 @@ add_compile_options($<$<CXX_COMPILER_ID:Clang>:-Wreserved-identifier>)
 # share their anonymous namespaces. The release build has what goes into the effect apart: each file must stand alone.
 macro(tessarine_joined)
     set(CMAKE_UNITY_BUILD ON)
-    set(CMAKE_UNITY_BUILD_BATCH_SIZE 8)
+    set(CMAKE_UNITY_BUILD_BATCH_SIZE 20)
     add_compile_options(-Wno-shadow $<$<CXX_COMPILER_ID:GNU>:-Wno-subobject-linkage>)
 endmacro()
 if(TESSARINE_JOINED)
