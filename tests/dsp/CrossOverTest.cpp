@@ -70,7 +70,8 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
             ASSERT_EQ(rig.plugin.touches, touches);
         }
         if (random.chance(changes / 20)) rig.drawRate(random, reference);
-        const Audio block = slice(audio, from, frames);
+        Audio block = slice(audio, from, frames);
+        if (random.chance(changes / 5)) block.right.clear(); // the filters of the right channel stand still
         const Bands actual = split(rig, block);
         Bands expected(block);
         reference.process(frames, block.left.data(), block.rightOrNull(), expected.left, expected.right);
