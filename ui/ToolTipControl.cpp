@@ -41,8 +41,7 @@ void ToolTipControl::onMouse(Point at, bool isMove, uint32_t now)
 
 void ToolTipControl::onCapturedMouse(Point at, bool isMove, uint32_t now)
 {
-    hideTime.reset();
-    arm(at, isMove, now);
+    arm(at, isMove, now); // the press before it has done the rest
 }
 
 void ToolTipControl::arm(Point at, bool isMove, uint32_t now)
