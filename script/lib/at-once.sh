@@ -3,7 +3,6 @@
 groups=()
 # in_background COMMAND...: its process is $! then, and its whole group ends with this script
 in_background() {
-    trap end_background EXIT
     set -m
     "$@" &
     set +m
@@ -13,6 +12,7 @@ end_background() {
     local group
     for group in "${groups[@]}"; do kill -- -"$group" 2>/dev/null || true; done
 }
+trap end_background EXIT # a script with more to do at its end calls it from a trap of its own
 
 # at_once COMMAND NAME...: runs COMMAND with every NAME; false if one of them failed, when all have ended
 at_once() {
