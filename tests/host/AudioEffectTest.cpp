@@ -74,6 +74,30 @@ TEST_F(AudioEffectTest, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
     EXPECT_TRUE(alone.isInputConnected(0));
 }
 
+TEST(SpeakerArrangements, HoldEverySpeakerOfWhatTheyAreMadeLike)
+{
+    PlainEffect effect(nullptr);
+    constexpr int32_t kSpeakers = 20; // more than the record has
+    VstSpeakerArrangement *source = nullptr, *copy = nullptr;
+    ASSERT_TRUE(effect.allocateArrangement(&source, kSpeakers));
+    VstSpeakerProperties *const speakers = source->speakers;
+    for (int32_t i = 0; i < kSpeakers; ++i) speakers[i].type = i + 1;
+    ASSERT_TRUE(effect.matchArrangement(&copy, source));
+    EXPECT_EQ(0, std::memcmp(copy, source,
+                             offsetof(VstSpeakerArrangement, speakers) + kSpeakers * sizeof *speakers));
+
+    VstSpeakerArrangement *const kept = copy;
+    EXPECT_TRUE(effect.matchArrangement(&copy, copy));
+    EXPECT_FALSE(effect.matchArrangement(&copy, nullptr) || effect.allocateArrangement(&copy, -1) ||
+                 effect.allocateArrangement(&copy, INT32_MAX));
+    EXPECT_EQ(kept, copy);
+    EXPECT_EQ(kSpeakers, copy->numChannels);
+    for (VstSpeakerArrangement **each : {&source, &copy}) {
+        EXPECT_TRUE(effect.deallocateArrangement(each));
+        EXPECT_EQ(nullptr, *each);
+    }
+}
+
 TEST(Entry, RefusesAHostWithoutVersion)
 {
     EXPECT_EQ(nullptr, VSTPluginMain(nullptr));
