@@ -37,7 +37,7 @@ foreach(name IN LISTS names)
     string(APPEND rows "    {sizeof file${index}, file${index}, \"${name}\"},\n")
     math(EXPR index "${index} + 1")
 endforeach()
-file(WRITE ${OUTPUT} "#include \"ui/native/EmbeddedFiles.h\"
+file(WRITE ${OUTPUT} "#include \"ui/draw/EmbeddedFiles.h\"
 namespace UI::Native {
 namespace {
 ${arrays}} // namespace

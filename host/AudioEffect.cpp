@@ -5,8 +5,8 @@
 #include <cstring>
 
 #include "PluginBase/Util/String.h"
-#include "dsp/kernels/FloatState.h"
-#include "dsp/kernels/Math.h"
+#include "dsp/numerics/FloatState.h"
+#include "dsp/numerics/Math.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <limits>
 
-#include "dsp/kernels/Math.h"
 #include "dsp/kernels/VectorOperations.h"
+#include "dsp/numerics/Math.h"
 #include "host/VSTPlugin.h"
 
 // The way of a block from the host's buffers through the chain and back, and what decides if there is one.

@@ -2,8 +2,8 @@
 #include <iterator>
 #include <type_traits>
 
-#include "dsp/ParameterAccess.h"
-#include "dsp/kernels/Math.h"
+#include "dsp/component/ParameterAccess.h"
+#include "dsp/numerics/Math.h"
 #include "host/HostText.h"
 #include "host/VSTPlugin.h"
 

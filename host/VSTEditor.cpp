@@ -3,7 +3,7 @@
 #include "host/HostKeys.h"
 #include "host/VSTPlugin.h"
 #include "plugin/Product.h"
-#include "ui/MainWindow.h"
+#include "ui/editor/MainWindow.h"
 
 using Platform::Event;
 using Platform::windowSystem;

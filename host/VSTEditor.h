@@ -5,7 +5,7 @@
 #include "host/AEffEditor.h"
 #include "platform/WindowSystem.h"
 #include "plugin/Plugin.h"
-#include "ui/Layout.h"
+#include "ui/editor/Layout.h"
 
 namespace UI {
 class MainWindow;

@@ -1,4 +1,4 @@
-#include "dsp/kernels/FloatState.h"
+#include "dsp/numerics/FloatState.h"
 #include "host/VSTPlugin.h"
 
 AEffect *VSTPluginMain(audioMasterCallback host)

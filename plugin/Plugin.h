@@ -6,8 +6,8 @@
 #include "PluginBase/Util/NamedLock.h"
 #include "PluginBase/Util/RegistryKey.h"
 #include "PluginBase/Util/Shared.h"
-#include "dsp/PluginLink.h"
-#include "dsp/Transform.h"
+#include "dsp/chain/Transform.h"
+#include "dsp/component/PluginLink.h"
 
 /// Where messages to the editor's window go. Posting never blocks: the audio thread does it.
 class EditorWindow {

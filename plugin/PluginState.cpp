@@ -1,7 +1,7 @@
 #include <cmath>
 
 #include "PluginBase/Util/ByteStream.h"
-#include "dsp/ParameterAccess.h"
+#include "dsp/component/ParameterAccess.h"
 #include "plugin/Plugin.h"
 
 // The image of a program's state. Little-endian, without padding: magic, version and length of the image,

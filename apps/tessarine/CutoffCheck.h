@@ -1,7 +1,7 @@
 #pragma once
 #include <string>
 
-#include "dsp/CrossOver.h"
+#include "dsp/stages/CrossOver.h"
 
 namespace App {
 

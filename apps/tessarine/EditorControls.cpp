@@ -5,7 +5,7 @@
 
 #include "apps/tessarine/Failure.h"
 #include "apps/tessarine/NearestNames.h"
-#include "dsp/Bands.h"
+#include "dsp/component/Bands.h"
 
 namespace App {
 

@@ -6,7 +6,7 @@
 
 #include "apps/tessarine/Failure.h"
 #include "host/VSTEditor.h"
-#include "ui/Language.h"
+#include "ui/editor/Language.h"
 
 namespace App {
 

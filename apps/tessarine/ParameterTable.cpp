@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "dsp/ParameterAccess.h"
+#include "dsp/component/ParameterAccess.h"
 
 namespace App {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "dsp/CrossOver.h"
+#include "dsp/stages/CrossOver.h"
 
 namespace App {
 

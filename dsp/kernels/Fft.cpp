@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "dsp/kernels/Math.h"
+#include "dsp/numerics/Math.h"
 
 namespace DSP {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "dsp/kernels/VectorStatus.h"
+#include "dsp/numerics/VectorStatus.h"
 
 #include <cstdint>
 

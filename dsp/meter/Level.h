@@ -1,5 +1,5 @@
 #pragma once
-#include "dsp/ComponentImpl.h"
+#include "dsp/component/ComponentImpl.h"
 
 namespace DSP::Meter {
 

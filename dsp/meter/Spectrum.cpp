@@ -5,9 +5,9 @@
 
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Kernels.h"
-#include "dsp/kernels/Math.h"
 #include "dsp/kernels/VectorOperations.h"
-#include "dsp/kernels/Windows.h"
+#include "dsp/numerics/Math.h"
+#include "dsp/numerics/WindowFunctions.h"
 
 namespace DSP::Meter {
 

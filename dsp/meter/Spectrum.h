@@ -2,7 +2,7 @@
 #include <memory>
 
 #include "PluginBase/Util/AlignedBuffer.h"
-#include "dsp/ComponentImpl.h"
+#include "dsp/component/ComponentImpl.h"
 #include "dsp/kernels/Fft.h"
 #include "dsp/meter/PublishedSpectrum.h"
 

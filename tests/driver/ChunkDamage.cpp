@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstring>
 
-#include "dsp/ParameterAccess.h"
+#include "dsp/component/ParameterAccess.h"
 
 using Bytes = DrivenEffect::Bytes;
 

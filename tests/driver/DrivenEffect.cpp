@@ -4,7 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "dsp/ParameterAccess.h"
+#include "dsp/component/ParameterAccess.h"
 #include "host/VSTEditor.h"
 
 template <class V>

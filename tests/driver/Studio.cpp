@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "host/VSTEditor.h"
-#include "ui/native/FrameBase.h"
-#include "ui/native/WindowBase.h"
+#include "ui/window/FrameBase.h"
+#include "ui/window/WindowBase.h"
 
 Studio::Studio(uint32_t instances)
 {

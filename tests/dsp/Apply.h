@@ -1,6 +1,6 @@
 #pragma once
-#include "dsp/Dynamics.h"
-#include "dsp/Maximizer.h"
+#include "dsp/stages/Dynamics.h"
+#include "dsp/stages/Maximizer.h"
 #include "tests/reference/Settings.h"
 
 inline void apply(DSP::Dynamics &dynamics, uint32_t band, const Reference::BandSettings &settings)

@@ -2,7 +2,7 @@
 #include <functional>
 #include <gtest/gtest.h>
 
-#include "dsp/Transform.h"
+#include "dsp/chain/Transform.h"
 #include "platform/System.h"
 #include "tests/dsp/Envelopes.h"
 #include "tests/dsp/FakePlugin.h"

@@ -1,4 +1,4 @@
-#include "dsp/CrossOver.h"
+#include "dsp/stages/CrossOver.h"
 
 #include <array>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "dsp/Dynamics.h"
+#include "dsp/stages/Dynamics.h"
 
 #include <array>
 #include <gtest/gtest.h>

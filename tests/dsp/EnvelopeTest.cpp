@@ -1,11 +1,11 @@
-#include "dsp/EnvelopeHandler.h"
+#include "dsp/automation/EnvelopeHandler.h"
 
 #include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 
-#include "dsp/Conversions.h"
-#include "dsp/Gain.h"
+#include "dsp/numerics/Conversions.h"
+#include "dsp/stages/Gain.h"
 #include "tests/dsp/Envelopes.h"
 #include "tests/dsp/FakePlugin.h"
 #include "tests/signals/Blocks.h"

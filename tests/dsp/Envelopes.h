@@ -2,7 +2,7 @@
 #include <array>
 #include <vector>
 
-#include "dsp/EnvelopeHandler.h"
+#include "dsp/automation/EnvelopeHandler.h"
 #include "tests/reference/Envelope.h"
 #include "tests/signals/Signals.h"
 

@@ -2,8 +2,8 @@
 #include <span>
 #include <vector>
 
-#include "dsp/Component.h"
-#include "dsp/PluginLink.h"
+#include "dsp/component/Component.h"
+#include "dsp/component/PluginLink.h"
 #include "tests/signals/Blocks.h"
 
 /// Stands in for the plug-in where a component is tested alone; counts what the component asks for.

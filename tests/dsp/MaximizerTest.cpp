@@ -1,4 +1,4 @@
-#include "dsp/Maximizer.h"
+#include "dsp/stages/Maximizer.h"
 
 #include <array>
 #include <gtest/gtest.h>

@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 #include <numeric>
 
-#include "dsp/ParameterAccess.h"
-#include "dsp/Transform.h"
+#include "dsp/chain/Transform.h"
+#include "dsp/component/ParameterAccess.h"
 #include "tests/dsp/FakePlugin.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
 #include "tests/signals/Signals.h"
-#include "ui/native/Copy.h"
+#include "ui/draw/Copy.h"
 
 using namespace UI::Native;
 

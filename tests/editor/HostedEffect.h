@@ -4,7 +4,7 @@
 #include "tests/editor/Desk.h"
 #include "tests/host/FakeHost.h"
 #include "tests/signals/Signals.h"
-#include "ui/MainWindow.h"
+#include "ui/editor/MainWindow.h"
 
 /// An effect in a host that records its calls, with the editor open in a window on a desk.
 class HostedEffect {

@@ -1,6 +1,6 @@
 #include "tests/editor/OffscreenDesk.h"
 #include "tests/editor/Session.h"
-#include "ui/TextTable.h"
+#include "ui/editor/TextTable.h"
 
 namespace {
 

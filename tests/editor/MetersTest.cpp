@@ -1,5 +1,5 @@
 #include "tests/editor/Session.h"
-#include "ui/native/GlyphStrip.h"
+#include "ui/draw/GlyphStrip.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include <fstream>
 
 #include "tests/editor/Session.h"
-#include "ui/native/SpectrumAxis.h"
+#include "ui/controls/SpectrumAxis.h"
 
 // Every build and every window system shows these pictures to the last pixel. The numbers are what the test itself
 // prints when one does not match, with the picture in a file; a change of them is a change of what users see.

@@ -5,9 +5,9 @@
 #include <set>
 #include <sstream>
 
-#include "ui/native/Copy.h"
-#include "ui/native/Fill.h"
-#include "ui/native/GlyphStrip.h"
+#include "ui/draw/Copy.h"
+#include "ui/draw/Fill.h"
+#include "ui/draw/GlyphStrip.h"
 
 using Kind = ControlRow::Kind;
 

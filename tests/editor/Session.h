@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "tests/editor/HostedEffect.h"
-#include "ui/native/Surface.h"
+#include "ui/draw/Surface.h"
 
 /// A control that takes the keyboard focus: where it stands, and what the host calls it.
 struct ControlRow {

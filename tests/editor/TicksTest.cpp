@@ -6,7 +6,7 @@
 
 #include "tests/editor/HostedEffect.h"
 #include "tests/editor/OffscreenDesk.h"
-#include "ui/native/Window.h"
+#include "ui/window/Window.h"
 
 // The editor's ticks, by a timer of the clock in memory or by a thread, and what each paints anew.
 

@@ -1,5 +1,5 @@
 #include "tests/editor/Session.h"
-#include "ui/native/KeyboardProxy.h"
+#include "ui/window/KeyboardProxy.h"
 
 // The editor as the host drives it.
 

@@ -1,5 +1,5 @@
 #include "dsp/kernels/Fft.h"
-#include "dsp/kernels/FourierTransform.h"
+#include "dsp/operations/FourierTransform.h"
 
 #include <algorithm>
 #include <bit>

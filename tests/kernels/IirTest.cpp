@@ -1,4 +1,4 @@
-#include "dsp/kernels/Iir.h"
+#include "dsp/operations/Iir.h"
 
 #include <algorithm>
 #include <gtest/gtest.h>

@@ -1,4 +1,4 @@
-#include "dsp/kernels/Math.h"
+#include "dsp/numerics/Math.h"
 
 #include <algorithm>
 #include <bit>

@@ -4,7 +4,7 @@
 #include <array>
 #include <cmath>
 
-#include "dsp/kernels/Math.h"
+#include "dsp/numerics/Math.h"
 
 namespace Signals {
 

@@ -3,9 +3,9 @@
 #include <png.h>
 #include <set>
 
-#include "ui/native/EmbeddedFiles.h"
-#include "ui/native/Pixmap.h"
-#include "ui/native/Surface.h"
+#include "ui/draw/EmbeddedFiles.h"
+#include "ui/draw/Pixmap.h"
+#include "ui/draw/Surface.h"
 
 using namespace UI::Native;
 

@@ -1,0 +1,137 @@
+#include "dsp/stages/BandSplitter.h"
+
+#include <algorithm>
+
+#include "dsp/component/Bands.h"
+#include "dsp/kernels/DenormalGuard.h"
+#include "dsp/kernels/Kernels.h"
+#include "dsp/kernels/VectorOperations.h"
+#include "dsp/numerics/FilterDesign.h"
+
+namespace DSP {
+
+namespace {
+
+// Below any legal cutoff a filter would lose its stability to the rounding of its taps.
+constexpr float kLowestCutoffHz = 20.0f;
+
+// Writes a design to one of the two filters of a pair, for both channels.
+void install(Kernels::FilterPair &pair, int filter, const FilterDesign &design, float gain)
+{
+    for (int lane = 2 * filter; lane < 2 * filter + 2; ++lane) {
+        pair.a1[lane] = design.a1;
+        pair.a2[lane] = design.a2;
+        pair.gain[lane] = gain;
+    }
+}
+
+// A narrow band loses level where its two filters overlap: this lifts it, by 7 for no width at all.
+float narrowBandLift(float lowHz, float highHz)
+{
+    const double ratio = static_cast<double>(highHz) / lowHz;
+    return static_cast<float>(6.0 / (ratio * ratio * ratio) + 1.0);
+}
+
+// Sets the right channel's lanes to those of `from` that lie `offset` into each left-right pair.
+void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &from, int offset)
+{
+    const auto take = [offset](Kernels::FilterPairState &pair, const Kernels::FilterPairState &source) {
+        for (int section = 0; section < 2; ++section)
+            for (const int lane : {0, 2}) {
+                pair.z1[section][lane + 1] = source.z1[section][lane + offset];
+                pair.z2[section][lane + 1] = source.z2[section][lane + offset];
+            }
+    };
+    take(to.outer, from.outer);
+    take(to.inner, from.inner);
+    take(to.second, from.second);
+}
+
+void addGuard(uint32_t frames, float *left, float *right, const uint8_t *counter)
+{
+    if (!counter) return;
+    uint8_t place = *counter;
+    addDenormalGuard(frames, left, right, &place, false);
+}
+
+// The largest state that sound can leave: 200 dB over full scale, the steepest filter, the highest rate.
+constexpr double kLargestState = 1e30;
+
+} // namespace
+
+void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
+{
+    coeffs = {};
+    state = {};
+
+    const auto hz = [&](uint32_t i) { return std::max(cutoffsHz[i], kLowestCutoffHz); };
+    uint32_t used = static_cast<uint32_t>(cutoffsHz.size());
+    while (used > 0 && !(sampleRate * 0.5 > hz(used - 1))) --used;
+    bandsInUse = used + 1;
+    if (used == 0) return;
+
+    const auto section = [&](FilterType type, uint32_t i) {
+        return designSection(type, static_cast<double>(hz(i)) / sampleRate);
+    };
+    const FilterDesign top = section(FilterType::highPass, used - 1);
+    const FilterDesign bottom = section(FilterType::lowPass, 0);
+    install(coeffs.outer, 0, top, static_cast<float>(top.designGain));
+    install(coeffs.outer, 1, bottom, static_cast<float>(bottom.designGain));
+
+    for (uint32_t band = 1; band < used; ++band) {
+        const int filter = band == 2 ? 0 : 1; // the slots hold the upper inner band first
+        const FilterDesign low = section(FilterType::lowPass, band);
+        const FilterDesign high = section(FilterType::highPass, band - 1);
+        install(
+            coeffs.inner, filter, low,
+            static_cast<float>(narrowBandLift(hz(band - 1), hz(band)) * low.designGain * high.designGain));
+        install(coeffs.second, filter, high, 1.0f);
+    }
+}
+
+bool BandSplitter::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                       float *const *outRight, const uint8_t *guardCounter)
+{
+    if (bandsInUse == 1) {
+        const int length = static_cast<int>(frames);
+        ippsCopy_32f(left, outLeft[0], length);
+        if (right) ippsCopy_32f(right, outRight[0], length);
+        addGuard(frames, outLeft[0], right ? outRight[0] : nullptr, guardCounter);
+    } else {
+        filter(frames, left, right, outLeft, outRight, guardCounter);
+    }
+    for (uint32_t band = bandsInUse; band < kBands; ++band) {
+        ippsZero_32f(outLeft[band], static_cast<int>(frames));
+        if (right) ippsZero_32f(outRight[band], static_cast<int>(frames));
+        addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardCounter);
+    }
+    return Kernels::active().crossOver.isWithin(state, kLargestState);
+}
+
+void BandSplitter::filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                          float *const *outRight, const uint8_t *guardCounter)
+{
+    // Slots without a band write to the buffers of the bands that are silenced afterwards.
+    const uint32_t top = bandsInUse - 1;
+    const uint32_t bandOfSlot[kBands] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
+    const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
+
+    Kernels::SplitterState before;
+    if (!right) {
+        before = state;
+        takeRightLanes(state, state, 0); // so that both lanes write the same samples
+    }
+    for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
+        const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
+        Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
+        for (int slot = 0; slot < kBands; ++slot) {
+            out.left[slot] = outLeft[bandOfSlot[slot]] + done;
+            out.right[slot] = right ? outRight[bandOfSlot[slot]] + done : out.left[slot];
+        }
+        Kernels::active().crossOver.split(coeffs, state, left + done, (right ? right : left) + done, out,
+                                          static_cast<int>(count));
+    }
+    if (!right) takeRightLanes(state, before, 1);
+}
+
+} // namespace DSP

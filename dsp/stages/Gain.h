@@ -1,0 +1,24 @@
+#pragma once
+#include "dsp/component/ComponentImpl.h"
+
+namespace DSP {
+
+/// Output gain of the effect, behind the limiter. -18 to 18 dB.
+class Gain final : public ComponentImpl<Gain> {
+public:
+    explicit Gain(PluginLink &plugin);
+
+    bool isActive() const override { return true; }
+    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void reset() override {}
+
+    float gain() const { return gainDb; }
+    /// Limits to the range. Any thread, no lock.
+    void setGain(float db);
+
+private:
+    Util::Shared<float> gainDb = 0.0f;
+    Util::Shared<float> gainLinear = 1.0f;
+};
+
+} // namespace DSP

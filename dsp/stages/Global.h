@@ -1,0 +1,75 @@
+#pragma once
+#include "dsp/component/ComponentImpl.h"
+
+namespace DSP {
+
+/// The effect's options. It processes nothing; none of its values is saved with a program.
+class Global final : public ComponentImpl<Global> {
+public:
+    explicit Global(PluginLink &plugin);
+
+    bool isActive() const override { return false; }
+    void reset() override {}
+
+    enum PresetChangeMode : uint32_t { realtime = 0, bypassed = 1, muted = 2 };
+
+    float getFps() const { return fps; }
+    float getOpacity() const { return opacity; }
+    float getAutomationZipperSamples() const { return automationZipperSamples; }
+    bool getBypass() const { return bypass; }
+    bool getRenderingThread() const { return renderingThread; }
+    bool getDelayCompensation() const { return delayCompensation; }
+    bool getMeterEnable() const { return meterEnable; }
+    bool getAnimationEnable() const { return animationEnable; }
+    bool getAnimatedFocusEnable() const { return animatedFocusEnable; }
+    bool getProcessAsMono() const { return processAsMono; }
+    bool getShowBackgroundGrid() const { return showBackgroundGrid; }
+    uint32_t getHighlightColour() const { return highlightColour; }
+    uint32_t getPresetChangeMode() const { return presetChangeMode; }
+    uint32_t getGlobalBufferSize() const { return globalBufferSize; }
+    /// Milliseconds between two render ticks of the editor.
+    uint32_t getFramePeriodMs() const { return framePeriodMs; }
+
+    void setFps(float value);
+    void setOpacity(float percent) { opacity = percent; }
+    void setAutomationZipperSamples(float samples);
+    /// Turning bypass on clears the chain: audio state never survives it.
+    void setBypass(bool on);
+    void setRenderingThread(bool on);
+    void setDelayCompensation(bool on);
+    void setMeterEnable(bool on);
+    void setAnimationEnable(bool on) { animationEnable = on; }
+    void setAnimatedFocusEnable(bool on) { animatedFocusEnable = on; }
+    void setProcessAsMono(bool on) { processAsMono = on; }
+    void setShowBackgroundGrid(bool on);
+    /// Index of the colour that marks automated controls; 4 is none.
+    void setDxHighlight(uint32_t colour);
+    void setPresetChangeMode(uint32_t mode) { presetChangeMode = mode; }
+    void setGlobalBufferSize(uint32_t index);
+
+    /// Index of "Global Bypass" in the bool list.
+    static constexpr uint32_t kBypassParam = 0;
+
+private:
+    void declareParameters();
+
+    Util::Shared<float> fps = 30.0f;
+    Util::Shared<float> opacity = 100.0f;
+    Util::Shared<uint32_t> framePeriodMs = 33;
+    Util::Shared<bool> bypass = false, renderingThread = false, delayCompensation = false;
+    Util::Shared<bool> meterEnable = true, animationEnable = true, animatedFocusEnable = true;
+    Util::Shared<bool> processAsMono = false, showBackgroundGrid = true;
+    Util::Shared<uint32_t> presetChangeMode = bypassed, globalBufferSize = 6, highlightColour = kNoHighlight;
+    Util::Shared<float> automationZipperSamples = 50.0f;
+};
+
+/// An empty settings component: it keeps its place in the component order and in the saved state.
+class GlobalDerived final : public ComponentImpl<GlobalDerived> {
+public:
+    explicit GlobalDerived(PluginLink &plugin);
+
+    bool isActive() const override { return false; }
+    void reset() override {}
+};
+
+} // namespace DSP

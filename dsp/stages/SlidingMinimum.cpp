@@ -1,0 +1,60 @@
+#include "dsp/stages/SlidingMinimum.h"
+
+#include <algorithm>
+
+#include "dsp/kernels/Kernels.h"
+
+namespace DSP {
+
+void SlidingMinimum::clear()
+{
+    fillLadder();
+    line.fill(1.0f);
+    position = placesLeft = 0;
+    ladderInUse = false;
+}
+
+void SlidingMinimum::fillLadder()
+{
+    for (auto &tail : ladder.tails) std::fill(std::begin(tail), std::end(tail), 1.0f);
+}
+
+void SlidingMinimum::run(float *values, int frames)
+{
+    ladderInUse = true;
+    Kernels::active().limiter.slidingMinimum(ladder, values, frames);
+    for (int i = 0; i < frames && placesLeft > 0; ++i, --placesLeft) {
+        float &held = line[(position + i) % kWindow];
+        values[i] = std::min(values[i], held);
+        held = 1.0f;
+    }
+    position = (position + frames) % kWindow;
+}
+
+void SlidingMinimum::skip(int frames)
+{
+    if (ladderInUse) writeLine();
+    position = (position + frames) % kWindow;
+}
+
+void SlidingMinimum::writeLine()
+{
+    // The place whose turn comes after j more samples was emptied 199 - j values ago.
+    for (int j = 0; j < kWindow - 1; ++j) {
+        float &held = line[(position + j) % kWindow];
+        held = std::min(held, leastOfLast(kWindow - 1 - j));
+    }
+    placesLeft = kWindow;
+    fillLadder();
+    ladderInUse = false;
+}
+
+float SlidingMinimum::leastOfLast(int count) const
+{
+    int step = 0;
+    while (step + 1 < Kernels::MinimumLadder::kSteps && 2 << step <= count) ++step;
+    const int newest = Kernels::MinimumLadder::kTail[step] - 1;
+    return std::min(ladder.tails[step][newest], ladder.tails[step][newest - (count - (1 << step))]);
+}
+
+} // namespace DSP

@@ -1,0 +1,50 @@
+#pragma once
+#include <vector>
+
+#include "dsp/component/Component.h"
+#include "ui/controls/PixmapButton.h"
+
+namespace UI::Native {
+
+/// A button that switches a bool parameter, with a pair of images for each state. Buttons of a group answer
+/// Alt and a click together: the one clicked stays on alone, or, where it was alone, the others take over.
+class OnOffButton : public Reflected<OnOffButton, PixmapButton> {
+public:
+    static constexpr const char *kClassName = "UI::Native::OnOffButton";
+
+    OnOffButton(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
+                const String &onImages, const String &offImages, PixmapRef overlay,
+                DSP::Component *parameterOwner, uint32_t parameter);
+
+    /// Takes the parameter's value; nothing is told to anybody.
+    void refresh();
+    /// `members` holds this button at `index`.
+    void setGroup(uint32_t index, const std::vector<OnOffButton *> &members);
+
+    bool onMouseDown(Point at, uint32_t mods) override;
+    bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
+
+    void sigUserToggled() { emitSignal(0); }
+    void sigUserAltClicked() { emitSignal(1); }
+    void sigToggled() { emitSignal(2); }
+    void slotClicked();
+    static std::span<const MetaEntry> signalTable();
+    static std::span<const MetaEntry> slotTable();
+
+private:
+    void setState(bool on);
+    void tellPlugin();
+    bool wantsExclusive() const;
+    void toggleExclusively();
+    const String &images() const { return state ? onPrefix : offPrefix; }
+
+    DSP::Component *const component;
+    const uint32_t boolIndex;
+    const String onPrefix, offPrefix;
+    bool state;
+    uint32_t groupIndex = 0;
+    bool hasGroup = false;
+    std::vector<OnOffButton *> group; // not owned
+};
+
+} // namespace UI::Native

@@ -1,0 +1,80 @@
+#include "ui/controls/PixmapButton.h"
+
+#include "ui/draw/Copy.h"
+#include "ui/window/FrameBase.h"
+
+namespace UI::Native {
+
+PixmapButton::PixmapButton(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
+                           const String &imagePrefix, PixmapRef overlay)
+    : Reflected(ownerFrame, parentWindow, windowName), focusOverlay(std::move(overlay))
+{
+    setImages(imagePrefix);
+}
+
+void PixmapButton::setImages(const String &imagePrefix)
+{
+    normalImage = loadPixmap(imagePrefix + "Normal.png");
+    pressedImage = loadPixmap(imagePrefix + "Pressed.png");
+    if (!normalImage) return;
+    makeCanvas(normalImage->width, normalImage->height);
+    setGeometry(geometry.left, geometry.top, normalImage->width, normalImage->height);
+    redraw();
+}
+
+void PixmapButton::redraw()
+{
+    copyBackground();
+    drawPixmap(down ? pressedImage : normalImage, canvas, {});
+    if (showsFocus()) drawPixmap(focusOverlay, canvas, {});
+    present();
+}
+
+bool PixmapButton::onMouseDown(Point at, uint32_t)
+{
+    if (!isHit(at) || (hotRect.present && !hotRect.rect.contains(at))) return false;
+    takeFocus();
+    frame->setMouseCapture(this);
+    down = true;
+    redraw();
+    if (!frame->altDown()) repaintNow();
+    return true;
+}
+
+bool PixmapButton::onMouseMove(Point at, uint32_t)
+{
+    if (!hasCapture()) return false;
+    if (down == isHit(at)) return true;
+    down = !down;
+    redraw();
+    repaintNow();
+    return true;
+}
+
+bool PixmapButton::onMouseUp(Point at, uint32_t)
+{
+    if (!hasCapture()) return false;
+    frame->releaseMouseCapture();
+    if (!down) return true;
+    down = false;
+    redraw();
+    if (isHit(at)) sigClicked();
+    return true;
+}
+
+void PixmapButton::onCaptureLost()
+{
+    if (!hasCapture()) return;
+    frame->releaseMouseCapture();
+    down = false;
+    redraw();
+}
+
+std::span<const MetaEntry> PixmapButton::signalTable()
+{
+    static constexpr MetaMethod clicked = metaMethod<&PixmapButton::sigClicked>("sigClicked");
+    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
+    return rows;
+}
+
+} // namespace UI::Native

@@ -1,0 +1,30 @@
+#pragma once
+#include "ui/draw/Pixmap.h"
+#include "ui/window/CanvasWindow.h"
+#include "ui/window/TextSource.h"
+
+namespace UI::Native {
+
+/// A label: a row of the editor's texts, as an image in English and drawn with a font in other languages.
+class TranslatedText : public Reflected<TranslatedText, CanvasWindow> {
+public:
+    static constexpr const char *kClassName = "UI::Native::TranslatedText";
+
+    /// `placeOffset` moves the place that the row names.
+    TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, const TextSource &texts, uint32_t textRow,
+                   Point placeOffset);
+
+    void redraw() override;
+    bool onMouseDown(Point at, uint32_t mods) override;
+    bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
+
+    void sigClicked() { emitSignal(0); }
+    static std::span<const MetaEntry> signalTable();
+
+private:
+    const TextSource &source;
+    const uint32_t row;
+    PixmapRef image; // of the words, once it has been shown
+};
+
+} // namespace UI::Native

@@ -1,0 +1,127 @@
+#pragma once
+#include <algorithm>
+
+#include "dsp/component/Component.h"
+#include "ui/window/CanvasWindow.h"
+#include "ui/window/FrameBase.h"
+
+namespace UI::Native {
+
+/// What PixmapSlider and TextEdit share: a float parameter that gestures change by a delta, set or reset.
+/// With an `apply` flag off, the gesture is only reported, so that somebody else carries it out and calls
+/// refresh(). `Self` has the signals and the slot in its own record.
+template <class Self>
+class ValueControl : public Reflected<Self, CanvasWindow> {
+public:
+    struct Apply {
+        bool delta, reset, set;
+    };
+    static constexpr Apply kAll = {true, true, true}, kNone = {false, false, false};
+
+    ValueControl(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
+                 DSP::Component *parameterOwner, uint32_t parameter, Apply apply)
+        : Reflected<Self, CanvasWindow>(ownerFrame, parentWindow, windowName),
+          component(parameterOwner),
+          paramIndex(parameter),
+          applyDelta(apply.delta),
+          applyReset(apply.reset),
+          applySet(apply.set),
+          minValue(parameterOwner->floatParamRange(parameter).minimum),
+          maxValue(parameterOwner->floatParamRange(parameter).maximum),
+          displayMin(minValue),
+          displayMax(maxValue),
+          value(parameterOwner->floatParamValue(parameter))
+    {
+    }
+
+    void sigUserValueDelta(float delta) { this->emitSignal(0, delta); }
+    void sigUserValueSet(float wanted) { this->emitSignal(1, wanted); }
+    void sigUserReset() { this->emitSignal(2); }
+    void sigUserValueChanged() { this->emitSignal(3); }
+    void slotUpdateFloatParamValue() { static_cast<Self *>(this)->refresh(); }
+
+    static std::span<const MetaEntry> signalTable()
+    {
+        static constexpr MetaParameter delta[] = {{"fDelta", "float"}}, wanted[] = {{"fValue", "float"}};
+        static constexpr MetaMethod methods[] = {
+            metaMethod<&ValueControl::sigUserValueDelta>("sigUserValueDelta", delta),
+            metaMethod<&ValueControl::sigUserValueSet>("sigUserValueSet", wanted),
+            metaMethod<&ValueControl::sigUserReset>("sigUserReset"),
+            metaMethod<&ValueControl::sigUserValueChanged>("sigUserValueChanged")};
+        static constexpr MetaEntry rows[] = {{"sigUserValueDelta(float)", &methods[0]},
+                                             {"sigUserValueSet(float)", &methods[1]},
+                                             {"sigUserReset()", &methods[2]},
+                                             {"sigUserValueChanged()", &methods[3]}};
+        return rows;
+    }
+    static std::span<const MetaEntry> slotTable()
+    {
+        static constexpr MetaMethod update =
+            metaMethod<&ValueControl::slotUpdateFloatParamValue>("slotUpdateFloatParamValue");
+        static constexpr MetaEntry rows[] = {{"slotUpdateFloatParamValue()", &update}};
+        return rows;
+    }
+
+protected:
+    void changeBy(float delta)
+    {
+        if (applyDelta) write(clampToDisplay(clampToDisplay(value) + delta));
+        sigUserValueDelta(delta);
+        sigUserValueChanged();
+        if (applyDelta) showAndTell();
+    }
+    void changeTo(float wanted)
+    {
+        if (applySet) {
+            wanted = std::clamp(wanted, minValue, maxValue);
+            write(wanted);
+        }
+        sigUserValueSet(wanted);
+        sigUserValueChanged();
+        if (applySet) showAndTell();
+    }
+    void reset()
+    {
+        if (applyReset) write(component->floatParamDefault(paramIndex));
+        sigUserReset();
+        sigUserValueChanged();
+        if (applyReset) showAndTell();
+    }
+    /// Begin, change or end of a gesture, for the plug-in and its host.
+    void tellPlugin(Plugin::EditPhase phase)
+    {
+        const float now = value;
+        this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
+                                                nullptr, nullptr);
+    }
+    static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
+    /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
+    float scaledStep(float step, uint32_t mods, float coarse, float fine) const
+    {
+        if ((mods & Platform::kShift) && !this->frame->altDown()) step *= coarse;
+        if (mods & Platform::kControl) step *= fine;
+        return step;
+    }
+    float clampToDisplay(float v) const { return std::clamp(v, displayMin, displayMax); }
+
+    DSP::Component *const component;
+    const uint32_t paramIndex;
+    const bool applyDelta, applyReset, applySet;
+    const float minValue, maxValue; // the parameter's range
+    float displayMin, displayMax;   // of the number on show
+    float value;
+
+private:
+    void write(float wanted)
+    {
+        value = wanted;
+        component->setFloatParamValue(paramIndex, value);
+    }
+    void showAndTell()
+    {
+        this->redraw();
+        tellPlugin(Plugin::EditPhase::value);
+    }
+};
+
+} // namespace UI::Native

@@ -1,0 +1,260 @@
+#include "ui/editor/MainWindow.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "dsp/stages/Maximizer.h"
+#include "ui/draw/Fill.h"
+#include "ui/editor/Layout.h"
+
+namespace UI {
+
+using Platform::windowSystem;
+
+namespace {
+
+constexpr uint32_t kBandColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
+constexpr uint32_t kInactiveColour = 0x535353, kLimiterColour = 0x626C7B;
+constexpr float kAttackLowestMs = 1.0f, kAttackHighestMs = 20.0f, kBrickwallAttackHighestMs = 5.0f;
+
+} // namespace
+
+MainWindow::MainWindow(Platform::WindowHandle nativeWindow, Plugin *effect)
+    : Reflected(nativeWindow, Point{}, effect)
+{
+}
+
+void MainWindow::updateAll()
+{
+    spectrum->updateCutoffs();
+    for (auto *edit : cutoffEdits) edit->refresh();
+    outputGainSlider->refresh();
+    outputGainEdit->refresh();
+    for (uint32_t band = 0; band < DSP::kBands; ++band) {
+        soloButtons[band]->refresh();
+        bypassButtons[band]->refresh();
+        thresholdSliders[band]->refresh();
+        for (auto *edit :
+             {thresholdEdits[band], gainEdits[band], ratioEdits[band], attackEdits[band], releaseEdits[band]})
+            edit->refresh();
+    }
+    limiterBypassButton->refresh();
+    limiterThresholdEdit->refresh();
+    limiterMarginEdit->refresh();
+    slotUpdateLimiterAttackRange();
+    limiterAttackEdit->refresh();
+    limiterReleaseEdit->refresh();
+    for (auto *box : {spectrumOnInputButton, brickwallButton, bandLinkButton}) box->refresh();
+    slotUpdatePanelEnables();
+    slotUpdateLimiterEnable();
+}
+
+// Every tick.
+
+void MainWindow::onTimer()
+{
+    const uint32_t now = windowSystem().milliseconds();
+    followLinkKeys();
+    spectrum->updateSpectrum();
+    outputMeter->update();
+    for (uint32_t band = 0; band < DSP::kBands; ++band) {
+        bandMeters[band]->update();
+        reductionMeters[band]->update();
+    }
+    hideFocusMark(now);
+    toolTips->onTick(frame->cursorPosition(), now);
+}
+
+/// The link box follows Alt and Shift for as long as they are held, and goes off with them.
+void MainWindow::followLinkKeys()
+{
+    const bool held = altShiftHeld();
+    if (held == altShiftDown) return;
+    altShiftDown = held;
+    DSP::Dynamics *const dynamics = frame->transform().dynamics();
+    dynamics->setBandLink(held);
+    bandLinkButton->refresh();
+    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics,
+                          DSP::Dynamics::kBandLinkParam, nullptr, &held, nullptr);
+}
+
+bool MainWindow::bandsLinked(void *window)
+{
+    const auto &self = *static_cast<const MainWindow *>(window);
+    return self.frame->transform().dynamics()->getBandLink() || self.altShiftHeld();
+}
+
+// Focus.
+
+Native::WindowBase *MainWindow::focusedControl() const
+{
+    const auto found = std::find_if(focusOrder.begin(), focusOrder.end(),
+                                    [](const Native::WindowBase *control) { return control->hasFocus(); });
+    return found == focusOrder.end() ? nullptr : *found;
+}
+
+void MainWindow::slotResetFocusTimer()
+{
+    focusTimerStart = windowSystem().milliseconds();
+    if (std::exchange(focusTimerRunning, true)) return;
+    if (Native::WindowBase *const control = focusedControl()) control->onEnableChanged();
+}
+
+void MainWindow::hideFocusMark(uint32_t now)
+{
+    if (!focusTimerRunning || now - focusTimerStart < kFocusShownMs) return;
+    focusTimerRunning = false;
+    focusTimerStart = 0;
+    if (Native::WindowBase *const control = focusedControl()) control->onEnableChanged();
+}
+
+void MainWindow::moveFocus(bool forward)
+{
+    if (focusOrder.empty()) return;
+    const bool wasShown = focusTimerRunning;
+    slotResetFocusTimer();
+    if (!wasShown) return; // the first key only shows where the focus is
+    const auto current = std::find(focusOrder.begin(), focusOrder.end(), focusedControl());
+    if (current == focusOrder.end()) {
+        focusOrder.front()->setFocus();
+        return;
+    }
+    const size_t count = focusOrder.size(), start = static_cast<size_t>(current - focusOrder.begin());
+    const size_t step = forward ? 1 : count - 1;
+    size_t next = (start + step) % count;
+    while (next != start && !focusOrder[next]->isVisible()) next = (next + step) % count;
+    focusOrder[next]->setFocus();
+}
+
+// The mouse, before it reaches a control.
+
+bool MainWindow::onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t mods)
+{
+    using Kind = Platform::Event::Kind;
+    if (static_cast<Kind>(kind) == Kind::wheel) {
+        for (Native::WindowBase *target : wheelTargets) {
+            const Rect place = target->frameRect();
+            if (!place.contains(at)) continue;
+            target->dispatchMouse(kind, at - place.corner(), mods, wheel);
+            break;
+        }
+        return true;
+    }
+    if (toolTips)
+        toolTips->onMouse(at, static_cast<Kind>(kind) == Kind::mouseMove, windowSystem().milliseconds());
+    return false;
+}
+
+void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t)
+{
+    const bool isMove = static_cast<Platform::Event::Kind>(kind) == Platform::Event::Kind::mouseMove;
+    if (toolTips) toolTips->onCapturedMouse(at, isMove, windowSystem().milliseconds());
+}
+
+// The crossover.
+
+void MainWindow::tellCutoff(uint32_t cutoff)
+{
+    const float hz = frame->transform().crossOver()->cutoff(cutoff);
+    plugin->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, frame->transform().crossOver(),
+                          cutoff, &hz, nullptr, nullptr);
+}
+
+void MainWindow::changeCutoff(uint32_t cutoff, float hz)
+{
+    DSP::CrossOver *const crossOver = frame->transform().crossOver();
+    crossOver->setCutoff(cutoff, crossOver->limitCutoff(cutoff, hz, spectrum->minGapOctaves()));
+    spectrum->updateCutoffs();
+    cutoffEdits[cutoff]->refresh();
+    tellCutoff(cutoff);
+}
+
+void MainWindow::slotCutoffDelta(uint32_t cutoff, float delta)
+{
+    changeCutoff(cutoff, frame->transform().crossOver()->cutoff(cutoff) + delta);
+}
+
+void MainWindow::slotCutoffSet(uint32_t cutoff, float hz) { changeCutoff(cutoff, hz); }
+
+void MainWindow::slotCutoffReset(uint32_t cutoff)
+{
+    DSP::CrossOver *const crossOver = frame->transform().crossOver();
+    std::vector<uint32_t> changed;
+    crossOver->defaultCutoffsFrom(cutoff, changed, spectrum->minGapOctaves());
+    for (const uint32_t k : changed) {
+        crossOver->setCutoff(k, DSP::CrossOver::kDefaultCutoffsHz[k]);
+        tellCutoff(k);
+    }
+    spectrum->updateCutoffs();
+    for (auto *edit : cutoffEdits) edit->refresh();
+}
+
+// Panels.
+
+void MainWindow::slotUpdateLimiterAttackRange()
+{
+    const bool brickwall = frame->transform().maximizer()->getBrickwall();
+    limiterAttackEdit->setDisplayRange(kAttackLowestMs,
+                                       brickwall ? kBrickwallAttackHighestMs : kAttackHighestMs);
+}
+
+bool MainWindow::paintBar(const Rect &bar, uint32_t &shown, uint32_t colour)
+{
+    if (std::exchange(shown, colour) == colour) return false;
+    if (ground) Native::fillRect(ground->pixels(), ground->stride(), bar, ground->bounds(), colour, 0);
+    return true;
+}
+
+void MainWindow::slotUpdatePanelEnables()
+{
+    const DSP::Dynamics &dynamics = *frame->transform().dynamics();
+    uint32_t solos = 0;
+    for (uint32_t band = 0; band < DSP::kBands; ++band) solos += dynamics.solo(band);
+    bool recoloured = false;
+    for (uint32_t band = 0; band < DSP::kBands; ++band) {
+        const bool silent = solos > 0 && !dynamics.solo(band);
+        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBandColours[band];
+        if (!paintBar(Layout::bandBar(band), bandBarColours[band], colour)) continue;
+        recoloured = true;
+        bandTitles[band]->redraw();
+        soloButtons[band]->redraw();
+        bypassButtons[band]->redraw();
+    }
+    if (recoloured) windowSystem().invalidate(hostWindow(), Layout::bandBars(), false);
+}
+
+void MainWindow::slotUpdateLimiterEnable()
+{
+    const bool bypassed = frame->transform().maximizer()->getBypass();
+    if (!paintBar(Layout::limiterBar(), limiterBarColour, bypassed ? kInactiveColour : kLimiterColour))
+        return;
+    limiterTitle->redraw();
+    limiterBypassButton->redraw();
+    windowSystem().invalidate(hostWindow(), Layout::limiterBar(), false);
+}
+
+std::span<const MetaEntry> MainWindow::slotTable()
+{
+    static constexpr MetaParameter cutoff[] = {{"iCutoff", "uint"}}, band[] = {{"iBand", "uint"}};
+    static constexpr MetaParameter delta[] = {{"iCutoff", "uint"}, {"fDelta", "float"}};
+    static constexpr MetaParameter wanted[] = {{"iCutoff", "uint"}, {"fValue", "float"}};
+    static constexpr MetaMethod methods[] = {
+        metaMethod<&MainWindow::slotResetFocusTimer>("slotResetFocusTimer"),
+        metaMethod<&MainWindow::slotSpectrumCutoffFocus>("slotSpectrumCutoffFocus", cutoff),
+        metaMethod<&MainWindow::slotSpectrumGainFocus>("slotSpectrumGainFocus", band),
+        metaMethod<&MainWindow::slotCutoffDelta>("slotCutoffDelta", delta),
+        metaMethod<&MainWindow::slotCutoffReset>("slotCutoffReset", cutoff),
+        metaMethod<&MainWindow::slotCutoffSet>("slotCutoffSet", wanted),
+        metaMethod<&MainWindow::slotUpdateLimiterAttackRange>("slotUpdateLimiterAttackRange"),
+        metaMethod<&MainWindow::slotUpdatePanelEnables>("slotUpdatePanelEnables"),
+        metaMethod<&MainWindow::slotUpdateLimiterEnable>("slotUpdateLimiterEnable")};
+    static constexpr MetaEntry rows[] = {
+        {"slotResetFocusTimer()", &methods[0]},          {"slotSpectrumCutoffFocus(uint)", &methods[1]},
+        {"slotSpectrumGainFocus(uint)", &methods[2]},    {"slotCutoffDelta(uint,float)", &methods[3]},
+        {"slotCutoffReset(uint)", &methods[4]},          {"slotCutoffSet(uint,float)", &methods[5]},
+        {"slotUpdateLimiterAttackRange()", &methods[6]}, {"slotUpdatePanelEnables()", &methods[7]},
+        {"slotUpdateLimiterEnable()", &methods[8]}};
+    return rows;
+}
+
+} // namespace UI

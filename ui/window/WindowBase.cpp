@@ -1,0 +1,269 @@
+#include "ui/window/WindowBase.h"
+
+#include <algorithm>
+
+#include "ui/window/FrameBase.h"
+
+namespace UI::Native {
+
+using Platform::Event;
+using Platform::windowSystem;
+
+namespace {
+
+constexpr intptr_t kHandled = 0;
+
+uint32_t kindOf(const Event &event) { return static_cast<uint32_t>(event.kind); }
+
+} // namespace
+
+WindowBase::WindowBase(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName)
+    : Reflected(windowName),
+      frame(ownerFrame),
+      parent(parentWindow),
+      frameX(parentWindow ? parentWindow->frameX : 0),
+      frameY(parentWindow ? parentWindow->frameY : 0)
+{
+    ++liveCount;
+}
+
+WindowBase::~WindowBase()
+{
+    windowDestroying = true;
+    if (parent && !parent->windowDestroying) std::erase(parent->childWindows, this);
+    frame->forgetWindow(this);
+    // Each takes itself out of the list only while this window is not being destroyed.
+    for (WindowBase *child : childWindows) delete child;
+    if (handle && ownsHandle) {
+        windowSystem().setClient(handle, nullptr);
+        windowSystem().destroyWindow(handle);
+    }
+    --liveCount;
+}
+
+void WindowBase::createNative(const String &windowName, bool makeHandle)
+{
+    if (makeHandle) {
+        Platform::WindowRequest request;
+        request.className = frame->nativeClassName("Window");
+        request.title = windowName.c_str();
+        request.place = Rect::at({}, 100, 100);
+        request.parent = parent ? parent->handle : frame->hostWindow();
+        request.client = this;
+        request.visible = visible;
+        handle = windowSystem().createWindow(request);
+    }
+    if (parent)
+        parent->childWindows.push_back(this);
+    else
+        frame->addWindow(this);
+}
+
+void WindowBase::onFocusIn()
+{
+    if (focusSignals) sigReceivedFocus();
+}
+
+void WindowBase::onFocusOut()
+{
+    if (focusSignals) sigLostFocus();
+}
+
+void WindowBase::setGeometry(int32_t x, int32_t y, int32_t width, int32_t height)
+{
+    if (width <= 0 || height <= 0) return;
+    const Rect place = Rect::at({x, y}, width, height);
+    if (place == geometry) return;
+    const bool moved = place.corner() != geometry.corner();
+    geometry = place;
+    windowSystem().moveWindow(handle, place, visible);
+    if (moved) updateFramePosition();
+    onGeometryChanged();
+}
+
+void WindowBase::updateFramePosition()
+{
+    const Point origin = parent ? Point{parent->frameX, parent->frameY} : Point{};
+    frameX = origin.x + geometry.left;
+    frameY = origin.y + geometry.top;
+    for (WindowBase *child : childWindows) child->updateFramePosition();
+}
+
+void WindowBase::show(bool activate)
+{
+    windowSystem().showWindow(handle, activate);
+    visible = true;
+    onShow();
+}
+
+void WindowBase::hide()
+{
+    windowSystem().hideWindow(handle);
+    visible = false;
+    onHide();
+}
+
+void WindowBase::raise() { windowSystem().raiseWindow(handle); }
+
+bool WindowBase::hasFocus() const { return handle && windowSystem().focus() == handle; }
+
+void WindowBase::setFocus()
+{
+    if (focusable) windowSystem().setFocus(handle);
+}
+
+void WindowBase::takeFocus() { (focusForward ? focusForward : this)->setFocus(); }
+
+void WindowBase::invalidate(const OptionalRect &area)
+{
+    if (area.present && area.rect.isEmpty()) return;
+    windowSystem().invalidate(handle, area, false);
+}
+
+void WindowBase::repaintNow(const OptionalRect &area)
+{
+    if (area.present && area.rect.isEmpty()) return;
+    const auto context = windowSystem().windowContext(handle);
+    if (!context) return;
+    paint(*context, area.present ? area.rect : Rect::at({}, width(), height()));
+    windowSystem().validate(handle, area);
+}
+
+void WindowBase::setCursor(const Platform::CursorRef &shape)
+{
+    cursor = shape;
+    const auto pointer = windowSystem().pointer();
+    if (!visible || !handle || !pointer) return;
+    const Point corner = windowSystem().toScreen(handle, {});
+    if (isHit(*pointer - corner)) windowSystem().showCursor(cursor ? cursor : frame->arrow());
+}
+
+WindowBase *WindowBase::fromHandle(Platform::WindowHandle window)
+{
+    return window ? dynamic_cast<WindowBase *>(windowSystem().client(window)) : nullptr;
+}
+
+const TransformHandle &WindowBase::transform() const { return frame->transform(); }
+
+std::optional<intptr_t> WindowBase::onEvent(Platform::WindowHandle, const Event &event)
+{
+    if (event.kind == Event::Kind::dialogCode) return Platform::kWantsAllKeys;
+    if (frame->isDestroying()) return std::nullopt;
+    const Dispatch::Scope scope(frame->dispatch());
+    if (event.isMouse()) return handleMouse(event);
+    switch (event.kind) {
+    case Event::Kind::destroyed:
+        ownsHandle = false;
+        handle = nullptr; // the system may give its number to another window
+        return std::nullopt;
+    case Event::Kind::focusIn: onFocusIn(); return std::nullopt;
+    case Event::Kind::focusOut: onFocusOut(); return std::nullopt;
+    case Event::Kind::captureLost: frame->mouseCaptureLost(this); return std::nullopt;
+    case Event::Kind::eraseBackground: return 1;
+    case Event::Kind::paint: return handlePaint();
+    case Event::Kind::keyDown:
+    case Event::Kind::keyUp:
+    case Event::Kind::systemKeyDown:
+    case Event::Kind::systemKeyUp:
+    case Event::Kind::character: return handleKey(event);
+    default: return std::nullopt;
+    }
+}
+
+std::optional<intptr_t> WindowBase::handlePaint()
+{
+    if (frame->client() && frame->client()->isPaintingSuspended()) return kHandled; // stays pending
+    Rect clip;
+    auto context = windowSystem().beginPaint(handle, clip);
+    if (context) paint(*context, clip);
+    windowSystem().endPaint(handle, std::move(context));
+    return kHandled;
+}
+
+std::optional<intptr_t> WindowBase::handleKey(const Event &event)
+{
+    const uint32_t mods = event.modifiers & (Platform::kControl | Platform::kShift);
+    bool handled = false;
+    switch (event.kind) {
+    case Event::Kind::keyDown:
+        if (frame->client()) {
+            const bool tab = event.key == Platform::kKeyTab;
+            if (tab || event.key == Platform::kKeyLeft || event.key == Platform::kKeyRight) {
+                frame->client()->moveFocus(tab ? !(mods & Platform::kShift)
+                                               : event.key == Platform::kKeyRight);
+                return kHandled;
+            }
+        }
+        [[fallthrough]];
+    case Event::Kind::systemKeyDown: handled = onKeyDown(event.key, mods, event.repeated); break;
+    case Event::Kind::character: handled = onChar(event.key, mods, event.repeated); break;
+    default: handled = onKeyUp(event.key, mods); break;
+    }
+    return handled ? std::optional(kHandled) : std::nullopt; // else the host's own shortcuts work
+}
+
+std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
+{
+    const uint32_t kind = kindOf(event);
+    FrameClient *client = frame->client();
+    if (client && frame->mouseCaptureWindow())
+        client->onFrameMouseCaptured(kind, toFrame(event.at), event.wheel, event.modifiers);
+    else if (client && client->onFrameMouse(kind, toFrame(event.at), event.wheel, event.modifiers))
+        return kHandled;
+
+    Point at = event.at;
+    for (WindowBase *window = this; window; window = window->parent) {
+        const Point corner = window->geometry.corner();
+        WindowBase *const next = window->parent; // a handler may end the window
+        if (window->dispatchMouse(kind, at, event.modifiers, event.wheel)) return kHandled;
+        if (!next) break;
+        at = at + corner;
+    }
+    if (event.kind != Event::Kind::leftDown || !client) return std::nullopt;
+    windowSystem().setFocus(client->hostWindow());
+    return kHandled;
+}
+
+bool WindowBase::dispatchMouse(uint32_t kind, Point at, uint32_t mods, int32_t delta)
+{
+    switch (static_cast<Event::Kind>(kind)) {
+    case Event::Kind::leftDown: return onMouseDown(at, mods);
+    case Event::Kind::leftUp: return onMouseUp(at, mods);
+    case Event::Kind::leftDouble: return onDoubleClick(at, mods);
+    case Event::Kind::rightDown: return onRightDown(at, mods);
+    case Event::Kind::rightUp: return onRightUp(at, mods);
+    case Event::Kind::rightDouble: return onRightDoubleClick(at, mods);
+    case Event::Kind::wheel: return onWheel(at, delta, mods);
+    case Event::Kind::mouseMove: return dispatchMove(at, mods);
+    default: return false;
+    }
+}
+
+bool WindowBase::dispatchMove(Point at, uint32_t mods)
+{
+    windowSystem().showCursor(cursor ? cursor : frame->arrow());
+    const bool dragging = (mods & (Platform::kLeftButton | Platform::kRightButton)) != 0;
+    if ((dragging || wantsAllMoves) && onMouseMove(at, mods)) return true;
+    return cursor != nullptr; // a window with a cursor of its own shields its parents
+}
+
+std::span<const MetaEntry> WindowBase::signalTable()
+{
+    static constexpr MetaMethod methods[] = {
+        metaMethod<&WindowBase::sigReceivedFocus>("sigReceivedFocus"),
+        metaMethod<&WindowBase::sigLostFocus>("sigLostFocus"),
+        metaMethod<&WindowBase::sigResetFocusTimer>("sigResetFocusTimer")};
+    static constexpr MetaEntry rows[] = {{"sigReceivedFocus()", &methods[0]},
+                                         {"sigLostFocus()", &methods[1]},
+                                         {"sigResetFocusTimer()", &methods[2]}};
+    return rows;
+}
+
+std::span<const MetaEntry> WindowBase::slotTable()
+{
+    static constexpr MetaMethod setFocusMethod = metaMethod<&WindowBase::slotSetFocus>("slotSetFocus");
+    static constexpr MetaEntry rows[] = {{"slotSetFocus()", &setFocusMethod}};
+    return rows;
+}
+
+} // namespace UI::Native
