@@ -37,11 +37,12 @@ endif()
 
 find_package(Threads REQUIRED)
 
-# tessarine_room(NAME SOURCES... LINKS LIBRARIES...): a static library whose headers are included from the root.
+# tessarine_room(NAME SOURCES... LINKS LIBRARIES...): a static library whose headers are included from the root, and
+# plugin/Version.h from the build.
 function(tessarine_room name)
     cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LINKS")
     add_library(${name} STATIC ${room_SOURCES})
-    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR})
+    target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})
     target_link_libraries(${name} PUBLIC ${room_LINKS})
 endfunction()
 

@@ -1,12 +1,15 @@
 #pragma once
 #include <cstdint>
 
-/// What the product is called, wherever a host or the system asks.
+#include "plugin/Version.h"
+
+/// Name, vendor and version of the product for hosts, the system and the user.
 namespace Product {
 
 constexpr const char *kName = "Tessarine";
 constexpr const char *kVendor = "Veloxon, Inc.";
 constexpr const char *kRegistryVendor = "Veloxon";
-constexpr int32_t kVersion = 1020;
+constexpr int32_t kVersion = TESSARINE_VERSION_NUMBER;
+constexpr const char *kVersionText = TESSARINE_VERSION_TEXT;
 
 } // namespace Product

@@ -2,6 +2,7 @@
 
 import base64
 import os
+import re
 import shutil
 import struct
 import sys
@@ -95,12 +96,18 @@ def connect(root):
                 ElementTree.SubElement(port, "Connection", {"other": f"{others} {number}"})
 
 
+def version():
+    """The number that hosts get, as the release build has it."""
+    with open("build/release/plugin/Version.h") as file:
+        return re.search(r"VERSION_NUMBER (\d+)", file.read())[1]
+
+
 def audacity_settings(path, chunk):
     """Makes the chunk what Audacity last used with the effect."""
     key = base64.b64encode(b"Effect_VST_Veloxon, Inc._Tessarine").decode().replace("=", "\\=")
     with open(chunk, "rb") as file:
         text = base64.b64encode(file.read()).decode()
-    values = f"UniqueID=1366061684\nVersion=1020\nElements=39\nChunk={text}\n"
+    values = f"UniqueID=1366061684\nVersion={version()}\nElements=39\nChunk={text}\n"
     with open(path, "w") as file:
         file.write("pluginsettingsversion=1.0\n")
         for group in ("FactoryDefaults", "CurrentSettings"):
