@@ -1,5 +1,4 @@
 #pragma once
-
 namespace Bench {
 
 /// Switches for the instruction counter that may be watching the process from outside (Callgrind, started
