@@ -27,13 +27,10 @@ static void printPlaces(const Watch::Counts &counts)
 bool report(const Figures &figures)
 {
     const Watch::Counts &counts = figures.counts;
-    if (figures.way == Watch::Way::none) {
+    if (!figures.armed) {
         std::printf("  the kernel lets this program trap no system calls; nothing has been measured\n");
         return false;
     }
-    std::printf("  system calls trapped by %s\n", figures.way == Watch::Way::dispatch
-                                                      ? "the kernel's dispatch to the user"
-                                                      : "a filter of the kernel");
     if (figures.controlsFound)
         std::printf("  %" PRIu32 " planted faults found by each audio thread\n", Controls::plants());
     else

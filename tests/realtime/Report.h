@@ -4,7 +4,7 @@
 /// What audio threads have done in their steady state.
 struct Figures {
     Watch::Counts counts;
-    Watch::Way way = Watch::Way::none;
+    bool armed = false;        // the kernel hands system calls over
     bool controlsFound = true; // by each of the threads
     uint64_t threads = 0, blocks = 0;
     uint64_t bypassedBlocks = 0; // went past the chain

@@ -7,12 +7,11 @@
 #include <sys/syscall.h>
 #include <ucontext.h>
 #include <unistd.h>
-#include <utility>
 
 #include "tests/realtime/Watch.h"
 
 // The kernel does not carry a trapped call out but sends SIGSYS, and the handler makes it after it has counted.
-// "Syscall User Dispatch" and "Seccomp BPF" in the kernel's documentation.
+// "Seccomp BPF" in the kernel's documentation.
 
 /// A system call from the one place that the filter lets through; the answer is the kernel's own.
 extern "C" long realtimeKernelCall(long number, long a, long b, long c, long d, long e, long f);
@@ -39,7 +38,6 @@ namespace {
 
 void onTrap(int, siginfo_t *info, void *context)
 {
-    const char gate = std::exchange(thread.gate, Thread::kLet);
     const long number = info->si_syscall;
     if (Counts *const counts = thread.counts) {
         const bool ofLock = thread.lockDepth > 0;
@@ -50,25 +48,6 @@ void onTrap(int, siginfo_t *info, void *context)
     registers[REG_RAX] =
         realtimeKernelCall(number, registers[REG_RDI], registers[REG_RSI], registers[REG_RDX],
                            registers[REG_R10], registers[REG_R8], registers[REG_R9]);
-    thread.gate = gate;
-}
-
-/// Where handlers go back to the kernel, by a call that must not be trapped.
-unsigned long wayBack()
-{
-    struct {
-        void *handler;
-        unsigned long flags, restorer, mask;
-    } action = {};
-    syscall(SYS_rt_sigaction, SIGSYS, nullptr, &action, sizeof action.mask);
-    return action.restorer;
-}
-
-bool dispatchToUser()
-{
-    constexpr int kSetDispatch = 59; // the names of these are younger than some systems' headers
-    constexpr unsigned long kOn = 1, kBytesOfWayBack = 16;
-    return prctl(kSetDispatch, kOn, wayBack(), kBytesOfWayBack, &thread.gate) == 0;
 }
 
 bool filterCalls()
@@ -98,7 +77,7 @@ bool filterCalls()
 
 } // namespace
 
-Way arm(bool filterOnly)
+bool arm()
 {
     struct sigaction action = {};
     action.sa_sigaction = onTrap;
@@ -106,8 +85,7 @@ Way arm(bool filterOnly)
     sigaction(SIGSYS, &action, nullptr);
     std::array<void *, 4> frames;
     backtrace(frames.data(), frames.size()); // what it loads when it is first called
-    if (!filterOnly && dispatchToUser()) return Way::dispatch;
-    return filterCalls() ? Way::filter : Way::none;
+    return filterCalls();
 }
 
 } // namespace Watch

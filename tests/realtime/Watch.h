@@ -30,12 +30,9 @@ struct Counts {
     bool isQuiet() const { return allocations == 0 && releases == 0 && callsElsewhere == 0; }
 };
 
-/// How the kernel is made to hand over system calls.
-enum class Way { none, dispatch, filter };
-
-/// Prepares the calling thread, to its end: by the kernel's dispatch to the user, or by a filter where it is too
-/// old for that or `filterOnly` says so; none if it lets us have neither. Such a thread can start no other one.
-Way arm(bool filterOnly);
+/// Makes the kernel hand over the system calls of the calling thread, to its end; false if it refuses the filter.
+/// Such a thread can start no other one.
+bool arm();
 
 /// Counts what the calling thread does from here to the end of the scope.
 class [[nodiscard]] Scope {
@@ -50,9 +47,6 @@ public:
 struct Thread {
     Counts *counts = nullptr; // null while nothing is watched
     uint32_t lockDepth = 0;   // inside the code of locks
-    char gate = kLet;         // read by the kernel at each system call of an armed thread
-
-    static constexpr char kLet = 0, kTrap = 1;
 };
 extern thread_local constinit Thread thread;
 

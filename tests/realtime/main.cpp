@@ -1,12 +1,15 @@
+#include <array>
+#include <atomic>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
 #include <memory>
-#include <string_view>
 #include <thread>
 
-#include "tests/realtime/AudioThread.h"
+#include "tests/driver/Playing.h"
 #include "tests/realtime/Controls.h"
+#include "tests/realtime/PlayedEffect.h"
+#include "tests/realtime/Report.h"
 
 // Plays effects in all settings with their editors open, and shows that the audio thread takes no memory and makes
 // no system call but for a lock that another thread has.
@@ -19,14 +22,80 @@ using std::chrono::milliseconds;
 constexpr PlayedEffect::Format kFormats[] = {{44100, 2}, {96000, 2}, {44100, 1}, {96000, 1}};
 constexpr milliseconds kTimeOfFormat{350};
 
+/// Plays until told to stop, block after block without a pause, so that threads meet far more often than in a
+/// host, and watches itself while the effect is at work.
+///
+/// The steady state begins when the effect has played kWarmBlocks of the largest size since it was told the
+/// format; from there on nothing is left out, whatever is set meanwhile by whom.
+class AudioThread {
+public:
+    AudioThread(PlayedEffect &played, uint64_t seed, Figures &sum)
+        : effect(played), random(seed), figures(sum)
+    {
+    }
+
+    /// The body of a thread of its own.
+    void run(Controls &controls, const std::atomic<bool> &stopping)
+    {
+        ++figures.threads;
+        figures.armed = Watch::arm();
+        if (figures.armed) {
+            figures.controlsFound = controls.run() && figures.controlsFound;
+            Audio silence = Signals::silence(kLongest);
+            for (int i = 0; i < kWarmBlocks; ++i)
+                for (const bool adds : {false, true}) play(silence, adds);
+        }
+        warm = true;
+        while (figures.armed && !stopping) {
+            const uint32_t size = random.pick(std::array{16u, 64u, 128u, 256u, 512u, 1024u, kLongest});
+            playWatched(random.chance(0.5) ? size : 16 + random.below(size - 15));
+        }
+    }
+
+    /// Until then nobody may bypass or pause the effect.
+    bool isWarm() const { return warm; }
+
+private:
+    void playWatched(uint32_t frames)
+    {
+        Audio sound = anySound(random, frames);
+        const bool adds = random.chance(0.1), sets = random.chance(0.25);
+        const uint64_t waits = figures.counts.waits;
+        {
+            const Watch::Scope scope(figures.counts);
+            if (sets) effect.automate(random); // as many hosts do between blocks
+            play(sound, adds);
+        }
+        ++figures.blocks;
+        figures.bypassedBlocks += effect.options().getBypass();
+        figures.waitingBlocks += figures.counts.waits != waits;
+    }
+
+    void play(Audio &sound, bool adds)
+    {
+        AEffect *const record = effect.record();
+        float *inputs[] = {sound.left.data(), sound.right.data()}, *outputs[] = {left, right};
+        (adds ? record->process : record->processReplacing)(record, inputs, outputs,
+                                                            static_cast<int32_t>(sound.frames()));
+    }
+
+    static constexpr int kWarmBlocks = 2;
+    static constexpr uint32_t kLongest = PlayedEffect::kMostFrames;
+    PlayedEffect &effect;
+    Random random;
+    Figures &figures;
+    std::atomic<bool> warm = false;
+    float left[kLongest] = {}, right[kLongest] = {};
+};
+
 /// One format, with the threads of a host.
-void play(PlayedEffect &effect, PlayedEffect::Format format, uint64_t seed, bool filterOnly, Figures &figures)
+void play(PlayedEffect &effect, PlayedEffect::Format format, uint64_t seed, Figures &figures)
 {
     effect.restart(format);
     const auto audio = std::make_unique<AudioThread>(effect, seed, figures);
     Controls controls; // its thread is there before the audio thread is armed
     std::atomic<bool> stopping = false;
-    std::thread audioThread([&] { audio->run(controls, stopping, filterOnly); });
+    std::thread audioThread([&] { audio->run(controls, stopping); });
     while (!audio->isWarm()) std::this_thread::sleep_for(milliseconds(1));
     std::thread automation([&] {
         for (Random random(seed + 1); !stopping; std::this_thread::sleep_for(milliseconds(1)))
@@ -47,17 +116,15 @@ int main(int count, char **arguments)
 {
     const double seconds = count > 1 ? std::strtod(arguments[1], nullptr) : 20;
     uint64_t seed = count > 2 ? std::strtoull(arguments[2], nullptr, 10) * 1000 : 0;
-    const bool filterOnly = count > 3 && std::string_view(arguments[3]) == "filter";
     if (!(seconds > 0)) {
-        std::fprintf(stderr, "usage: tessarine_realtime [SECONDS [SEED [filter]]]\n");
+        std::fprintf(stderr, "usage: tessarine_realtime [SECONDS [SEED]]\n");
         return 2;
     }
     Figures figures;
     const auto end = Clock::now() + std::chrono::duration<double>(seconds);
     while (Clock::now() < end) {
         PlayedEffect effect;
-        for (const PlayedEffect::Format format : kFormats)
-            play(effect, format, seed += 3, filterOnly, figures);
+        for (const PlayedEffect::Format format : kFormats) play(effect, format, seed += 3, figures);
     }
     return report(figures) ? 0 : 1;
 }
