@@ -10,48 +10,53 @@ namespace DSP {
 namespace {
 // Samples between the transforms of two bands: a host's short block then carries one of them, not four.
 constexpr uint32_t kSpectrumStagger = 64;
+
+String spectrumName(int band) { return String("Band %1 Spectrum").arg(band + 1); }
 } // namespace
 
-Transform::Transform(PluginLink &pluginLink)
-    : TransformBase(pluginLink),
-      levelMeter(std::make_unique<Meter::Level>(pluginLink)),
-      outputGain(std::make_unique<Gain>(pluginLink)),
-      splitter(std::make_unique<CrossOver>(pluginLink)),
-      limiter(std::make_unique<Maximizer>(pluginLink)),
-      compressor(std::make_unique<Dynamics>(pluginLink))
+Transform::Stages::Stages(PluginLink &plugin)
+    : level(plugin),
+      gain(plugin),
+      crossOver(plugin),
+      maximizer(plugin),
+      dynamics(plugin),
+      spectrum{{{plugin, spectrumName(0)},
+                {plugin, spectrumName(1)},
+                {plugin, spectrumName(2)},
+                {plugin, spectrumName(3)}}}
 {
-    global()->setDelayCompensation(true);
-    splitter->guardBands(&bandNoisePhase);
-    for (uint32_t band = 0; band < kBands; ++band) {
-        spectra[band] =
-            std::make_unique<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
-        spectra[band]->setStagger(band * kSpectrumStagger);
-    }
 }
 
-void Transform::resetState() { splitNoisePhase = bandNoisePhase = sumNoisePhase = 0; }
+Transform::Transform(PluginLink &pluginLink) : TransformBase(pluginLink), stages(pluginLink)
+{
+    global()->setDelayCompensation(true);
+    stages.crossOver.guardBands(&bandGuardPhase);
+    for (uint32_t band = 0; band < kBands; ++band) stages.spectrum[band].setStagger(band * kSpectrumStagger);
+}
+
+void Transform::resetState() { splitGuardPhase = bandGuardPhase = sumGuardPhase = 0; }
 
 uint32_t Transform::transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
                               uint32_t zipperSamples)
 {
     const BandPointers bands = split(frames, inLeft, inRight, zipperSamples);
-    const bool spectraOnInput = spectra[0]->getOnInput(); // the first band's switch rules all
+    const bool spectraOnInput = stages.spectrum[0].getOnInput(); // the first band's switch rules all
     if (spectraOnInput) feedSpectra(frames, bands);
     compress(frames, bands, zipperSamples);
     if (!spectraOnInput) feedSpectra(frames, bands);
     sum(frames, bands, inLeft, inRight);
 
-    runComponent(*limiter, frames, zipperSamples, inLeft, inRight);
+    runComponent(stages.maximizer, frames, zipperSamples, inLeft, inRight);
     ippsCopy_32f(inLeft, outLeft, static_cast<int>(frames));
     if (inRight) ippsCopy_32f(inRight, outRight, static_cast<int>(frames));
-    runComponent(*outputGain, frames, zipperSamples, outLeft, outRight);
-    levelMeter->measure(frames, outLeft, outRight);
+    runComponent(stages.gain, frames, zipperSamples, outLeft, outRight);
+    stages.level.measure(frames, outLeft, outRight);
     return frames;
 }
 
 Transform::BandPointers Transform::split(uint32_t frames, float *left, float *right, uint32_t zipperSamples)
 {
-    addDenormalGuard(frames, left, right, &splitNoisePhase, true);
+    addDenormalGuard(frames, left, right, &splitGuardPhase, true);
     BandPointers bands = {};
     for (int b = 0; b < kBands; ++b) {
         bandLeft[b].grow(frames);
@@ -59,7 +64,7 @@ Transform::BandPointers Transform::split(uint32_t frames, float *left, float *ri
         bands.left[b] = bandLeft[b].data();
         bands.right[b] = right ? bandRight[b].data() : nullptr;
     }
-    runComponent(*splitter, frames, zipperSamples, left, right, bands.left, bands.right);
+    runComponent(stages.crossOver, frames, zipperSamples, left, right, bands.left, bands.right);
     return bands;
 }
 
@@ -67,14 +72,14 @@ void Transform::compress(uint32_t frames, const BandPointers &bands, uint32_t zi
 {
     BandPointers compressed = bands;
     for (uint32_t b = 0; b < kBands; ++b)
-        if (splitter->bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
-    runComponent(*compressor, frames, zipperSamples, bands.left[0], bands.right[0], compressed.left,
+        if (stages.crossOver.bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
+    runComponent(stages.dynamics, frames, zipperSamples, bands.left[0], bands.right[0], compressed.left,
                  compressed.right);
 }
 
 void Transform::feedSpectra(uint32_t frames, const BandPointers &bands)
 {
-    for (uint32_t b = 0; b < kBands; ++b) spectra[b]->feed(frames, bands.left[b], bands.right[b]);
+    for (uint32_t b = 0; b < kBands; ++b) stages.spectrum[b].feed(frames, bands.left[b], bands.right[b]);
 }
 
 void Transform::sum(uint32_t frames, const BandPointers &bands, float *left, float *right)
@@ -83,7 +88,7 @@ void Transform::sum(uint32_t frames, const BandPointers &bands, float *left, flo
     BandPointers heard = {};
     int count = 0;
     for (uint32_t b = 0; b < kBands; ++b) {
-        if (splitter->bandMute(b)) continue;
+        if (stages.crossOver.bandMute(b)) continue;
         heard.left[count] = bands.left[b];
         heard.right[count++] = bands.right[b];
     }
@@ -94,7 +99,7 @@ void Transform::sum(uint32_t frames, const BandPointers &bands, float *left, flo
     } else { // the stages behind see no true zeros
         ippsZero_32f(left, length);
         if (right) ippsZero_32f(right, length);
-        addDenormalGuard(frames, left, right, &sumNoisePhase, true);
+        addDenormalGuard(frames, left, right, &sumGuardPhase, true);
     }
 }
 

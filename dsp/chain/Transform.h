@@ -1,6 +1,5 @@
 #pragma once
 #include <array>
-#include <memory>
 
 #include "dsp/chain/TransformBase.h"
 #include "dsp/meter/Level.h"
@@ -12,17 +11,17 @@
 
 namespace DSP {
 
-/// The chain of this effect: crossover, spectrum and compressor per band, sum, limiter, gain, level meter.
+/// The chain of this effect: crossover, spectrum and dynamics per band, sum, maximizer, gain, level meter.
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);
 
-    Meter::Level *level() const { return levelMeter.get(); }
-    Gain *gain() const { return outputGain.get(); }
-    CrossOver *crossOver() const { return splitter.get(); }
-    Maximizer *maximizer() const { return limiter.get(); }
-    Dynamics *dynamics() const { return compressor.get(); }
-    Meter::Spectrum *spectrum(uint32_t band) const { return spectra[band].get(); }
+    Meter::Level *level() { return &stages.level; }
+    Gain *gain() { return &stages.gain; }
+    CrossOver *crossOver() { return &stages.crossOver; }
+    Maximizer *maximizer() { return &stages.maximizer; }
+    Dynamics *dynamics() { return &stages.dynamics; }
+    Meter::Spectrum *spectrum(uint32_t band) { return &stages.spectrum[band]; }
 
 protected:
     void resetState() override;
@@ -38,15 +37,19 @@ private:
     void feedSpectra(uint32_t frames, const BandPointers &bands);
     void sum(uint32_t frames, const BandPointers &bands, float *left, float *right);
 
-    // in the order of construction, which everything that walks the components relies on
-    std::unique_ptr<Meter::Level> levelMeter;
-    std::unique_ptr<Gain> outputGain;
-    std::unique_ptr<CrossOver> splitter;
-    std::unique_ptr<Maximizer> limiter;
-    std::unique_ptr<Dynamics> compressor;
-    std::array<std::unique_ptr<Meter::Spectrum>, kBands> spectra;
+    /// In the order of construction, which everything that walks the components relies on.
+    struct Stages {
+        Meter::Level level;
+        Gain gain;
+        CrossOver crossOver;
+        Maximizer maximizer;
+        Dynamics dynamics;
+        std::array<Meter::Spectrum, kBands> spectrum;
+        explicit Stages(PluginLink &plugin);
+    };
+    Stages stages;
     std::array<Util::AlignedBuffer<float>, kBands> bandLeft, bandRight;
-    uint8_t splitNoisePhase = 0, bandNoisePhase = 0, sumNoisePhase = 0;
+    uint8_t splitGuardPhase = 0, bandGuardPhase = 0, sumGuardPhase = 0;
 };
 
 } // namespace DSP

@@ -121,7 +121,7 @@ uint32_t TransformBase::transformAutomated(uint32_t frames, float *inLeft, float
 uint32_t TransformBase::transformNoise(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
                                        float *outRight, uint32_t zipperSamples)
 {
-    addDenormalGuard(frames, inLeft, inRight, &inputNoisePhase, true);
+    addDenormalGuard(frames, inLeft, inRight, &inputGuardPhase, true);
     return transform(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
 }
 
@@ -198,7 +198,7 @@ void TransformBase::reset()
     const Util::Hold hold(plugin.getTransformLock());
     activeUpdatePending = true;
     latencyUpdatePending = true;
-    inputNoisePhase = 0;
+    inputGuardPhase = 0;
     resetState();
     for (Component *component : plugin.componentList()) component->resetComponent();
 }

@@ -93,7 +93,7 @@ private:
     // Who raises a flag has changed something before; who clears it looks at everything after.
     std::atomic<bool> activeUpdatePending = true, latencyUpdatePending = true;
     std::atomic<bool> inProcess = false; // a block runs, and carries out updates at its next
-    uint8_t inputNoisePhase = 0;
+    uint8_t inputGuardPhase = 0;
     uint32_t lastRefreshTick = 0; // ms
     Util::Shared<uint64_t> refused = 0;
 };

@@ -22,7 +22,7 @@ alignas(32) constexpr Wave kRight = makeWave(kGuardRight);
 
 } // namespace
 
-GuardWave guardWave(uint8_t counter) { return {kLeft.data() + counter, kRight.data() + counter}; }
+GuardWave guardWave(uint8_t phase) { return {kLeft.data() + phase, kRight.data() + phase}; }
 
 GuardWave GuardWave::none()
 {
@@ -30,16 +30,16 @@ GuardWave GuardWave::none()
     return {kZeros, kZeros};
 }
 
-void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
+void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *phase, bool keep)
 {
     const auto add = Kernels::active().block.add;
-    const GuardWave wave = guardWave(*counter);
+    const GuardWave wave = guardWave(*phase);
     for (uint32_t done = 0; done < frames; done += kPeriod) {
         const int count = static_cast<int>(std::min(frames - done, kPeriod));
         add(wave.left, left + done, count);
         if (right) add(wave.right, right + done, count);
     }
-    if (keep) *counter = static_cast<uint8_t>(*counter + frames);
+    if (keep) *phase = static_cast<uint8_t>(*phase + frames);
 }
 
 } // namespace DSP

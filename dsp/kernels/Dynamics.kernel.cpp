@@ -19,7 +19,7 @@ LANES_OP float larger(float a, float b) { return a > b ? a : b; }
 
 /// Detector input: the larger channel of every band and frame; peaks of both channels on the way.
 LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels,
-                      CompressorPeaks &peaks, int frames)
+                      DynamicsPeaks &peaks, int frames)
 {
     const F8 silence = F8::splat(0.0f);
     F8 mostLeft[4] = {silence, silence, silence, silence},
@@ -57,7 +57,7 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
 using Rows = float (*)[4]; // a piece of a chunk, a frame a row
 
 /// Peak detector, in place: up at once, down by the decay. Tells whether any band reaches its threshold.
-LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Rows levels, int frames)
+LANES_OP bool detect(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows levels, int frames)
 {
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
     const F4 threshold = F4::loadAligned(coeffs.threshold);
@@ -75,7 +75,7 @@ LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Row
 }
 
 /// Hard-kneed curve, in place: levels become target gains.
-LANES_OP void curve(const CompressorCoeffs &coeffs, Rows levels, int frames)
+LANES_OP void curve(const DynamicsCoeffs &coeffs, Rows levels, int frames)
 {
     const F4 t = F4::loadAligned(coeffs.threshold), e = F4::loadAligned(coeffs.exponent);
     const F8 threshold = combine(t, t), one = F8::splat(1.0f);
@@ -89,7 +89,7 @@ LANES_OP void curve(const CompressorCoeffs &coeffs, Rows levels, int frames)
 
 /// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
 template <bool anyTarget>
-LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Rows targets, F4 &smallest,
+LANES_OP void follow(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows targets, F4 &smallest,
                      int frames)
 {
     const F4 attack = F4::loadAligned(coeffs.attackComplement), smooth = F4::loadAligned(coeffs.smoothCoeff);
@@ -124,9 +124,8 @@ LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
 
 } // namespace
 
-static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
-                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
-                         int frames)
+static void computeGains(const DynamicsCoeffs &coeffs, DynamicsState &state, const float *const left[4],
+                         const float *const right[4], float *const gains[4], DynamicsPeaks &peaks, int frames)
 {
     // So short that the processor reaches the detector of the next piece while it waits for the follower of
     // this one.

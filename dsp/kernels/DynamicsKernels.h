@@ -3,16 +3,16 @@
 namespace DSP::Kernels {
 
 /// Coefficients of four compressors, one a lane. Linear gains; the curve is hard-kneed.
-struct CompressorCoeffs {
+struct DynamicsCoeffs {
     alignas(16) float threshold[4], exponent[4]; // gain = (level / threshold)^exponent from the threshold on
     alignas(16) float attackComplement[4], releaseCoeff[4], releaseComplement[4];
     alignas(16) float smoothCoeff[4];
     float envelopeDecay; // per sample
 };
-struct CompressorState {
+struct DynamicsState {
     alignas(16) float envelope[4], followed[4], smoothed[4];
 };
-struct CompressorPeaks {
+struct DynamicsPeaks {
     float left[4], right[4]; // largest input magnitudes of the block
     float smallestGain[4];
 };
@@ -23,8 +23,8 @@ struct DynamicsKernels {
 
     /// From the bands' samples to their gains, make-up left out. A null `left[b]` is a band of silence; a
     /// null `right[b]` makes it mono. `gains[b]` are arrays of kMostFrames, 32-byte aligned.
-    void (*computeGains)(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
-                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
+    void (*computeGains)(const DynamicsCoeffs &coeffs, DynamicsState &state, const float *const left[4],
+                         const float *const right[4], float *const gains[4], DynamicsPeaks &peaks,
                          int frames);
 
     /// Delays `samples` of `channels` (1 or 2) by `delay` through `lines`, which hold that many older samples

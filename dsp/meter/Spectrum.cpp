@@ -159,13 +159,13 @@ void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
     // taken away, not added: opposite in sign to the guard of the chain, which the signal bears already
-    const float *const wave = guardWave(guardCounter).left;
+    const float *const wave = guardWave(guardPhase).left;
     for (uint32_t done = 0; done < count; done += GuardWave::kLength) {
         const uint32_t piece = std::min<uint32_t>(count - done, GuardWave::kLength);
         mix(left + done, right ? right + done : nullptr, wave, frame.data() + framePosition + done,
             static_cast<int>(piece));
     }
-    guardCounter = static_cast<uint8_t>(guardCounter + count);
+    guardPhase = static_cast<uint8_t>(guardPhase + count);
     framePosition += count;
 }
 

@@ -62,7 +62,7 @@ void CrossOver::setSampleRate(uint32_t hz)
 {
     if (hz == sampleRate) return;
     const Util::Hold setting(settingLock);
-    BandSplitter next;
+    FilterBank next;
     const bool inOrder = designFilters(next, hz);
     const Util::Hold hold(lock);
     makeRoomForFade(hz); // may fail, and then nothing has changed
@@ -88,7 +88,7 @@ void CrossOver::updateFade()
     }
 }
 
-bool CrossOver::designFilters(BandSplitter &set, uint32_t hz) const
+bool CrossOver::designFilters(FilterBank &set, uint32_t hz) const
 {
     std::array<float, kCutoffs> edges;
     std::copy(cutoffs.begin(), cutoffs.end(), edges.begin());
@@ -110,7 +110,7 @@ void CrossOver::setCutoff(uint32_t index, float hz)
     notifyParameterChanged();
     const Util::Hold setting(settingLock);
     cutoffs[index] = hz;
-    BandSplitter next;
+    FilterBank next;
     const bool inOrder = designFilters(next, sampleRate);
     const Util::Hold hold(lock); // audio waits for a copy, not for the design
     if (fadeRemaining == 0) activeSet ^= 1;
@@ -123,22 +123,22 @@ uint32_t CrossOver::process(uint32_t frames, float *left, float *right)
     const Util::Hold hold(lock);
     bool stable;
     if (fadeRemaining == 0) {
-        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, guardCounter);
+        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, guardPhase);
     } else {
         stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, nullptr);
         stable &= crossFade(frames, left, right);
-        if (guardCounter)
+        if (guardPhase)
             for (int band = 0; band < kBands; ++band)
-                addDenormalGuard(frames, bandOutLeft[band], bandOutRight[band], guardCounter, false);
+                addDenormalGuard(frames, bandOutLeft[band], bandOutRight[band], guardPhase, false);
     }
     if (!stable) dropBlock(frames, right != nullptr);
-    if (guardCounter) *guardCounter = static_cast<uint8_t>(*guardCounter + frames);
+    if (guardPhase) *guardPhase = static_cast<uint8_t>(*guardPhase + frames);
     return frames;
 }
 
 void CrossOver::dropBlock(uint32_t frames, bool stereo)
 {
-    for (BandSplitter &set : filterSets) set.clear();
+    for (FilterBank &set : filterSets) set.clear();
     for (int band = 0; band < kBands; ++band) {
         ippsZero_32f(bandOutLeft[band], static_cast<int>(frames));
         if (stereo) ippsZero_32f(bandOutRight[band], static_cast<int>(frames));

@@ -4,7 +4,7 @@
 
 #include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/component/ComponentImpl.h"
-#include "dsp/stages/BandSplitter.h"
+#include "dsp/stages/FilterBank.h"
 
 namespace DSP {
 
@@ -25,7 +25,7 @@ public:
     uint32_t process(uint32_t frames, float *left, float *right) override;
     void reset() override;
     /// Has the denormal guard put on every band, from where the caller's counter stands; null is no guard.
-    void guardBands(uint8_t *counter) { guardCounter = counter; }
+    void guardBands(uint8_t *counter) { guardPhase = counter; }
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
     void setCutoff(uint32_t index, float hz);
@@ -48,7 +48,7 @@ private:
     void makeRoomForFade(uint32_t hz);
     void updateFade();
     /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
-    bool designFilters(BandSplitter &set, uint32_t hz) const;
+    bool designFilters(FilterBank &set, uint32_t hz) const;
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the set that is going into the start of the bands that the coming set has written.
     bool crossFade(uint32_t frames, const float *left, const float *right);
@@ -59,11 +59,11 @@ private:
     uint32_t fadeLength = 0;                   // samples
     Util::Shared<uint32_t> bypassBits = 0, muteBits = 0;
     std::array<Util::Shared<float>, kCutoffs> cutoffs; // Hz
-    std::array<BandSplitter, 2> filterSets;
+    std::array<FilterBank, 2> filterSets;
     Util::AlignedBuffer<float> fadeIn, fadeOut;
     uint32_t activeSet = 0;     // the set that plays, or is being faded in
     uint32_t fadeRemaining = 0; // samples
-    uint8_t *guardCounter = nullptr;
+    uint8_t *guardPhase = nullptr;
     Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // four band pieces each
 };
 

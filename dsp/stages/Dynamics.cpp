@@ -155,7 +155,7 @@ void Dynamics::reset()
     for (BandState &band : bands) {
         band.peakLeft = band.peakRight = 0.0f;
         band.reportedGain = 1.0f;
-        band.guardCounter = 0;
+        band.guardPhase = 0;
         // The left line tells the length of both, so if memory is short the right one must not be the shorter.
         band.delayRight.resize(lookAheadSamples() - 1, kChunk);
         band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
@@ -190,8 +190,8 @@ uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
     silenceUnsoloed(block, frames);
     if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return frames;
 
-    const Kernels::CompressorCoeffs coeffs = coefficients();
-    const Kernels::CompressorState before = state;
+    const Kernels::DynamicsCoeffs coeffs = coefficients();
+    const Kernels::DynamicsState before = state;
     for (uint32_t done = 0; done < frames; done += kChunk) {
         const uint32_t count = std::min(frames - done, kChunk);
         compressChunk(coeffs, block, count);
@@ -217,14 +217,14 @@ void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
         if (bands[b].solo || !block.left[b]) continue;
         ippsZero_32f(block.left[b], static_cast<int>(frames));
         if (block.right[b]) ippsZero_32f(block.right[b], static_cast<int>(frames));
-        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardCounter, true);
+        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardPhase, true);
         block.left[b] = block.right[b] = nullptr;
     }
 }
 
-Kernels::CompressorCoeffs Dynamics::coefficients() const
+Kernels::DynamicsCoeffs Dynamics::coefficients() const
 {
-    Kernels::CompressorCoeffs coeffs;
+    Kernels::DynamicsCoeffs coeffs;
     for (uint32_t b = 0; b < kBands; ++b) {
         const BandState &band = bands[b];
         coeffs.threshold[b] = band.thresholdLinear;
@@ -238,13 +238,13 @@ Kernels::CompressorCoeffs Dynamics::coefficients() const
     return coeffs;
 }
 
-void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames)
+void Dynamics::compressChunk(const Kernels::DynamicsCoeffs &coeffs, const Block &block, uint32_t frames)
 {
     const Kernels::DynamicsKernels &kernels = Kernels::active().dynamics;
     const int length = static_cast<int>(frames);
     alignas(32) float gains[kBands][kChunk];
     float *const gainRows[kBands] = {gains[0], gains[1], gains[2], gains[3]};
-    Kernels::CompressorPeaks peaks;
+    Kernels::DynamicsPeaks peaks;
     kernels.computeGains(coeffs, state, block.left, block.right, gainRows, peaks, length);
 
     for (uint32_t b = 0; b < kBands; ++b) {
@@ -257,14 +257,14 @@ void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Bloc
         else if (peaks.smallestGain[b] < band.reportedGain)
             band.reportedGain = peaks.smallestGain[b];
 
-        const GuardWave guard = guardWave(band.guardCounter);
+        const GuardWave guard = guardWave(band.guardPhase);
         float *const samples[2] = {block.left[b], block.right[b]};
         float *const lines[2] = {band.delayLeft.write(frames),
                                  stereo ? band.delayRight.write(frames) : nullptr};
         const float *const guards[2] = {guard.left, guard.right};
         kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, static_cast<int>(band.delayLeft.history()),
                            block.bypass[b] ? nullptr : gains[b], block.makeUp[b], length);
-        band.guardCounter = static_cast<uint8_t>(band.guardCounter + frames);
+        band.guardPhase = static_cast<uint8_t>(band.guardPhase + frames);
     }
 }
 

@@ -155,9 +155,9 @@ void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, f
 
     constexpr int kDetectorDelay = kInputDelay - 1;
     alignas(32) float gains[kChunk];
-    Kernels::active().limiter.detect(lines.left - kDetectorDelay,
-                                     right ? lines.right - kDetectorDelay : nullptr, envelopeDecay, envelope,
-                                     gains, length);
+    Kernels::active().maximizer.detect(lines.left - kDetectorDelay,
+                                       right ? lines.right - kDetectorDelay : nullptr, envelopeDecay,
+                                       envelope, gains, length);
     if (now.brickwall)
         processBrickwall(now, frames, lines, gains, left, right);
     else
@@ -167,7 +167,7 @@ void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, f
 void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
                             float *left, float *right)
 {
-    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
+    const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
     const int length = static_cast<int>(frames);
     kernels.softGains(now.threshold, kSoftExponent, now.follower, smoothCoeff, followedGain, smoothedGain,
                       gains, length);
@@ -187,7 +187,7 @@ void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &li
 void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
                                  float *left, float *right)
 {
-    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
+    const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
     const int length = static_cast<int>(frames);
     kernels.holdingGains(now.threshold, gains, length);
     gainLine.run(gains, length);

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "dsp/component/ComponentImpl.h"
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 #include "dsp/stages/DelayLine.h"
 #include "dsp/stages/SlidingMinimum.h"
 
@@ -55,7 +55,7 @@ private:
     struct Setting {
         bool bypass, brickwall;
         float threshold, outputGain; // linear
-        Kernels::LimiterFollower follower;
+        Kernels::MaximizerFollower follower;
         uint32_t lookAhead; // samples
     };
 
@@ -72,7 +72,7 @@ private:
                           float *right);
     void report(const float *gains, uint32_t frames);
 
-    static constexpr uint32_t kChunk = Kernels::LimiterKernels::kMostFrames;
+    static constexpr uint32_t kChunk = Kernels::MaximizerKernels::kMostFrames;
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
     Util::Shared<bool> bypass = false, brickwall = false;

@@ -22,7 +22,7 @@ void SlidingMinimum::fillLadder()
 void SlidingMinimum::run(float *values, int frames)
 {
     ladderInUse = true;
-    Kernels::active().limiter.slidingMinimum(ladder, values, frames);
+    Kernels::active().maximizer.slidingMinimum(ladder, values, frames);
     for (int i = 0; i < frames && placesLeft > 0; ++i, --placesLeft) {
         float &held = line[(position + i) % kWindow];
         values[i] = std::min(values[i], held);

@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
 
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 
 namespace DSP {
 
@@ -19,7 +19,7 @@ public:
 
     SlidingMinimum() { clear(); }
     void clear();
-    /// In place, up to LimiterKernels::kMostFrames values, 32-byte aligned.
+    /// In place, up to MaximizerKernels::kMostFrames values, 32-byte aligned.
     void run(float *values, int frames);
     /// `frames` samples pass without a value.
     void skip(int frames);

@@ -28,8 +28,8 @@ void fill(Block (&target)[blocks], std::mt19937 &random, bool odd)
 }
 
 struct States {
-    SplitterState splitter{};
-    CompressorState compressors{};
+    FilterBankState bank{};
+    DynamicsState dynamics{};
     MinimumLadder ladder{};
     float envelope = 0, followed = 1, smoothed = 1, held = 1;
 };
@@ -43,20 +43,20 @@ std::vector<float> transcript(const Table &set, bool odd)
     };
     std::mt19937 random{5};
     States states;
-    SplitterCoeffs splitter;
-    for (FilterPair *pair : {&splitter.outer, &splitter.inner, &splitter.second})
+    FilterBankCoeffs bank;
+    for (FilterPair *pair : {&bank.outer, &bank.inner, &bank.second})
         for (int i = 0; i < 4; ++i)
             pair->a1[i] = -1.1 - 0.1 * i, pair->a2[i] = 0.4 + 0.05 * i, pair->gain[i] = 0.1f;
-    CompressorCoeffs compressors{};
+    DynamicsCoeffs dynamics{};
     for (int band = 0; band < 4; ++band) {
-        compressors.threshold[band] = 0.1f * float(band + 1);
-        compressors.exponent[band] = -0.2f * float(band + 1);
-        compressors.attackComplement[band] = 0.1f;
-        compressors.releaseComplement[band] = 1 - (compressors.releaseCoeff[band] = 0.99f);
-        compressors.smoothCoeff[band] = 0.8f;
+        dynamics.threshold[band] = 0.1f * float(band + 1);
+        dynamics.exponent[band] = -0.2f * float(band + 1);
+        dynamics.attackComplement[band] = 0.1f;
+        dynamics.releaseComplement[band] = 1 - (dynamics.releaseCoeff[band] = 0.99f);
+        dynamics.smoothCoeff[band] = 0.8f;
     }
-    compressors.envelopeDecay = 0.995f;
-    const LimiterFollower follower = {0.9f, 0.1f, 0.99f, 0.01f};
+    dynamics.envelopeDecay = 0.995f;
+    const MaximizerFollower follower = {0.9f, 0.1f, 0.99f, 0.01f};
 
     for (int round = 0; round < 200; ++round) {
         if (odd) states = {}; // what is no number would stay
@@ -66,35 +66,35 @@ std::vector<float> transcript(const Table &set, bool odd)
         const int frames = 1 + int(random() % 64);
         float *a = in[0].samples, *b = in[1].samples, *c = out[0].samples, *d = out[1].samples;
 
-        SplitterOutput bands = {{}, {}, a, b};
+        FilterBankOutput bands = {{}, {}, a, b};
         for (int i = 0; i < 4; ++i) bands.left[i] = out[i].samples, bands.right[i] = out[4 + i].samples;
-        set.crossOver.split(splitter, states.splitter, a, b, bands, frames);
-        const bool within = set.crossOver.isWithin(states.splitter, 10);
+        set.crossOver.split(bank, states.bank, a, b, bands, frames);
+        const bool within = set.crossOver.isWithin(states.bank, 10);
         for (Block &block : out) hear(block.samples, frames);
 
-        CompressorPeaks peaks;
+        DynamicsPeaks peaks;
         float *gains[4], *sound[2] = {out[4].samples, out[5].samples},
                          *lines[2] = {in[6].samples + 40, in[7].samples + 40};
         for (int i = 0; i < 4; ++i) gains[i] = out[i].samples;
         const float *left[4] = {a, b, nullptr, in[2].samples},
                     *right[4] = {b, nullptr, nullptr, in[3].samples};
-        set.dynamics.computeGains(compressors, states.compressors, left, right, gains, peaks, frames);
+        set.dynamics.computeGains(dynamics, states.dynamics, left, right, gains, peaks, frames);
         for (const float *gain : gains) hear(gain, frames);
         hear(peaks.left, 12);
         const float *guards[2] = {in[4].samples, in[5].samples};
         set.dynamics.applyGains(sound, lines, guards, 2, 37, gains[0], 1.5f, frames);
         for (int side = 0; side < 2; ++side) hear(sound[side], frames), hear(lines[side], frames);
 
-        set.limiter.detect(a, b, 0.99f, states.envelope, c, frames);
+        set.maximizer.detect(a, b, 0.99f, states.envelope, c, frames);
         hear(c, frames);
-        set.limiter.softGains(0.3f, -0.9f, follower, 0.8f, states.followed, states.smoothed, c, frames);
+        set.maximizer.softGains(0.3f, -0.9f, follower, 0.8f, states.followed, states.smoothed, c, frames);
         hear(c, frames);
-        set.limiter.holdingGains(0.5f, a, frames);
-        set.limiter.slidingMinimum(states.ladder, a, frames);
+        set.maximizer.holdingGains(0.5f, a, frames);
+        set.maximizer.slidingMinimum(states.ladder, a, frames);
         hear(a, frames);
-        set.limiter.followMinimum(follower, states.held, a, frames);
-        set.limiter.weightedSum(b, in[2].samples + 64, d, frames);
-        set.limiter.apply(in[3].samples, d, 0.7f, b, frames);
+        set.maximizer.followMinimum(follower, states.held, a, frames);
+        set.maximizer.weightedSum(b, in[2].samples + 64, d, frames);
+        set.maximizer.apply(in[3].samples, d, 0.7f, b, frames);
         for (const float *values : {a, b, d}) hear(values, frames);
 
         const float *sources[4] = {a, b, c, in[4].samples};

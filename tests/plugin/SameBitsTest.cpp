@@ -27,7 +27,7 @@ Reference::Settings drawPlainly(Random &random)
     for (auto &band : settings.bands)
         band = {random.real(-50, -10), random.real(-6, 12), random.real(1, 12), random.real(0, 40),
                 random.real(5, 400),   random.chance(0.1),  random.chance(0.1)};
-    settings.limiter = {
+    settings.maximizer = {
         random.real(-12, 0), random.real(-3, 0), random.real(1, 20), random.real(10, 300), false,
         random.chance(0.5)};
     settings.gainDb = random.real(-6, 6);

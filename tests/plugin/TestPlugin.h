@@ -49,7 +49,7 @@ inline void TestPlugin::apply(const Reference::Settings &settings)
         spectrum.setOverlap(settings.spectra[b].overlap);
         spectrum.setWindowType(settings.spectra[b].window);
     }
-    ::apply(*parts.maximizer(), settings.limiter);
+    ::apply(*parts.maximizer(), settings.maximizer);
     parts.gain()->setGain(settings.gainDb);
     parts.global()->setProcessAsMono(settings.processAsMono);
     parts.global()->setBypass(settings.bypass);

@@ -4,7 +4,7 @@
 namespace DSP::Kernels {
 
 /// One-pole movements of the limiter's gain. Linear gains.
-struct LimiterFollower {
+struct MaximizerFollower {
     float attackCoeff, attackComplement; // feedback and feed of the way down
     float releaseCoeff, releaseComplement;
 };
@@ -18,7 +18,7 @@ struct MinimumLadder {
     alignas(32) float tails[kSteps][72];
 };
 
-struct LimiterKernels {
+struct MaximizerKernels {
     /// Most frames that one call takes. Arrays are 32-byte aligned and hold that many.
     static constexpr int kMostFrames = 64;
     static constexpr int kTaps = 64;
@@ -28,7 +28,7 @@ struct LimiterKernels {
                    int frames);
 
     /// Soft mode: envelopes become gains by (envelope / threshold)^exponent, `follower` and a last smoothing.
-    void (*softGains)(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
+    void (*softGains)(float threshold, float exponent, const MaximizerFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, int frames);
 
     /// Brickwall mode, first step: envelopes become the gains that would just hold the threshold.
@@ -36,7 +36,7 @@ struct LimiterKernels {
     /// Second step: the least of the last kWindow values, in place.
     void (*slidingMinimum)(MinimumLadder &ladder, float *values, int frames);
     /// Third step, in place: attack and release that never rise over the minimum.
-    void (*followMinimum)(const LimiterFollower &follower, float &followed, float *gains, int frames);
+    void (*followMinimum)(const MaximizerFollower &follower, float &followed, float *gains, int frames);
     /// Last step: weighted sum of kTaps gains; `gains` has kTaps - 1 older ones before it. weights[0] is that
     /// of the newest two, weights[j] that of the gains 1 + j and 64 - j back.
     void (*weightedSum)(const float weights[kTaps / 2], const float *gains, float *sums, int frames);

@@ -1,4 +1,4 @@
-#include "dsp/stages/BandSplitter.h"
+#include "dsp/stages/FilterBank.h"
 
 #include <algorithm>
 
@@ -33,7 +33,7 @@ float narrowBandLift(float lowHz, float highHz)
 }
 
 // Sets the right channel's lanes to those of `from` that lie `offset` into each left-right pair.
-void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &from, int offset)
+void takeRightLanes(Kernels::FilterBankState &to, const Kernels::FilterBankState &from, int offset)
 {
     const auto take = [offset](Kernels::FilterPairState &pair, const Kernels::FilterPairState &source) {
         for (int section = 0; section < 2; ++section)
@@ -47,11 +47,11 @@ void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &fr
     take(to.second, from.second);
 }
 
-void addGuard(uint32_t frames, float *left, float *right, const uint8_t *counter)
+void addGuard(uint32_t frames, float *left, float *right, const uint8_t *guardPhase)
 {
-    if (!counter) return;
-    uint8_t place = *counter;
-    addDenormalGuard(frames, left, right, &place, false);
+    if (!guardPhase) return;
+    uint8_t phase = *guardPhase;
+    addDenormalGuard(frames, left, right, &phase, false);
 }
 
 // The largest state that sound can leave: 200 dB over full scale, the steepest filter, the highest rate.
@@ -59,7 +59,7 @@ constexpr double kLargestState = 1e30;
 
 } // namespace
 
-void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
+void FilterBank::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
 {
     coeffs = {};
     state = {};
@@ -89,41 +89,41 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
     }
 }
 
-bool BandSplitter::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                       float *const *outRight, const uint8_t *guardCounter)
+bool FilterBank::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                     float *const *outRight, const uint8_t *guardPhase)
 {
     if (bandsInUse == 1) {
         const int length = static_cast<int>(frames);
         ippsCopy_32f(left, outLeft[0], length);
         if (right) ippsCopy_32f(right, outRight[0], length);
-        addGuard(frames, outLeft[0], right ? outRight[0] : nullptr, guardCounter);
+        addGuard(frames, outLeft[0], right ? outRight[0] : nullptr, guardPhase);
     } else {
-        filter(frames, left, right, outLeft, outRight, guardCounter);
+        filter(frames, left, right, outLeft, outRight, guardPhase);
     }
     for (uint32_t band = bandsInUse; band < kBands; ++band) {
         ippsZero_32f(outLeft[band], static_cast<int>(frames));
         if (right) ippsZero_32f(outRight[band], static_cast<int>(frames));
-        addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardCounter);
+        addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardPhase);
     }
     return Kernels::active().crossOver.isWithin(state, kLargestState);
 }
 
-void BandSplitter::filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                          float *const *outRight, const uint8_t *guardCounter)
+void FilterBank::filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
+                        float *const *outRight, const uint8_t *guardPhase)
 {
     // Slots without a band write to the buffers of the bands that are silenced afterwards.
     const uint32_t top = bandsInUse - 1;
     const uint32_t bandOfSlot[kBands] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
-    const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
+    const GuardWave guard = guardPhase ? guardWave(*guardPhase) : GuardWave::none();
 
-    Kernels::SplitterState before;
+    Kernels::FilterBankState before;
     if (!right) {
         before = state;
         takeRightLanes(state, state, 0); // so that both lanes write the same samples
     }
     for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
         const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
-        Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
+        Kernels::FilterBankOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
         for (int slot = 0; slot < kBands; ++slot) {
             out.left[slot] = outLeft[bandOfSlot[slot]] + done;
             out.right[slot] = right ? outRight[bandOfSlot[slot]] + done : out.left[slot];

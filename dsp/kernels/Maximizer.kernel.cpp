@@ -1,12 +1,12 @@
 #include "dsp/kernels/Lanes.h"
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 #include "dsp/kernels/Power.h"
 
 namespace DSP::Kernels::SET {
 
 namespace {
 
-constexpr int kMost = LimiterKernels::kMostFrames;
+constexpr int kMost = MaximizerKernels::kMostFrames;
 
 // A pass over a work array may run on to the next whole vector: what it computes there is never read.
 LANES_OP int wholeVectors(int frames) { return (frames + F8::kLanes - 1) & -F8::kLanes; }
@@ -34,7 +34,7 @@ static void detect(const float *left, const float *right, float decay, float &en
     for (int i = frames; i < wholeVectors(frames); ++i) envelopes[i] = 0.0f;
 }
 
-static void softGains(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
+static void softGains(float threshold, float exponent, const MaximizerFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, int frames)
 {
     // the curve of the next piece is worked out while the follower of this one waits
@@ -42,7 +42,7 @@ static void softGains(float threshold, float exponent, const LimiterFollower &fo
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
     const auto e = powerExponent(F8::splat(exponent));
     constexpr float kStandstill = 1e-9f; // a difference below this is made up at once
-    const LimiterFollower f = follower;
+    const MaximizerFollower f = follower;
     float gain = followed, smooth = smoothed;
     for (int start = 0; start < frames; start += kPiece) {
         const int end = frames < start + kPiece ? frames : start + kPiece;
@@ -114,9 +114,9 @@ static void slidingMinimum(MinimumLadder &ladder, float *values, int frames)
         storeAligned(values + i, F8::loadAligned(a.values + kReach + i));
 }
 
-static void followMinimum(const LimiterFollower &follower, float &followed, float *gains, int frames)
+static void followMinimum(const MaximizerFollower &follower, float &followed, float *gains, int frames)
 {
-    const LimiterFollower f = follower;
+    const MaximizerFollower f = follower;
     float gain = followed;
 #pragma GCC unroll 4
     for (int i = 0; i < frames; ++i) {
@@ -140,11 +140,12 @@ LANES_OP void weightedSums(const float *weights, const float *gains, float *sums
     const F8 newest = F8::splat(weights[0]);
     for (int g = 0; g < groups; ++g)
         sum[g] = (F8::load(gains + 8 * g) + F8::load(gains + 8 * g - 1)) * newest;
-    for (int j = 1; j < LimiterKernels::kTaps / 2; ++j) {
+    for (int j = 1; j < MaximizerKernels::kTaps / 2; ++j) {
         const F8 weight = F8::splat(weights[j]);
         for (int g = 0; g < groups; ++g) {
             const float *const here = gains + 8 * g;
-            sum[g] = sum[g] + (F8::load(here - 1 - j) + F8::load(here - LimiterKernels::kTaps + j)) * weight;
+            sum[g] =
+                sum[g] + (F8::load(here - 1 - j) + F8::load(here - MaximizerKernels::kTaps + j)) * weight;
         }
     }
     for (int g = 0; g < groups; ++g) storeAligned(sums + 8 * g, sum[g]);
@@ -152,7 +153,7 @@ LANES_OP void weightedSums(const float *weights, const float *gains, float *sums
 
 } // namespace
 
-static void weightedSum(const float weights[LimiterKernels::kTaps / 2], const float *gains, float *sums,
+static void weightedSum(const float weights[MaximizerKernels::kTaps / 2], const float *gains, float *sums,
                         int frames)
 {
     int i = 0;
@@ -169,13 +170,13 @@ static void apply(const float *samples, const float *gains, float factor, float 
     for (; i < frames; ++i) out[i] = samples[i] * (gains[i] * factor);
 }
 
-extern const LimiterKernels limiterKernels;
-const LimiterKernels limiterKernels = {.detect = detect,
-                                       .softGains = softGains,
-                                       .holdingGains = holdingGains,
-                                       .slidingMinimum = slidingMinimum,
-                                       .followMinimum = followMinimum,
-                                       .weightedSum = weightedSum,
-                                       .apply = apply};
+extern const MaximizerKernels maximizerKernels;
+const MaximizerKernels maximizerKernels = {.detect = detect,
+                                           .softGains = softGains,
+                                           .holdingGains = holdingGains,
+                                           .slidingMinimum = slidingMinimum,
+                                           .followMinimum = followMinimum,
+                                           .weightedSum = weightedSum,
+                                           .apply = apply};
 
 } // namespace DSP::Kernels::SET
