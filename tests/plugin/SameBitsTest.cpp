@@ -1,6 +1,7 @@
 #include <bit>
 #include <gtest/gtest.h>
 
+#include "dsp/kernels/Kernels.h"
 #include "tests/host/FloatEnvironment.h"
 #include "tests/plugin/TestPlugin.h"
 #include "tests/signals/Signals.h"
@@ -76,7 +77,9 @@ TEST(SameBits, InEveryBuildEverySetOfKernelsAndEveryStateOfTheProcessor)
         const uint64_t hash = hashOf(seed, environment);
         char text[24];
         std::snprintf(text, sizeof text, "0x%016llX", static_cast<unsigned long long>(hash));
-        EXPECT_EQ(kHashes[seed], hash) << text << ' ' << environment.name;
+        EXPECT_EQ(kHashes[seed], hash)
+            << text << " with the kernels " << DSP::Kernels::active().name << ", seed " << seed << ", "
+            << environment.name << "; Sets.WriteTheSameBits names kernel and frame";
     }
 }
 
