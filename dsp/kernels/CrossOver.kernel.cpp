@@ -79,12 +79,12 @@ struct Bank {
 } // namespace
 
 static void split(const FilterBankCoeffs &coeffs, FilterBankState &state, const float *left,
-                  const float *right, const FilterBankOutput &out, int frames)
+                  const float *right, const FilterBankOutput &out, uint32_t frames)
 {
     Bank bank = Bank::load(coeffs, state);
     // in registers: a store to a band could otherwise change where the next goes
     const FilterBankOutput bands = out;
-    int i = 0;
+    size_t i = 0;
     for (; i + 4 <= frames; i += 4) {
         const F4 l = F4::load(left + i), r = F4::load(right + i);
         const D4 early = toDouble(unpackLow(l, r)), late = toDouble(unpackHigh(l, r));

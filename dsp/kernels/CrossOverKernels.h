@@ -1,4 +1,5 @@
 #pragma once
+#include <stdint.h>
 
 namespace DSP::Kernels {
 
@@ -36,7 +37,7 @@ struct CrossOverKernels {
     /// Filters run in 64 bits; what leaves a filter is narrowed to 32. A filter that lost its stability gives
     /// infinities and NaN in the end: ask isWithin afterwards.
     void (*split)(const FilterBankCoeffs &coeffs, FilterBankState &state, const float *left,
-                  const float *right, const FilterBankOutput &out, int frames);
+                  const float *right, const FilterBankOutput &out, uint32_t frames);
     /// Whether all of the state is numbers of at most `largest`.
     bool (*isWithin)(const FilterBankState &state, double largest);
 };

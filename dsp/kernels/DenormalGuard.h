@@ -10,13 +10,16 @@ inline constexpr float kGuardLeft = 1e-10f, kGuardRight = 2e-10f;
 
 /// The wave as samples, from a phase on.
 struct GuardWave {
-    static constexpr int kLength = 256; // valid samples behind each pointer: a whole period
+    static constexpr uint32_t kLength = 256; // valid samples behind each pointer: a whole period
     const float *left, *right;
 
     /// As many zeros: no guard.
     static GuardWave none();
 };
 GuardWave guardWave(uint8_t phase);
+
+/// Adds a wave to a block; `right` may be null.
+void addGuard(const GuardWave &wave, uint32_t frames, float *left, float *right);
 
 /// Adds the guard to a block: plus for 128 samples, minus for 128, and so on.
 /// Shape   right may be null

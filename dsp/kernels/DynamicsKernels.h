@@ -1,4 +1,5 @@
 #pragma once
+#include <stdint.h>
 
 namespace DSP::Kernels {
 
@@ -19,19 +20,19 @@ struct DynamicsPeaks {
 
 struct DynamicsKernels {
     /// Most frames that one call takes.
-    static constexpr int kMostFrames = 64;
+    static constexpr uint32_t kMostFrames = 64;
 
     /// From the bands' samples to their gains, make-up left out. A null `left[b]` is a band of silence; a
     /// null `right[b]` makes it mono. `gains[b]` are arrays of kMostFrames, 32-byte aligned.
     void (*computeGains)(const DynamicsCoeffs &coeffs, DynamicsState &state, const float *const left[4],
                          const float *const right[4], float *const gains[4], DynamicsPeaks &peaks,
-                         int frames);
+                         uint32_t frames);
 
     /// Delays `samples` of `channels` (1 or 2) by `delay` through `lines`, which hold that many older samples
     /// before them and take the new ones, multiplies by gains[i] x makeUp (by 1 for null gains) and adds the
     /// guards.
     void (*applyGains)(float *const samples[2], float *const lines[2], const float *const guards[2],
-                       int channels, int delay, const float *gains, float makeUp, int frames);
+                       uint32_t channels, uint32_t delay, const float *gains, float makeUp, uint32_t frames);
 };
 
 } // namespace DSP::Kernels
