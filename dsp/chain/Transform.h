@@ -1,6 +1,7 @@
 #pragma once
 #include <array>
 
+#include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/chain/TransformBase.h"
 #include "dsp/meter/Level.h"
 #include "dsp/meter/Spectrum.h"
@@ -24,18 +25,15 @@ public:
     Meter::Spectrum *spectrum(uint32_t band) { return &stages.spectrum[band]; }
 
 protected:
-    void resetState() override;
-    uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
-                       uint32_t zipperSamples) override;
+    void resetState() override { splitGuardPhase = sumGuardPhase = 0; }
+    void transform(const Now &now, const Block &in, const Block &out) override;
 
 private:
-    struct BandPointers {
-        float *left[kBands], *right[kBands];
-    };
-    BandPointers split(uint32_t frames, float *left, float *right, uint32_t zipperSamples);
-    void compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples);
-    void feedSpectra(uint32_t frames, const BandPointers &bands);
-    void sum(uint32_t frames, const BandPointers &bands, float *left, float *right);
+    /// The bands of a block, in buffers of the chain.
+    Bands split(const Now &now, const Block &in);
+    void compress(const Now &now, const Block &in, const Bands &bands);
+    void feedSpectra(uint32_t frames, const Bands &bands);
+    void sum(const Bands &bands, const Block &out);
 
     /// In the order of construction, which everything that walks the components relies on.
     struct Stages {
@@ -49,7 +47,7 @@ private:
     };
     Stages stages;
     std::array<Util::AlignedBuffer<float>, kBands> bandLeft, bandRight;
-    uint8_t splitGuardPhase = 0, bandGuardPhase = 0, sumGuardPhase = 0;
+    uint8_t splitGuardPhase = 0, sumGuardPhase = 0;
 };
 
 } // namespace DSP

@@ -19,9 +19,10 @@ public:
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
     void suspend() override;
-    /// In place. With band pointers given to run all bands whose pointer is not null are processed together;
-    /// otherwise the band of setBandIndex, in `left` and `right`.
-    uint32_t process(uint32_t frames, float *left, float *right) override;
+    /// Processes together all bands of the block that are not null; of a block without bands, `left` and
+    /// `right` as the band of setBandIndex.
+    void process(const DSP::Block &whole) override;
+    void setBandIndex(uint32_t band) { bandIndex = band; }
     void reset() override;
     uint32_t latency() const override;
 
@@ -87,6 +88,7 @@ private:
 
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
+    uint32_t bandIndex = 0;
     Util::Shared<bool> bandLink = false;       // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     std::array<BandState, kBands> bands;

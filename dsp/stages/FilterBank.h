@@ -2,7 +2,9 @@
 #include <cstdint>
 #include <span>
 
+#include "dsp/component/Block.h"
 #include "dsp/kernels/CrossOverKernels.h"
+#include "dsp/kernels/DenormalGuard.h"
 
 namespace DSP {
 
@@ -13,15 +15,12 @@ public:
     /// the rate are left out, and the bands above them are silent.
     void design(std::span<const float> cutoffsHz, uint32_t sampleRate);
     void clear() { state = {}; }
-    /// Writes `frames` samples of each band, with the denormal guard from `guardPhase` on if it is not
-    /// null. `right` is null for mono, and then the right outputs are not used. False if a filter has lost
-    /// its stability, as an absurd rate or cutoff can make it: what was written is then no sound.
-    bool run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-             float *const *outRight, const uint8_t *guardPhase);
+    /// Writes the bands of a block, with a guard added to each. False if a filter has lost its stability, as an
+    /// absurd rate or cutoff can make it: the bands then hold garbage.
+    bool run(const Block &block, const GuardWave &guard);
 
 private:
-    void filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                float *const *outRight, const uint8_t *guardPhase);
+    void filter(const Block &block, const GuardWave &guard);
 
     Kernels::FilterBankCoeffs coeffs;
     Kernels::FilterBankState state;

@@ -42,7 +42,7 @@ TEST_P(MaximizerSeeds, MatchesTheReferenceThroughEveryChange)
         if (random.chance(changes)) chooseSettings();
         if (random.chance(changes / 20)) rig.drawRate(random, reference);
         Audio actual = slice(audio, from, frames), expected = actual;
-        rig.run(frames, actual.left.data(), actual.rightOrNull());
+        rig.run({frames, actual.left.data(), actual.rightOrNull()});
         reference.process(frames, expected.left.data(), expected.rightOrNull());
         ASSERT_LT(errorDb(actual, expected, loudest), std::max(-120.0, toDb(10 * reference.doubt())))
             << "frame " << from << ", " << frames << " frames";

@@ -24,7 +24,6 @@ public:
     }
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
-    void setPresetChanging(bool on) { presetChanging = on; }
 
     void apply(const Reference::Settings &settings);
     /// One block, mono or stereo as the input is.

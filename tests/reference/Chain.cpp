@@ -30,7 +30,7 @@ void Chain::set(const Settings &next)
 
 void Chain::reset()
 {
-    inputGuardPhase = splitGuardPhase = bandGuardPhase = sumGuardPhase = 0;
+    inputGuardPhase = splitGuardPhase = sumGuardPhase = 0;
     level.reset();
     crossOver.reset();
     maximizer.reset();
@@ -83,9 +83,6 @@ void Chain::run(Audio &audio)
         right[b] = bands[b].rightOrNull();
     }
     crossOver.process(frames, audio.left.data(), audio.rightOrNull(), left, right);
-    uint8_t behind = 0;
-    for (Audio &band : bands) behind = addGuard(band, bandGuardPhase);
-    bandGuardPhase = behind;
 
     for (int b = 0; b < 4; ++b) {
         const bool onInput = settings.spectra[0].onInput;

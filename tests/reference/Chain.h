@@ -36,7 +36,7 @@ private:
     uint32_t sampleRate = 44100;
     Settings settings;
     bool monoActive = false;
-    uint8_t inputGuardPhase = 0, splitGuardPhase = 0, bandGuardPhase = 0, sumGuardPhase = 0;
+    uint8_t inputGuardPhase = 0, splitGuardPhase = 0, sumGuardPhase = 0;
 };
 
 } // namespace Reference
