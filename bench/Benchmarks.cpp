@@ -55,19 +55,26 @@ const Audio &loudPiece()
     return sound;
 }
 
+constexpr DSP::Now kNow = {kRate, 0, 50};
+
+DSP::Bands bandsOf(std::vector<Audio> &sounds)
+{
+    DSP::Bands pointers;
+    for (int b = 0; b < DSP::kBands; ++b) {
+        pointers.left[b] = sounds[b].left.data();
+        pointers.right[b] = sounds[b].right.data();
+    }
+    return pointers;
+}
+
 const std::vector<Audio> &bands()
 {
     static const std::vector<Audio> sounds = [] {
         std::vector<Audio> split(DSP::kBands, Signals::silence(kMeasuredFrames));
-        float *left[DSP::kBands], *right[DSP::kBands];
-        for (int b = 0; b < DSP::kBands; ++b) {
-            left[b] = split[b].left.data();
-            right[b] = split[b].right.data();
-        }
         Audio sound = piece();
         Chain chain;
-        chain.runStage(*chain.transformHandle().crossOver(), kMeasuredFrames, sound.left.data(),
-                       sound.right.data(), left, right);
+        chain.transformHandle().crossOver()->run(
+            kNow, {kMeasuredFrames, sound.left.data(), sound.right.data(), bandsOf(split)});
         return split;
     }();
     return sounds;
@@ -94,14 +101,10 @@ void splitAfter(benchmark::State &state, Before before)
     Chain chain;
     DSP::CrossOver &crossOver = *chain.transformHandle().crossOver();
     std::vector<Audio> out(DSP::kBands, Signals::silence(static_cast<uint32_t>(state.range(0))));
-    float *left[DSP::kBands], *right[DSP::kBands];
-    for (int b = 0; b < DSP::kBands; ++b) {
-        left[b] = out[b].left.data();
-        right[b] = out[b].right.data();
-    }
-    overTracks(state, {piece()}, [&](uint32_t frames, float **l, float **r) {
+    const DSP::Bands pointers = bandsOf(out);
+    overTracks(state, {piece()}, [&](uint32_t frames, float **left, float **right) {
         before(crossOver);
-        chain.runStage(crossOver, frames, l[0], r[0], left, right);
+        crossOver.run(kNow, {frames, left[0], right[0], pointers});
     });
 }
 
@@ -121,7 +124,10 @@ void compress(benchmark::State &state)
 {
     Chain chain;
     overTracks(state, bands(), [&](uint32_t frames, float **left, float **right) {
-        chain.runStage(*chain.transformHandle().dynamics(), frames, left[0], right[0], left, right);
+        DSP::Bands pointers;
+        std::copy_n(left, DSP::kBands, pointers.left);
+        std::copy_n(right, DSP::kBands, pointers.right);
+        chain.transformHandle().dynamics()->run(kNow, {frames, left[0], right[0], pointers});
     });
 }
 
@@ -130,7 +136,7 @@ void limit(benchmark::State &state)
 {
     Chain chain(brickwall);
     overTracks(state, {loudPiece()}, [&](uint32_t frames, float **left, float **right) {
-        chain.runStage(*chain.transformHandle().maximizer(), frames, left[0], right[0]);
+        chain.transformHandle().maximizer()->run(kNow, {frames, left[0], right[0]});
     });
 }
 
@@ -139,7 +145,7 @@ void gain(benchmark::State &state)
     Chain chain;
     chain.transformHandle().gain()->setGain(-3);
     overTracks(state, {piece()}, [&](uint32_t frames, float **left, float **right) {
-        chain.runStage(*chain.transformHandle().gain(), frames, left[0], right[0]);
+        chain.transformHandle().gain()->run(kNow, {frames, left[0], right[0]});
     });
 }
 

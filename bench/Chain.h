@@ -18,13 +18,6 @@ public:
                          const uint32_t *) override
     {
     }
-    /// Runs one component as the chain does.
-    void runStage(DSP::Component &component, uint32_t frames, float *left, float *right,
-                  float *const *bandsLeft = nullptr, float *const *bandsRight = nullptr)
-    {
-        bool refresh = false;
-        component.run(kRate, &streamTime, 0, &refresh, frames, left, right, true, bandsLeft, bandsRight);
-    }
 };
 
 } // namespace Bench

@@ -10,12 +10,12 @@ import threading
 # Which source files make up a stage. A function of any other file (vector passes, locks, the C library) counts for the
 # stages that call it.
 STAGES = {
-    "crossover": r"dsp/(CrossOver|BandSplitter|FilterDesign|kernels/CrossOver\w*)",
-    "compressor": r"dsp/(Dynamics|kernels/Dynamics\w*)",
-    "spectra": r"dsp/(meter/Spectrum|meter/PublishedSpectrum|kernels/Spectrum\w*|kernels/Fft\w*)",
-    "limiter": r"dsp/(Maximizer|SlidingMinimum|kernels/Limiter\w*)",
-    "gain, level meter": r"dsp/(Gain|meter/Level)",
-    "chain: guards, sum, order": r"dsp/(Transform|TransformBase|Component|ComponentImpl|Global)",
+    "crossover": r"dsp/(stages/(CrossOver|FilterBank)|numerics/FilterDesign|kernels/CrossOver\w*)",
+    "compressor": r"dsp/(stages/Dynamics|kernels/Dynamics\w*)",
+    "spectra": r"dsp/(meter/(Spectrum|PublishedSpectrum)|kernels/(Spectrum|Fft)\w*)",
+    "limiter": r"dsp/(stages/(Maximizer|SlidingMinimum)|kernels/Maximizer\w*)",
+    "gain, level meter": r"dsp/(stages/Gain|meter/Level)",
+    "chain: guards, sum, order": r"dsp/(chain|component|automation|stages/Global)/?\w*",
     "host shell, plug-in": r"(host|plugin|apps/tessarine|bench)/[^/.]+",
 }
 OTHER = "other"

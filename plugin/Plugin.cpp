@@ -7,7 +7,6 @@
 Plugin::Plugin(uint32_t format, uint32_t scale)
     : registry(String("SOFTWARE\\%1\\%2\\VST").arg(Product::kRegistryVendor).arg(Product::kName)),
       stateLock("Plugin"),
-      transformLock("Plugin::Transforming"),
       hostFormat(format),
       blockScale(scale)
 {
@@ -44,7 +43,6 @@ void Plugin::setEditorWindow(EditorWindow *window)
 {
     editorWindow.store(window, std::memory_order_relaxed);
     refreshPending = false;
-    if (!window) editorPosition = {};
 }
 
 void Plugin::postMessage(uint32_t code)
@@ -61,7 +59,10 @@ void Plugin::requestRefresh()
 void Plugin::resume(uint32_t rate)
 {
     postMessage(playingStarted);
+    const bool rateMoves = rate != sampleRate();
     chain->resume(rate);
+    passOnLatency();
+    if (rateMoves) postMessage(sampleRateChanged);
     active = true; // not if memory was short
 }
 
@@ -86,18 +87,30 @@ void Plugin::resetChain()
 
 void Plugin::requestActiveUpdate()
 {
-    if (chain) chain->requestActiveUpdate();
+    if (!chain || !chain->requestActiveUpdate()) return;
+    passOnLatency();
+    requestRefresh();
 }
 
 void Plugin::requestLatencyUpdate()
 {
-    if (chain) chain->requestLatencyUpdate();
+    if (!chain || !chain->requestLatencyUpdate()) return;
+    passOnLatency();
+    requestRefresh();
+}
+
+void Plugin::passOnLatency()
+{
+    if (chain->takeLatencyUpdate()) latencyChanged();
 }
 
 uint32_t Plugin::transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight)
 {
-    chain->setStreamTime(streamTime);
-    return chain->process(frames, inLeft, inRight, outLeft, outRight);
+    const uint32_t written =
+        chain->process({frames, inLeft, inRight}, {frames, outLeft, outRight}, streamTime);
+    passOnLatency();
+    if (hasEditorWindow() && chain->takeRefresh()) requestRefresh();
+    return written;
 }
 
 void Plugin::propagateMeterEnable()

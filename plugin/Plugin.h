@@ -48,7 +48,8 @@ public:
 
     virtual void initialise() {}
     virtual ~Plugin();
-    void latencyChanged() override {}
+    /// The chain has computed its latency anew.
+    virtual void latencyChanged() {}
     void delayCompensationChanged() override {}
     /// Somebody serves the message `latencyMoved`, where calls of the host are allowed.
     virtual void applyLatency() {}
@@ -62,10 +63,10 @@ public:
     void postMessage(uint32_t code) override;
     /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet
     /// are one.
-    void requestRefresh() override;
+    void requestRefresh();
     /// To be called before the parameters are read.
     void refreshServed() { refreshPending.exchange(false, std::memory_order_acq_rel); }
-    bool hasEditorWindow() const override { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
+    bool hasEditorWindow() const { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
 
     void resume(uint32_t rate);
     void suspend();
@@ -75,7 +76,10 @@ public:
     void requestActiveUpdate() override;
     void requestLatencyUpdate() override;
     uint32_t sampleRate() const { return chain->getSampleRate(); } // Hz
-    uint32_t latency() const { return chain->getLatency(); }       // samples
+    uint32_t latency() const                                       // samples
+    {
+        return chain->getLatency() + (hostFormat == kOtherFormat ? extraLatency() : 0);
+    }
     /// One block; see DSP::TransformBase::process.
     uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight);
 
@@ -110,10 +114,10 @@ public:
     uint32_t getHostFormat() const { return hostFormat; }
     const TransformHandle &transformHandle() const { return *handle; }
 
-    bool isPresetChanging() const override { return presetChanging; }
-    void markParametersTouched() override { parametersTouched = true; }
-    uint32_t addedLatency() const override { return hostFormat == kOtherFormat ? extraLatency() : 0; }
-    Util::NamedLock &getTransformLock() override { return transformLock; }
+    /// A host announces that it exchanges the program, and that it has done so.
+    void setPresetChanging(bool on) { chain->setPresetChanging(on); }
+    /// The chain's own: held for a whole block.
+    Util::NamedLock &getTransformLock() { return chain->getTransformLock(); }
 
     static constexpr uint32_t kVst = 1, kOtherFormat = 2; // values of hostFormat
 
@@ -126,16 +130,15 @@ protected:
     std::atomic<bool> refreshPending = false; // who clears it reads all that was set before
     std::vector<DSP::Component *> components;
     uint32_t stateSize = kStateHeader; // bytes
-    OptionalIndex editorPosition;
-    Util::NamedLock stateLock, transformLock;
+    Util::NamedLock stateLock;
     Util::Shared<bool> active = false; // between resume and suspend
-    Util::Shared<bool> presetChanging = false;
-    Util::Shared<bool> parametersTouched = false;
     const uint32_t hostFormat;
     const uint32_t blockScale;
 
 private:
     void ensureInstallFolder() const;
+    /// Passes on what the chain left after a call.
+    void passOnLatency();
     template <class ReadValue>
     StateImage writeState(ReadValue readValue) const;
     template <class V>

@@ -11,23 +11,16 @@ namespace {
 constexpr int64_t kUnitsPerSecond = 10000000;
 constexpr int64_t kLatest = kUnitsPerSecond * 1000000000; // 30 years; counts its samples at any rate
 
-// Hosts round the time of a block to 100 ns, so the sample is the nearest.
-int64_t sampleAt(int64_t time, uint32_t rate)
-{
-    const int64_t shifted = std::clamp(time, -kLatest, kLatest) + kLatest; // for a remainder that is positive
-    const int64_t seconds = shifted / kUnitsPerSecond - kLatest / kUnitsPerSecond;
-    return seconds * rate + (shifted % kUnitsPerSecond * rate + kUnitsPerSecond / 2) / kUnitsPerSecond;
-}
-
 /// A segment in samples.
 class Stretch {
 public:
     Stretch(const EnvelopeSegment &s, uint32_t rate)
-        : segment(s), start(sampleAt(s.startTime, rate)), length(sampleAt(s.endTime, rate) - start)
+        : segment(s),
+          start(EnvelopeHandler::sampleAt(s.startTime, rate)),
+          length(EnvelopeHandler::sampleAt(s.endTime, rate) - start)
     {
     }
     bool empty() const { return length <= 0; }
-    bool hasEnded(int64_t sample) const { return sample - start > length; }
 
     float held(int64_t sample) const
     {
@@ -56,45 +49,16 @@ private:
     int64_t start, length;
 };
 
-/// Writes `read(stretch, sample)` of the stretch that rules at each step of the grid.
-template <class Values, class V, class Read>
-bool evaluate(const Envelope &envelope, const EnvelopeGrid &grid, V initial, Values &values, Read read)
+/// The segment that rules at `sample`: of those that last a sample or more, the one that started last.
+std::optional<Stretch> rulingAt(const Envelope &envelope, int64_t sample, uint32_t rate)
 {
-    values.resize(grid.steps());
-    const int64_t first = sampleAt(grid.startTime, grid.sampleRate);
-    const auto startsAfter = [&grid](int64_t sample, const EnvelopeSegment &s) {
-        return sample < sampleAt(s.startTime, grid.sampleRate);
+    const auto startsAfter = [rate](int64_t at, const EnvelopeSegment &s) {
+        return at < EnvelopeHandler::sampleAt(s.startTime, rate);
     };
-    auto next = std::upper_bound(envelope.begin(), envelope.end(), first, startsAfter);
-    auto ruling = envelope.end();
-    for (auto before = next; before != envelope.begin() && ruling == envelope.end();)
-        if (!Stretch(*--before, grid.sampleRate).empty()) ruling = before;
-
-    bool underWay = ruling != envelope.end() && !Stretch(*ruling, grid.sampleRate).hasEnded(first);
-    const auto advance = [&](int64_t sample) {
-        for (; next != envelope.end() && !startsAfter(sample, *next); ++next)
-            if (!Stretch(*next, grid.sampleRate).empty()) {
-                ruling = next;
-                underWay = true;
-            }
-    };
-    for (uint32_t k = 0; k < values.size(); ++k) {
-        const int64_t sample = first + int64_t{k} * grid.step;
-        advance(sample);
-        values[k] = ruling == envelope.end()
-                        ? initial
-                        : static_cast<V>(read(Stretch(*ruling, grid.sampleRate), sample));
-    }
-    advance(first + grid.frames);
-    return underWay;
-}
-
-void limitSlew(float previous, std::vector<float> &values, SlewLimit slew)
-{
-    if (!(slew.limit > 0)) return;
-    if (slew.raw) slew.raw->assign(values.begin(), values.end());
-    for (float &value : values)
-        previous = value = std::clamp(value, previous - slew.limit, previous + slew.limit);
+    auto next = std::upper_bound(envelope.begin(), envelope.end(), sample, startsAfter);
+    while (next != envelope.begin())
+        if (const Stretch stretch(*--next, rate); !stretch.empty()) return stretch;
+    return {};
 }
 } // namespace
 
@@ -136,31 +100,29 @@ bool EnvelopeHandler::hasEnvelope(ParamKind kind, uint32_t index) const
     return !envelopes(*this, kind)[index].empty();
 }
 
-bool EnvelopeHandler::evaluateFloats(uint32_t index, const EnvelopeGrid &grid, float initial,
-                                     std::vector<float> &values, SlewLimit slew) const
+template <class V>
+std::optional<V> EnvelopeHandler::valueAt(uint32_t index, int64_t sample, uint32_t rate) const
 {
+    constexpr ParamKind kind = std::is_same_v<V, float>  ? ParamKind::real
+                               : std::is_same_v<V, bool> ? ParamKind::boolean
+                                                         : ParamKind::integer;
+    if (filled == 0) return {};
     const Util::Hold hold(lock);
-    const bool underWay = evaluate(floatEnvelopes[index], grid, initial, values,
-                                   [](const Stretch &s, int64_t sample) { return s.curved(sample); });
-    limitSlew(initial, values, slew);
-    return underWay;
+    const std::optional<Stretch> ruling = rulingAt(envelopes(*this, kind)[index], sample, rate);
+    if (!ruling) return {};
+    if constexpr (kind == ParamKind::real) return ruling->curved(sample);
+    if constexpr (kind == ParamKind::boolean) return ruling->held(sample) >= 0.5f;
+    return static_cast<V>(Math::roundHalfAwayFromZero(ruling->held(sample)));
 }
+template std::optional<float> EnvelopeHandler::valueAt(uint32_t, int64_t, uint32_t) const;
+template std::optional<bool> EnvelopeHandler::valueAt(uint32_t, int64_t, uint32_t) const;
+template std::optional<uint32_t> EnvelopeHandler::valueAt(uint32_t, int64_t, uint32_t) const;
 
-bool EnvelopeHandler::evaluateBools(uint32_t index, const EnvelopeGrid &grid, bool initial,
-                                    std::vector<bool> &values) const
+int64_t EnvelopeHandler::sampleAt(int64_t time, uint32_t rate)
 {
-    const Util::Hold hold(lock);
-    return evaluate(boolEnvelopes[index], grid, initial, values,
-                    [](const Stretch &s, int64_t sample) { return s.held(sample) >= 0.5f; });
-}
-
-bool EnvelopeHandler::evaluateInts(uint32_t index, const EnvelopeGrid &grid, uint32_t initial,
-                                   std::vector<uint32_t> &values) const
-{
-    const Util::Hold hold(lock);
-    return evaluate(intEnvelopes[index], grid, initial, values, [](const Stretch &s, int64_t sample) {
-        return Math::roundHalfAwayFromZero(s.held(sample));
-    });
+    const int64_t shifted = std::clamp(time, -kLatest, kLatest) + kLatest; // for a remainder that is positive
+    const int64_t seconds = shifted / kUnitsPerSecond - kLatest / kUnitsPerSecond;
+    return seconds * rate + (shifted % kUnitsPerSecond * rate + kUnitsPerSecond / 2) / kUnitsPerSecond;
 }
 
 } // namespace DSP

@@ -1,6 +1,6 @@
 #pragma once
-#include <algorithm>
 #include <cstdint>
+#include <optional>
 #include <vector>
 
 #include "PluginBase/Util/NamedLock.h"
@@ -26,24 +26,6 @@ struct EnvelopeSegment {
 /// what has ended holds its endValue until the next starts. A segment shorter than a sample is left out.
 using Envelope = std::vector<EnvelopeSegment>;
 
-/// Where in a block an envelope is read: at its first sample and every `step` samples from there.
-struct EnvelopeGrid {
-    int64_t startTime; // of the first sample, 100 ns
-    uint32_t sampleRate, frames, step;
-
-    uint32_t steps() const { return frames / step + (frames % step != 0); }
-    int64_t timeAt(uint32_t frame) const
-    {
-        return startTime + int64_t{frame} * 10000000 / std::max(sampleRate, 1u);
-    }
-};
-
-/// Holds each value read to within `limit` of the one before; 0 is no limit.
-struct SlewLimit {
-    float limit = 0.0f;
-    std::vector<float> *raw = nullptr; // takes the values as they would be without the limit
-};
-
 /// The envelopes of a component's parameters, for a host that hands over automation ahead of time: it fills
 /// them with setEnvelope and has the component follow them with setEnabled. A host that sets values directly,
 /// as VST 2 does, leaves all empty.
@@ -59,16 +41,13 @@ public:
     bool isEnabled() const { return enabled; }
     bool hasEnvelope(ParamKind kind, uint32_t index) const;
 
-    /// Reads an envelope into `values`, one for each step of the grid, `initial` where nothing has started
-    /// yet. True if a segment that rules is on its way in this block. Allocates only for more steps than ever
-    /// before.
-    bool evaluateFloats(uint32_t index, const EnvelopeGrid &grid, float initial, std::vector<float> &values,
-                        SlewLimit slew = {}) const;
-    /// As evaluateFloats, with every segment a step; a half and more is true.
-    bool evaluateBools(uint32_t index, const EnvelopeGrid &grid, bool initial,
-                       std::vector<bool> &values) const;
-    bool evaluateInts(uint32_t index, const EnvelopeGrid &grid, uint32_t initial,
-                      std::vector<uint32_t> &values) const;
+    /// The value at a sample, counted from the start of the stream; nothing before the first segment. V is
+    /// float, or bool or uint32_t for which every segment is a step and 0.5 is true. No allocation.
+    template <class V>
+    std::optional<V> valueAt(uint32_t index, int64_t sample, uint32_t rate) const;
+
+    /// The sample nearest to a time in units of 100 ns, as hosts round the time of a block.
+    static int64_t sampleAt(int64_t time, uint32_t rate);
 
 private:
     template <class Handler>

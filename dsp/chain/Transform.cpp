@@ -2,7 +2,6 @@
 
 #include "dsp/component/PluginLink.h"
 #include "dsp/kernels/DenormalGuard.h"
-#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 
 namespace DSP {
@@ -10,91 +9,88 @@ namespace DSP {
 namespace {
 // Samples between the transforms of two bands: a host's short block then carries one of them, not four.
 constexpr uint32_t kSpectrumStagger = 64;
+
+String spectrumName(int band) { return String("Band %1 Spectrum").arg(band + 1); }
 } // namespace
 
-Transform::Transform(PluginLink &pluginLink)
-    : TransformBase(pluginLink),
-      levelMeter(std::make_unique<Meter::Level>(pluginLink)),
-      outputGain(std::make_unique<Gain>(pluginLink)),
-      splitter(std::make_unique<CrossOver>(pluginLink)),
-      limiter(std::make_unique<Maximizer>(pluginLink)),
-      compressor(std::make_unique<Dynamics>(pluginLink))
+Transform::Stages::Stages(PluginLink &plugin)
+    : level(plugin),
+      gain(plugin),
+      crossOver(plugin),
+      maximizer(plugin),
+      dynamics(plugin),
+      spectrum{{{plugin, spectrumName(0)},
+                {plugin, spectrumName(1)},
+                {plugin, spectrumName(2)},
+                {plugin, spectrumName(3)}}}
+{
+}
+
+Transform::Transform(PluginLink &pluginLink) : TransformBase(pluginLink), stages(pluginLink)
 {
     global()->setDelayCompensation(true);
-    splitter->guardBands(&bandNoisePhase);
-    for (uint32_t band = 0; band < kBands; ++band) {
-        spectra[band] =
-            std::make_unique<Meter::Spectrum>(pluginLink, String("Band %1 Spectrum").arg(band + 1));
-        spectra[band]->setStagger(band * kSpectrumStagger);
-    }
+    components = pluginLink.componentList();
+    for (uint32_t band = 0; band < kBands; ++band) stages.spectrum[band].setStagger(band * kSpectrumStagger);
 }
 
-void Transform::resetState() { splitNoisePhase = bandNoisePhase = sumNoisePhase = 0; }
-
-uint32_t Transform::transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
-                              uint32_t zipperSamples)
+void Transform::transform(const Now &now, const Block &in, const Block &out)
 {
-    const BandPointers bands = split(frames, inLeft, inRight, zipperSamples);
-    const bool spectraOnInput = spectra[0]->getOnInput(); // the first band's switch rules all
-    if (spectraOnInput) feedSpectra(frames, bands);
-    compress(frames, bands, zipperSamples);
-    if (!spectraOnInput) feedSpectra(frames, bands);
-    sum(frames, bands, inLeft, inRight);
+    const Bands bands = split(now, in);
+    const bool spectraOnInput = stages.spectrum[0].getOnInput(); // the first band's switch rules all
+    if (spectraOnInput) feedSpectra(in.frames, bands);
+    compress(now, in, bands);
+    if (!spectraOnInput) feedSpectra(in.frames, bands);
+    sum(bands, out);
 
-    runComponent(*limiter, frames, zipperSamples, inLeft, inRight);
-    ippsCopy_32f(inLeft, outLeft, static_cast<int>(frames));
-    if (inRight) ippsCopy_32f(inRight, outRight, static_cast<int>(frames));
-    runComponent(*outputGain, frames, zipperSamples, outLeft, outRight);
-    levelMeter->measure(frames, outLeft, outRight);
-    return frames;
+    run(stages.maximizer, now, out);
+    run(stages.gain, now, out);
+    stages.level.measure(out.frames, out.left, out.right);
 }
 
-Transform::BandPointers Transform::split(uint32_t frames, float *left, float *right, uint32_t zipperSamples)
+Bands Transform::split(const Now &now, const Block &in)
 {
-    addDenormalGuard(frames, left, right, &splitNoisePhase, true);
-    BandPointers bands = {};
+    addDenormalGuard(in.frames, in.left, in.right, &splitGuardPhase, true);
+    Bands bands = {};
     for (int b = 0; b < kBands; ++b) {
-        bandLeft[b].grow(frames);
-        bandRight[b].grow(frames);
+        bandLeft[b].grow(in.frames);
+        bandRight[b].grow(in.frames);
         bands.left[b] = bandLeft[b].data();
-        bands.right[b] = right ? bandRight[b].data() : nullptr;
+        bands.right[b] = in.right ? bandRight[b].data() : nullptr;
     }
-    runComponent(*splitter, frames, zipperSamples, left, right, bands.left, bands.right);
+    run(stages.crossOver, now, {in.frames, in.left, in.right, bands});
     return bands;
 }
 
-void Transform::compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples)
+void Transform::compress(const Now &now, const Block &in, const Bands &bands)
 {
-    BandPointers compressed = bands;
+    Bands compressed = bands;
     for (uint32_t b = 0; b < kBands; ++b)
-        if (splitter->bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
-    runComponent(*compressor, frames, zipperSamples, bands.left[0], bands.right[0], compressed.left,
-                 compressed.right);
+        if (stages.crossOver.bandBypass(b)) compressed.left[b] = compressed.right[b] = nullptr;
+    run(stages.dynamics, now, {in.frames, in.left, in.right, compressed});
 }
 
-void Transform::feedSpectra(uint32_t frames, const BandPointers &bands)
+void Transform::feedSpectra(uint32_t frames, const Bands &bands)
 {
-    for (uint32_t b = 0; b < kBands; ++b) spectra[b]->feed(frames, bands.left[b], bands.right[b]);
+    for (uint32_t b = 0; b < kBands; ++b) stages.spectrum[b].feed(frames, bands.left[b], bands.right[b]);
 }
 
-void Transform::sum(uint32_t frames, const BandPointers &bands, float *left, float *right)
+void Transform::sum(const Bands &bands, const Block &out)
 {
-    const int length = static_cast<int>(frames);
-    BandPointers heard = {};
-    int count = 0;
+    Bands heard = {};
+    uint32_t count = 0;
     for (uint32_t b = 0; b < kBands; ++b) {
-        if (splitter->bandMute(b)) continue;
+        if (stages.crossOver.bandMute(b)) continue;
         heard.left[count] = bands.left[b];
         heard.right[count++] = bands.right[b];
     }
     if (count > 0) {
         const auto sum = Kernels::active().block.sum;
-        sum(heard.left, count, left, length);
-        if (right) sum(heard.right, count, right, length);
-    } else { // the stages behind see no true zeros
-        ippsZero_32f(left, length);
-        if (right) ippsZero_32f(right, length);
-        addDenormalGuard(frames, left, right, &sumNoisePhase, true);
+        sum(heard.left, count, out.left, out.frames);
+        if (out.right) sum(heard.right, count, out.right, out.frames);
+    } else { // the stages downstream see no true zeros
+        clearSamples(out.left, out.frames);
+        if (out.right) clearSamples(out.right, out.frames);
+        addDenormalGuard(out.frames, out.left, out.right, &sumGuardPhase, true);
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
-#include <memory>
 
+#include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/chain/TransformBase.h"
 #include "dsp/meter/Level.h"
 #include "dsp/meter/Spectrum.h"
@@ -12,41 +12,42 @@
 
 namespace DSP {
 
-/// The chain of this effect: crossover, spectrum and compressor per band, sum, limiter, gain, level meter.
+/// The chain of this effect: crossover, spectrum and dynamics per band, sum, maximizer, gain, level meter.
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);
 
-    Meter::Level *level() const { return levelMeter.get(); }
-    Gain *gain() const { return outputGain.get(); }
-    CrossOver *crossOver() const { return splitter.get(); }
-    Maximizer *maximizer() const { return limiter.get(); }
-    Dynamics *dynamics() const { return compressor.get(); }
-    Meter::Spectrum *spectrum(uint32_t band) const { return spectra[band].get(); }
+    Meter::Level *level() { return &stages.level; }
+    Gain *gain() { return &stages.gain; }
+    CrossOver *crossOver() { return &stages.crossOver; }
+    Maximizer *maximizer() { return &stages.maximizer; }
+    Dynamics *dynamics() { return &stages.dynamics; }
+    Meter::Spectrum *spectrum(uint32_t band) { return &stages.spectrum[band]; }
 
 protected:
-    void resetState() override;
-    uint32_t transform(uint32_t frames, float *inLeft, float *inRight, float *outLeft, float *outRight,
-                       uint32_t zipperSamples) override;
+    void resetState() override { splitGuardPhase = sumGuardPhase = 0; }
+    void transform(const Now &now, const Block &in, const Block &out) override;
 
 private:
-    struct BandPointers {
-        float *left[kBands], *right[kBands];
-    };
-    BandPointers split(uint32_t frames, float *left, float *right, uint32_t zipperSamples);
-    void compress(uint32_t frames, const BandPointers &bands, uint32_t zipperSamples);
-    void feedSpectra(uint32_t frames, const BandPointers &bands);
-    void sum(uint32_t frames, const BandPointers &bands, float *left, float *right);
+    /// The bands of a block, in buffers of the chain.
+    Bands split(const Now &now, const Block &in);
+    void compress(const Now &now, const Block &in, const Bands &bands);
+    void feedSpectra(uint32_t frames, const Bands &bands);
+    void sum(const Bands &bands, const Block &out);
 
-    // in the order of construction, which everything that walks the components relies on
-    std::unique_ptr<Meter::Level> levelMeter;
-    std::unique_ptr<Gain> outputGain;
-    std::unique_ptr<CrossOver> splitter;
-    std::unique_ptr<Maximizer> limiter;
-    std::unique_ptr<Dynamics> compressor;
-    std::array<std::unique_ptr<Meter::Spectrum>, kBands> spectra;
+    /// In the order of construction, which everything that walks the components relies on.
+    struct Stages {
+        Meter::Level level;
+        Gain gain;
+        CrossOver crossOver;
+        Maximizer maximizer;
+        Dynamics dynamics;
+        std::array<Meter::Spectrum, kBands> spectrum;
+        explicit Stages(PluginLink &plugin);
+    };
+    Stages stages;
     std::array<Util::AlignedBuffer<float>, kBands> bandLeft, bandRight;
-    uint8_t splitNoisePhase = 0, bandNoisePhase = 0, sumNoisePhase = 0;
+    uint8_t splitGuardPhase = 0, sumGuardPhase = 0;
 };
 
 } // namespace DSP

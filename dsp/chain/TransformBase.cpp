@@ -1,10 +1,6 @@
 #include "dsp/chain/TransformBase.h"
 
-#include <algorithm>
-
-#include "dsp/component/PluginLink.h"
 #include "dsp/kernels/DenormalGuard.h"
-#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "dsp/numerics/FloatState.h"
 #include "dsp/numerics/Math.h"
@@ -16,53 +12,38 @@ namespace {
 constexpr uint32_t kRefreshIntervalMs = 67; // least time between two refreshes of the editor
 
 // A single bad sample would stay in recursive filters for ever.
-uint64_t silenceGarbage(uint32_t frames, float *samples)
+uint32_t silenceGarbage(const Block &block)
 {
-    return static_cast<uint64_t>(Kernels::active().block.silenceGarbage(
-        samples, TransformBase::kLoudestSample, static_cast<int>(frames)));
+    const auto silence = Kernels::active().block.silenceGarbage;
+    const uint32_t left = silence(block.left, TransformBase::kLoudestSample, block.frames);
+    return block.right ? left + silence(block.right, TransformBase::kLoudestSample, block.frames) : left;
 }
 } // namespace
 
-TransformBase::TransformBase(PluginLink &pluginLink)
-    : plugin(pluginLink),
-      settings(std::make_unique<Global>(pluginLink)),
-      derivedSettings(std::make_unique<GlobalDerived>(pluginLink))
+uint32_t TransformBase::process(const Block &in, const Block &out, int64_t time)
 {
-}
-
-uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
-                                float *outRight)
-{
-    if (frames == 0) return 0;
-    const Util::Hold hold(plugin.getTransformLock());
+    if (in.frames == 0) return 0;
+    const Util::Hold hold(transformLock);
     const FloatState floatState;
 
-    const uint32_t mode = settings->getPresetChangeMode();
-    const bool presetChanging = plugin.isPresetChanging();
+    const uint32_t mode = settings.getPresetChangeMode();
     if (presetChanging ? mode == Global::bypassed : isPlainBypass()) {
-        bypassCopy(frames, inLeft, inRight, outLeft, outRight);
-        return frames;
+        bypassCopy(in, out);
+        return in.frames;
     }
     if (presetChanging && mode == Global::muted) {
-        ippsZero_32f(outLeft, static_cast<int>(frames));
-        if (outRight) ippsZero_32f(outRight, static_cast<int>(frames));
-        return frames;
+        clearSamples(out.left, out.frames);
+        if (out.right) clearSamples(out.right, out.frames);
+        return in.frames;
     }
 
-    const bool mono = settings->getProcessAsMono();
-    if (inRight && mono != monoActive) {
-        monoActive = mono;
-        suspend();
-        resume(sampleRate);
-    }
-    const uint64_t garbage = silenceGarbage(frames, inLeft) + (inRight ? silenceGarbage(frames, inRight) : 0);
-    if (garbage) refused = refused + garbage;
-
-    float *const callersRight = outRight;
-    if (monoActive && inRight) {
-        ippsAdd_32f_I(inRight, inLeft, static_cast<int>(frames));
-        ippsMulC_32f_I(0.5f, inLeft, static_cast<int>(frames));
-        inRight = outRight = nullptr;
+    followMonoSetting(in.right);
+    if (const uint32_t garbage = silenceGarbage(in)) refused = refused + garbage;
+    Block input = in, output = out;
+    if (monoActive && in.right) {
+        addSamples(in.right, in.left, in.frames);
+        scaleSamples(0.5f, in.left, in.frames);
+        input.right = output.right = nullptr;
     }
 
     updateComponents(activeUpdatePending, latencyUpdatePending);
@@ -71,136 +52,123 @@ uint32_t TransformBase::process(uint32_t frames, float *inLeft, float *inRight, 
         explicit InProcess(std::atomic<bool> &f) : flag(f) { flag = true; }
         ~InProcess() { flag = false; }
     } block(inProcess);
-    delayCompensation = settings->getDelayCompensation();
-    bypassSteps.reserve(frames); // its automation may begin at any block
-    const uint32_t zipperSamples = Math::roundHalfAwayFromZero(settings->getAutomationZipperSamples());
-    const uint32_t written =
-        isBypassAutomated() ? transformAutomated(frames, inLeft, inRight, outLeft, outRight, zipperSamples)
-                            : transformNoise(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
-    refreshEditor();
-    if (monoActive && callersRight && written) ippsCopy_32f(outLeft, callersRight, static_cast<int>(written));
-    return written;
+    const Now now = {sampleRate, time, Math::roundHalfAwayFromZero(settings.getAutomationZipperSamples())};
+    if (isBypassAutomated())
+        transformAutomated(now, input, output);
+    else
+        transformNoise(now, input, output);
+    if (monoActive && out.right) copySamples(out.left, out.right, out.frames);
+    return in.frames;
 }
 
 bool TransformBase::isBypassAutomated() const
 {
-    return settings->envelopeHandler().hasEnvelope(ParamKind::boolean, Global::kBypassParam);
+    return settings.envelopeHandler().hasEnvelope(ParamKind::boolean, Global::kBypassParam);
 }
 
-bool TransformBase::isPlainBypass() const { return settings->getBypass() && !isBypassAutomated(); }
-
-uint32_t TransformBase::transformAutomated(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
-                                           float *outRight, uint32_t zipperSamples)
+void TransformBase::followMonoSetting(bool stereo)
 {
-    const int64_t blockTime = streamTime;
-    const EnvelopeGrid grid = {blockTime, sampleRate, frames, zipperSamples};
-    settings->envelopeHandler().evaluateBools(Global::kBypassParam, grid, settings->getBypass(), bypassSteps);
-    uint32_t done = 0, written = 0;
-    for (const bool bypass : bypassSteps) {
-        const uint32_t count = std::min(zipperSamples, frames - done);
-        if (!settings->boolParamEditing(Global::kBypassParam) && bypass != settings->getBypass()) {
-            settings->setBypass(bypass);
+    const bool mono = settings.getProcessAsMono();
+    if (!stereo || mono == monoActive) return;
+    monoActive = mono;
+    suspend();
+    resume(sampleRate);
+}
+
+void TransformBase::transformAutomated(const Now &now, const Block &in, const Block &out)
+{
+    const int64_t first = EnvelopeHandler::sampleAt(now.time, now.rate);
+    for (uint32_t done = 0; done < in.frames; done += now.step) {
+        const uint32_t count = std::min(now.step, in.frames - done);
+        const auto bypass =
+            settings.envelopeHandler().valueAt<bool>(Global::kBypassParam, first + done, now.rate);
+        if (bypass && *bypass != settings.getBypass() && !settings.boolParamEditing(Global::kBypassParam)) {
+            settings.setBypass(*bypass);
             uiRefreshPending = true;
         }
-        float *const right = inRight ? inRight + done : nullptr;
-        float *const rightOut = outRight ? outRight + written : nullptr;
-        if (settings->getBypass()) {
-            bypassCopy(count, inLeft + done, right, outLeft + written, rightOut);
-            written += count;
-        } else {
-            streamTime = grid.timeAt(done);
-            written +=
-                transformNoise(count, inLeft + done, right, outLeft + written, rightOut, zipperSamples);
-        }
-        done += count;
+        if (settings.getBypass())
+            bypassCopy(in.part(done, count), out.part(done, count));
+        else
+            transformNoise(now.after(done), in.part(done, count), out.part(done, count));
     }
-    streamTime = blockTime;
-    return written;
 }
 
-uint32_t TransformBase::transformNoise(uint32_t frames, float *inLeft, float *inRight, float *outLeft,
-                                       float *outRight, uint32_t zipperSamples)
+void TransformBase::transformNoise(const Now &now, const Block &in, const Block &out)
 {
-    addDenormalGuard(frames, inLeft, inRight, &inputNoisePhase, true);
-    return transform(frames, inLeft, inRight, outLeft, outRight, zipperSamples);
+    addDenormalGuard(in.frames, in.left, in.right, &inputGuardPhase, true);
+    transform(now, in, out);
 }
 
-void TransformBase::bypassCopy(uint32_t frames, const float *inLeft, const float *inRight, float *outLeft,
-                               float *outRight)
+void TransformBase::bypassCopy(const Block &in, const Block &out)
 {
-    ippsCopy_32f(inLeft, outLeft, static_cast<int>(frames));
-    if (inRight) ippsCopy_32f(inRight, outRight, static_cast<int>(frames));
+    copySamples(in.left, out.left, in.frames);
+    if (in.right) copySamples(in.right, out.right, in.frames);
 }
 
-void TransformBase::refreshEditor()
+bool TransformBase::takeRefresh()
 {
-    if (!uiRefreshPending || !plugin.hasEditorWindow()) return;
+    if (!uiRefreshPending) return false;
     const uint32_t now = Platform::tickCount();
-    if (now - lastRefreshTick < kRefreshIntervalMs) return;
+    if (now - lastRefreshTick < kRefreshIntervalMs) return false;
     uiRefreshPending = false;
     lastRefreshTick = now;
-    plugin.requestRefresh();
+    return true;
 }
 
 void TransformBase::updateComponents(bool updateActive, bool updateLatency)
 {
-    if (!updateActive && !updateLatency) return;
-    if (updateActive) activeUpdatePending = false;
-    if (updateLatency) latencyUpdatePending = false;
-    if (updateActive)
-        for (Component *component : plugin.componentList()) {
+    if (updateActive) {
+        activeUpdatePending = false;
+        for (Component *component : components) {
             const bool on = component->isActive();
             if (on == component->isSwitchedOn()) continue;
             component->setSwitchedOn(on);
             if (!on) component->resetComponent();
         }
+    }
     if (updateLatency) {
-        uint32_t sum = plugin.addedLatency();
-        for (Component *component : plugin.componentList())
+        latencyUpdatePending = false;
+        uint32_t sum = 0;
+        for (Component *component : components)
             if (component->isSwitchedOn()) sum += component->totalLatency();
         latency = sum;
-        plugin.latencyChanged();
+        latencyUpdated = true;
     }
 }
 
-void TransformBase::requestActiveUpdate() { requestUpdate(true); }
-void TransformBase::requestLatencyUpdate() { requestUpdate(false); }
-
-void TransformBase::requestUpdate(bool activeToo)
+bool TransformBase::requestUpdate(bool activeToo)
 {
+    if (presetChanging) return false;
     if (activeToo) activeUpdatePending = true;
     latencyUpdatePending = true;
-    if (inProcess) return; // the audio thread carries it out at its next block
+    if (inProcess) return false; // the audio thread carries it out at its next block
     updateComponents(activeUpdatePending, latencyUpdatePending);
-    plugin.requestRefresh();
+    return true;
 }
 
 void TransformBase::resume(uint32_t rate)
 {
-    const Util::Hold hold(plugin.getTransformLock());
-    delayCompensation = settings->getDelayCompensation();
-    const bool changed = rate != sampleRate;
+    const Util::Hold hold(transformLock);
     sampleRate = rate;
     reset();
-    for (Component *component : plugin.componentList()) component->setSampleRate(rate);
+    for (Component *component : components) component->setSampleRate(rate);
     updateComponents(activeUpdatePending, latencyUpdatePending);
-    if (changed) plugin.postMessage(PluginLink::sampleRateChanged);
 }
 
 void TransformBase::suspend()
 {
-    const Util::Hold hold(plugin.getTransformLock());
-    for (Component *component : plugin.componentList()) component->suspend();
+    const Util::Hold hold(transformLock);
+    for (Component *component : components) component->suspend();
 }
 
 void TransformBase::reset()
 {
-    const Util::Hold hold(plugin.getTransformLock());
+    const Util::Hold hold(transformLock);
     activeUpdatePending = true;
     latencyUpdatePending = true;
-    inputNoisePhase = 0;
+    inputGuardPhase = 0;
     resetState();
-    for (Component *component : plugin.componentList()) component->resetComponent();
+    for (Component *component : components) component->resetComponent();
 }
 
 } // namespace DSP

@@ -2,14 +2,12 @@
 #include <cstdint>
 #include <span>
 
-#include "PluginBase/Util/NamedLock.h"
-
 namespace DSP {
 
 class Component;
 
-/// What the chain and its components ask of the plug-in that owns them. The plug-in implements it; nothing in
-/// this room knows more of it than this.
+/// What the components ask of the plug-in that owns them. The plug-in implements it; nothing below it depends on
+/// more of it than this.
 class PluginLink {
 public:
     /// Codes of the messages that travel to the editor's window; any thread may post, without blocking.
@@ -29,29 +27,15 @@ public:
     virtual void registerComponent(Component *component) = 0;
     virtual std::span<Component *const> componentList() const = 0;
 
+    /// Nothing happens while a program is exchanged.
     virtual void requestActiveUpdate() = 0;
     virtual void requestLatencyUpdate() = 0;
-    /// A program is being exchanged: components hold back their update requests.
-    virtual bool isPresetChanging() const = 0;
-    virtual void markParametersTouched() = 0;
-
     virtual void postMessage(uint32_t code) = 0;
-    virtual void requestRefresh() = 0;
-    virtual bool hasEditorWindow() const = 0;
-
     /// Clears all audio state of the chain, if the chain exists already.
     virtual void resetChain() = 0;
     /// Copies "Global: Meter Enable" to every component.
     virtual void propagateMeterEnable() = 0;
-
-    /// The chain has recomputed its latency.
-    virtual void latencyChanged() = 0;
     virtual void delayCompensationChanged() = 0;
-    /// Samples that the host format adds to the chain's own latency.
-    virtual uint32_t addedLatency() const = 0;
-
-    /// Held for a whole chain block.
-    virtual Util::NamedLock &getTransformLock() = 0;
 
 protected:
     ~PluginLink() = default;

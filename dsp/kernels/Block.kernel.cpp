@@ -3,10 +3,11 @@
 
 namespace DSP::Kernels::SET {
 
-static int silenceGarbage(float *samples, float loudest, int count)
+static uint32_t silenceGarbage(float *samples, float loudest, uint32_t count)
 {
     const F8 most = F8::splat(loudest);
-    int refused = 0, i = 0;
+    uint32_t refused = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) {
         const F8 x = F8::load(samples + i);
         const M8 sound = abs(x) <= most; // false for NaN
@@ -22,10 +23,10 @@ static int silenceGarbage(float *samples, float loudest, int count)
     return refused;
 }
 
-static float peak(const float *samples, int count)
+static float peak(const float *samples, uint32_t count)
 {
     F8 most = F8::splat(0.0f);
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) most = max(abs(F8::load(samples + i)), most);
     float result = horizontalMax(most);
     for (; i < count; ++i) {
@@ -35,10 +36,10 @@ static float peak(const float *samples, int count)
     return result;
 }
 
-static void monoMix(const float *left, const float *right, const float *wave, float *out, int count)
+static void monoMix(const float *left, const float *right, const float *wave, float *out, uint32_t count)
 {
     const F8 half = F8::splat(0.5f);
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) {
         const F8 l = F8::load(left + i);
         const F8 mixed = right ? (l + F8::load(right + i)) * half : l;
@@ -47,10 +48,10 @@ static void monoMix(const float *left, const float *right, const float *wave, fl
     for (; i < count; ++i) out[i] = (right ? (left[i] + right[i]) * 0.5f : left[i]) - wave[i];
 }
 
-static float least(const float *values, float most, int count)
+static float least(const float *values, float most, uint32_t count)
 {
     F8 lowest = F8::splat(most);
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) lowest = min(F8::load(values + i), lowest);
     float result = horizontalMin(lowest);
     for (; i < count; ++i)
@@ -60,9 +61,9 @@ static float least(const float *values, float most, int count)
 
 // Long copies of the C library count every byte where instructions are counted, and short ones pay for its
 // choices.
-static void copy(const float *source, float *target, int count)
+static void copy(const float *source, float *target, uint32_t count)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + 4 * F8::kLanes <= count; i += 4 * F8::kLanes) {
         const F8 a = F8::load(source + i), b = F8::load(source + i + 8);
         const F8 c = F8::load(source + i + 16), d = F8::load(source + i + 24);
@@ -75,31 +76,31 @@ static void copy(const float *source, float *target, int count)
     for (; i < count; ++i) target[i] = source[i];
 }
 
-static void add(const float *source, float *target, int count)
+static void add(const float *source, float *target, uint32_t count)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes)
         store(target + i, F8::load(target + i) + F8::load(source + i));
     for (; i < count; ++i) target[i] += source[i];
 }
 
-template <int sourceCount>
-LANES_OP void sumOf(const float *const sources[4], float *out, int count)
+template <uint32_t sourceCount>
+LANES_OP void sumOf(const float *const sources[4], float *out, uint32_t count)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes) {
         F8 total = F8::load(sources[0] + i);
-        for (int k = 1; k < sourceCount; ++k) total = total + F8::load(sources[k] + i);
+        for (uint32_t k = 1; k < sourceCount; ++k) total = total + F8::load(sources[k] + i);
         store(out + i, total);
     }
     for (; i < count; ++i) {
         float total = sources[0][i];
-        for (int k = 1; k < sourceCount; ++k) total += sources[k][i];
+        for (uint32_t k = 1; k < sourceCount; ++k) total += sources[k][i];
         out[i] = total;
     }
 }
 
-static void sum(const float *const sources[4], int sourceCount, float *out, int count)
+static void sum(const float *const sources[4], uint32_t sourceCount, float *out, uint32_t count)
 {
     const float *const s[4] = {sources[0], sources[1], sources[2], sources[3]};
     switch (sourceCount) {
@@ -110,17 +111,17 @@ static void sum(const float *const sources[4], int sourceCount, float *out, int 
     }
 }
 
-static void multiply(const float *source, float *target, int count)
+static void multiply(const float *source, float *target, uint32_t count)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes)
         store(target + i, F8::load(target + i) * F8::load(source + i));
     for (; i < count; ++i) target[i] *= source[i];
 }
 
-static void scale(float factor, float *samples, int count)
+static void scale(float factor, float *samples, uint32_t count)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= count; i += F8::kLanes)
         store(samples + i, F8::load(samples + i) * F8::splat(factor));
     for (; i < count; ++i) samples[i] *= factor;

@@ -3,24 +3,24 @@
 
 namespace DSP::Kernels {
 
-/// One pass over a block of samples. Lengths of 0 and less do nothing.
+/// One pass over a block of samples. A length of 0 does nothing.
 struct BlockKernels {
     /// Replaces what is no number or beyond +-`loudest` by 0; returns how many samples that were.
-    int (*silenceGarbage)(float *samples, float loudest, int count);
+    uint32_t (*silenceGarbage)(float *samples, float loudest, uint32_t count);
     /// Largest magnitude; 0 for an empty block. NaN is passed over.
-    float (*peak)(const float *samples, int count);
+    float (*peak)(const float *samples, uint32_t count);
     /// Smallest value, at most `most`.
-    float (*least)(const float *values, float most, int count);
+    float (*least)(const float *values, float most, uint32_t count);
     /// out = (left + right) x 0.5 - wave; `right` null: left - wave.
-    void (*monoMix)(const float *left, const float *right, const float *wave, float *out, int count);
+    void (*monoMix)(const float *left, const float *right, const float *wave, float *out, uint32_t count);
     /// The arrays may not overlap.
-    void (*copy)(const float *source, float *target, int count);
-    void (*add)(const float *source, float *target, int count);
+    void (*copy)(const float *source, float *target, uint32_t count);
+    void (*add)(const float *source, float *target, uint32_t count);
     /// out = ((sources[0] + sources[1]) + sources[2]) + sources[3], as far as there are `sourceCount` of
     /// them, 1 to 4.
-    void (*sum)(const float *const sources[4], int sourceCount, float *out, int count);
-    void (*multiply)(const float *source, float *target, int count);
-    void (*scale)(float factor, float *samples, int count);
+    void (*sum)(const float *const sources[4], uint32_t sourceCount, float *out, uint32_t count);
+    void (*multiply)(const float *source, float *target, uint32_t count);
+    void (*scale)(float factor, float *samples, uint32_t count);
 };
 
 } // namespace DSP::Kernels

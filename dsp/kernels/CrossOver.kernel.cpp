@@ -49,20 +49,20 @@ struct Cascade {
     }
 };
 
-struct Splitter {
+struct Bank {
     Cascade<Numerators::highAndLow> outer;
     Cascade<Numerators::low> inner;
     Cascade<Numerators::high> second;
     F4 outerGain, innerGain;
 
-    LANES_OP Splitter load(const SplitterCoeffs &coeffs, const SplitterState &state)
+    LANES_OP Bank load(const FilterBankCoeffs &coeffs, const FilterBankState &state)
     {
         return {decltype(outer)::load(coeffs.outer, state.outer),
                 decltype(inner)::load(coeffs.inner, state.inner),
                 decltype(second)::load(coeffs.second, state.second), F4::loadAligned(coeffs.outer.gain),
                 F4::loadAligned(coeffs.inner.gain)};
     }
-    [[gnu::always_inline]] inline void save(SplitterState &state) const
+    [[gnu::always_inline]] inline void save(FilterBankState &state) const
     {
         outer.save(state.outer);
         inner.save(state.inner);
@@ -78,21 +78,21 @@ struct Splitter {
 
 } // namespace
 
-static void split(const SplitterCoeffs &coeffs, SplitterState &state, const float *left, const float *right,
-                  const SplitterOutput &out, int frames)
+static void split(const FilterBankCoeffs &coeffs, FilterBankState &state, const float *left,
+                  const float *right, const FilterBankOutput &out, uint32_t frames)
 {
-    Splitter splitter = Splitter::load(coeffs, state);
+    Bank bank = Bank::load(coeffs, state);
     // in registers: a store to a band could otherwise change where the next goes
-    const SplitterOutput bands = out;
-    int i = 0;
+    const FilterBankOutput bands = out;
+    size_t i = 0;
     for (; i + 4 <= frames; i += 4) {
         const F4 l = F4::load(left + i), r = F4::load(right + i);
         const D4 early = toDouble(unpackLow(l, r)), late = toDouble(unpackHigh(l, r));
         F4 o[4], n[4];
-        splitter.tick(lowHalves(early, early), o[0], n[0]);
-        splitter.tick(highHalves(early, early), o[1], n[1]);
-        splitter.tick(lowHalves(late, late), o[2], n[2]);
-        splitter.tick(highHalves(late, late), o[3], n[3]);
+        bank.tick(lowHalves(early, early), o[0], n[0]);
+        bank.tick(highHalves(early, early), o[1], n[1]);
+        bank.tick(lowHalves(late, late), o[2], n[2]);
+        bank.tick(highHalves(late, late), o[3], n[3]);
         transpose(o[0], o[1], o[2], o[3]);
         transpose(n[0], n[1], n[2], n[3]);
         const F4 guardLeft = F4::load(bands.guardLeft + i), guardRight = F4::load(bands.guardRight + i);
@@ -107,7 +107,7 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
     }
     for (; i < frames; ++i) {
         F4 o, n;
-        splitter.tick(D4::of(left[i], right[i], left[i], right[i]), o, n);
+        bank.tick(D4::of(left[i], right[i], left[i], right[i]), o, n);
         alignas(16) float outer[4], inner[4];
         store(outer, o);
         store(inner, n);
@@ -121,10 +121,10 @@ static void split(const SplitterCoeffs &coeffs, SplitterState &state, const floa
         bands.left[2][i] = inner[2] + guardLeft;
         bands.right[2][i] = inner[3] + guardRight;
     }
-    splitter.save(state);
+    bank.save(state);
 }
 
-static bool isWithin(const SplitterState &state, double largest)
+static bool isWithin(const FilterBankState &state, double largest)
 {
     const D4 most = D4::splat(largest);
     MD4 within = most <= most;

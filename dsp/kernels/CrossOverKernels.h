@@ -1,4 +1,5 @@
 #pragma once
+#include <stdint.h>
 
 namespace DSP::Kernels {
 
@@ -13,20 +14,20 @@ struct FilterPairState {
     alignas(32) double z1[2][4] = {}, z2[2][4] = {}; // of both sections, transposed direct form II
 };
 
-/// A four-band splitter in three slots of two filters: the outer bands have one filter each, the inner bands
+/// The filter bank of four bands: three slots of two filters: the outer bands have one filter each, the inner bands
 /// a low pass followed by a high pass.
-struct SplitterCoeffs {
+struct FilterBankCoeffs {
     FilterPair outer;  // top band: high pass; bottom band: low pass
     FilterPair inner;  // upper and lower inner band: low passes
     FilterPair second; // upper and lower inner band: high passes behind `inner`; gain unused
 };
-struct SplitterState {
+struct FilterBankState {
     FilterPairState outer, inner, second;
 };
 
 /// Where the bands go, in the order of the slots: top, upper inner, lower inner, bottom; and what is added to
 /// every sample of each.
-struct SplitterOutput {
+struct FilterBankOutput {
     float *left[4], *right[4];
     const float *guardLeft, *guardRight;
 };
@@ -35,10 +36,10 @@ struct CrossOverKernels {
     /// Splits a block into four bands. `left` and `right` may be the same buffer, but may not be an output.
     /// Filters run in 64 bits; what leaves a filter is narrowed to 32. A filter that lost its stability gives
     /// infinities and NaN in the end: ask isWithin afterwards.
-    void (*split)(const SplitterCoeffs &coeffs, SplitterState &state, const float *left, const float *right,
-                  const SplitterOutput &out, int frames);
+    void (*split)(const FilterBankCoeffs &coeffs, FilterBankState &state, const float *left,
+                  const float *right, const FilterBankOutput &out, uint32_t frames);
     /// Whether all of the state is numbers of at most `largest`.
-    bool (*isWithin)(const SplitterState &state, double largest);
+    bool (*isWithin)(const FilterBankState &state, double largest);
 };
 
 } // namespace DSP::Kernels

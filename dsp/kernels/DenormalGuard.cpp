@@ -9,8 +9,9 @@ namespace DSP {
 namespace {
 
 constexpr uint32_t kPeriod = GuardWave::kLength;
+static_assert(kPeriod == 1u << 8); // phases wrap at 8 bits
 
-using Wave = std::array<float, 2 * kPeriod>; // so that a whole period follows every place of the first
+using Wave = std::array<float, 2 * kPeriod>; // two, so that a full period can be read from any phase
 constexpr Wave makeWave(float amplitude)
 {
     Wave wave = {};
@@ -22,7 +23,7 @@ alignas(32) constexpr Wave kRight = makeWave(kGuardRight);
 
 } // namespace
 
-GuardWave guardWave(uint8_t counter) { return {kLeft.data() + counter, kRight.data() + counter}; }
+GuardWave guardWave(uint8_t phase) { return {kLeft.data() + phase, kRight.data() + phase}; }
 
 GuardWave GuardWave::none()
 {
@@ -30,16 +31,20 @@ GuardWave GuardWave::none()
     return {kZeros, kZeros};
 }
 
-void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *counter, bool keep)
+void addGuard(const GuardWave &wave, uint32_t frames, float *left, float *right)
 {
     const auto add = Kernels::active().block.add;
-    const GuardWave wave = guardWave(*counter);
     for (uint32_t done = 0; done < frames; done += kPeriod) {
-        const int count = static_cast<int>(std::min(frames - done, kPeriod));
+        const uint32_t count = std::min(frames - done, kPeriod);
         add(wave.left, left + done, count);
         if (right) add(wave.right, right + done, count);
     }
-    if (keep) *counter = static_cast<uint8_t>(*counter + frames);
+}
+
+void addDenormalGuard(uint32_t frames, float *left, float *right, uint8_t *phase, bool keep)
+{
+    addGuard(guardWave(*phase), frames, left, right);
+    if (keep) *phase = static_cast<uint8_t>(*phase + frames);
 }
 
 } // namespace DSP

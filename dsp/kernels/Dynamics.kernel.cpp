@@ -6,7 +6,7 @@ namespace DSP::Kernels::SET {
 
 namespace {
 
-constexpr int kMost = DynamicsKernels::kMostFrames;
+constexpr uint32_t kMost = DynamicsKernels::kMostFrames;
 constexpr float kQuietest = 1e-5f; // floor of the level that the gain curve sees
 
 /// One chunk of four bands, a frame after the other: bands are lanes.
@@ -19,12 +19,12 @@ LANES_OP float larger(float a, float b) { return a > b ? a : b; }
 
 /// Detector input: the larger channel of every band and frame; peaks of both channels on the way.
 LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels,
-                      CompressorPeaks &peaks, int frames)
+                      DynamicsPeaks &peaks, uint32_t frames)
 {
     const F8 silence = F8::splat(0.0f);
     F8 mostLeft[4] = {silence, silence, silence, silence},
        mostRight[4] = {silence, silence, silence, silence};
-    int i = 0;
+    size_t i = 0;
     for (; i + 8 <= frames; i += 8) {
         F8 level[4];
         for (int b = 0; b < 4; ++b) {
@@ -42,7 +42,7 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
     }
     for (int b = 0; b < 4; ++b) {
         float l = horizontalMax(mostLeft[b]), r = horizontalMax(mostRight[b]);
-        for (int k = i; k < frames; ++k) {
+        for (size_t k = i; k < frames; ++k) {
             const float newLeft = left[b] ? magnitude(left[b][k]) : 0.0f;
             const float newRight = right[b] ? magnitude(right[b][k]) : newLeft;
             l = larger(newLeft, l);
@@ -57,13 +57,13 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
 using Rows = float (*)[4]; // a piece of a chunk, a frame a row
 
 /// Peak detector, in place: up at once, down by the decay. Tells whether any band reaches its threshold.
-LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Rows levels, int frames)
+LANES_OP bool detect(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows levels, uint32_t frames)
 {
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
     const F4 threshold = F4::loadAligned(coeffs.threshold);
     F4 envelope = F4::loadAligned(state.envelope), loudest = floor;
 #pragma GCC unroll 4
-    for (int i = 0; i < frames; ++i) {
+    for (size_t i = 0; i < frames; ++i) {
         const F4 level = F4::loadAligned(levels[i]);
         envelope = select(level > envelope, level, decay * envelope);
         const F4 heard = max(envelope, floor);
@@ -75,13 +75,13 @@ LANES_OP bool detect(const CompressorCoeffs &coeffs, CompressorState &state, Row
 }
 
 /// Hard-kneed curve, in place: levels become target gains.
-LANES_OP void curve(const CompressorCoeffs &coeffs, Rows levels, int frames)
+LANES_OP void curve(const DynamicsCoeffs &coeffs, Rows levels, uint32_t frames)
 {
     const F4 t = F4::loadAligned(coeffs.threshold), e = F4::loadAligned(coeffs.exponent);
     const F8 threshold = combine(t, t), one = F8::splat(1.0f);
     const auto exponent = powerExponent(combine(e, e));
     if (frames & 1) store(levels[frames], low(one));
-    for (int i = 0; i < frames; i += 2) {
+    for (size_t i = 0; i < frames; i += 2) {
         const F8 level = F8::loadAligned(levels[i]);
         storeAligned(levels[i], select(level >= threshold, power(level / threshold, exponent), one));
     }
@@ -89,14 +89,14 @@ LANES_OP void curve(const CompressorCoeffs &coeffs, Rows levels, int frames)
 
 /// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
 template <bool anyTarget>
-LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Rows targets, F4 &smallest,
-                     int frames)
+LANES_OP void follow(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows targets, F4 &smallest,
+                     uint32_t frames)
 {
     const F4 attack = F4::loadAligned(coeffs.attackComplement), smooth = F4::loadAligned(coeffs.smoothCoeff);
     const F4 release = F4::loadAligned(coeffs.releaseCoeff), rise = F4::loadAligned(coeffs.releaseComplement);
     F4 followed = F4::loadAligned(state.followed), smoothed = F4::loadAligned(state.smoothed);
 #pragma GCC unroll 4
-    for (int i = 0; i < frames; ++i) {
+    for (size_t i = 0; i < frames; ++i) {
         const F4 target = anyTarget ? F4::loadAligned(targets[i]) : F4::splat(1.0f);
         followed =
             select(target < followed, (target - followed) * attack + followed, release * followed + rise);
@@ -108,9 +108,9 @@ LANES_OP void follow(const CompressorCoeffs &coeffs, CompressorState &state, Row
     storeAligned(state.smoothed, smoothed);
 }
 
-LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
+LANES_OP void separate(const Chunk &gains, float *const out[4], uint32_t frames)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + 8 <= frames; i += 8) {
         F8 g[4];
         for (int k = 0; k < 4; ++k)
@@ -124,19 +124,19 @@ LANES_OP void separate(const Chunk &gains, float *const out[4], int frames)
 
 } // namespace
 
-static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state, const float *const left[4],
-                         const float *const right[4], float *const gains[4], CompressorPeaks &peaks,
-                         int frames)
+static void computeGains(const DynamicsCoeffs &coeffs, DynamicsState &state, const float *const left[4],
+                         const float *const right[4], float *const gains[4], DynamicsPeaks &peaks,
+                         uint32_t frames)
 {
     // So short that the processor reaches the detector of the next piece while it waits for the follower of
     // this one.
-    constexpr int kPiece = 16;
+    constexpr uint32_t kPiece = 16;
     Chunk chunk;
     measure(left, right, chunk, peaks, frames);
     F4 smallest = F4::splat(1.0f);
-    for (int i = 0; i < frames; i += kPiece) {
+    for (uint32_t i = 0; i < frames; i += kPiece) {
         const Rows piece = chunk.lanes + i;
-        const int count = frames - i < kPiece ? frames - i : kPiece;
+        const uint32_t count = frames - i < kPiece ? frames - i : kPiece;
         if (detect(coeffs, state, piece, count)) {
             curve(coeffs, piece, count);
             follow<true>(coeffs, state, piece, smallest, count);
@@ -148,16 +148,16 @@ static void computeGains(const CompressorCoeffs &coeffs, CompressorState &state,
     separate(chunk, gains, frames);
 }
 
-template <int channels, bool unity>
+template <uint32_t channels, bool unity>
 LANES_OP void delayAndScale(float *const samples[2], float *const lines[2], const float *const guards[2],
-                            int delay, const float *gains, float makeUp, int frames)
+                            uint32_t delay, const float *gains, float makeUp, uint32_t frames)
 {
     float *const s[2] = {samples[0], samples[1]}, *const line[2] = {lines[0], lines[1]};
     const float *const guard[2] = {guards[0], guards[1]};
-    int i = 0;
+    size_t i = 0;
     for (; i + 8 <= frames; i += 8) {
         const F8 factor = unity ? F8::splat(1.0f) : F8::load(gains + i) * F8::splat(makeUp);
-        for (int c = 0; c < channels; ++c) {
+        for (uint32_t c = 0; c < channels; ++c) {
             store(line[c] + i, F8::load(s[c] + i)); // before the load, which may reach into it
             const F8 delayed = F8::load(line[c] - delay + i);
             store(s[c] + i, (unity ? delayed : delayed * factor) + F8::load(guard[c] + i));
@@ -165,15 +165,15 @@ LANES_OP void delayAndScale(float *const samples[2], float *const lines[2], cons
     }
     for (; i < frames; ++i) {
         const float factor = unity ? 1.0f : gains[i] * makeUp;
-        for (int c = 0; c < channels; ++c) {
+        for (uint32_t c = 0; c < channels; ++c) {
             line[c][i] = s[c][i];
-            s[c][i] = line[c][i - delay] * factor + guard[c][i];
+            s[c][i] = (line[c] - delay)[i] * factor + guard[c][i];
         }
     }
 }
 
 static void applyGains(float *const samples[2], float *const lines[2], const float *const guards[2],
-                       int channels, int delay, const float *gains, float makeUp, int frames)
+                       uint32_t channels, uint32_t delay, const float *gains, float makeUp, uint32_t frames)
 {
     if (channels == 2 && gains)
         delayAndScale<2, false>(samples, lines, guards, delay, gains, makeUp, frames);

@@ -9,7 +9,7 @@
     extern const BlockKernels blockKernels;                                                                  \
     extern const CrossOverKernels crossOverKernels;                                                          \
     extern const DynamicsKernels dynamicsKernels;                                                            \
-    extern const LimiterKernels limiterKernels;                                                              \
+    extern const MaximizerKernels maximizerKernels;                                                          \
     extern const PowerKernels powerKernels;                                                                  \
     extern const SpectrumKernels spectrumKernels;                                                            \
     static constexpr Table table = {                                                                         \
@@ -17,7 +17,7 @@
         .block = blockKernels,                                                                               \
         .crossOver = crossOverKernels,                                                                       \
         .dynamics = dynamicsKernels,                                                                         \
-        .limiter = limiterKernels,                                                                           \
+        .maximizer = maximizerKernels,                                                                       \
         .power = powerKernels,                                                                               \
         .spectrum = spectrumKernels,                                                                         \
     };                                                                                                       \

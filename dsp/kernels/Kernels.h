@@ -5,7 +5,7 @@
 #include "dsp/kernels/BlockKernels.h"
 #include "dsp/kernels/CrossOverKernels.h"
 #include "dsp/kernels/DynamicsKernels.h"
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 #include "dsp/kernels/PowerKernels.h"
 #include "dsp/kernels/SpectrumKernels.h"
 
@@ -21,7 +21,7 @@ struct Table {
     const BlockKernels &block;
     const CrossOverKernels &crossOver;
     const DynamicsKernels &dynamics;
-    const LimiterKernels &limiter;
+    const MaximizerKernels &maximizer;
     const PowerKernels &power;
     const SpectrumKernels &spectrum;
 };

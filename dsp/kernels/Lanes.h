@@ -15,6 +15,7 @@
 #error "compile kernel files with SET=<set> and SET_<SET> (see dsp/kernels/CMakeLists.txt)"
 #endif
 
+#include <stddef.h>
 #include <stdint.h>
 
 #define LANES_OP [[gnu::always_inline]] static inline

@@ -1,43 +1,36 @@
 #pragma once
 
+#include "dsp/kernels/Kernels.h"
 #include "dsp/numerics/VectorStatus.h"
 
-#include <cstdint>
-
-/// Arithmetic and copies over whole blocks, in place where the name ends in I.
-/// Shape   `len` elements; arrays of one call are the same or do not overlap, but for ippsMove_32f
+/// Arithmetic and copies over whole blocks.
+/// Shape   arrays of one call are the same or do not overlap
 /// Thread  any; no state, no allocation
-/// Errors  a null pointer gives -8, a length below 1 gives -6, and nothing is changed. The copies and fills,
-///         from ippsCopy_8u on, take a length of 0 as done, whatever the pointers
 namespace DSP {
 
-/// srcDst[i] += src[i]
+inline void copySamples(const float *from, float *to, uint32_t count)
+{
+    Kernels::active().block.copy(from, to, count);
+}
+inline void addSamples(const float *from, float *to, uint32_t count)
+{
+    Kernels::active().block.add(from, to, count);
+}
+inline void multiplySamples(const float *from, float *to, uint32_t count)
+{
+    Kernels::active().block.multiply(from, to, count);
+}
+/// A factor of 1 leaves the samples alone and 0 clears them, whatever they are (NaN too).
+void scaleSamples(float factor, float *samples, uint32_t count);
+void clearSamples(float *samples, uint32_t count);
+
+// The same under the names of the interface, with checked arguments: a null pointer gives -8, a length below 1
+// gives -6, and nothing is changed. Copies and clears take a length of 0 as done, whatever the pointers.
+
 VectorStatus ippsAdd_32f_I(const float *src, float *srcDst, int len);
-
-/// srcDst[i] *= value. A value of 1 leaves the array alone and 0 clears it, whatever it holds (NaN too).
-VectorStatus ippsMulC_32f_I(float value, float *srcDst, int len);
-
-/// srcDst[i] *= src[i]
 VectorStatus ippsMul_32f_I(const float *src, float *srcDst, int len);
-
-/// Lowers what is above `level` to it; NaN stays.
-VectorStatus ippsThreshold_GT_32f_I(float *srcDst, int len, float level);
-
-/// result = sum of a[i] x b[i], summed as four partial sums of every fourth element, the same on every
-/// processor. A refused call gives 0.
-VectorStatus ippsDotProd_32f(const float *a, const float *b, int len, float *result);
-
-VectorStatus ippsConvert_32f64f(const float *src, double *dst, int len);
-
-/// Narrows; what is beyond the range of a float becomes the largest finite one of its sign. NaN stays.
-VectorStatus ippsConvert_64f32f(const double *src, float *dst, int len);
-
-VectorStatus ippsCopy_8u(const uint8_t *src, uint8_t *dst, int len);
+VectorStatus ippsMulC_32f_I(float value, float *srcDst, int len);
 VectorStatus ippsCopy_32f(const float *src, float *dst, int len);
-
-/// A copy whose arrays may overlap.
-VectorStatus ippsMove_32f(const float *src, float *dst, int len);
-VectorStatus ippsSet_32f(float value, float *dst, int len);
 VectorStatus ippsZero_32f(float *dst, int len);
 
 } // namespace DSP

@@ -30,7 +30,7 @@ void Level::measure(uint32_t frames, const float *leftSamples, const float *righ
 
 void Level::Channel::measure(uint32_t frames, const float *samples)
 {
-    const float loudest = Kernels::active().block.peak(samples, static_cast<int>(frames));
+    const float loudest = Kernels::active().block.peak(samples, frames);
     if (std::max(peak.load(), loudest) > held || holdCount + frames > kHoldSamples) {
         follow(frames, samples);
     } else { // nothing happens to the held peak within this block

@@ -21,7 +21,7 @@ public:
     void publish(const float *magnitudes, uint32_t count)
     {
         Slot &slot = slots[writing];
-        ippsCopy_32f(magnitudes, slot.magnitudes.data(), static_cast<int>(count));
+        copySamples(magnitudes, slot.magnitudes.data(), count);
         slot.count = count;
         writing = newest.exchange(writing | kFresh, std::memory_order_acq_rel) & kSlotMask;
     }
@@ -33,7 +33,7 @@ public:
         reading = newest.exchange(reading, std::memory_order_acq_rel) & kSlotMask;
         const Slot &slot = slots[reading];
         count = slot.count;
-        ippsCopy_32f(slot.magnitudes.data(), destination, static_cast<int>(count));
+        copySamples(slot.magnitudes.data(), destination, count);
         return true;
     }
 

@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "dsp/kernels/DenormalGuard.h"
-#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "dsp/numerics/Math.h"
 #include "dsp/numerics/WindowFunctions.h"
@@ -16,6 +15,10 @@ constexpr float kOverlapFactors[] = {0.0f, 0.1f, 0.2f, 0.3f, 0.4f, 0.5f};
 constexpr int kLeastOrder = 9;                                   // log2 of the smallest size
 enum IntIndex : uint32_t { kWindowSize, kOverlap, kWindowType }; // places in intParams
 constexpr float kBlackmanAlpha = -0.16f, kKaiserAlpha = 0.006f;
+
+static_assert(Spectrum::kSizes[0] == 1u << kLeastOrder && kLeastOrder >= FftPlan::kLeastOrder);
+static_assert(Spectrum::kMostSamples == *std::rbegin(Spectrum::kSizes));
+static_assert(Spectrum::kMostSamples == 1u << FftPlan::kMostOrder);
 
 uint32_t sizeForRate(uint32_t hz)
 {
@@ -97,7 +100,7 @@ void Spectrum::setStagger(uint32_t samples)
 void Spectrum::reset()
 {
     const Util::Hold hold(lock);
-    ippsZero_32f(frame.data(), static_cast<int>(analysis->length));
+    clearSamples(frame.data(), analysis->length);
 }
 
 void Spectrum::rebuild()
@@ -108,7 +111,7 @@ void Spectrum::rebuild()
     decay = hopDecay();
     framePosition = 0;
     waitingSamples = 0;
-    ippsZero_32f(magnitudes.data(), static_cast<int>(kMostMagnitudes));
+    clearSamples(magnitudes.data(), kMostMagnitudes);
     published.publish(magnitudes.data(), analysis->length / 2 + 1);
 }
 
@@ -123,7 +126,7 @@ Spectrum::Analysis::Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t
     float *const table = windowTable.data();
     // A magnitude counts 2 / length of the transform; the plan gives the 2, and the rest is a power of two
     // that rounds nothing.
-    ippsSet_32f(1.0f / static_cast<float>(length), table, count);
+    std::fill_n(table, length, 1.0f / static_cast<float>(length));
     switch (window) {
     case hamming: ippsWinHamming_32f_I(table, count); break;
     case blackman: ippsWinBlackman_32f_I(table, count, kBlackmanAlpha); break;
@@ -159,13 +162,12 @@ void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
     // taken away, not added: opposite in sign to the guard of the chain, which the signal bears already
-    const float *const wave = guardWave(guardCounter).left;
+    const float *const wave = guardWave(guardPhase).left;
     for (uint32_t done = 0; done < count; done += GuardWave::kLength) {
-        const uint32_t piece = std::min<uint32_t>(count - done, GuardWave::kLength);
-        mix(left + done, right ? right + done : nullptr, wave, frame.data() + framePosition + done,
-            static_cast<int>(piece));
+        const uint32_t piece = std::min(count - done, GuardWave::kLength);
+        mix(left + done, right ? right + done : nullptr, wave, frame.data() + framePosition + done, piece);
     }
-    guardCounter = static_cast<uint8_t>(guardCounter + count);
+    guardPhase = static_cast<uint8_t>(guardPhase + count);
     framePosition += count;
 }
 
@@ -175,14 +177,14 @@ void Spectrum::completeFrame()
     waitingSamples = stagger;
     std::swap(frame, waitingFrame);
     const uint32_t kept = analysis->overlapLength;
-    ippsCopy_32f(waitingFrame.data() + analysis->length - kept, frame.data(), static_cast<int>(kept));
+    copySamples(waitingFrame.data() + analysis->length - kept, frame.data(), kept);
     framePosition = kept;
 }
 
 void Spectrum::analyse(const float *samples)
 {
     const uint32_t count = analysis->length / 2 + 1;
-    if (wasRead.exchange(false)) ippsMulC_32f_I(decay, magnitudes.data(), static_cast<int>(count));
+    if (wasRead.exchange(false)) scaleSamples(decay, magnitudes.data(), count);
     analysis->fftPlan.raiseMagnitudes(samples, analysis->windowTable.data(), magnitudes.data(),
                                       analysis->work.data());
     published.publish(magnitudes.data(), count);

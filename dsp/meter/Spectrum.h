@@ -71,7 +71,7 @@ private:
     Util::AlignedBuffer<float> frame, magnitudes;
     Util::AlignedBuffer<float> waitingFrame; // full, to be analysed when `waitingSamples` more have come
     uint32_t stagger = 0, waitingSamples = 0;
-    uint8_t guardCounter = 0;
+    uint8_t guardPhase = 0;
     uint32_t framePosition = 0; // next free place in frame
     PublishedSpectrum published{kMostMagnitudes};
     Util::Shared<bool> wasRead = false;        // somebody has fetched what the last frame published

@@ -10,7 +10,7 @@ struct IppsFFTSpec_R_32f {
 
 VectorStatus ippsFFTInitAlloc_R_32f(IppsFFTSpec_R_32f **spec, int order, int flag, int)
 {
-    if (spec == nullptr) return kVectorNullPointer;
+    if (!spec) return kVectorNullPointer;
     if (order < FftPlan::kLeastOrder || order > FftPlan::kMostOrder) return kVectorBadLength;
     if (flag != kFftScaleInverse && flag != kFftNoScale) return kVectorBadLength;
     *spec = new IppsFFTSpec_R_32f{FftPlan(order)};
@@ -19,7 +19,7 @@ VectorStatus ippsFFTInitAlloc_R_32f(IppsFFTSpec_R_32f **spec, int order, int fla
 
 VectorStatus ippsFFTGetBufSize_R_32f(const IppsFFTSpec_R_32f *spec, int *size)
 {
-    if (spec == nullptr || size == nullptr) return kVectorNullPointer;
+    if (!spec || !size) return kVectorNullPointer;
     *size = static_cast<int>(spec->plan.workLength() * sizeof(float));
     return kVectorOk;
 }
@@ -27,14 +27,14 @@ VectorStatus ippsFFTGetBufSize_R_32f(const IppsFFTSpec_R_32f *spec, int *size)
 VectorStatus ippsFFTFwd_RToCCS_32f(const float *src, float *dst, const IppsFFTSpec_R_32f *spec,
                                    uint8_t *buffer)
 {
-    if (src == nullptr || dst == nullptr || spec == nullptr || buffer == nullptr) return kVectorNullPointer;
+    if (!src || !dst || !spec || !buffer) return kVectorNullPointer;
     spec->plan.forward(src, dst, reinterpret_cast<float *>(buffer));
     return kVectorOk;
 }
 
 VectorStatus ippsFFTFree_R_32f(IppsFFTSpec_R_32f *spec)
 {
-    if (spec == nullptr) return kVectorNullPointer;
+    if (!spec) return kVectorNullPointer;
     delete spec;
     return kVectorOk;
 }

@@ -1,10 +1,10 @@
 #pragma once
+#include <cstdint>
 
 #include "dsp/numerics/VectorStatus.h"
 
-#include <cstdint>
-
-/// The real Fourier transform among the vector operations, over an FftPlan.
+/// The real Fourier transform among the vector operations, over an FftPlan. Part of the interface; no stage uses
+/// it.
 /// Shape   samples, bins and work buffer start at a multiple of 32 bytes and are three different arrays
 /// Thread  InitAlloc and Free allocate; the rest any, several at once with a work buffer each
 /// Errors  a null pointer gives -8, an order that FftPlan does not take or a scaled transform -6. Memory that

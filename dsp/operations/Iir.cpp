@@ -96,15 +96,15 @@ VectorStatus ippsIIRInitAlloc_BiQuad_64f(IppsIIRState_64f **state, const double 
 
 VectorStatus ippsIIRGetDlyLine_64f(const IppsIIRState_64f *state, double *delay)
 {
-    if (state == nullptr || delay == nullptr) return kVectorNullPointer;
+    if (!state || !delay) return kVectorNullPointer;
     std::copy(state->delay.begin(), state->delay.end(), delay);
     return kVectorOk;
 }
 
 VectorStatus ippsIIRSetDlyLine_64f(IppsIIRState_64f *state, const double *delay)
 {
-    if (state == nullptr) return kVectorNullPointer;
-    if (delay == nullptr)
+    if (!state) return kVectorNullPointer;
+    if (!delay)
         std::fill(state->delay.begin(), state->delay.end(), 0.0);
     else
         std::copy_n(delay, state->delay.size(), state->delay.begin());
@@ -124,7 +124,7 @@ VectorStatus ippsIIR_64f(const double *src, double *dst, int len, IppsIIRState_6
 
 VectorStatus ippsIIRFree_64f(IppsIIRState_64f *state)
 {
-    if (state == nullptr) return kVectorNullPointer;
+    if (!state) return kVectorNullPointer;
     delete state;
     return kVectorOk;
 }

@@ -1,8 +1,8 @@
 #pragma once
-
 #include "dsp/numerics/VectorStatus.h"
 
-/// Recursive filters in 64-bit floats, all in transposed direct form II.
+/// Recursive filters in 64-bit floats, all in transposed direct form II. Part of the interface; no stage uses
+/// them.
 /// Origin  Smith, "Introduction to Digital Filters", chapter 9
 namespace DSP {
 

@@ -11,7 +11,7 @@ void *allocate(int len, unsigned elementSize)
     const uint64_t size = static_cast<uint64_t>(len) * elementSize + kOverhead;
     if (len < 1 || size > PTRDIFF_MAX) return nullptr;
     void *raw = std::malloc(static_cast<size_t>(size));
-    if (raw == nullptr) return nullptr;
+    if (!raw) return nullptr;
 
     const auto firstUsable = reinterpret_cast<uintptr_t>(raw) + sizeof(void *);
     const uintptr_t aligned = (firstUsable + kVectorAlignment - 1) & ~uintptr_t{kVectorAlignment - 1};
@@ -30,7 +30,7 @@ double *ippsMalloc_64f(int len) { return static_cast<double *>(allocate(len, siz
 
 void ippsFree(void *pointer)
 {
-    if (pointer != nullptr) std::free(static_cast<void **>(pointer)[-1]);
+    if (pointer) std::free(static_cast<void **>(pointer)[-1]);
 }
 
 } // namespace DSP

@@ -1,8 +1,7 @@
 #pragma once
-
 #include <cstdint>
 
-/// Storage for vectors.
+/// Storage for vectors. Part of the interface; no stage uses it.
 /// Shape   starts at a multiple of 32 bytes; the word before it holds the address that the system gave
 /// Thread  any, but it allocates: never on the audio thread in steady state
 /// Errors  null for a length below 1 and when memory is out

@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cmath>
 
-#include "dsp/component/PluginLink.h"
-#include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "dsp/numerics/Math.h"
 
@@ -25,8 +23,7 @@ CrossOver::CrossOver(PluginLink &pluginLink) : ComponentImpl(pluginLink, "CrossO
     finishConstruction();
     makeRoomForFade(sampleRate);
     updateFade();
-    designFilters(filterSets[activeSet], sampleRate);
-    setFraming(0, 2, 2 * kBands);
+    designFilters(banks[activeBank], sampleRate);
 }
 
 void CrossOver::declareParameters()
@@ -62,14 +59,14 @@ void CrossOver::setSampleRate(uint32_t hz)
 {
     if (hz == sampleRate) return;
     const Util::Hold setting(settingLock);
-    BandSplitter next;
+    FilterBank next;
     const bool inOrder = designFilters(next, hz);
     const Util::Hold hold(lock);
     makeRoomForFade(hz); // may fail, and then nothing has changed
     sampleRate = hz;
     updateFade();
     fadeRemaining = 0;
-    if (inOrder) filterSets[activeSet] = next;
+    if (inOrder) banks[activeBank] = next;
 }
 
 void CrossOver::makeRoomForFade(uint32_t hz)
@@ -88,12 +85,12 @@ void CrossOver::updateFade()
     }
 }
 
-bool CrossOver::designFilters(BandSplitter &set, uint32_t hz) const
+bool CrossOver::designFilters(FilterBank &bank, uint32_t hz) const
 {
     std::array<float, kCutoffs> edges;
     std::copy(cutoffs.begin(), cutoffs.end(), edges.begin());
     if (!std::is_sorted(edges.begin(), edges.end())) return false;
-    set.design(edges, hz);
+    bank.design(edges, hz);
     return true;
 }
 
@@ -101,7 +98,8 @@ void CrossOver::reset()
 {
     const Util::Hold hold(lock);
     fadeRemaining = 0;
-    filterSets[activeSet].clear();
+    guardPhase = 0;
+    banks[activeBank].clear();
 }
 
 void CrossOver::setCutoff(uint32_t index, float hz)
@@ -110,63 +108,60 @@ void CrossOver::setCutoff(uint32_t index, float hz)
     notifyParameterChanged();
     const Util::Hold setting(settingLock);
     cutoffs[index] = hz;
-    BandSplitter next;
+    FilterBank next;
     const bool inOrder = designFilters(next, sampleRate);
     const Util::Hold hold(lock); // audio waits for a copy, not for the design
-    if (fadeRemaining == 0) activeSet ^= 1;
+    if (fadeRemaining == 0) activeBank ^= 1;
     fadeRemaining = fadeLength;
-    if (inOrder) filterSets[activeSet] = next;
+    if (inOrder) banks[activeBank] = next;
 }
 
-uint32_t CrossOver::process(uint32_t frames, float *left, float *right)
+void CrossOver::process(const Block &block)
 {
-    const Util::Hold hold(lock);
+    const GuardWave guard = guardWave(guardPhase);
     bool stable;
     if (fadeRemaining == 0) {
-        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, guardCounter);
+        stable = banks[activeBank].run(block, guard);
     } else {
-        stable = filterSets[activeSet].run(frames, left, right, bandOutLeft, bandOutRight, nullptr);
-        stable &= crossFade(frames, left, right);
-        if (guardCounter)
-            for (int band = 0; band < kBands; ++band)
-                addDenormalGuard(frames, bandOutLeft[band], bandOutRight[band], guardCounter, false);
+        stable = banks[activeBank].run(block, GuardWave::none());
+        stable &= crossFade(block);
+        for (int band = 0; band < kBands; ++band)
+            addGuard(guard, block.frames, block.bands->left[band], block.bands->right[band]);
     }
-    if (!stable) dropBlock(frames, right != nullptr);
-    if (guardCounter) *guardCounter = static_cast<uint8_t>(*guardCounter + frames);
-    return frames;
+    if (!stable) dropBlock(block);
+    guardPhase = static_cast<uint8_t>(guardPhase + block.frames);
 }
 
-void CrossOver::dropBlock(uint32_t frames, bool stereo)
+void CrossOver::dropBlock(const Block &block)
 {
-    for (BandSplitter &set : filterSets) set.clear();
+    for (FilterBank &bank : banks) bank.clear();
     for (int band = 0; band < kBands; ++band) {
-        ippsZero_32f(bandOutLeft[band], static_cast<int>(frames));
-        if (stereo) ippsZero_32f(bandOutRight[band], static_cast<int>(frames));
+        clearSamples(block.bands->left[band], block.frames);
+        if (block.right) clearSamples(block.bands->right[band], block.frames);
     }
 }
 
-bool CrossOver::crossFade(uint32_t frames, const float *left, const float *right)
+bool CrossOver::crossFade(const Block &block)
 {
-    const uint32_t count = std::min(frames, fadeRemaining);
+    const uint32_t count = std::min(block.frames, fadeRemaining);
     // A block shorter than the fade reads the end of the tables each time, not the next piece of them.
     const uint32_t offset = fadeLength - count;
-    const int length = static_cast<int>(count);
 
-    float *oldLeft[kBands], *oldRight[kBands];
+    Block old = {count, block.left, block.right, Bands{}};
     for (int band = 0; band < kBands; ++band) {
-        oldLeft[band] = fadeScratchLeft.data() + band * count;
-        oldRight[band] = fadeScratchRight.data() + band * count;
+        old.bands->left[band] = fadeScratchLeft.data() + band * count;
+        old.bands->right[band] = fadeScratchRight.data() + band * count;
     }
-    const bool stable = filterSets[activeSet ^ 1].run(count, left, right, oldLeft, oldRight, nullptr);
+    const bool stable = banks[activeBank ^ 1].run(old, GuardWave::none());
 
     const auto blend = [&](float *coming, float *going) {
-        ippsMul_32f_I(fadeIn.data() + offset, coming, length);
-        ippsMul_32f_I(fadeOut.data() + offset, going, length);
-        ippsAdd_32f_I(going, coming, length);
+        multiplySamples(fadeIn.data() + offset, coming, count);
+        multiplySamples(fadeOut.data() + offset, going, count);
+        addSamples(going, coming, count);
     };
     for (int band = 0; band < kBands; ++band) {
-        blend(bandOutLeft[band], oldLeft[band]);
-        if (right) blend(bandOutRight[band], oldRight[band]);
+        blend(block.bands->left[band], old.bands->left[band]);
+        if (block.right) blend(block.bands->right[band], old.bands->right[band]);
     }
     fadeRemaining -= count;
     return stable;

@@ -4,7 +4,7 @@
 
 #include "PluginBase/Util/AlignedBuffer.h"
 #include "dsp/component/ComponentImpl.h"
-#include "dsp/stages/BandSplitter.h"
+#include "dsp/stages/FilterBank.h"
 
 namespace DSP {
 
@@ -12,7 +12,7 @@ constexpr int kCutoffs = kBands - 1;
 
 /// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a
 /// second set of filters, which is faded in over the one that played.
-/// Thread  process, reset: under `lock`. setCutoff: any; it designs under `settingLock` and installs under
+/// Thread  process: under `lock`, which run holds. reset: takes it. setCutoff: any; it designs under `settingLock` and installs under
 ///         `lock`, so process waits for a copy, not for a design. setSampleRate: under both. Band switches:
 ///         any, single words
 class CrossOver final : public ComponentImpl<CrossOver> {
@@ -21,11 +21,9 @@ public:
 
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
-    /// Writes the bands to the buffers given to run; the input stays.
-    uint32_t process(uint32_t frames, float *left, float *right) override;
+    /// Writes the bands of the block, with the denormal guard; the input stays.
+    void process(const Block &block) override;
     void reset() override;
-    /// Has the denormal guard put on every band, from where the caller's counter stands; null is no guard.
-    void guardBands(uint8_t *counter) { guardCounter = counter; }
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
     void setCutoff(uint32_t index, float hz);
@@ -48,22 +46,23 @@ private:
     void makeRoomForFade(uint32_t hz);
     void updateFade();
     /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
-    bool designFilters(BandSplitter &set, uint32_t hz) const;
+    bool designFilters(FilterBank &bank, uint32_t hz) const;
     void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
-    /// Blends the set that is going into the start of the bands that the coming set has written.
-    bool crossFade(uint32_t frames, const float *left, const float *right);
-    /// A filter has lost its stability: what it wrote must not reach anything that remembers.
-    void dropBlock(uint32_t frames, bool stereo);
+    /// Blends the filters that are going into the start of the bands that the coming ones have written. False
+    /// if they have lost their stability.
+    bool crossFade(const Block &block);
+    /// A filter has lost its stability: its output must not reach anything that remembers.
+    void dropBlock(const Block &block);
 
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     uint32_t fadeLength = 0;                   // samples
     Util::Shared<uint32_t> bypassBits = 0, muteBits = 0;
     std::array<Util::Shared<float>, kCutoffs> cutoffs; // Hz
-    std::array<BandSplitter, 2> filterSets;
+    std::array<FilterBank, 2> banks;
     Util::AlignedBuffer<float> fadeIn, fadeOut;
-    uint32_t activeSet = 0;     // the set that plays, or is being faded in
-    uint32_t fadeRemaining = 0; // samples
-    uint8_t *guardCounter = nullptr;
+    uint32_t activeBank = 0;                                      // the one that plays, or is being faded in
+    uint32_t fadeRemaining = 0;                                   // samples
+    uint8_t guardPhase = 0;                                       // all bands start from the same
     Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // four band pieces each
 };
 

@@ -155,7 +155,7 @@ void Dynamics::reset()
     for (BandState &band : bands) {
         band.peakLeft = band.peakRight = 0.0f;
         band.reportedGain = 1.0f;
-        band.guardCounter = 0;
+        band.guardPhase = 0;
         // The left line tells the length of both, so if memory is short the right one must not be the shorter.
         band.delayRight.resize(lookAheadSamples() - 1, kChunk);
         band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
@@ -173,25 +173,26 @@ void Dynamics::readPeaks(uint32_t band, float &left, float &right)
     right = bands[band].peakRight.exchange(0.0f);
 }
 
-uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
+void Dynamics::process(const DSP::Block &whole)
 {
+    const uint32_t frames = whole.frames;
     Block block;
-    if (bandOutLeft) {
-        std::copy_n(bandOutLeft, kBands, block.left);
-        std::copy_n(bandOutRight, kBands, block.right);
+    if (whole.bands) {
+        std::copy_n(whole.bands->left, kBands, block.left);
+        std::copy_n(whole.bands->right, kBands, block.right);
     } else {
-        block.left[bandIndex] = left;
-        block.right[bandIndex] = right;
+        block.left[bandIndex] = whole.left;
+        block.right[bandIndex] = whole.right;
     }
     for (uint32_t b = 0; b < kBands; ++b) {
         block.bypass[b] = bands[b].bypass;
         block.makeUp[b] = bands[b].gainLinear;
     }
     silenceUnsoloed(block, frames);
-    if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return frames;
+    if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return;
 
-    const Kernels::CompressorCoeffs coeffs = coefficients();
-    const Kernels::CompressorState before = state;
+    const Kernels::DynamicsCoeffs coeffs = coefficients();
+    const Kernels::DynamicsState before = state;
     for (uint32_t done = 0; done < frames; done += kChunk) {
         const uint32_t count = std::min(frames - done, kChunk);
         compressChunk(coeffs, block, count);
@@ -206,7 +207,6 @@ uint32_t Dynamics::process(uint32_t frames, float *left, float *right)
         state.followed[b] = before.followed[b];
         state.smoothed[b] = before.smoothed[b];
     }
-    return frames;
 }
 
 void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
@@ -215,16 +215,16 @@ void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
         return;
     for (uint32_t b = 0; b < kBands; ++b) {
         if (bands[b].solo || !block.left[b]) continue;
-        ippsZero_32f(block.left[b], static_cast<int>(frames));
-        if (block.right[b]) ippsZero_32f(block.right[b], static_cast<int>(frames));
-        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardCounter, true);
+        clearSamples(block.left[b], frames);
+        if (block.right[b]) clearSamples(block.right[b], frames);
+        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardPhase, true);
         block.left[b] = block.right[b] = nullptr;
     }
 }
 
-Kernels::CompressorCoeffs Dynamics::coefficients() const
+Kernels::DynamicsCoeffs Dynamics::coefficients() const
 {
-    Kernels::CompressorCoeffs coeffs;
+    Kernels::DynamicsCoeffs coeffs;
     for (uint32_t b = 0; b < kBands; ++b) {
         const BandState &band = bands[b];
         coeffs.threshold[b] = band.thresholdLinear;
@@ -238,14 +238,13 @@ Kernels::CompressorCoeffs Dynamics::coefficients() const
     return coeffs;
 }
 
-void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames)
+void Dynamics::compressChunk(const Kernels::DynamicsCoeffs &coeffs, const Block &block, uint32_t frames)
 {
     const Kernels::DynamicsKernels &kernels = Kernels::active().dynamics;
-    const int length = static_cast<int>(frames);
     alignas(32) float gains[kBands][kChunk];
     float *const gainRows[kBands] = {gains[0], gains[1], gains[2], gains[3]};
-    Kernels::CompressorPeaks peaks;
-    kernels.computeGains(coeffs, state, block.left, block.right, gainRows, peaks, length);
+    Kernels::DynamicsPeaks peaks;
+    kernels.computeGains(coeffs, state, block.left, block.right, gainRows, peaks, frames);
 
     for (uint32_t b = 0; b < kBands; ++b) {
         if (!block.left[b]) continue;
@@ -257,14 +256,14 @@ void Dynamics::compressChunk(const Kernels::CompressorCoeffs &coeffs, const Bloc
         else if (peaks.smallestGain[b] < band.reportedGain)
             band.reportedGain = peaks.smallestGain[b];
 
-        const GuardWave guard = guardWave(band.guardCounter);
+        const GuardWave guard = guardWave(band.guardPhase);
         float *const samples[2] = {block.left[b], block.right[b]};
         float *const lines[2] = {band.delayLeft.write(frames),
                                  stereo ? band.delayRight.write(frames) : nullptr};
         const float *const guards[2] = {guard.left, guard.right};
-        kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, static_cast<int>(band.delayLeft.history()),
-                           block.bypass[b] ? nullptr : gains[b], block.makeUp[b], length);
-        band.guardCounter = static_cast<uint8_t>(band.guardCounter + frames);
+        kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, band.delayLeft.history(),
+                           block.bypass[b] ? nullptr : gains[b], block.makeUp[b], frames);
+        band.guardPhase = static_cast<uint8_t>(band.guardPhase + frames);
     }
 }
 

@@ -19,9 +19,10 @@ public:
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
     void suspend() override;
-    /// In place. With band pointers given to run all bands whose pointer is not null are processed together;
-    /// otherwise the band of setBandIndex, in `left` and `right`.
-    uint32_t process(uint32_t frames, float *left, float *right) override;
+    /// Processes together all bands of the block that are not null; of a block without bands, `left` and
+    /// `right` as the band of setBandIndex.
+    void process(const DSP::Block &whole) override;
+    void setBandIndex(uint32_t band) { bandIndex = band; }
     void reset() override;
     uint32_t latency() const override;
 
@@ -62,7 +63,7 @@ private:
         Util::Shared<float> smoothCoeff = 1.0f;
         Util::Shared<float> reportedGain = 1.0f; // smallest since it was last read
         DelayLine delayLeft, delayRight;         // the look-ahead lines
-        uint8_t guardCounter = 0;
+        uint8_t guardPhase = 0;
     };
     /// The samples of the bands to be compressed, null for the others, and what holds for the whole block.
     struct Block {
@@ -81,16 +82,17 @@ private:
     uint32_t lookAheadSamples() const;
     /// Takes out of the block, and silences, the bands that another band's solo shuts.
     void silenceUnsoloed(Block &block, uint32_t frames);
-    Kernels::CompressorCoeffs coefficients() const;
-    void compressChunk(const Kernels::CompressorCoeffs &coeffs, const Block &block, uint32_t frames);
+    Kernels::DynamicsCoeffs coefficients() const;
+    void compressChunk(const Kernels::DynamicsCoeffs &coeffs, const Block &block, uint32_t frames);
     void report(BandState &band, bool stereo, float peakLeft, float peakRight);
 
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
+    uint32_t bandIndex = 0;
     Util::Shared<bool> bandLink = false;       // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     std::array<BandState, kBands> bands;
-    Kernels::CompressorState state;
+    Kernels::DynamicsState state;
     Util::Shared<float> envelopeDecay = 0.0f; // per sample
 };
 

@@ -20,12 +20,11 @@ Gain::Gain(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Gain")
     finishConstruction();
 }
 
-uint32_t Gain::process(uint32_t frames, float *left, float *right)
+void Gain::process(const Block &block)
 {
     const float factor = gainLinear;
-    ippsMulC_32f_I(factor, left, static_cast<int>(frames));
-    if (right) ippsMulC_32f_I(factor, right, static_cast<int>(frames));
-    return frames;
+    scaleSamples(factor, block.left, block.frames);
+    if (block.right) scaleSamples(factor, block.right, block.frames);
 }
 
 void Gain::setGain(float db)

@@ -3,13 +3,13 @@
 
 namespace DSP {
 
-/// Output gain of the effect, behind the limiter. -18 to 18 dB.
+/// Output gain of the effect, after the maximizer. -18 to 18 dB.
 class Gain final : public ComponentImpl<Gain> {
 public:
     explicit Gain(PluginLink &plugin);
 
     bool isActive() const override { return true; }
-    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void process(const Block &block) override;
     void reset() override {}
 
     float gain() const { return gainDb; }

@@ -122,13 +122,12 @@ void Maximizer::reset()
     reportedGain = 1.0f;
 }
 
-uint32_t Maximizer::process(uint32_t frames, float *left, float *right)
+void Maximizer::process(const Block &block)
 {
-    const Util::Hold hold(lock);
     const Setting now = present();
-    for (uint32_t done = 0; done < frames; done += kChunk)
-        processChunk(now, std::min(frames - done, kChunk), left + done, right ? right + done : nullptr);
-    return frames;
+    for (uint32_t done = 0; done < block.frames; done += kChunk)
+        processChunk(now, std::min(block.frames - done, kChunk), block.left + done,
+                     block.right ? block.right + done : nullptr);
 }
 
 Maximizer::Setting Maximizer::present() const
@@ -145,19 +144,18 @@ Maximizer::Setting Maximizer::present() const
 
 void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, float *right)
 {
-    const int length = static_cast<int>(frames);
-    const auto append = [length](DelayLine &line, const float *samples) {
-        float *const here = line.write(static_cast<uint32_t>(length));
-        ippsCopy_32f(samples, here, length);
+    const auto append = [frames](DelayLine &line, const float *samples) {
+        float *const here = line.write(frames);
+        copySamples(samples, here, frames);
         return here;
     };
     const Lines lines = {append(lineLeft, left), right ? append(lineRight, right) : nullptr};
 
-    constexpr int kDetectorDelay = kInputDelay - 1;
+    constexpr uint32_t kDetectorDelay = kInputDelay - 1;
     alignas(32) float gains[kChunk];
-    Kernels::active().limiter.detect(lines.left - kDetectorDelay,
-                                     right ? lines.right - kDetectorDelay : nullptr, envelopeDecay, envelope,
-                                     gains, length);
+    Kernels::active().maximizer.detect(lines.left - kDetectorDelay,
+                                       right ? lines.right - kDetectorDelay : nullptr, envelopeDecay,
+                                       envelope, gains, frames);
     if (now.brickwall)
         processBrickwall(now, frames, lines, gains, left, right);
     else
@@ -167,18 +165,17 @@ void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, f
 void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
                             float *left, float *right)
 {
-    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
-    const int length = static_cast<int>(frames);
+    const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
     kernels.softGains(now.threshold, kSoftExponent, now.follower, smoothCoeff, followedGain, smoothedGain,
-                      gains, length);
-    gainLine.skip(length);
+                      gains, frames);
+    gainLine.skip(frames);
     if (!now.bypass) report(gains, frames);
 
     const auto output = [&](const float *line, float *out) {
         if (now.bypass)
-            ippsCopy_32f(line - latency(), out, length);
+            copySamples(line - latency(), out, frames);
         else
-            kernels.apply(line - latency(), gains, now.outputGain, out, length);
+            kernels.apply(line - latency(), gains, now.outputGain, out, frames);
     };
     output(lines.left, left);
     if (right) output(lines.right, right);
@@ -187,22 +184,21 @@ void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &li
 void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
                                  float *left, float *right)
 {
-    const Kernels::LimiterKernels &kernels = Kernels::active().limiter;
-    const int length = static_cast<int>(frames);
-    kernels.holdingGains(now.threshold, gains, length);
-    gainLine.run(gains, length);
-    kernels.followMinimum(now.follower, followedGain, gains, length);
+    const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
+    kernels.holdingGains(now.threshold, gains, frames);
+    gainLine.run(gains, frames);
+    kernels.followMinimum(now.follower, followedGain, gains, frames);
     float *const ring = gainRing.write(frames);
-    ippsCopy_32f(gains, ring, length);
-    kernels.weightedSum(gainWindow.data(), ring, gains, length);
+    copySamples(gains, ring, frames);
+    kernels.weightedSum(gainWindow.data(), ring, gains, frames);
     smoothedGain = gains[frames - 1];
     if (!now.bypass) report(gains, frames);
 
     // A sample is scaled once, in the line, when the window of gains lies around it; later it only leaves.
     const uint32_t scaled = kInputDelay - 1 + now.lookAhead;
     const auto output = [&](float *line, float *out) {
-        if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, length);
-        ippsCopy_32f(line - latency(), out, length);
+        if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, frames);
+        copySamples(line - latency(), out, frames);
     };
     output(lines.left, left);
     if (right) output(lines.right, right);
@@ -211,7 +207,7 @@ void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Line
 void Maximizer::report(const float *gains, uint32_t frames)
 {
     const float before = reportedGain;
-    const float least = Kernels::active().block.least(gains, before, static_cast<int>(frames));
+    const float least = Kernels::active().block.least(gains, before, frames);
     if (least < before) reportedGain = least;
 }
 

@@ -3,7 +3,7 @@
 #include <limits>
 
 #include "dsp/component/ComponentImpl.h"
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 #include "dsp/stages/DelayLine.h"
 #include "dsp/stages/SlidingMinimum.h"
 
@@ -11,7 +11,7 @@ namespace DSP {
 
 /// Output limiter: what exceeds the threshold is turned down, and a gain of margin - threshold follows.
 /// Soft mode follows a 20:1 curve; brickwall mode never lets a sample over. Both delay by 262 samples.
-/// Thread  process, reset: under `lock`. setSampleRate: under `settingLock` and `lock`. Setters of threshold,
+/// Thread  process: under `lock`, which run holds. reset: takes it. setSampleRate: under `settingLock` and `lock`. Setters of threshold,
 ///         margin, attack and release: any, under `settingLock`. Other setters: any, no lock
 class Maximizer final : public ComponentImpl<Maximizer> {
 public:
@@ -19,7 +19,7 @@ public:
 
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
-    uint32_t process(uint32_t frames, float *left, float *right) override;
+    void process(const Block &block) override;
     void reset() override;
     uint32_t latency() const override { return kInputDelay - 1 + kOutputDelay - 1; }
 
@@ -55,7 +55,7 @@ private:
     struct Setting {
         bool bypass, brickwall;
         float threshold, outputGain; // linear
-        Kernels::LimiterFollower follower;
+        Kernels::MaximizerFollower follower;
         uint32_t lookAhead; // samples
     };
 
@@ -72,7 +72,7 @@ private:
                           float *right);
     void report(const float *gains, uint32_t frames);
 
-    static constexpr uint32_t kChunk = Kernels::LimiterKernels::kMostFrames;
+    static constexpr uint32_t kChunk = Kernels::MaximizerKernels::kMostFrames;
     static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
 
     Util::Shared<bool> bypass = false, brickwall = false;

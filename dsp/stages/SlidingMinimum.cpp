@@ -19,11 +19,11 @@ void SlidingMinimum::fillLadder()
     for (auto &tail : ladder.tails) std::fill(std::begin(tail), std::end(tail), 1.0f);
 }
 
-void SlidingMinimum::run(float *values, int frames)
+void SlidingMinimum::run(float *values, uint32_t frames)
 {
     ladderInUse = true;
-    Kernels::active().limiter.slidingMinimum(ladder, values, frames);
-    for (int i = 0; i < frames && placesLeft > 0; ++i, --placesLeft) {
+    Kernels::active().maximizer.slidingMinimum(ladder, values, frames);
+    for (uint32_t i = 0; i < frames && placesLeft > 0; ++i, --placesLeft) {
         float &held = line[(position + i) % kWindow];
         values[i] = std::min(values[i], held);
         held = 1.0f;
@@ -31,7 +31,7 @@ void SlidingMinimum::run(float *values, int frames)
     position = (position + frames) % kWindow;
 }
 
-void SlidingMinimum::skip(int frames)
+void SlidingMinimum::skip(uint32_t frames)
 {
     if (ladderInUse) writeLine();
     position = (position + frames) % kWindow;
@@ -40,7 +40,7 @@ void SlidingMinimum::skip(int frames)
 void SlidingMinimum::writeLine()
 {
     // The place whose turn comes after j more samples was emptied 199 - j values ago.
-    for (int j = 0; j < kWindow - 1; ++j) {
+    for (uint32_t j = 0; j < kWindow - 1; ++j) {
         float &held = line[(position + j) % kWindow];
         held = std::min(held, leastOfLast(kWindow - 1 - j));
     }
@@ -49,12 +49,12 @@ void SlidingMinimum::writeLine()
     ladderInUse = false;
 }
 
-float SlidingMinimum::leastOfLast(int count) const
+float SlidingMinimum::leastOfLast(uint32_t count) const
 {
-    int step = 0;
-    while (step + 1 < Kernels::MinimumLadder::kSteps && 2 << step <= count) ++step;
-    const int newest = Kernels::MinimumLadder::kTail[step] - 1;
-    return std::min(ladder.tails[step][newest], ladder.tails[step][newest - (count - (1 << step))]);
+    uint32_t step = 0;
+    while (step + 1 < Kernels::MinimumLadder::kSteps && 2u << step <= count) ++step;
+    const uint32_t newest = Kernels::MinimumLadder::kTail[step] - 1;
+    return std::min(ladder.tails[step][newest], ladder.tails[step][newest - (count - (1u << step))]);
 }
 
 } // namespace DSP

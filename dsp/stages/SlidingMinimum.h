@@ -1,7 +1,7 @@
 #pragma once
 #include <array>
 
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 
 namespace DSP {
 
@@ -15,25 +15,25 @@ namespace DSP {
 /// Thread  audio, no allocation
 class SlidingMinimum {
 public:
-    static constexpr int kWindow = Kernels::MinimumLadder::kWindow;
+    static constexpr uint32_t kWindow = Kernels::MinimumLadder::kWindow;
 
     SlidingMinimum() { clear(); }
     void clear();
-    /// In place, up to LimiterKernels::kMostFrames values, 32-byte aligned.
-    void run(float *values, int frames);
+    /// In place, up to MaximizerKernels::kMostFrames values, 32-byte aligned.
+    void run(float *values, uint32_t frames);
     /// `frames` samples pass without a value.
-    void skip(int frames);
+    void skip(uint32_t frames);
 
 private:
     void fillLadder();
     /// Puts into `line` what each of its places would hold, as far as the ladder knows it.
     void writeLine();
-    float leastOfLast(int count) const;
+    float leastOfLast(uint32_t count) const;
 
     Kernels::MinimumLadder ladder;   // minima of what has run since the line was last written
     std::array<float, kWindow> line; // what places held then; 1 once their turn has come
-    int position = 0;                // the place whose turn is next
-    int placesLeft = 0;              // places that still hold something from before
+    uint32_t position = 0;           // the place whose turn is next
+    uint32_t placesLeft = 0;         // places that still hold something from before
     bool ladderInUse = false;
 };
 

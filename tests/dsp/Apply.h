@@ -14,12 +14,12 @@ inline void apply(DSP::Dynamics &dynamics, uint32_t band, const Reference::BandS
     dynamics.setSolo(band, settings.solo);
 }
 
-inline void apply(DSP::Maximizer &limiter, const Reference::LimiterSettings &settings)
+inline void apply(DSP::Maximizer &maximizer, const Reference::MaximizerSettings &settings)
 {
-    limiter.setThreshold(settings.thresholdDb);
-    limiter.setMargin(settings.marginDb);
-    limiter.setAttack(settings.attackMs);
-    limiter.setRelease(settings.releaseMs);
-    limiter.setBypass(settings.bypass);
-    limiter.setBrickwall(settings.brickwall);
+    maximizer.setThreshold(settings.thresholdDb);
+    maximizer.setMargin(settings.marginDb);
+    maximizer.setAttack(settings.attackMs);
+    maximizer.setRelease(settings.releaseMs);
+    maximizer.setBypass(settings.bypass);
+    maximizer.setBrickwall(settings.brickwall);
 }

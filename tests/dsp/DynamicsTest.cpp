@@ -20,18 +20,18 @@ using BandAudio = std::array<Audio, 4>;
 /// out.
 void compress(Rig<DSP::Dynamics> &rig, BandAudio &bands, bool together, unsigned around = 0)
 {
-    float *left[4] = {}, *right[4] = {};
+    DSP::Bands pointers = {};
     for (uint32_t b = 0; b < 4; ++b) {
         if (around >> b & 1) continue;
-        left[b] = bands[b].left.data();
-        right[b] = bands[b].rightOrNull();
+        pointers.left[b] = bands[b].left.data();
+        pointers.right[b] = bands[b].rightOrNull();
         if (together) continue;
         rig->setBandIndex(b);
-        rig.run(bands[b].frames(), left[b], right[b]);
+        rig.run({bands[b].frames(), pointers.left[b], pointers.right[b]});
     }
     Audio input{std::vector<float>(bands[0].frames(), 9), std::vector<float>(bands[0].frames(), 9)};
     const Audio before = input;
-    if (together) rig.run(input.frames(), input.left.data(), input.right.data(), left, right);
+    if (together) rig.run({input.frames(), input.left.data(), input.right.data(), pointers});
     EXPECT_EQ(input, before) << "with band pointers given, the input is nobody's to change";
 }
 

@@ -35,23 +35,17 @@ TEST_P(EnvelopeSeeds, AreReadAsWrittenSampleBySample)
     handler.setEnvelope(ParamKind::real, 0, toEnvelope(curves));
     handler.setEnvelope(ParamKind::boolean, 1, toEnvelope(switches));
     handler.setEnvelope(ParamKind::integer, 1, toEnvelope(switches));
-    std::vector<float> values;
-    std::vector<bool> bits;
-    std::vector<uint32_t> numbers;
     uint32_t from = 0;
     for (uint32_t frames : cutIntoBlocks(random, kFrames)) {
-        const DSP::EnvelopeGrid grid = {timeOf(from, rate), rate, frames, step};
-        handler.evaluateFloats(0, grid, initial, values);
-        handler.evaluateBools(1, grid, initiallyOn, bits);
-        handler.evaluateInts(1, grid, initiallyOn, numbers);
-        ASSERT_EQ(values.size(), (frames + step - 1) / step);
-        ASSERT_EQ(bits.size(), values.size());
-        ASSERT_EQ(numbers.size(), values.size());
-        for (uint32_t k = 0; k < values.size(); ++k) {
-            const uint32_t sample = from + k * step;
-            ASSERT_NEAR(values[k], expected[sample], 1e-5) << "sample " << sample << " at " << rate;
-            ASSERT_EQ(bits[k], expectedSwitch[sample] >= 0.5f) << sample;
-            ASSERT_EQ(numbers[k], static_cast<uint32_t>(std::lround(expectedSwitch[sample]))) << sample;
+        const int64_t first = EnvelopeHandler::sampleAt(timeOf(from, rate), rate);
+        for (uint32_t sample = from; sample < from + frames; sample += step) {
+            const int64_t at = first + (sample - from);
+            SCOPED_TRACE(testing::Message() << "sample " << sample << " at " << rate);
+            ASSERT_NEAR(handler.valueAt<float>(0, at, rate).value_or(initial), expected[sample], 1e-5);
+            ASSERT_EQ(handler.valueAt<bool>(1, at, rate).value_or(initiallyOn),
+                      expectedSwitch[sample] >= 0.5f);
+            ASSERT_EQ(handler.valueAt<uint32_t>(1, at, rate).value_or(initiallyOn),
+                      static_cast<uint32_t>(std::lround(expectedSwitch[sample])));
         }
         from += frames;
     }
@@ -62,9 +56,10 @@ TEST(Envelope, IsReadAtTheEndsOfTimeAndLeavesOutWhatIsNone)
     constexpr uint32_t rate = 10000;
     EnvelopeHandler handler("Test", 1, 0, 0);
     const auto read = [&](int64_t time) {
-        std::vector<float> values;
-        handler.evaluateFloats(0, {time, rate, 100, 50}, 7, values);
-        return std::pair(values[0], values[1]);
+        const int64_t sample = EnvelopeHandler::sampleAt(time, rate);
+        const auto now = handler.valueAt<float>(0, sample, rate),
+                   later = handler.valueAt<float>(0, sample + 50, rate);
+        return std::pair(now.value_or(7), later.value_or(7));
     };
     const float nan = std::nanf(""), infinity = HUGE_VALF;
     handler.setEnvelope(ParamKind::real, 0,
@@ -86,9 +81,10 @@ TEST(Envelope, IsReadAtTheEndsOfTimeAndLeavesOutWhatIsNone)
 TEST(Automation, WaitsUntilItIsEnabledAndYieldsToTheUser)
 {
     Rig<DSP::Gain> rig;
-    const auto firstAndLast = [&rig] {
+    bool moved = false;
+    const auto firstAndLast = [&] {
         std::vector<float> left(120, 1.0f), right = left;
-        rig.run(120, left.data(), right.data());
+        moved = rig.run({120, left.data(), right.data()});
         return std::pair(left.front(), left.back());
     };
     const float loud = DSP::gainFactor(6), soft = DSP::gainFactor(-6);
@@ -99,16 +95,13 @@ TEST(Automation, WaitsUntilItIsEnabledAndYieldsToTheUser)
     envelopes.setEnabled(true);
     rig->setFloatParamEditing(0, true);
     EXPECT_EQ(firstAndLast(), std::pair(1.0f, 1.0f)) << "the user holds the control";
-    EXPECT_FALSE(rig.refresh);
+    EXPECT_FALSE(moved);
     rig->setFloatParamEditing(0, false);
     EXPECT_EQ(firstAndLast(), std::pair(loud, soft));
-    EXPECT_TRUE(rig.refresh);
-    rig.refresh = false;
+    EXPECT_TRUE(moved);
     envelopes.setEnvelope(ParamKind::real, 0, {{timeOf(-10, 44100), timeOf(-5, 44100), 6, -6, 0, 0}});
     EXPECT_EQ(firstAndLast(), std::pair(soft, soft)) << "what has ended holds";
-    EXPECT_FALSE(rig.refresh) << "nothing moved";
-    envelopes.setEnvelope(ParamKind::real, 0, {});
-    EXPECT_FALSE(rig->hasAutomation());
+    EXPECT_FALSE(moved);
 }
 
 } // namespace

@@ -13,25 +13,14 @@ public:
     std::span<DSP::Component *const> componentList() const override { return components; }
     void requestActiveUpdate() override { ++activeRequests; }
     void requestLatencyUpdate() override {}
-    bool isPresetChanging() const override { return presetChanging; }
-    void markParametersTouched() override { ++touches; }
     void postMessage(uint32_t code) override { messages.push_back(code); }
-    void requestRefresh() override { ++refreshRequests; }
-    bool hasEditorWindow() const override { return editorOpen; }
     void resetChain() override { ++chainResets; }
     void propagateMeterEnable() override {}
-    void latencyChanged() override {}
     void delayCompensationChanged() override {}
-    uint32_t addedLatency() const override { return 0; }
-    Util::NamedLock &getTransformLock() override { return transformLock; }
 
     std::vector<DSP::Component *> components;
     std::vector<uint32_t> messages;
-    int activeRequests = 0, refreshRequests = 0, chainResets = 0, touches = 0;
-    bool presetChanging = false, editorOpen = false;
-
-private:
-    Util::NamedLock stateLock{String("state")}, transformLock{String("transform")};
+    int activeRequests = 0, chainResets = 0;
 };
 
 /// A component on its own, switched on and run as the chain runs it.
@@ -55,12 +44,8 @@ struct Rig {
         rate = hz;
         component.setSampleRate(hz);
     }
-    uint32_t run(uint32_t frames, float *left, float *right, float *const *bandsLeft = nullptr,
-                 float *const *bandsRight = nullptr)
-    {
-        constexpr int64_t time = 0;
-        return component.run(rate, &time, 50, &refresh, frames, left, right, false, bandsLeft, bandsRight);
-    }
+    /// True if automation moved a parameter.
+    bool run(const DSP::Block &block) { return component.run({rate, 0, 50}, block); }
     /// Of this and the plain loop `reference` alike; half of the times without the reset before it.
     template <class Reference>
     uint32_t drawRate(Signals::Random &random, Reference &reference)
@@ -79,5 +64,4 @@ struct Rig {
     FakePlugin plugin;
     T component;
     uint32_t rate = 44100;
-    bool refresh = false;
 };

@@ -5,13 +5,13 @@
 
 #include "tests/dsp/Apply.h"
 #include "tests/dsp/FakePlugin.h"
-#include "tests/reference/Limiter.h"
+#include "tests/reference/Maximizer.h"
 #include "tests/signals/Blocks.h"
 #include "tests/signals/Compare.h"
 
 namespace {
 
-using Reference::LimiterSettings;
+using Reference::MaximizerSettings;
 using Signals::Random;
 using Signals::slice;
 
@@ -22,9 +22,9 @@ TEST_P(MaximizerSeeds, MatchesTheReferenceThroughEveryChange)
 {
     Random random(GetParam());
     Rig<DSP::Maximizer> rig;
-    Reference::Limiter reference;
+    Reference::Maximizer reference;
     const auto chooseSettings = [&] {
-        const LimiterSettings settings = Reference::drawLimiter(random);
+        const MaximizerSettings settings = Reference::drawMaximizer(random);
         apply(rig.component, settings);
         rig->setRatio(random.real(1, 25)); // heard by nobody
         reference.set(settings);
@@ -42,7 +42,7 @@ TEST_P(MaximizerSeeds, MatchesTheReferenceThroughEveryChange)
         if (random.chance(changes)) chooseSettings();
         if (random.chance(changes / 20)) rig.drawRate(random, reference);
         Audio actual = slice(audio, from, frames), expected = actual;
-        rig.run(frames, actual.left.data(), actual.rightOrNull());
+        rig.run({frames, actual.left.data(), actual.rightOrNull()});
         reference.process(frames, expected.left.data(), expected.rightOrNull());
         ASSERT_LT(errorDb(actual, expected, loudest), std::max(-120.0, toDb(10 * reference.doubt())))
             << "frame " << from << ", " << frames << " frames";

@@ -1,7 +1,7 @@
 #include "dsp/kernels/VectorOperations.h"
 
 #include "dsp/kernels/DenormalGuard.h"
-#include "dsp/operations/Memory.h"
+#include "dsp/operations/Arithmetic.h"
 
 #include <algorithm>
 #include <cfloat>
@@ -98,11 +98,11 @@ TEST(DenormalGuard, IsTheSameWaveHoweverTheBlocksAreCut)
     for (const uint8_t start : {0, 127, 200, 255})
         for (const uint32_t block : {1u, 7u, 128u, 129u, kFrames}) {
             Floats stereo[] = {Floats(kFrames), Floats(kFrames)}, mono(kFrames);
-            uint8_t counter = start;
+            uint8_t phase = start;
             for (uint32_t i = 0; i < kFrames; i += block) {
                 const uint32_t count = std::min(block, kFrames - i);
-                addDenormalGuard(count, mono.data() + i, nullptr, &counter, false);
-                addDenormalGuard(count, stereo[0].data() + i, stereo[1].data() + i, &counter, true);
+                addDenormalGuard(count, mono.data() + i, nullptr, &phase, false);
+                addDenormalGuard(count, stereo[0].data() + i, stereo[1].data() + i, &phase, true);
             }
             for (uint32_t i = 0; i < kFrames; ++i) {
                 const float sign = static_cast<uint8_t>(start + i) > 127 ? -1.0f : 1.0f;

@@ -40,7 +40,7 @@ void compareMeters(TestPlugin &plugin, Reference::Chain &reference, double scale
     // how long a peak is held depends on the last bit of peaks that are alike, so it is compared elsewhere
     for (int channel = 0; channel < 2; ++channel)
         EXPECT_NEAR(peak[channel], reference.level.read(channel).first, close);
-    EXPECT_NEAR(chain.maximizer()->readGainReduction(), reference.limiter.readGainReduction(),
+    EXPECT_NEAR(chain.maximizer()->readGainReduction(), reference.maximizer.readGainReduction(),
                 1e-6 + reference.doubt());
     for (int b = 0; b < 4; ++b) {
         const auto band = static_cast<uint32_t>(b);
@@ -124,8 +124,8 @@ TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
 {
     Random random(GetParam());
     Settings settings = Reference::draw(random);
-    settings.limiter.brickwall = true;
-    settings.limiter.bypass = settings.processAsMono = false;
+    settings.maximizer.brickwall = true;
+    settings.maximizer.bypass = settings.processAsMono = false;
     const uint32_t rate = drawRate(random);
     TestPlugin plugin(settings, rate);
     Audio audio = Signals::hostile(random.next(), rate, 60000);
@@ -133,7 +133,7 @@ TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
     auto &still = leftOnly ? audio.right : audio.left;
     std::fill(still.begin(), still.end(), 0.0f);
     const Audio output = plugin.process(audio, 441);
-    EXPECT_LT(toDb(peakOf(output)), settings.limiter.marginDb + settings.gainDb + 0.001);
+    EXPECT_LT(toDb(peakOf(output)), settings.maximizer.marginDb + settings.gainDb + 0.001);
     EXPECT_LT(peakOf(leftOnly ? output.right : output.left), 1e-5) << "the guard, lifted by at most 92 dB";
 }
 
@@ -171,7 +171,7 @@ TEST(Chain, SilenceStaysSilence)
     for (uint32_t rate : {44100u, 192000u})
         for (bool brickwall : {false, true}) {
             Settings settings;
-            settings.limiter.brickwall = brickwall;
+            settings.maximizer.brickwall = brickwall;
             TestPlugin plugin(settings, rate);
             const Audio silence = Signals::silence(rate / 2);
             EXPECT_LT(peakOf(plugin.process(silence, 512)), 3e-9);

@@ -32,6 +32,10 @@ TEST(PluginLatency, FollowsTheRateAndIsReported)
     EXPECT_EQ(plugin.latencyReports, atStart + 1);
     plugin.requestLatencyUpdate();
     EXPECT_EQ(plugin.latencyReports, atStart + 2) << "at once, as no block runs";
+    plugin.setPresetChanging(true);
+    plugin.transformHandle().global()->setMeterEnable(false);
+    EXPECT_EQ(plugin.latencyReports, atStart + 2) << "ignored while a program is exchanged";
+    plugin.setPresetChanging(false);
     const int compensations = plugin.compensationReports;
     plugin.transformHandle().global()->setDelayCompensation(false);
     plugin.transformHandle().global()->setDelayCompensation(false);

@@ -1,6 +1,7 @@
 #include <bit>
 #include <gtest/gtest.h>
 
+#include "dsp/kernels/Kernels.h"
 #include "tests/host/FloatEnvironment.h"
 #include "tests/plugin/TestPlugin.h"
 #include "tests/signals/Signals.h"
@@ -27,7 +28,7 @@ Reference::Settings drawPlainly(Random &random)
     for (auto &band : settings.bands)
         band = {random.real(-50, -10), random.real(-6, 12), random.real(1, 12), random.real(0, 40),
                 random.real(5, 400),   random.chance(0.1),  random.chance(0.1)};
-    settings.limiter = {
+    settings.maximizer = {
         random.real(-12, 0), random.real(-3, 0), random.real(1, 20), random.real(10, 300), false,
         random.chance(0.5)};
     settings.gainDb = random.real(-6, 6);
@@ -76,7 +77,9 @@ TEST(SameBits, InEveryBuildEverySetOfKernelsAndEveryStateOfTheProcessor)
         const uint64_t hash = hashOf(seed, environment);
         char text[24];
         std::snprintf(text, sizeof text, "0x%016llX", static_cast<unsigned long long>(hash));
-        EXPECT_EQ(kHashes[seed], hash) << text << ' ' << environment.name;
+        EXPECT_EQ(kHashes[seed], hash)
+            << text << " with the kernels " << DSP::Kernels::active().name << ", seed " << seed << ", "
+            << environment.name << "; Sets.WriteTheSameBits names kernel and frame";
     }
 }
 

@@ -24,7 +24,6 @@ public:
     }
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
-    void setPresetChanging(bool on) { presetChanging = on; }
 
     void apply(const Reference::Settings &settings);
     /// One block, mono or stereo as the input is.
@@ -49,7 +48,7 @@ inline void TestPlugin::apply(const Reference::Settings &settings)
         spectrum.setOverlap(settings.spectra[b].overlap);
         spectrum.setWindowType(settings.spectra[b].window);
     }
-    ::apply(*parts.maximizer(), settings.limiter);
+    ::apply(*parts.maximizer(), settings.maximizer);
     parts.gain()->setGain(settings.gainDb);
     parts.global()->setProcessAsMono(settings.processAsMono);
     parts.global()->setBypass(settings.bypass);

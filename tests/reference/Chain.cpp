@@ -24,16 +24,16 @@ void Chain::set(const Settings &next)
         dynamics.set(b, next.bands[b]);
         spectra[b].set(next.spectra[b]);
     }
-    limiter.set(next.limiter);
+    maximizer.set(next.maximizer);
     if (bypassComesOn) reset();
 }
 
 void Chain::reset()
 {
-    inputPhase = splitPhase = bandPhase = sumPhase = 0;
+    inputGuardPhase = splitGuardPhase = sumGuardPhase = 0;
     level.reset();
     crossOver.reset();
-    limiter.reset();
+    maximizer.reset();
     dynamics.reset();
     for (Spectrum &spectrum : spectra) spectrum.reset();
 }
@@ -43,7 +43,7 @@ void Chain::resume(uint32_t hz)
     sampleRate = hz;
     reset();
     crossOver.setSampleRate(hz);
-    limiter.setSampleRate(hz);
+    maximizer.setSampleRate(hz);
     dynamics.setSampleRate(hz);
     for (Spectrum &spectrum : spectra) spectrum.setSampleRate(hz);
 }
@@ -72,8 +72,8 @@ Audio Chain::process(Audio audio)
 void Chain::run(Audio &audio)
 {
     const uint32_t frames = audio.frames();
-    inputPhase = addGuard(audio, inputPhase);
-    splitPhase = addGuard(audio, splitPhase);
+    inputGuardPhase = addGuard(audio, inputGuardPhase);
+    splitGuardPhase = addGuard(audio, splitGuardPhase);
 
     Audio bands[4];
     float *left[4], *right[4];
@@ -83,9 +83,6 @@ void Chain::run(Audio &audio)
         right[b] = bands[b].rightOrNull();
     }
     crossOver.process(frames, audio.left.data(), audio.rightOrNull(), left, right);
-    uint8_t behind = 0;
-    for (Audio &band : bands) behind = addGuard(band, bandPhase);
-    bandPhase = behind;
 
     for (int b = 0; b < 4; ++b) {
         const bool onInput = settings.spectra[0].onInput;
@@ -106,10 +103,10 @@ void Chain::run(Audio &audio)
     }
     if (!written) {
         for (auto *channel : {&audio.left, &audio.right}) channel->assign(channel->size(), 0.0f);
-        sumPhase = addGuard(audio, sumPhase);
+        sumGuardPhase = addGuard(audio, sumGuardPhase);
     }
 
-    limiter.process(frames, audio.left.data(), audio.rightOrNull());
+    maximizer.process(frames, audio.left.data(), audio.rightOrNull());
     const float gain = linear(settings.gainDb);
     for (auto *channel : {&audio.left, &audio.right})
         for (float &sample : *channel) sample *= gain;

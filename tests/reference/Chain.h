@@ -2,7 +2,7 @@
 #include "tests/reference/CrossOver.h"
 #include "tests/reference/Dynamics.h"
 #include "tests/reference/Level.h"
-#include "tests/reference/Limiter.h"
+#include "tests/reference/Maximizer.h"
 #include "tests/reference/Spectrum.h"
 
 namespace Reference {
@@ -21,12 +21,12 @@ public:
     /// One block, as long as the host's.
     Audio process(Audio input);
     /// Bound of what rounding may add to a gain.
-    float doubt() const { return dynamics.doubt() + limiter.doubt(); }
+    float doubt() const { return dynamics.doubt() + maximizer.doubt(); }
     uint32_t latency() const { return dynamics.latency() + 262; }
 
     CrossOver crossOver;
     Dynamics dynamics;
-    Limiter limiter;
+    Maximizer maximizer;
     Level level;
     Spectrum spectra[4];
 
@@ -36,7 +36,7 @@ private:
     uint32_t sampleRate = 44100;
     Settings settings;
     bool monoActive = false;
-    uint8_t inputPhase = 0, splitPhase = 0, bandPhase = 0, sumPhase = 0;
+    uint8_t inputGuardPhase = 0, splitGuardPhase = 0, sumGuardPhase = 0;
 };
 
 } // namespace Reference

@@ -18,8 +18,8 @@ struct Cascade {
     void clear() { sections[0] = sections[1] = {}; }
 };
 
-/// Splits one or two channels into four bands, one sample and one filter at a time; a new cutoff fades a new
-/// set of filters in over the old one.
+/// Splits one or two channels into four bands, one sample and one filter at a time, and adds the guard to each; a
+/// new cutoff fades a new set of filters in over the old one.
 class CrossOver {
 public:
     CrossOver();
@@ -50,6 +50,7 @@ private:
     std::vector<float> fadeIn, fadeOut;
     int activeSet = 0;
     uint32_t fadeRemaining = 0;
+    uint8_t guardPhase = 0;
 };
 
 } // namespace Reference

@@ -48,7 +48,7 @@ void Dynamics::process(int index, uint32_t frames, float *left, float *right)
     const bool anySolo = std::any_of(bands, bands + 4, [](const Band &b) { return b.settings.solo; });
     if (anySolo && !settings.solo) {
         for (uint32_t i = 0; i < frames; ++i) {
-            const float sign = guardSign(band.guardCounter++);
+            const float sign = guardSign(band.guardPhase++);
             left[i] = sign * 1e-10f;
             if (right) right[i] = sign * 2e-10f;
         }
@@ -94,7 +94,7 @@ void Dynamics::process(int index, uint32_t frames, float *left, float *right)
             band.reportedGain = std::min(band.reportedGain, band.smoothedGain);
 
         const float factor = settings.bypass ? 1.0f : band.smoothedGain * makeUp;
-        const float sign = guardSign(band.guardCounter++);
+        const float sign = guardSign(band.guardPhase++);
         left[i] = band.delayLeft[band.delayPosition] * factor + sign * 1e-10f;
         if (right) right[i] = band.delayRight[band.delayPosition] * factor + sign * 2e-10f;
     }

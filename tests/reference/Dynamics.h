@@ -27,7 +27,7 @@ private:
         float followedGain = 1, smoothedGain = 1, reportedGain = 1;
         std::vector<float> delayLeft, delayRight;
         uint32_t delayPosition = 0;
-        uint8_t guardCounter = 0;
+        uint8_t guardPhase = 0;
     };
     uint32_t lookAhead() const;
 

@@ -30,16 +30,16 @@ BandSettings drawBand(Random &random)
     return band;
 }
 
-LimiterSettings drawLimiter(Random &random)
+MaximizerSettings drawMaximizer(Random &random)
 {
-    LimiterSettings limiter;
-    limiter.thresholdDb = value(random, -20, 0);
-    limiter.marginDb = value(random, -5, 0);
-    limiter.attackMs = value(random, 1, 20);
-    limiter.releaseMs = value(random, 10, 500);
-    limiter.bypass = random.chance(0.1);
-    limiter.brickwall = random.chance(0.5);
-    return limiter;
+    MaximizerSettings maximizer;
+    maximizer.thresholdDb = value(random, -20, 0);
+    maximizer.marginDb = value(random, -5, 0);
+    maximizer.attackMs = value(random, 1, 20);
+    maximizer.releaseMs = value(random, 10, 500);
+    maximizer.bypass = random.chance(0.1);
+    maximizer.brickwall = random.chance(0.5);
+    return maximizer;
 }
 
 SpectrumSettings drawSpectrum(Random &random)
@@ -69,7 +69,7 @@ Settings draw(Random &random)
     }
     if (random.chance(0.05)) std::fill_n(settings.bandBypass, 4, true);
     if (random.chance(0.05)) std::fill_n(settings.bandMute, 4, true);
-    settings.limiter = drawLimiter(random);
+    settings.maximizer = drawMaximizer(random);
     settings.gainDb = value(random, -18, 18);
     settings.processAsMono = random.chance(0.1);
     return settings;

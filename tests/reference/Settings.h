@@ -10,7 +10,7 @@ struct BandSettings {
     bool bypass = false, solo = false;
 };
 
-struct LimiterSettings {
+struct MaximizerSettings {
     float thresholdDb = 0, marginDb = 0, attackMs = 4, releaseMs = 500;
     bool bypass = false, brickwall = false;
 };
@@ -25,14 +25,14 @@ struct Settings {
     float cutoffs[3] = {120, 2000, 10000};
     bool bandBypass[4] = {}, bandMute[4] = {};
     BandSettings bands[4];
-    LimiterSettings limiter;
+    MaximizerSettings maximizer;
     float gainDb = 0;
     SpectrumSettings spectra[4];
     bool processAsMono = false, bypass = false;
 };
 
 BandSettings drawBand(Signals::Random &random);
-LimiterSettings drawLimiter(Signals::Random &random);
+MaximizerSettings drawMaximizer(Signals::Random &random);
 SpectrumSettings drawSpectrum(Signals::Random &random);
 /// Cutoffs far apart, close, equal or crossed.
 void drawCutoffs(Signals::Random &random, float (&cutoffs)[3]);
@@ -46,7 +46,7 @@ float timeCoeff(float ms, uint32_t sampleRate);
 /// Per-sample factor of a detector that falls to 3 % in 50 ms.
 float peakDecay(uint32_t sampleRate);
 /// +1 for 128 samples, -1 for 128 samples.
-inline float guardSign(uint8_t counter) { return counter < 128 ? 1.0f : -1.0f; }
+inline float guardSign(uint8_t phase) { return phase < 128 ? 1.0f : -1.0f; }
 
 /// Attack or release is decided by comparing a target gain with the present one. Where the two agree to their
 /// last places, a rounding of the power function decides, and the gains differ by a step of the release from

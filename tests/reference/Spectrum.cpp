@@ -80,7 +80,7 @@ void Spectrum::feed(uint32_t frames, const float *left, const float *right)
 {
     for (uint32_t i = 0; i < frames; ++i) {
         const float mix = right ? (left[i] + right[i]) * 0.5f : left[i];
-        frame.push_back(mix - guardSign(guardCounter++) * 1e-10f);
+        frame.push_back(mix - guardSign(guardPhase++) * 1e-10f);
         if (!pending.empty() && untilAnalysis-- == 1) analyse();
         if (frame.size() < size()) continue;
         pending = frame;

@@ -31,7 +31,7 @@ private:
     SpectrumSettings settings;
     std::vector<float> frame, pending, magnitudes, weights;
     uint32_t untilAnalysis = 0;
-    uint8_t guardCounter = 0;
+    uint8_t guardPhase = 0;
     bool hasNewData = false, wasRead = false;
 };
 

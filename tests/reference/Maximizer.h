@@ -8,10 +8,10 @@ namespace Reference {
 
 /// Output limiter in both modes, sample by sample; the sliding minimum is a line of 200 values, all of which
 /// are lowered for every sample.
-class Limiter {
+class Maximizer {
 public:
-    Limiter() { reset(); }
-    void set(const LimiterSettings &next) { settings = next; }
+    Maximizer() { reset(); }
+    void set(const MaximizerSettings &next) { settings = next; }
     void setSampleRate(uint32_t hz);
     void reset();
     /// In place; `right` is null for mono.
@@ -31,7 +31,7 @@ private:
     float brickwall(const Coefficients &c);
 
     uint32_t sampleRate = 44100;
-    LimiterSettings settings;
+    MaximizerSettings settings;
     float envelope = 0, followedGain = 1, smoothedGain = 1, reportedGain = 1;
     std::vector<float> inputDelay[2], outputDelay[2], gainLine, gainRing;
     Doubt doubts;

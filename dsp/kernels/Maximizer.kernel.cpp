@@ -1,58 +1,61 @@
 #include "dsp/kernels/Lanes.h"
-#include "dsp/kernels/LimiterKernels.h"
+#include "dsp/kernels/MaximizerKernels.h"
 #include "dsp/kernels/Power.h"
 
 namespace DSP::Kernels::SET {
 
 namespace {
 
-constexpr int kMost = LimiterKernels::kMostFrames;
+constexpr uint32_t kMost = MaximizerKernels::kMostFrames;
 
 // A pass over a work array may run on to the next whole vector: what it computes there is never read.
-LANES_OP int wholeVectors(int frames) { return (frames + F8::kLanes - 1) & -F8::kLanes; }
+LANES_OP uint32_t wholeVectors(uint32_t frames)
+{
+    return (frames + F8::kLanes - 1) / F8::kLanes * F8::kLanes;
+}
 
 LANES_OP float magnitude(float x) { return x < 0.0f ? -x : x; }
 
 } // namespace
 
 static void detect(const float *left, const float *right, float decay, float &envelope, float *envelopes,
-                   int frames)
+                   uint32_t frames)
 {
     alignas(32) float levels[kMost];
-    for (int i = 0; i < wholeVectors(frames); i += F8::kLanes) {
+    for (size_t i = 0; i < wholeVectors(frames); i += F8::kLanes) {
         const F8 l = abs(F8::load(left + i));
         storeAligned(levels + i, right ? max(l, abs(F8::load(right + i))) : l);
     }
     float now = envelope;
 #pragma GCC unroll 4
-    for (int i = 0; i < frames; ++i) {
+    for (size_t i = 0; i < frames; ++i) {
         const float fallen = decay * now;
         now = levels[i] > fallen ? levels[i] : fallen;
         envelopes[i] = now;
     }
     envelope = now;
-    for (int i = frames; i < wholeVectors(frames); ++i) envelopes[i] = 0.0f;
+    for (size_t i = frames; i < wholeVectors(frames); ++i) envelopes[i] = 0.0f;
 }
 
-static void softGains(float threshold, float exponent, const LimiterFollower &follower, float smoothCoeff,
-                      float &followed, float &smoothed, float *gains, int frames)
+static void softGains(float threshold, float exponent, const MaximizerFollower &follower, float smoothCoeff,
+                      float &followed, float &smoothed, float *gains, uint32_t frames)
 {
     // the curve of the next piece is worked out while the follower of this one waits
-    constexpr int kPiece = 16;
+    constexpr uint32_t kPiece = 16;
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
     const auto e = powerExponent(F8::splat(exponent));
     constexpr float kStandstill = 1e-9f; // a difference below this is made up at once
-    const LimiterFollower f = follower;
+    const MaximizerFollower f = follower;
     float gain = followed, smooth = smoothed;
-    for (int start = 0; start < frames; start += kPiece) {
-        const int end = frames < start + kPiece ? frames : start + kPiece;
-        for (int i = start; i < end; i += F8::kLanes) {
+    for (uint32_t start = 0; start < frames; start += kPiece) {
+        const uint32_t end = frames < start + kPiece ? frames : start + kPiece;
+        for (size_t i = start; i < end; i += F8::kLanes) {
             const F8 envelope = F8::loadAligned(gains + i);
             const M8 over = envelope >= t;
             storeAligned(gains + i, any(over) ? select(over, power(envelope / t, e), one) : one);
         }
 #pragma GCC unroll 4
-        for (int i = start; i < end; ++i) {
+        for (size_t i = start; i < end; ++i) {
             const float target = gains[i];
             const float down = target * f.attackComplement + f.attackCoeff * gain;
             const float up = f.releaseCoeff * gain + f.releaseComplement;
@@ -67,10 +70,10 @@ static void softGains(float threshold, float exponent, const LimiterFollower &fo
     smoothed = smooth;
 }
 
-static void holdingGains(float threshold, float *gains, int frames)
+static void holdingGains(float threshold, float *gains, uint32_t frames)
 {
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
-    for (int i = 0; i < wholeVectors(frames); i += F8::kLanes) {
+    for (size_t i = 0; i < wholeVectors(frames); i += F8::kLanes) {
         const F8 envelope = F8::loadAligned(gains + i);
         storeAligned(gains + i, select(envelope < t, one, t / envelope));
     }
@@ -78,18 +81,19 @@ static void holdingGains(float threshold, float *gains, int frames)
 
 namespace {
 
-constexpr int kReach = 72; // the longest tail
+constexpr uint32_t kReach = MinimumLadder::kLongestTail;
+static_assert(kReach % F8::kLanes == 0); // the chunk after it is aligned
 struct Span {
     alignas(32) float values[kReach + kMost]; // tail right before values[kReach], then the chunk
 };
 
 template <int step>
-LANES_OP void doubleSpan(MinimumLadder &ladder, Span &from, Span &to, int frames)
+LANES_OP void doubleSpan(MinimumLadder &ladder, Span &from, Span &to, uint32_t frames)
 {
-    constexpr int tail = MinimumLadder::kTail[step];
+    constexpr uint32_t tail = MinimumLadder::kTail[step];
     __builtin_memcpy(from.values + kReach - tail, ladder.tails[step], tail * sizeof(float));
     __builtin_memcpy(ladder.tails[step], from.values + kReach + frames - tail, tail * sizeof(float));
-    for (int i = kReach; i < kReach + wholeVectors(frames); i += F8::kLanes)
+    for (size_t i = kReach; i < kReach + wholeVectors(frames); i += F8::kLanes)
         storeAligned(to.values + i, min(F8::loadAligned(from.values + i), F8::load(from.values + i - tail)));
 }
 
@@ -97,10 +101,10 @@ LANES_OP void doubleSpan(MinimumLadder &ladder, Span &from, Span &to, int frames
 
 // The least over 2^(k+1) values is the lesser of two over 2^k: eight steps give a window of 200, at the same
 // cost for every signal. Bender and Farach-Colton, "The LCA problem revisited" (2000), as a running window.
-static void slidingMinimum(MinimumLadder &ladder, float *values, int frames)
+static void slidingMinimum(MinimumLadder &ladder, float *values, uint32_t frames)
 {
     Span a, b;
-    for (int i = 0; i < wholeVectors(frames); i += F8::kLanes)
+    for (size_t i = 0; i < wholeVectors(frames); i += F8::kLanes)
         storeAligned(a.values + kReach + i, F8::loadAligned(values + i));
     doubleSpan<0>(ladder, a, b, frames);
     doubleSpan<1>(ladder, b, a, frames);
@@ -110,16 +114,16 @@ static void slidingMinimum(MinimumLadder &ladder, float *values, int frames)
     doubleSpan<5>(ladder, b, a, frames);
     doubleSpan<6>(ladder, a, b, frames);
     doubleSpan<7>(ladder, b, a, frames);
-    for (int i = 0; i < wholeVectors(frames); i += F8::kLanes)
+    for (size_t i = 0; i < wholeVectors(frames); i += F8::kLanes)
         storeAligned(values + i, F8::loadAligned(a.values + kReach + i));
 }
 
-static void followMinimum(const LimiterFollower &follower, float &followed, float *gains, int frames)
+static void followMinimum(const MaximizerFollower &follower, float &followed, float *gains, uint32_t frames)
 {
-    const LimiterFollower f = follower;
+    const MaximizerFollower f = follower;
     float gain = followed;
 #pragma GCC unroll 4
-    for (int i = 0; i < frames; ++i) {
+    for (size_t i = 0; i < frames; ++i) {
         const float least = gains[i];
         const float down = least * f.attackComplement + f.attackCoeff * gain;
         const float up = f.releaseCoeff * gain + f.releaseComplement;
@@ -133,49 +137,50 @@ static void followMinimum(const LimiterFollower &follower, float &followed, floa
 namespace {
 
 /// `groups` vectors of sums at once, so that a weight is fetched once for all.
-template <int groups>
+template <uint32_t groups>
 LANES_OP void weightedSums(const float *weights, const float *gains, float *sums)
 {
     F8 sum[groups];
     const F8 newest = F8::splat(weights[0]);
-    for (int g = 0; g < groups; ++g)
+    for (uint32_t g = 0; g < groups; ++g)
         sum[g] = (F8::load(gains + 8 * g) + F8::load(gains + 8 * g - 1)) * newest;
-    for (int j = 1; j < LimiterKernels::kTaps / 2; ++j) {
+    for (uint32_t j = 1; j < MaximizerKernels::kTaps / 2; ++j) {
         const F8 weight = F8::splat(weights[j]);
-        for (int g = 0; g < groups; ++g) {
+        for (uint32_t g = 0; g < groups; ++g) {
             const float *const here = gains + 8 * g;
-            sum[g] = sum[g] + (F8::load(here - 1 - j) + F8::load(here - LimiterKernels::kTaps + j)) * weight;
+            sum[g] =
+                sum[g] + (F8::load(here - 1 - j) + F8::load(here - MaximizerKernels::kTaps + j)) * weight;
         }
     }
-    for (int g = 0; g < groups; ++g) storeAligned(sums + 8 * g, sum[g]);
+    for (uint32_t g = 0; g < groups; ++g) storeAligned(sums + 8 * g, sum[g]);
 }
 
 } // namespace
 
-static void weightedSum(const float weights[LimiterKernels::kTaps / 2], const float *gains, float *sums,
-                        int frames)
+static void weightedSum(const float weights[MaximizerKernels::kTaps / 2], const float *gains, float *sums,
+                        uint32_t frames)
 {
-    int i = 0;
+    size_t i = 0;
     for (; i + 32 <= frames; i += 32) weightedSums<4>(weights, gains + i, sums + i);
     for (; i < frames; i += 8) weightedSums<1>(weights, gains + i, sums + i);
 }
 
-static void apply(const float *samples, const float *gains, float factor, float *out, int frames)
+static void apply(const float *samples, const float *gains, float factor, float *out, uint32_t frames)
 {
     const F8 f = F8::splat(factor);
-    int i = 0;
+    size_t i = 0;
     for (; i + F8::kLanes <= frames; i += F8::kLanes)
         store(out + i, F8::load(samples + i) * (F8::load(gains + i) * f));
     for (; i < frames; ++i) out[i] = samples[i] * (gains[i] * factor);
 }
 
-extern const LimiterKernels limiterKernels;
-const LimiterKernels limiterKernels = {.detect = detect,
-                                       .softGains = softGains,
-                                       .holdingGains = holdingGains,
-                                       .slidingMinimum = slidingMinimum,
-                                       .followMinimum = followMinimum,
-                                       .weightedSum = weightedSum,
-                                       .apply = apply};
+extern const MaximizerKernels maximizerKernels;
+const MaximizerKernels maximizerKernels = {.detect = detect,
+                                           .softGains = softGains,
+                                           .holdingGains = holdingGains,
+                                           .slidingMinimum = slidingMinimum,
+                                           .followMinimum = followMinimum,
+                                           .weightedSum = weightedSum,
+                                           .apply = apply};
 
 } // namespace DSP::Kernels::SET

@@ -1,16 +1,14 @@
-#include "dsp/stages/BandSplitter.h"
+#include "dsp/stages/FilterBank.h"
 
 #include <algorithm>
 
-#include "dsp/component/Bands.h"
-#include "dsp/kernels/DenormalGuard.h"
-#include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "dsp/numerics/FilterDesign.h"
 
 namespace DSP {
 
 namespace {
+static_assert(std::size(Kernels::FilterBankOutput{}.left) == kBands);
 
 // Below any legal cutoff a filter would lose its stability to the rounding of its taps.
 constexpr float kLowestCutoffHz = 20.0f;
@@ -33,7 +31,7 @@ float narrowBandLift(float lowHz, float highHz)
 }
 
 // Sets the right channel's lanes to those of `from` that lie `offset` into each left-right pair.
-void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &from, int offset)
+void takeRightLanes(Kernels::FilterBankState &to, const Kernels::FilterBankState &from, int offset)
 {
     const auto take = [offset](Kernels::FilterPairState &pair, const Kernels::FilterPairState &source) {
         for (int section = 0; section < 2; ++section)
@@ -47,19 +45,12 @@ void takeRightLanes(Kernels::SplitterState &to, const Kernels::SplitterState &fr
     take(to.second, from.second);
 }
 
-void addGuard(uint32_t frames, float *left, float *right, const uint8_t *counter)
-{
-    if (!counter) return;
-    uint8_t place = *counter;
-    addDenormalGuard(frames, left, right, &place, false);
-}
-
 // The largest state that sound can leave: 200 dB over full scale, the steepest filter, the highest rate.
 constexpr double kLargestState = 1e30;
 
 } // namespace
 
-void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
+void FilterBank::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
 {
     coeffs = {};
     state = {};
@@ -89,49 +80,49 @@ void BandSplitter::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
     }
 }
 
-bool BandSplitter::run(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                       float *const *outRight, const uint8_t *guardCounter)
+bool FilterBank::run(const Block &block, const GuardWave &guard)
 {
+    const Bands &bands = *block.bands;
+    const auto finish = [&](uint32_t band) {
+        addGuard(guard, block.frames, bands.left[band], bands.right[band]);
+    };
     if (bandsInUse == 1) {
-        const int length = static_cast<int>(frames);
-        ippsCopy_32f(left, outLeft[0], length);
-        if (right) ippsCopy_32f(right, outRight[0], length);
-        addGuard(frames, outLeft[0], right ? outRight[0] : nullptr, guardCounter);
+        copySamples(block.left, bands.left[0], block.frames);
+        if (block.right) copySamples(block.right, bands.right[0], block.frames);
+        finish(0);
     } else {
-        filter(frames, left, right, outLeft, outRight, guardCounter);
+        filter(block, guard);
     }
     for (uint32_t band = bandsInUse; band < kBands; ++band) {
-        ippsZero_32f(outLeft[band], static_cast<int>(frames));
-        if (right) ippsZero_32f(outRight[band], static_cast<int>(frames));
-        addGuard(frames, outLeft[band], right ? outRight[band] : nullptr, guardCounter);
+        clearSamples(bands.left[band], block.frames);
+        if (block.right) clearSamples(bands.right[band], block.frames);
+        finish(band);
     }
     return Kernels::active().crossOver.isWithin(state, kLargestState);
 }
 
-void BandSplitter::filter(uint32_t frames, const float *left, const float *right, float *const *outLeft,
-                          float *const *outRight, const uint8_t *guardCounter)
+void FilterBank::filter(const Block &block, const GuardWave &guard)
 {
     // Slots without a band write to the buffers of the bands that are silenced afterwards.
     const uint32_t top = bandsInUse - 1;
     const uint32_t bandOfSlot[kBands] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
-    const GuardWave guard = guardCounter ? guardWave(*guardCounter) : GuardWave::none();
 
-    Kernels::SplitterState before;
-    if (!right) {
+    Kernels::FilterBankState before;
+    if (!block.right) {
         before = state;
         takeRightLanes(state, state, 0); // so that both lanes write the same samples
     }
-    for (uint32_t done = 0; done < frames; done += GuardWave::kLength) {
-        const uint32_t count = std::min<uint32_t>(frames - done, GuardWave::kLength);
-        Kernels::SplitterOutput out = {{}, {}, guard.left, right ? guard.right : guard.left};
+    for (uint32_t done = 0; done < block.frames; done += GuardWave::kLength) {
+        const Block piece = block.part(done, std::min(block.frames - done, GuardWave::kLength));
+        Kernels::FilterBankOutput out = {{}, {}, guard.left, block.right ? guard.right : guard.left};
         for (int slot = 0; slot < kBands; ++slot) {
-            out.left[slot] = outLeft[bandOfSlot[slot]] + done;
-            out.right[slot] = right ? outRight[bandOfSlot[slot]] + done : out.left[slot];
+            out.left[slot] = piece.bands->left[bandOfSlot[slot]];
+            out.right[slot] = block.right ? piece.bands->right[bandOfSlot[slot]] : out.left[slot];
         }
-        Kernels::active().crossOver.split(coeffs, state, left + done, (right ? right : left) + done, out,
-                                          static_cast<int>(count));
+        Kernels::active().crossOver.split(coeffs, state, piece.left, block.right ? piece.right : piece.left,
+                                          out, piece.frames);
     }
-    if (!right) takeRightLanes(state, before, 1);
+    if (!block.right) takeRightLanes(state, before, 1);
 }
 
 } // namespace DSP

@@ -1,4 +1,4 @@
-#include "tests/reference/Limiter.h"
+#include "tests/reference/Maximizer.h"
 
 #include <algorithm>
 #include <cmath>
@@ -8,7 +8,7 @@ namespace Reference {
 
 static constexpr uint32_t kInput = 64, kOutput = 200, kWindow = 64;
 
-void Limiter::setSampleRate(uint32_t hz)
+void Maximizer::setSampleRate(uint32_t hz)
 {
     sampleRate = hz;
     envelope = 0;
@@ -16,7 +16,7 @@ void Limiter::setSampleRate(uint32_t hz)
     gainRing.assign(kWindow, 1.0f);
 }
 
-void Limiter::reset()
+void Maximizer::reset()
 {
     envelope = 0;
     followedGain = smoothedGain = reportedGain = 1;
@@ -29,9 +29,9 @@ void Limiter::reset()
     inputPosition = outputPosition = gainRingPosition = 0;
 }
 
-float Limiter::readGainReduction() { return std::exchange(reportedGain, 1.0f); }
+float Maximizer::readGainReduction() { return std::exchange(reportedGain, 1.0f); }
 
-Limiter::Coefficients Limiter::coefficients() const
+Maximizer::Coefficients Maximizer::coefficients() const
 {
     const double attack = std::floor(sampleRate * static_cast<double>(settings.attackMs) * 0.001 + 0.5);
     return {
@@ -45,7 +45,7 @@ Limiter::Coefficients Limiter::coefficients() const
     };
 }
 
-void Limiter::follow(float target, float attack, float release)
+void Maximizer::follow(float target, float attack, float release)
 {
     if (target < followedGain)
         followedGain = target * (1 - attack) + attack * followedGain;
@@ -54,7 +54,7 @@ void Limiter::follow(float target, float attack, float release)
 }
 
 /// Gain of the sample that leaves next.
-float Limiter::soft(const Coefficients &c)
+float Maximizer::soft(const Coefficients &c)
 {
     float target = 1;
     if (envelope >= c.threshold)
@@ -76,7 +76,7 @@ static float windowWeight(uint32_t k)
 }
 
 /// Gain of the sample `lookAhead` before the newest.
-float Limiter::brickwall(const Coefficients &c)
+float Maximizer::brickwall(const Coefficients &c)
 {
     const float target = envelope < c.threshold ? 1.0f : c.threshold / envelope;
     for (float &gain : gainLine) gain = std::min(gain, target);
@@ -97,7 +97,7 @@ float Limiter::brickwall(const Coefficients &c)
     return smoothedGain = static_cast<float>(sum);
 }
 
-void Limiter::process(uint32_t frames, float *left, float *right)
+void Maximizer::process(uint32_t frames, float *left, float *right)
 {
     const Coefficients c = coefficients();
     const uint32_t channels = right ? 2 : 1;
