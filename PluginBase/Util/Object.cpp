@@ -1,6 +1,7 @@
 #include "PluginBase/Util/Object.h"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <string_view>
 
@@ -64,11 +65,6 @@ struct Member {
     }
 };
 
-bool hasEnoughValues(const MetaEntry *row, const SignalArgs &args)
-{
-    return row != nullptr && args.size() >= row->method->parameterCount;
-}
-
 } // namespace
 
 struct Object::Connection {
@@ -130,21 +126,19 @@ const MetaObject &Object::meta()
     return record;
 }
 
-bool Object::invokeSignal(uint32_t index, SignalArgs &args)
+bool Object::invoke(const MetaEntry *row, const SignalArgs &args)
 {
-    const MetaEntry *row = metaObject()->signal(index);
-    if (!hasEnoughValues(row, args)) return false;
+    if (!row || args.size() < row->method->parameterCount) return false;
     row->method->call(*this, args);
     return true;
 }
 
-bool Object::invokeSlot(uint32_t index, SignalArgs &args)
+bool Object::invokeSignal(uint32_t index, SignalArgs &args)
 {
-    const MetaEntry *row = metaObject()->slot(index);
-    if (!hasEnoughValues(row, args)) return false;
-    row->method->call(*this, args);
-    return true;
+    return invoke(metaObject()->signal(index), args);
 }
+
+bool Object::invokeSlot(uint32_t index, SignalArgs &args) { return invoke(metaObject()->slot(index), args); }
 
 void Object::addChild(Object *child)
 {
@@ -159,6 +153,13 @@ bool Object::connect(Object *sender, const char *signal, Object *receiver, const
     if (!isCompatible(from.row->signature, to.row->signature)) return false;
     sender->addConnection(from.index.value, receiver, to.kind, to.index.value);
     return true;
+}
+
+void Object::mustConnect(Object *sender, const char *signal, Object *receiver, const char *member)
+{
+    if (connect(sender, signal, receiver, member)) return;
+    assert(!"a connection of the editor was refused");
+    ++refusals;
 }
 
 void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_t index)

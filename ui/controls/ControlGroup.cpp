@@ -61,18 +61,4 @@ void ControlGroup::slotSet(uint32_t control, float wanted)
     apply(control, [&](uint32_t param) { return clampToRange(param, wanted); });
 }
 
-std::span<const MetaEntry> ControlGroup::slotTable()
-{
-    static constexpr MetaParameter delta[] = {{"iControl", "uint"}, {"fDelta", "float"}};
-    static constexpr MetaParameter control[] = {{"iControl", "uint"}};
-    static constexpr MetaParameter wanted[] = {{"iControl", "uint"}, {"fValue", "float"}};
-    static constexpr MetaMethod methods[] = {metaMethod<&ControlGroup::slotDelta>("slotDelta", delta),
-                                             metaMethod<&ControlGroup::slotReset>("slotReset", control),
-                                             metaMethod<&ControlGroup::slotSet>("slotSet", wanted)};
-    static constexpr MetaEntry rows[] = {{"slotDelta(uint,float)", &methods[0]},
-                                         {"slotReset(uint)", &methods[1]},
-                                         {"slotSet(uint,float)", &methods[2]}};
-    return rows;
-}
-
 } // namespace UI::Native

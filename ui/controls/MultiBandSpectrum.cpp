@@ -199,28 +199,4 @@ void MultiBandSpectrum::slotUpdateCutoffs()
 
 void MultiBandSpectrum::slotSamplingRateChanged() { updateCutoffs(); }
 
-std::span<const MetaEntry> MultiBandSpectrum::signalTable()
-{
-    static constexpr MetaParameter moved[] = {{"iCutoff", "uint"}, {"fHz", "float"}};
-    static constexpr MetaParameter cutoff[] = {{"iCutoff", "uint"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MultiBandSpectrum::sigUserCutoffChanged>("sigUserCutoffChanged", moved),
-        metaMethod<&MultiBandSpectrum::sigResetCutoff>("sigResetCutoff", cutoff),
-        metaMethod<&MultiBandSpectrum::sigCutoffFocus>("sigCutoffFocus", cutoff)};
-    static constexpr MetaEntry rows[] = {{"sigUserCutoffChanged(uint,float)", &methods[0]},
-                                         {"sigResetCutoff(uint)", &methods[1]},
-                                         {"sigCutoffFocus(uint)", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> MultiBandSpectrum::slotTable()
-{
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MultiBandSpectrum::slotUpdateCutoffs>("slotUpdateCutoffs"),
-        metaMethod<&MultiBandSpectrum::slotSamplingRateChanged>("slotSamplingRateChanged")};
-    static constexpr MetaEntry rows[] = {{"slotUpdateCutoffs()", &methods[0]},
-                                         {"slotSamplingRateChanged()", &methods[1]}};
-    return rows;
-}
-
 } // namespace UI::Native

@@ -17,7 +17,7 @@ OnOffButton::OnOffButton(FrameBase *ownerFrame, WindowBase *parentWindow, const 
       offPrefix(offImages),
       state(parameterOwner->boolParamValue(parameter))
 {
-    connect(this, "2sigClicked()", this, "1slotClicked()");
+    wire<&PixmapButton::sigClicked, &OnOffButton::slotClicked>(this, this);
 }
 
 void OnOffButton::refresh()
@@ -89,24 +89,6 @@ bool OnOffButton::onKeyDown(uint32_t key, uint32_t, bool)
         slotClicked();
     sigResetFocusTimer();
     return true;
-}
-
-std::span<const MetaEntry> OnOffButton::signalTable()
-{
-    static constexpr MetaMethod methods[] = {metaMethod<&OnOffButton::sigUserToggled>("sigUserToggled"),
-                                             metaMethod<&OnOffButton::sigUserAltClicked>("sigUserAltClicked"),
-                                             metaMethod<&OnOffButton::sigToggled>("sigToggled")};
-    static constexpr MetaEntry rows[] = {{"sigUserToggled()", &methods[0]},
-                                         {"sigUserAltClicked()", &methods[1]},
-                                         {"sigToggled()", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> OnOffButton::slotTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&OnOffButton::slotClicked>("slotClicked");
-    static constexpr MetaEntry rows[] = {{"slotClicked()", &clicked}};
-    return rows;
 }
 
 } // namespace UI::Native

@@ -24,12 +24,13 @@ public:
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
 
-    void sigUserToggled() { emitSignal(0); }
-    void sigUserAltClicked() { emitSignal(1); }
-    void sigToggled() { emitSignal(2); }
+    void sigUserToggled() { emitSignal<&OnOffButton::sigUserToggled>(); }
+    void sigUserAltClicked() { emitSignal<&OnOffButton::sigUserAltClicked>(); }
+    void sigToggled() { emitSignal<&OnOffButton::sigToggled>(); }
     void slotClicked();
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&OnOffButton::sigUserToggled>, Meta<&OnOffButton::sigUserAltClicked>,
+                             Meta<&OnOffButton::sigToggled>>;
+    using Slots = MetaRows<Meta<&OnOffButton::slotClicked>>;
 
 private:
     void setState(bool on);

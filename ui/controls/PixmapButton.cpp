@@ -70,11 +70,4 @@ void PixmapButton::onCaptureLost()
     redraw();
 }
 
-std::span<const MetaEntry> PixmapButton::signalTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&PixmapButton::sigClicked>("sigClicked");
-    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
-    return rows;
-}
-
 } // namespace UI::Native

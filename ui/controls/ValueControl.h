@@ -34,33 +34,19 @@ public:
     {
     }
 
-    void sigUserValueDelta(float delta) { this->emitSignal(0, delta); }
-    void sigUserValueSet(float wanted) { this->emitSignal(1, wanted); }
-    void sigUserReset() { this->emitSignal(2); }
-    void sigUserValueChanged() { this->emitSignal(3); }
+    void sigUserValueDelta(float delta)
+    {
+        this->template emitSignal<&ValueControl::sigUserValueDelta>(delta);
+    }
+    void sigUserValueSet(float wanted) { this->template emitSignal<&ValueControl::sigUserValueSet>(wanted); }
+    void sigUserReset() { this->template emitSignal<&ValueControl::sigUserReset>(); }
+    void sigUserValueChanged() { this->template emitSignal<&ValueControl::sigUserValueChanged>(); }
     void slotUpdateFloatParamValue() { static_cast<Self *>(this)->refresh(); }
 
-    static std::span<const MetaEntry> signalTable()
-    {
-        static constexpr MetaParameter delta[] = {{"fDelta", "float"}}, wanted[] = {{"fValue", "float"}};
-        static constexpr MetaMethod methods[] = {
-            metaMethod<&ValueControl::sigUserValueDelta>("sigUserValueDelta", delta),
-            metaMethod<&ValueControl::sigUserValueSet>("sigUserValueSet", wanted),
-            metaMethod<&ValueControl::sigUserReset>("sigUserReset"),
-            metaMethod<&ValueControl::sigUserValueChanged>("sigUserValueChanged")};
-        static constexpr MetaEntry rows[] = {{"sigUserValueDelta(float)", &methods[0]},
-                                             {"sigUserValueSet(float)", &methods[1]},
-                                             {"sigUserReset()", &methods[2]},
-                                             {"sigUserValueChanged()", &methods[3]}};
-        return rows;
-    }
-    static std::span<const MetaEntry> slotTable()
-    {
-        static constexpr MetaMethod update =
-            metaMethod<&ValueControl::slotUpdateFloatParamValue>("slotUpdateFloatParamValue");
-        static constexpr MetaEntry rows[] = {{"slotUpdateFloatParamValue()", &update}};
-        return rows;
-    }
+    using Signals = MetaRows<Meta<&ValueControl::sigUserValueDelta, "fDelta">,
+                             Meta<&ValueControl::sigUserValueSet, "fValue">,
+                             Meta<&ValueControl::sigUserReset>, Meta<&ValueControl::sigUserValueChanged>>;
+    using Slots = MetaRows<Meta<&ValueControl::slotUpdateFloatParamValue>>;
 
 protected:
     void changeBy(float delta)

@@ -233,28 +233,4 @@ void MainWindow::slotUpdateLimiterEnable()
     windowSystem().invalidate(hostWindow(), Layout::limiterBar(), false);
 }
 
-std::span<const MetaEntry> MainWindow::slotTable()
-{
-    static constexpr MetaParameter cutoff[] = {{"iCutoff", "uint"}}, band[] = {{"iBand", "uint"}};
-    static constexpr MetaParameter delta[] = {{"iCutoff", "uint"}, {"fDelta", "float"}};
-    static constexpr MetaParameter wanted[] = {{"iCutoff", "uint"}, {"fValue", "float"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MainWindow::slotResetFocusTimer>("slotResetFocusTimer"),
-        metaMethod<&MainWindow::slotSpectrumCutoffFocus>("slotSpectrumCutoffFocus", cutoff),
-        metaMethod<&MainWindow::slotSpectrumGainFocus>("slotSpectrumGainFocus", band),
-        metaMethod<&MainWindow::slotCutoffDelta>("slotCutoffDelta", delta),
-        metaMethod<&MainWindow::slotCutoffReset>("slotCutoffReset", cutoff),
-        metaMethod<&MainWindow::slotCutoffSet>("slotCutoffSet", wanted),
-        metaMethod<&MainWindow::slotUpdateLimiterAttackRange>("slotUpdateLimiterAttackRange"),
-        metaMethod<&MainWindow::slotUpdatePanelEnables>("slotUpdatePanelEnables"),
-        metaMethod<&MainWindow::slotUpdateLimiterEnable>("slotUpdateLimiterEnable")};
-    static constexpr MetaEntry rows[] = {
-        {"slotResetFocusTimer()", &methods[0]},          {"slotSpectrumCutoffFocus(uint)", &methods[1]},
-        {"slotSpectrumGainFocus(uint)", &methods[2]},    {"slotCutoffDelta(uint,float)", &methods[3]},
-        {"slotCutoffReset(uint)", &methods[4]},          {"slotCutoffSet(uint,float)", &methods[5]},
-        {"slotUpdateLimiterAttackRange()", &methods[6]}, {"slotUpdatePanelEnables()", &methods[7]},
-        {"slotUpdateLimiterEnable()", &methods[8]}};
-    return rows;
-}
-
 } // namespace UI

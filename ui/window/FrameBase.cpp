@@ -159,16 +159,4 @@ std::string FrameBase::nativeClassName(const Plugin &effect, const char *stem)
            std::string(stem);
 }
 
-std::span<const MetaEntry> FrameBase::signalTable()
-{
-    static constexpr MetaParameter what[] = {{"strName", "const String&"}};
-    static constexpr MetaParameter timer[] = {{"iTimer", "uint"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&FrameBase::sigPostUndoEvent>("sigPostUndoEvent", what),
-        metaMethod<&FrameBase::sigNullTimer>("sigNullTimer", timer)};
-    static constexpr MetaEntry rows[] = {{"sigPostUndoEvent(const String&)", &methods[0]},
-                                         {"sigNullTimer(uint)", &methods[1]}};
-    return rows;
-}
-
 } // namespace UI::Native

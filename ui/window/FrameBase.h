@@ -79,9 +79,10 @@ public:
     static std::string nativeClassName(const Plugin &effect, const char *stem);
     static int32_t liveFrames() { return liveCount; }
 
-    void sigPostUndoEvent(const String &what) { emitSignal(0, what); }
-    void sigNullTimer(uint32_t timer) { emitSignal(1, timer); }
-    static std::span<const MetaEntry> signalTable();
+    void sigPostUndoEvent(const String &what) { emitSignal<&FrameBase::sigPostUndoEvent>(what); }
+    void sigNullTimer(uint32_t timer) { emitSignal<&FrameBase::sigNullTimer>(timer); }
+    using Signals =
+        MetaRows<Meta<&FrameBase::sigPostUndoEvent, "strName">, Meta<&FrameBase::sigNullTimer, "iTimer">>;
 
 protected:
     struct FrameTimer {

@@ -247,23 +247,4 @@ bool WindowBase::dispatchMove(Point at, uint32_t mods)
     return cursor != nullptr; // a window with a cursor of its own shields its parents
 }
 
-std::span<const MetaEntry> WindowBase::signalTable()
-{
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&WindowBase::sigReceivedFocus>("sigReceivedFocus"),
-        metaMethod<&WindowBase::sigLostFocus>("sigLostFocus"),
-        metaMethod<&WindowBase::sigResetFocusTimer>("sigResetFocusTimer")};
-    static constexpr MetaEntry rows[] = {{"sigReceivedFocus()", &methods[0]},
-                                         {"sigLostFocus()", &methods[1]},
-                                         {"sigResetFocusTimer()", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> WindowBase::slotTable()
-{
-    static constexpr MetaMethod setFocusMethod = metaMethod<&WindowBase::slotSetFocus>("slotSetFocus");
-    static constexpr MetaEntry rows[] = {{"slotSetFocus()", &setFocusMethod}};
-    return rows;
-}
-
 } // namespace UI::Native

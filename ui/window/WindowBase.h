@@ -85,13 +85,14 @@ public:
     static int32_t liveWindows() { return liveCount; }
 
     // Signals and slots.
-    void sigReceivedFocus() { emitSignal(0); }
-    void sigLostFocus() { emitSignal(1); }
+    void sigReceivedFocus() { emitSignal<&WindowBase::sigReceivedFocus>(); }
+    void sigLostFocus() { emitSignal<&WindowBase::sigLostFocus>(); }
     /// Whenever the user changes the control's value by a key.
-    void sigResetFocusTimer() { emitSignal(2); }
+    void sigResetFocusTimer() { emitSignal<&WindowBase::sigResetFocusTimer>(); }
     void slotSetFocus() { setFocus(); }
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&WindowBase::sigReceivedFocus>, Meta<&WindowBase::sigLostFocus>,
+                             Meta<&WindowBase::sigResetFocusTimer>>;
+    using Slots = MetaRows<Meta<&WindowBase::slotSetFocus>>;
 
     std::optional<intptr_t> onEvent(Platform::WindowHandle window, const Platform::Event &event) override;
     /// Gives an event of the mouse to this window and, while nobody takes it, to its parents.
