@@ -36,6 +36,7 @@ void ControlGroup::apply(uint32_t control, NewValue newValue)
         frame->getPlugin()->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, component, param,
                                           &wanted, nullptr, nullptr);
     }
+    // The gains' group has one: the curves may be those after the gain, so they are painted with its fields.
     if (members.spectrum) members.spectrum->updateCutoffs();
 }
 

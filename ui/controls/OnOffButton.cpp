@@ -28,13 +28,6 @@ void OnOffButton::refresh()
     setImages(images());
 }
 
-void OnOffButton::setGroup(uint32_t index, const std::vector<OnOffButton *> &members)
-{
-    groupIndex = index;
-    hasGroup = true;
-    group = members;
-}
-
 void OnOffButton::setState(bool on)
 {
     state = on;
@@ -58,7 +51,7 @@ void OnOffButton::slotClicked()
     tellPlugin();
 }
 
-bool OnOffButton::wantsExclusive() const { return hasGroup && frame->altDown() && !frame->shiftDown(); }
+bool OnOffButton::wantsExclusive() const { return !group.empty() && frame->altDown() && !frame->shiftDown(); }
 
 void OnOffButton::toggleExclusively()
 {

@@ -18,8 +18,8 @@ public:
 
     /// Takes the parameter's value; nothing is told to anybody.
     void refresh();
-    /// `members` holds this button at `index`.
-    void setGroup(uint32_t index, const std::vector<OnOffButton *> &members);
+    /// `members` holds this button at the index.
+    void setGroup(uint32_t /*index*/, const std::vector<OnOffButton *> &members) { group = members; }
 
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
@@ -43,9 +43,7 @@ private:
     const uint32_t boolIndex;
     const String onPrefix, offPrefix;
     bool state;
-    uint32_t groupIndex = 0;
-    bool hasGroup = false;
-    std::vector<OnOffButton *> group; // not owned
+    std::vector<OnOffButton *> group; // not owned; empty for a button that stands alone
 };
 
 } // namespace UI::Native

@@ -33,7 +33,7 @@ void PixmapButton::redraw()
 bool PixmapButton::onMouseDown(Point at, uint32_t)
 {
     if (!isHit(at) || (hotRect.present && !hotRect.rect.contains(at))) return false;
-    takeFocus();
+    setFocus();
     frame->setMouseCapture(this);
     down = true;
     redraw();

@@ -63,7 +63,7 @@ bool PixmapSlider::onMouseDown(Point at, uint32_t)
         reset();
         return true;
     }
-    takeFocus();
+    setFocus();
     tellPlugin(Plugin::EditPhase::begin);
     const int32_t handlePixel = pixelOfValue(value), half = handleHeight() / 2;
     if (at.y >= handlePixel && at.y < handlePixel + handleHeight()) {

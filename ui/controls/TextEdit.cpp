@@ -81,7 +81,7 @@ bool TextEdit::onMouseDown(Point at, uint32_t)
         reset();
         return true;
     }
-    takeFocus();
+    setFocus();
     tellPlugin(Plugin::EditPhase::begin);
     frame->setMouseCapture(this);
     pressPos = lastPos = at;
@@ -166,7 +166,7 @@ void TextEdit::openEntryBox()
     request.allowed.assign(kTypable, kTypable + sizeof kTypable - 1);
     const auto typed = Platform::windowSystem().promptText(request);
     if (!handle) return; // the editor was closed meanwhile
-    takeFocus();
+    setFocus();
     bool isNumber = false;
     const double wanted = typed ? String(typed->c_str()).toDouble(&isNumber) : 0.0;
     if (isNumber && std::isfinite(wanted))

@@ -9,6 +9,7 @@
 
 namespace UI {
 
+using Platform::Event;
 using Platform::windowSystem;
 
 namespace {
@@ -130,24 +131,23 @@ void MainWindow::moveFocus(bool forward)
 
 bool MainWindow::onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t mods)
 {
-    using Kind = Platform::Event::Kind;
-    if (static_cast<Kind>(kind) == Kind::wheel) {
+    const auto what = static_cast<Event::Kind>(kind);
+    if (what == Event::Kind::wheel) {
         for (Native::WindowBase *target : wheelTargets) {
             const Rect place = target->frameRect();
             if (!place.contains(at)) continue;
-            target->dispatchMouse(kind, at - place.corner(), mods, wheel);
+            target->dispatchMouse(what, at - place.corner(), mods, wheel);
             break;
         }
         return true;
     }
-    if (toolTips)
-        toolTips->onMouse(at, static_cast<Kind>(kind) == Kind::mouseMove, windowSystem().milliseconds());
+    if (toolTips) toolTips->onMouse(at, what == Event::Kind::mouseMove, windowSystem().milliseconds());
     return false;
 }
 
 void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t)
 {
-    const bool isMove = static_cast<Platform::Event::Kind>(kind) == Platform::Event::Kind::mouseMove;
+    const bool isMove = static_cast<Event::Kind>(kind) == Event::Kind::mouseMove;
     if (toolTips) toolTips->onCapturedMouse(at, isMove, windowSystem().milliseconds());
 }
 

@@ -31,7 +31,6 @@ void MainWindowBase::open()
     frame->createKeyboardProxy();
     backgrounds.clear();
     addBackgrounds();
-    isOpen = true;
     createControls();
     slotUpdateAll();
     paintingSuspended = false;
@@ -66,9 +65,7 @@ bool MainWindowBase::handleMessage(const Event &event)
 
 bool MainWindowBase::eraseBackground()
 {
-    if (paintingSuspended || erasesDisabled || (backgroundPainted && !repaintOnErase)) return true;
-    backgroundPainted = true;
-    windowSystem().redrawAll(hostHandle);
+    if (!paintingSuspended && !erasesDisabled) windowSystem().redrawAll(hostHandle);
     return true;
 }
 
@@ -129,7 +126,7 @@ void MainWindowBase::handleCustom(uint32_t code)
         startTicking();
         break;
     case Link::backgroundGridChanged: windowSystem().invalidate(hostHandle, {}, true); break;
-    case 13: break; // spoken for, and without a meaning
+    case 13: break; // reserved: no message for a subclass
     default: onCustomMessage(code);
     }
 }
@@ -176,7 +173,6 @@ void MainWindowBase::stopTicking()
 
 void MainWindowBase::tick()
 {
-    frame->runTimers();
     const uint32_t now = windowSystem().milliseconds();
     if (now - lastRender < kMinRenderMs) return;
     lastRender = now;
@@ -190,13 +186,6 @@ void MainWindowBase::updateOpacity()
     if (wanted == opacityByte) return;
     windowSystem().setOpacity(hostHandle, wanted);
     opacityByte = wanted;
-}
-
-void MainWindowBase::onNullTimer(uint32_t timer)
-{
-    if (!pendingTimerSet || pendingTimerId != timer) return;
-    pendingTimerSet = false;
-    pendingTimerId = 0;
 }
 
 } // namespace UI

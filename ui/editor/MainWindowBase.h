@@ -72,7 +72,7 @@ public:
         Meta<&MainWindowBase::slotNavBarBypass, "bBypass">, Meta<&MainWindowBase::slotPresetDialogHiding>>;
 
 protected:
-    virtual void onNullTimer(uint32_t timer);
+    virtual void onNullTimer(uint32_t /*timer*/) {}
     virtual void onPresetDialogHiding() {}
     virtual void addBackgrounds() {}
     virtual void createControls() = 0;
@@ -109,12 +109,7 @@ private:
 
     bool erasesDisabled = false;
     const Platform::WindowHandle hostHandle;
-    uint32_t pendingTimerId = 0;
-    bool pendingTimerSet = false;
-    bool isOpen = false;
     bool paintingSuspended = true;
-    bool backgroundPainted = false;
-    bool repaintOnErase = true;
     uint8_t opacityByte = 255;
     uint32_t lastRender = 0; // milliseconds
     std::vector<BackgroundImage> backgrounds;

@@ -178,6 +178,7 @@ void MainWindow::createBand(const Images &images, uint32_t band)
         return made;
     };
     thresholdEdits[band] = edit("Band %1 Threshold Edit", kThreshold, Layout::kThresholdY);
+    // The name is the window's title, which has always been that of the threshold's field.
     gainEdits[band] = edit("Band %1 Threshold Edit", kBandGain, Layout::kGainY);
     ratioEdits[band] = edit("Band %1 Ratio Edit", kRatio, Layout::kRatioY);
     attackEdits[band] = edit("Band %1 Attack Edit", kAttack, Layout::kAttackY);
