@@ -33,10 +33,7 @@ MultiBandSpectrum::MultiBandSpectrum(FrameBase *ownerFrame, WindowBase *parentWi
     wantsAllMoves = true; // the pointer's shape tells where a line can be held
     for (auto &data : bandData) data.resize(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t i = 0; i < cutoffX.size(); ++i) cutoffX[i] = axis.column(crossOver->cutoff(i));
-    if (!background) return;
-    makeCanvas(background->width, background->height);
-    setGeometry(0, 0, background->width, background->height);
-    drawPixmap(background, canvas, {});
+    if (takeSizeOf(background)) drawPixmap(background, canvas, {});
 }
 
 void MultiBandSpectrum::rebuildBins()

@@ -16,10 +16,7 @@ void PixmapButton::setImages(const String &imagePrefix)
 {
     normalImage = loadPixmap(imagePrefix + "Normal.png");
     pressedImage = loadPixmap(imagePrefix + "Pressed.png");
-    if (!normalImage) return;
-    makeCanvas(normalImage->width, normalImage->height);
-    setGeometry(geometry.left, geometry.top, normalImage->width, normalImage->height);
-    redraw();
+    if (takeSizeOf(normalImage)) redraw();
 }
 
 void PixmapButton::redraw()

@@ -80,7 +80,27 @@ protected:
         this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
                                                 nullptr, nullptr);
     }
+    static constexpr float kCoarse = 10.0f, kFine = 0.1f;
     static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
+    /// Takes the keys that step a value: arrows by 1, the page keys by `page`, End and Home by `whole`.
+    bool stepByKey(uint32_t key, uint32_t mods, float page, float whole)
+    {
+        float step = 0.0f;
+        switch (key) {
+        case Platform::kKeyPageUp: step = page; break;
+        case Platform::kKeyPageDown: step = -page; break;
+        case Platform::kKeyEnd: step = whole; break;
+        case Platform::kKeyHome: step = -whole; break;
+        case Platform::kKeyLeft:
+        case Platform::kKeyDown: step = -1.0f; break;
+        case Platform::kKeyUp:
+        case Platform::kKeyRight: step = 1.0f; break;
+        default: return false;
+        }
+        changeBy(scaledStep(step, mods, kCoarse, kFine));
+        this->sigResetFocusTimer();
+        return true;
+    }
     /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
     float scaledStep(float step, uint32_t mods, float coarse, float fine) const
     {
