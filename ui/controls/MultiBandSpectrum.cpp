@@ -11,7 +11,7 @@ namespace UI::Native {
 
 namespace {
 
-constexpr uint32_t kBandColours[DSP::kBands] = {0x00BAFF, 0xFF9C00, 0xA8FF00, 0xAD47A5};
+constexpr uint32_t kCurveColours[DSP::kBands] = {0x00BAFF, 0xFF9C00, 0xA8FF00, 0xAD47A5};
 constexpr uint32_t kLineColour = 0xFFFFFF, kAboveNyquistColour = 0xFFFFFF;
 constexpr uint8_t kBandFade = 255 - 130, kAboveNyquistFade = 255 - 200;
 constexpr int32_t kHitPixels = 5;
@@ -60,7 +60,7 @@ void MultiBandSpectrum::redraw()
     if (binCount != 0)
         for (uint32_t band = 0; band < DSP::kBands; ++band) {
             curve.trace(bandData[band], bins);
-            curve.draw(canvas, kBandColours[band], kBandFade);
+            curve.draw(canvas, kCurveColours[band], kBandFade);
         }
     const float nyquist = static_cast<float>(samplingRate) * 0.5f;
     if (nyquist < SpectrumAxis::kHighestHz) {

@@ -14,7 +14,7 @@ using Platform::windowSystem;
 
 namespace {
 
-constexpr uint32_t kBandColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
+constexpr uint32_t kBarColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
 constexpr uint32_t kInactiveColour = 0x535353, kLimiterColour = 0x626C7B;
 constexpr float kAttackLowestMs = 1.0f, kAttackHighestMs = 20.0f, kBrickwallAttackHighestMs = 5.0f;
 
@@ -213,7 +213,7 @@ void MainWindow::slotUpdatePanelEnables()
     bool recoloured = false;
     for (uint32_t band = 0; band < DSP::kBands; ++band) {
         const bool silent = solos > 0 && !dynamics.solo(band);
-        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBandColours[band];
+        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBarColours[band];
         if (!paintBar(Layout::bandBar(band), bandBarColours[band], colour)) continue;
         recoloured = true;
         bandTitles[band]->redraw();
