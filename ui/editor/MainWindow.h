@@ -1,6 +1,7 @@
 #pragma once
 #include <array>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "dsp/component/Bands.h"
@@ -53,6 +54,8 @@ public:
         Meta<&MainWindow::slotUpdateLimiterEnable>>;
 
     const std::vector<Native::WindowBase *> &controlsInFocusOrder() const { return focusOrder; }
+    /// What a user calls them, in the same order.
+    static std::vector<std::string> controlNames();
 
 protected:
     void addBackgrounds() override;

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <initializer_list>
 
 #include "PluginBase/Util/SignalProxy.h"
@@ -292,6 +293,20 @@ void MainWindow::createLabels()
     }
 }
 
+std::vector<std::string> MainWindow::controlNames()
+{
+    std::vector<std::string> names = {"Output Gain Slider", "Output Gain", "Low Cutoff", "Mid Cutoff",
+                                      "High Cutoff"};
+    for (uint32_t band = 0; band < DSP::kBands; ++band)
+        for (const char *control :
+             {"Solo", "Bypass", "Threshold Slider", "Threshold", "Gain", "Ratio", "Attack", "Release"})
+            names.push_back(bandName("Band %1 ", band).c_str() + std::string(control));
+    names.insert(names.end(),
+                 {"Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Attack",
+                  "Limiter Release", "Spectrum On Input", "Brickwall Limiter", "Link Band Controls"});
+    return names;
+}
+
 void MainWindow::fillFocusOrder()
 {
     const auto add = [this](std::initializer_list<Native::WindowBase *> controls) {
@@ -303,6 +318,7 @@ void MainWindow::fillFocusOrder()
              ratioEdits[b], attackEdits[b], releaseEdits[b]});
     add({limiterBypassButton, limiterThresholdEdit, limiterMarginEdit, limiterAttackEdit, limiterReleaseEdit,
          spectrumOnInputButton, brickwallButton, bandLinkButton});
+    assert(focusOrder.size() == controlNames().size());
     for (Native::WindowBase *control : focusOrder)
         wire<&Native::WindowBase::sigResetFocusTimer, &MainWindow::slotResetFocusTimer>(control, this);
 }
