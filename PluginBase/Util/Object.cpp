@@ -16,7 +16,7 @@ bool isPunctuation(char c) { return c == ',' || c == '(' || c == ')'; }
 /// A connection's text with its blanks reduced; empty unless it begins with a prefix.
 std::string normalised(const char *text)
 {
-    if (text == nullptr || (*text != kSlot && *text != kSignal)) return {};
+    if (!text || (*text != kSlot && *text != kSignal)) return {};
     std::string_view rest(text + 1);
     while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
     while (!rest.empty() && isBlank(rest.back())) rest.remove_suffix(1);
@@ -57,7 +57,7 @@ struct Member {
     {
         const std::string normal = normalised(text);
         const MetaObject *meta = object->metaObject();
-        if (normal.empty() || meta == nullptr) return;
+        if (normal.empty() || !meta) return;
         kind = normal[0];
         const std::string_view signature = std::string_view(normal).substr(1);
         index = kind == kSlot ? meta->findSlot(signature) : meta->findSignal(signature);

@@ -1,6 +1,8 @@
 #include "ui/draw/Surface.h"
-#include "ui/draw/Png.h"
+
 #include <new>
+
+#include "ui/draw/Png.h"
 
 namespace UI::Native {
 

@@ -1,9 +1,10 @@
 #pragma once
+#include <cstdint>
+#include <memory>
+
 #include "PluginBase/Util/String.h"
 #include "platform/Bitmap.h"
 #include "platform/Geometry.h"
-#include <cstdint>
-#include <memory>
 
 namespace UI::Native {
 

@@ -240,7 +240,7 @@ bool WindowBase::dispatchMove(Point at, uint32_t mods)
     windowSystem().showCursor(cursor ? cursor : frame->arrow());
     const bool dragging = (mods & (Platform::kLeftButton | Platform::kRightButton)) != 0;
     if ((dragging || wantsAllMoves) && onMouseMove(at, mods)) return true;
-    return cursor != nullptr; // a window with a cursor of its own shields its parents
+    return static_cast<bool>(cursor); // a window with a cursor of its own shields its parents
 }
 
 } // namespace UI::Native
