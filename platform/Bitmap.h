@@ -26,7 +26,7 @@ public:
         return *this;
     }
 
-    bool isEmpty() const { return memory == nullptr; }
+    bool isEmpty() const { return !memory; }
     /// Pixels; 0 if empty.
     int32_t width() const { return columns; }
     int32_t height() const { return rows; }

@@ -20,7 +20,7 @@ WindowSystem *current()
 
 } // namespace
 
-bool hasWindowSystem() { return current() != nullptr; }
+bool hasWindowSystem() { return current(); }
 
 WindowSystem &windowSystem()
 {

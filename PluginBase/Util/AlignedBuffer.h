@@ -18,10 +18,10 @@ class AlignedBuffer {
     static_assert(std::is_trivially_copyable_v<T> && std::is_trivially_destructible_v<T>);
 
 public:
-    static constexpr std::size_t kAlignment = 32;
+    static constexpr size_t kAlignment = 32;
 
     AlignedBuffer() = default;
-    explicit AlignedBuffer(std::size_t elements) { grow(elements); }
+    explicit AlignedBuffer(size_t elements) { grow(elements); }
     AlignedBuffer(AlignedBuffer &&other) noexcept { swap(other); }
     AlignedBuffer &operator=(AlignedBuffer &&other) noexcept
     {
@@ -31,10 +31,10 @@ public:
     }
 
     /// Makes room for at least `elements`, which may move the data; what is there stays, what is new is zero.
-    void grow(std::size_t elements)
+    void grow(size_t elements)
     {
         if (elements <= count) return;
-        if (elements > std::numeric_limits<std::size_t>::max() / sizeof(T)) throw std::bad_array_new_length();
+        if (elements > std::numeric_limits<size_t>::max() / sizeof(T)) throw std::bad_array_new_length();
         Memory larger(static_cast<T *>(::operator new (elements * sizeof(T), std::align_val_t{kAlignment})));
         if (count != 0) std::memcpy(larger.get(), memory.get(), count * sizeof(T));
         std::memset(static_cast<void *>(larger.get() + count), 0, (elements - count) * sizeof(T));
@@ -42,11 +42,11 @@ public:
         count = elements;
     }
 
-    std::size_t size() const { return count; }
+    size_t size() const { return count; }
     T *data() { return std::assume_aligned<kAlignment>(memory.get()); }
     const T *data() const { return std::assume_aligned<kAlignment>(memory.get()); }
-    T &operator[](std::size_t index) { return memory.get()[index]; }
-    const T &operator[](std::size_t index) const { return memory.get()[index]; }
+    T &operator[](size_t index) { return memory.get()[index]; }
+    const T &operator[](size_t index) const { return memory.get()[index]; }
     T *begin() { return data(); }
     T *end() { return data() + count; }
     const T *begin() const { return data(); }
@@ -65,7 +65,7 @@ private:
     }
 
     Memory memory;
-    std::size_t count = 0;
+    size_t count = 0;
 };
 
 } // namespace Util

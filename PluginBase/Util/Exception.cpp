@@ -1,4 +1,5 @@
 #include "PluginBase/Util/Exception.h"
+
 #include <array>
 
 namespace Exception {

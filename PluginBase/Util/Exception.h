@@ -1,6 +1,7 @@
 #pragma once
-#include "PluginBase/Util/String.h"
 #include <cstdint>
+
+#include "PluginBase/Util/String.h"
 
 namespace Exception {
 

@@ -1,8 +1,11 @@
 #pragma once
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <map>
 #include <span>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
 #include "PluginBase/Util/OptionalIndex.h"
@@ -20,7 +23,7 @@ struct MetaParameter {
 
 /// A signal or slot as it is declared, and how it is called.
 struct MetaMethod {
-    const char *name;
+    std::string_view name;
     const MetaParameter *parameters; // null if none
     uint32_t parameterCount;
     /// Calls it on an object of the declaring class; `args` holds at least `parameterCount` values.
@@ -31,6 +34,22 @@ struct MetaMethod {
 struct MetaEntry {
     const char *signature; // "sigProxy(uint,float)"
     const MetaMethod *method;
+};
+
+/// A class's own rows, each a Meta (Reflected.h).
+template <class... Rows>
+struct MetaRows {
+    static constexpr std::array<MetaEntry, sizeof...(Rows)> entries = {Rows::entry...};
+    /// Place of a member's row.
+    template <class Member>
+    static consteval uint32_t row()
+    {
+        constexpr std::array<bool, sizeof...(Rows)> kMatches = {
+            std::is_same_v<typename Rows::Member, Member>...};
+        constexpr auto kFound = std::find(kMatches.begin(), kMatches.end(), true) - kMatches.begin();
+        static_assert(kFound < sizeof...(Rows), "the class's table has no such row");
+        return kFound;
+    }
 };
 
 /// What a class of the Object family emits and receives. Indices are global: a class's own rows follow those

@@ -1,7 +1,8 @@
 #pragma once
+#include <utility>
+
 #include "PluginBase/Util/String.h"
 #include "platform/System.h"
-#include <utility>
 
 namespace Util {
 

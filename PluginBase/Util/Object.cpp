@@ -1,6 +1,7 @@
 #include "PluginBase/Util/Object.h"
 
 #include <algorithm>
+#include <cassert>
 #include <string>
 #include <string_view>
 
@@ -15,7 +16,7 @@ bool isPunctuation(char c) { return c == ',' || c == '(' || c == ')'; }
 /// A connection's text with its blanks reduced; empty unless it begins with a prefix.
 std::string normalised(const char *text)
 {
-    if (text == nullptr || (*text != kSlot && *text != kSignal)) return {};
+    if (!text || (*text != kSlot && *text != kSignal)) return {};
     std::string_view rest(text + 1);
     while (!rest.empty() && isBlank(rest.front())) rest.remove_prefix(1);
     while (!rest.empty() && isBlank(rest.back())) rest.remove_suffix(1);
@@ -56,18 +57,13 @@ struct Member {
     {
         const std::string normal = normalised(text);
         const MetaObject *meta = object->metaObject();
-        if (normal.empty() || meta == nullptr) return;
+        if (normal.empty() || !meta) return;
         kind = normal[0];
         const std::string_view signature = std::string_view(normal).substr(1);
         index = kind == kSlot ? meta->findSlot(signature) : meta->findSignal(signature);
         if (index.found) row = kind == kSlot ? meta->slot(index.value) : meta->signal(index.value);
     }
 };
-
-bool hasEnoughValues(const MetaEntry *row, const SignalArgs &args)
-{
-    return row != nullptr && args.size() >= row->method->parameterCount;
-}
 
 } // namespace
 
@@ -130,21 +126,19 @@ const MetaObject &Object::meta()
     return record;
 }
 
-bool Object::invokeSignal(uint32_t index, SignalArgs &args)
+bool Object::invoke(const MetaEntry *row, const SignalArgs &args)
 {
-    const MetaEntry *row = metaObject()->signal(index);
-    if (!hasEnoughValues(row, args)) return false;
+    if (!row || args.size() < row->method->parameterCount) return false;
     row->method->call(*this, args);
     return true;
 }
 
-bool Object::invokeSlot(uint32_t index, SignalArgs &args)
+bool Object::invokeSignal(uint32_t index, SignalArgs &args)
 {
-    const MetaEntry *row = metaObject()->slot(index);
-    if (!hasEnoughValues(row, args)) return false;
-    row->method->call(*this, args);
-    return true;
+    return invoke(metaObject()->signal(index), args);
 }
+
+bool Object::invokeSlot(uint32_t index, SignalArgs &args) { return invoke(metaObject()->slot(index), args); }
 
 void Object::addChild(Object *child)
 {
@@ -159,6 +153,13 @@ bool Object::connect(Object *sender, const char *signal, Object *receiver, const
     if (!isCompatible(from.row->signature, to.row->signature)) return false;
     sender->addConnection(from.index.value, receiver, to.kind, to.index.value);
     return true;
+}
+
+void Object::mustConnect(Object *sender, const char *signal, Object *receiver, const char *member)
+{
+    if (connect(sender, signal, receiver, member)) return;
+    assert(!"a connection of the editor was refused");
+    ++refusals;
 }
 
 void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_t index)

@@ -21,15 +21,15 @@ public:
     virtual ~Object();
 
     virtual const MetaObject *metaObject() const { return &meta(); }
-    virtual const char *className() const { return "Object"; }
+    virtual const char *className() const { return metaObject()->className; }
     /// Emits the signal again with these values. False without such a signal, or with too few values.
     virtual bool invokeSignal(uint32_t index, SignalArgs &args);
     /// Calls the slot. False without such a slot, or with too few values.
     virtual bool invokeSlot(uint32_t index, SignalArgs &args);
 
     static const MetaObject &meta();
-    static std::span<const MetaEntry> signalTable() { return {}; }
-    static std::span<const MetaEntry> slotTable() { return {}; }
+    using Signals = MetaRows<>;
+    using Slots = MetaRows<>;
 
     const String &objectName() const { return name; }
     /// Takes ownership, once.
@@ -38,7 +38,11 @@ public:
     /// Connects `signal` ("2" before its signature) to `member` ("1" before a slot's, "2" before a signal's),
     /// which takes the signal's parameters or fewer. Made twice it delivers twice. False, and nothing is
     /// connected, for a null, a text that is not found, or parameters that do not fit.
-    static bool connect(Object *sender, const char *signal, Object *receiver, const char *member);
+    [[nodiscard]] static bool connect(Object *sender, const char *signal, Object *receiver,
+                                      const char *member);
+    /// The same for connections that the editor needs: a refusal ends a debug build, and is counted in others.
+    static void mustConnect(Object *sender, const char *signal, Object *receiver, const char *member);
+    static uint32_t refusedConnections() { return refusals; }
     /// Cuts what fits; null fits everything. Stops at a connection that is just being delivered.
     static void disconnect(Object *sender, const char *signal, Object *receiver, const char *member);
 
@@ -55,6 +59,7 @@ private:
     struct Cut; // what a disconnect takes away
     using Connections = std::vector<std::unique_ptr<ConnectionList>>;
 
+    bool invoke(const MetaEntry *row, const SignalArgs &args);
     void addConnection(uint32_t signal, Object *receiver, char kind, uint32_t index);
     bool cut(std::unique_ptr<ConnectionList> &list, const Cut &what);
     void dropReferencesTo(const Object *receiver);
@@ -66,4 +71,5 @@ private:
     Connections connections;       // by global signal index; empty before the first connection
     std::vector<Object *> senders; // one entry for each connection to this object
     std::vector<Object *> children;
+    static inline uint32_t refusals = 0;
 };

@@ -1,5 +1,6 @@
 #pragma once
-#include <cstddef>
+#include <algorithm>
+#include <string_view>
 #include <type_traits>
 #include <utility>
 
@@ -7,13 +8,68 @@
 
 namespace Reflection {
 
-template <auto Method>
-struct Caller;
+/// The types that signals carry, as signatures spell them.
+template <class T>
+constexpr const char *kTypeText = nullptr;
+template <>
+inline constexpr const char *kTypeText<uint32_t> = "uint";
+template <>
+inline constexpr const char *kTypeText<float> = "float";
+template <>
+inline constexpr const char *kTypeText<bool> = "bool";
+template <>
+inline constexpr const char *kTypeText<const String &> = "const String&";
 
-/// Unpacks the leading values of an emission for a member function.
-template <class Class, class... Parameters, void (Class::*Method)(Parameters...)>
-struct Caller<Method> {
+/// A text as an argument of a template.
+template <size_t N>
+struct Text {
+    consteval Text(const char (&from)[N]) { std::copy_n(from, N, characters); }
+    char characters[N];
+};
+
+template <auto Method>
+consteval std::string_view nameOf()
+{
+    constexpr std::string_view function = __PRETTY_FUNCTION__; // has "Method = &Class::name" in it
+    constexpr size_t end = function.find_first_of(";]", function.find("Method = "));
+    constexpr size_t begin = function.rfind(':', end) + 1;
+    static_assert(begin != 0 && begin < end);
+    return function.substr(begin, end - begin);
+}
+
+template <auto Method>
+struct Member;
+
+/// A signal's emitter or a slot. Its texts are taken from its declaration, so that no signature is typed.
+template <class Owner, class... Parameters, void (Owner::*Method)(Parameters...)>
+struct Member<Method> {
+    using Class = Owner;
     static constexpr uint32_t kParameters = sizeof...(Parameters);
+    static constexpr std::string_view kName = nameOf<Method>();
+
+    /// "2sigProxy(uint,float)", "1slotProxyUInt()": as Object::connect() takes it.
+    static constexpr auto kText = [] {
+        constexpr size_t kTypes = (std::string_view(kTypeText<Parameters>).size() + ... + 0);
+        constexpr size_t kCommas = kParameters == 0 ? 0 : kParameters - 1;
+        std::array<char, kName.size() + kTypes + kCommas + sizeof "1()"> text{};
+        char *end = text.data();
+        const auto append = [&](std::string_view part) { end = std::copy(part.begin(), part.end(), end); };
+        append(kName.starts_with("sig") ? "2" : "1");
+        append(kName);
+        append("(");
+        [[maybe_unused]] uint32_t count = 0;
+        ((append(count++ == 0 ? "" : ","), append(kTypeText<Parameters>)), ...);
+        append(")");
+        return text;
+    }();
+
+    static constexpr std::array<MetaParameter, kParameters>
+    parameters([[maybe_unused]] const std::array<const char *, kParameters> &names)
+    {
+        [[maybe_unused]] size_t i = 0;
+        return {{{names[i++], kTypeText<Parameters>}...}};
+    }
+    /// Unpacks the leading values of an emission.
     static void call(Object &object, const SignalArgs &args)
     {
         callWith(static_cast<Class &>(object), args, std::index_sequence_for<Parameters...>());
@@ -29,18 +85,26 @@ private:
 
 } // namespace Reflection
 
-/// The record of a signal's emitter or of a slot.
+/// A row of a class's table: a signal's emitter or a slot, with the names of its parameters.
+template <auto Method, Reflection::Text... Names>
+struct Meta {
+    using Member = Reflection::Member<Method>;
+    static constexpr auto parameters = Member::parameters({Names.characters...});
+    static constexpr MetaMethod method = {Member::kName, parameters.data(), Member::kParameters,
+                                          &Member::call};
+    static constexpr MetaEntry entry = {Member::kText.data() + 1, &method};
+};
+
+/// A signal or slot as a text for Object::connect().
 template <auto Method>
-constexpr MetaMethod metaMethod(const char *name)
+inline constexpr const char *kConnectionText = Reflection::Member<Method>::kText.data();
+
+/// Connects a signal to a slot or to another signal, which must succeed: see Object::mustConnect().
+template <auto Signal, auto Receiving>
+void wire(typename Reflection::Member<Signal>::Class *sender,
+          typename Reflection::Member<Receiving>::Class *receiver)
 {
-    static_assert(Reflection::Caller<Method>::kParameters == 0, "the parameters have to be declared");
-    return {name, nullptr, 0, &Reflection::Caller<Method>::call};
-}
-template <auto Method, size_t Count>
-constexpr MetaMethod metaMethod(const char *name, const MetaParameter (&parameters)[Count])
-{
-    static_assert(Reflection::Caller<Method>::kParameters == Count);
-    return {name, parameters, Count, &Reflection::Caller<Method>::call};
+    Object::mustConnect(sender, kConnectionText<Signal>, receiver, kConnectionText<Receiving>);
 }
 
 /// Supplies the virtual part of Object to a class from what it declares:
@@ -48,20 +112,13 @@ constexpr MetaMethod metaMethod(const char *name, const MetaParameter (&paramete
 ///     class Button : public Reflected<Button, Window> {
 ///     public:
 ///         static constexpr const char *kClassName = "UI::Native::Button";
-///         static std::span<const MetaEntry> signalTable();
-///         static std::span<const MetaEntry> slotTable();
-///         void sigClicked() { emitSignal(0); } // by its row in signalTable()
+///         void sigClicked() { emitSignal<&Button::sigClicked>(); }
 ///         void slotSwitch(bool on);
+///         using Signals = MetaRows<Meta<&Button::sigClicked>>;
+///         using Slots = MetaRows<Meta<&Button::slotSwitch, "bOn">>;
 ///     };
-///     std::span<const MetaEntry> Button::slotTable()
-///     {
-///         static constexpr MetaParameter on[] = {{"bOn", "bool"}};
-///         static constexpr MetaMethod switchMethod = metaMethod<&Button::slotSwitch>("slotSwitch", on);
-///         static constexpr MetaEntry rows[] = {{"slotSwitch(bool)", &switchMethod}};
-///         return rows;
-///     }
 ///
-/// A class without signals, or without slots, leaves that table out.
+/// Names of signals begin with "sig". A class without signals, or without slots, leaves that table out.
 template <class Self, class Base>
 class Reflected : public Base {
 public:
@@ -70,29 +127,32 @@ public:
     static const MetaObject &meta()
     {
         static const MetaObject record(&Base::meta(), Self::kClassName,
-                                       ownTable(&Self::signalTable, &Base::signalTable),
-                                       ownTable(&Self::slotTable, &Base::slotTable));
+                                       own<typename Self::Signals, typename Base::Signals>(),
+                                       own<typename Self::Slots, typename Base::Slots>());
         return record;
     }
     const MetaObject *metaObject() const override { return &meta(); }
-    const char *className() const override { return Self::kClassName; }
 
 protected:
-    /// Emits the signal in a row of the class's own table; without a receiver nothing is allocated.
-    template <class... Values>
-    void emitSignal(uint32_t row, const Values &...values)
+    /// Emits one of the class's own signals; without a receiver nothing is allocated.
+    template <auto Signal, class... Values>
+    void emitSignal(const Values &...values)
     {
-        auto *list = this->connectionsFor(meta().signalOffset() + row);
+        constexpr uint32_t kRow = Self::Signals::template row<Reflection::Member<Signal>>();
+        auto *list = this->connectionsFor(meta().signalOffset() + kRow);
         if (!list) return;
         SignalArgs args{static_cast<const void *>(&values)...};
         this->activate(list, args);
     }
 
 private:
-    using Table = std::span<const MetaEntry> (*)();
     /// None where the class has merely inherited its base class's.
-    static std::span<const MetaEntry> ownTable(Table table, Table inherited)
+    template <class Rows, class Inherited>
+    static std::span<const MetaEntry> own()
     {
-        return table == inherited ? std::span<const MetaEntry>() : table();
+        if constexpr (std::is_same_v<Rows, Inherited>)
+            return {};
+        else
+            return Rows::entries;
     }
 };

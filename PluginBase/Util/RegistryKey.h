@@ -1,8 +1,9 @@
 #pragma once
-#include "PluginBase/Util/String.h"
-#include "platform/System.h"
 #include <cstdint>
 #include <optional>
+
+#include "PluginBase/Util/String.h"
+#include "platform/System.h"
 
 namespace Util {
 

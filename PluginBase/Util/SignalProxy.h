@@ -11,12 +11,14 @@ public:
     /// Connects `signal` of the sender to `slot`, which takes a uint, of the receiver.
     SignalProxy(Object *sender, const char *signal, Object *receiver, const char *slot, uint32_t number);
 
-    void sigProxy(uint32_t number) { emitSignal(0, number); }
-    void sigProxyBool(bool on) { emitSignal(1, on); }
+    void sigProxy(uint32_t number) { emitSignal<kWithNumber>(number); }
+    void sigProxy(bool on) { emitSignal<kWithFlag>(on); }
     void slotProxyUInt() { sigProxy(id); }
-    void slotProxyBool() { sigProxyBool(flag); }
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    void slotProxyBool() { sigProxy(flag); }
+    static constexpr void (SignalProxy::*kWithNumber)(uint32_t) = &SignalProxy::sigProxy;
+    static constexpr void (SignalProxy::*kWithFlag)(bool) = &SignalProxy::sigProxy;
+    using Signals = MetaRows<Meta<kWithNumber, "uID">, Meta<kWithFlag, "bID">>;
+    using Slots = MetaRows<Meta<&SignalProxy::slotProxyUInt>, Meta<&SignalProxy::slotProxyBool>>;
 
 private:
     const uint32_t id;
@@ -31,10 +33,10 @@ public:
     /// The slot takes a uint and a float.
     SignalProxyFloat(Object *sender, const char *signal, Object *receiver, const char *slot, uint32_t number);
 
-    void sigProxy(uint32_t number, float value) { emitSignal(0, number, value); }
+    void sigProxy(uint32_t number, float value) { emitSignal<&SignalProxyFloat::sigProxy>(number, value); }
     void slotProxy(float value) { sigProxy(id, value); }
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&SignalProxyFloat::sigProxy, "uID">>;
+    using Slots = MetaRows<Meta<&SignalProxyFloat::slotProxy, "fValue">>;
 
 private:
     const uint32_t id;

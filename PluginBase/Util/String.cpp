@@ -1,4 +1,5 @@
 #include "PluginBase/Util/String.h"
+
 #include <algorithm>
 #include <charconv>
 #include <cstring>
@@ -10,7 +11,7 @@ namespace {
 
 constexpr uint32_t kDefaultRadix = 10, kLargestRadix = 36;
 constexpr uint32_t kDefaultPrecision = 6, kLargestPrecision = 99;
-constexpr std::size_t kLongestReal = 1023;
+constexpr size_t kLongestReal = 1023;
 constexpr char kNoBreakSpace = static_cast<char>(160);
 
 // None of the C library's own classification: it follows the locale that the host has set.
@@ -35,17 +36,17 @@ String digits(Integer value, uint32_t radix)
 
 struct Reading {
     double value;
-    std::size_t consumed;
+    size_t consumed;
 };
 
 /// Value of a well-formed number that a double cannot hold: infinity or zero. `text` is without a sign. Such
 /// a number lies hundreds of digits away from 1, so the place of its first digit tells which.
 double beyondRange(std::string_view text, bool hexadecimal)
 {
-    const std::size_t mantissaEnd = std::min(text.find_first_of(hexadecimal ? "pP" : "eE"), text.size());
+    const size_t mantissaEnd = std::min(text.find_first_of(hexadecimal ? "pP" : "eE"), text.size());
     const std::string_view mantissa = text.substr(0, mantissaEnd);
-    const std::size_t point = std::min(mantissa.find('.'), mantissa.size());
-    const std::size_t first = std::min(mantissa.find_first_not_of("0."), mantissa.size());
+    const size_t point = std::min(mantissa.find('.'), mantissa.size());
+    const size_t first = std::min(mantissa.find_first_not_of("0."), mantissa.size());
     const double place = static_cast<double>(point) - static_cast<double>(first);
     double exponent = 0;
     bool negative = false;
@@ -61,9 +62,9 @@ double beyondRange(std::string_view text, bool hexadecimal)
 Reading readReal(std::string_view text)
 {
     const bool negative = text.starts_with('-');
-    const std::size_t sign = negative || text.starts_with('+') ? 1 : 0;
+    const size_t sign = negative || text.starts_with('+') ? 1 : 0;
     std::string_view body = text.substr(sign);
-    std::size_t prefix = 0;
+    size_t prefix = 0;
     if (body.size() > 2 && body[0] == '0' && lower(body[1]) == 'x' && (isHexDigit(body[2]) || body[2] == '.'))
         prefix = 2;
     body.remove_prefix(prefix);
@@ -75,16 +76,16 @@ Reading readReal(std::string_view text)
     const char *bodyEnd = body.data() + body.size();
     const auto [end, error] = std::from_chars(body.data(), bodyEnd, value, format);
     if (error == std::errc::invalid_argument) return {0, 0};
-    const auto length = static_cast<std::size_t>(end - body.data());
+    const auto length = static_cast<size_t>(end - body.data());
     if (error == std::errc::result_out_of_range) value = beyondRange(body.substr(0, length), prefix != 0);
     return {negative ? -value : value, sign + prefix + length};
 }
 
 /// Place of the marker that `arg` replaces next, or npos.
-std::size_t lowestMarker(const std::string &text)
+size_t lowestMarker(const std::string &text)
 {
-    std::size_t best = std::string::npos;
-    for (std::size_t i = 0; i + 1 < text.size(); ++i) {
+    size_t best = std::string::npos;
+    for (size_t i = 0; i + 1 < text.size(); ++i) {
         if (text[i] != '%' || !isDigit(text[i + 1])) continue;
         if (best == std::string::npos || text[i + 1] < text[best + 1]) best = i;
     }
@@ -225,7 +226,7 @@ double String::toDouble(bool *ok) const
 String String::arg(const String &value) const
 {
     if (isEmpty()) return value;
-    const std::size_t marker = lowestMarker(*text);
+    const size_t marker = lowestMarker(*text);
     if (marker == std::string::npos) return *this + value;
     return String(std::string(*text).replace(marker, 2, value.bytes()));
 }

@@ -1,10 +1,11 @@
 #pragma once
-#include "PluginBase/Util/OptionalIndex.h"
 #include <compare>
 #include <concepts>
 #include <cstdint>
 #include <memory>
 #include <string>
+
+#include "PluginBase/Util/OptionalIndex.h"
 
 /// The text type of the system: 8-bit characters of the system's code page, one byte each. Copies share one
 /// buffer that is never written again; whoever changes a text installs a new buffer, and the others keep
@@ -29,7 +30,7 @@ public:
     /// Installs a buffer, which nobody may change afterwards; null makes the text null.
     void setText(Buffer buffer);
 
-    bool isNull() const { return text == nullptr; }
+    bool isNull() const { return !text; }
     bool isEmpty() const { return length() == 0; }
     uint32_t length() const { return text ? static_cast<uint32_t>(text->size()) : 0; }
     /// Never null.
@@ -44,10 +45,10 @@ public:
     {
         return a.bytes() <=> b.bytes();
     }
-    friend bool operator==(const String &a, const char *b) { return b != nullptr && a.bytes() == b; }
+    friend bool operator==(const String &a, const char *b) { return b && a.bytes() == b; }
     friend std::strong_ordering operator<=>(const String &a, const char *b)
     {
-        return b == nullptr ? std::strong_ordering::greater : a.bytes() <=> b;
+        return b ? a.bytes() <=> b : std::strong_ordering::greater;
     }
 
     String left(uint32_t count) const;

@@ -1,4 +1,5 @@
 #include "platform/Bitmap.h"
+
 #include <cstring>
 #include <new>
 
@@ -10,9 +11,9 @@ constexpr std::align_val_t kAlignment{32}; // for wide vector loads
 Bitmap::Bitmap(int32_t width, int32_t height, Format format) : pixelFormat(format)
 {
     if (!setSize(width, height)) return;
-    const std::size_t size = std::size_t{bytesPerRow()} * static_cast<std::size_t>(height);
+    const size_t size = size_t{bytesPerRow()} * static_cast<size_t>(height);
     memory = ::operator new(size, kAlignment, std::nothrow);
-    if (memory != nullptr)
+    if (memory)
         std::memset(memory, 0, size);
     else
         columns = rows = 0;

@@ -1,4 +1,5 @@
 #include "platform/System.h"
+
 #include <chrono>
 #include <condition_variable>
 #include <mutex>

@@ -1,4 +1,5 @@
 #include "platform/System.h"
+
 #include <atomic>
 #include <new>
 

@@ -1,4 +1,5 @@
 #include "platform/System.h"
+
 #include <cerrno>
 #include <climits>
 #include <cstdlib>
@@ -33,8 +34,7 @@ namespace {
 std::string findModule()
 {
     Dl_info found{};
-    if (dladdr(reinterpret_cast<const void *>(&modulePath), &found) == 0 || found.dli_fname == nullptr)
-        return {};
+    if (dladdr(reinterpret_cast<const void *>(&modulePath), &found) == 0 || !found.dli_fname) return {};
     std::string path = found.dli_fname;
     if (path.starts_with('/')) return path;
     // A program that the shell found on its search path is known here by its bare name alone.

@@ -1,4 +1,5 @@
 #include "platform/Bitmap.h"
+
 #include <windows.h>
 
 namespace Platform {
@@ -29,7 +30,7 @@ Bitmap::Bitmap(int32_t width, int32_t height, Format format) : pixelFormat(forma
     header.biClrUsed = format == Format::colour ? 0 : 2;
     systemHandle = CreateDIBSection(nullptr, reinterpret_cast<const BITMAPINFO *>(&description),
                                     DIB_RGB_COLORS, &memory, nullptr, 0);
-    if (systemHandle == nullptr) {
+    if (!systemHandle) {
         memory = nullptr;
         columns = rows = 0;
     }
@@ -37,7 +38,7 @@ Bitmap::Bitmap(int32_t width, int32_t height, Format format) : pixelFormat(forma
 
 Bitmap::~Bitmap()
 {
-    if (systemHandle != nullptr) DeleteObject(systemHandle);
+    if (systemHandle) DeleteObject(systemHandle);
 }
 
 } // namespace Platform

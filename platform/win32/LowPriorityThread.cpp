@@ -1,4 +1,5 @@
 #include "platform/System.h"
+
 #include <windows.h>
 
 namespace Platform {

@@ -1,4 +1,5 @@
 #include "platform/System.h"
+
 #include <direct.h>
 #include <io.h>
 #include <windows.h>

@@ -1,21 +1,18 @@
 """The English words of the editor, a picture to each row of its text table."""
 from skin import palette as p
 from skin.canvas import Canvas
+from skin.shared import text_rows
 
-BANDS = ("1", "2", "3", "4")
 NARROW_LABEL, NARROW_OPTION, NARROW_TIP = 0.94, 0.94, 0.885    # so that the longest of each kind fits
 SPACE = " \u200a"    # a hair wider than a space; narrowed words run together without it
-# Rows of the text table: words, width, where they stand (0 left, 1 right) and how narrow they are.
-TITLES = [(f"band {band}", 55) for band in BANDS] + [("output gain", 111), ("limiter", 90), ("options", 111)]
-LABELS = [("crossover:", 48, 0, NARROW_LABEL), ("low:", 27, 1, 1), ("mid:", 55, 1, 1), ("high:", 55, 1, 1)] + \
-    [("gain:", 54, 1, 1)] + \
-    [(words, 42, 1, 1) for words in ("thresh:", "gain:", "ratio:", "attack:", "release:")] + \
-    [(words, 54, 1, 1) for words in ("threshold:", "margin:", "attack:", "release:")] + \
-    [(words.replace(" ", SPACE), 90, 1, NARROW_OPTION)
-     for words in ("spectrum on input:", "brickwall limiter:", "link band controls:")]
-TIPS = [("Output Gain", 53), ("Low Cutoff", 48), ("Mid Cutoff", 46), ("High Cutoff", 50)] + \
-    [(f"Band {band} {what}", width) for what, width in (("Gain", 55), ("Solo", 54), ("Bypass", 67), ("Threshold", 78))
-     for band in BANDS] + [("Limiter Bypass", 65)]
+ROWS = text_rows()
+TITLES = [(words, width) for _, _, width, _, _, words in ROWS[:7]]
+# Words, width, where they stand (0 left, 1 right) and how narrow they are. The first has a narrower image than field.
+LABELS = [("crossover:", 48, 0, NARROW_LABEL)] + \
+    [(words, width, 1, 1) for _, _, width, _, _, words in ROWS[8:21]] + \
+    [(words.replace(" ", SPACE), width, 1, NARROW_OPTION) for _, _, width, _, _, words in ROWS[21:24]]
+TIP_WIDTHS = [53, 48, 46, 50] + [width for width in (55, 54, 67, 78) for _ in p.BAND_X] + [65]
+TIPS = [(words, width) for (*_, words), width in zip(ROWS[24:], TIP_WIDTHS)]
 DARK_TITLES = (4, 6)
 
 

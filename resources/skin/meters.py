@@ -4,11 +4,11 @@ import math
 from skin import palette as p
 from skin.canvas import Canvas, mix
 
-SEGMENT = 3             # rows of a level segment, its gap included
-REDUCTION_SEGMENT = 5
-BARS, BAR_WIDTH = (2, 12), 8
-OVER = (4, 14)          # columns of the over lights, four wide, rows 2 and 3
-WARN_SEGMENTS = 5       # yellow ones at the top
+SEGMENT = p.LEVEL["kSegmentHeight"]                             # rows, the gap included
+REDUCTION_SEGMENT = p.REDUCTION_CODE["kSegmentHeight"]
+BARS, BAR_WIDTH = (p.LEVEL["kLeftBar"], p.LEVEL["kRightBar"]), p.LEVEL["kBarWidth"]
+OVER = p.LEVEL["kLeftLight"], p.LEVEL["kRightLight"]            # columns of the over lights
+WARN_SEGMENTS = p.LEVEL["kWarningSegments"]                     # yellow ones at the top
 DIM = 0.86              # how far an unlit segment goes to the ground
 
 
@@ -48,7 +48,7 @@ def level_meter(meter, lit):
         for segment in range(1, segments + (2 if lit else 1)):
             light(canvas, left, height - SEGMENT * segment - 2, BAR_WIDTH, SEGMENT - 1,
                   level_colour(segment, segments), lit)
-        light(canvas, over, 2, 4, 2, p.RED, lit)
+        light(canvas, over, p.LEVEL["kLightTop"], p.LEVEL["kLightWidth"], 2, p.RED, lit)
     return canvas
 
 

@@ -1,11 +1,10 @@
 """The digit strips: glyphs set by hand, pixel by pixel, as seven rows are too few for an outline font."""
 from skin import palette as p
 from skin.canvas import Canvas
+from skin.shared import glyphs
 
 ROWS = 7
-STRIP = "0123456789.-Inf"
-# Columns that each glyph has in a strip, its gap to the next included: the editor cuts them there.
-WIDTHS = (6, 4, 6, 6, 6, 5, 6, 5, 6, 5, 3, 4, 3, 5, 4)
+STRIP, WIDTHS = glyphs()
 FIELD_GLYPHS = 12   # fields show no "Inf"
 
 # '#' is full ink, '+' is a third of it, which rounds a corner.
@@ -28,10 +27,10 @@ GLYPHS = {
 }
 
 
-def strip(colour, glyphs):
-    canvas = Canvas(sum(WIDTHS[:glyphs]), ROWS)
+def strip(colour, count):
+    canvas = Canvas(sum(WIDTHS[:count]), ROWS)
     left = 0
-    for glyph, width in zip(STRIP[:glyphs], WIDTHS):
+    for glyph, width in zip(STRIP[:count], WIDTHS):
         for y, row in enumerate(GLYPHS[glyph]):
             for x, mark in enumerate(row):
                 if mark != ".":

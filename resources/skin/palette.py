@@ -1,4 +1,12 @@
-"""Colours and sizes of the skin: everything that a new skin would change first."""
+"""Colours and sizes of the skin: everything that a new skin would change first. What the editor goes by too is read
+from its sources."""
+from skin.shared import constants
+
+LAYOUT, WINDOW, SPECTRUM_CODE = (constants(f) for f in ("editor/Layout.h", "editor/MainWindow.cpp",
+                                                        "controls/MultiBandSpectrum.cpp"))
+LEVEL, REDUCTION_CODE, SCALE = (constants(f"controls/{f}") for f in ("LevelMeter.cpp", "GainReductionMeter.cpp",
+                                                                     "MeterScale.h"))
+AXIS, READOUT_CODE = constants("controls/SpectrumAxis.h"), constants("controls/LevelMeterReadout.h")
 
 # Colours are 0xRRGGBB, as in the code of the editor.
 CHASSIS = 0x3B4047          # between the panels
@@ -21,9 +29,9 @@ TIP = 0x1A1D21              # words on the yellow of a tool tip
 DIGIT = 0xE4ECF2            # numbers in a field
 ACCENT = 0x2FA8FF           # keyboard focus, the held handle, a ticked box
 
-BANDS = (0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5)    # title bars; the editor recolours them
-CURVES = (0x00BAFF, 0xFF9C00, 0xA8FF00, 0xAD47A5)   # spectra, as the editor draws them
-LIMITER_BAR, INACTIVE_BAR = 0x626C7B, 0x535353
+BANDS = WINDOW["kBarColours"]                       # title bars; the editor recolours them
+CURVES = SPECTRUM_CODE["kCurveColours"]             # spectra, as the editor draws them
+LIMITER_BAR, INACTIVE_BAR = WINDOW["kLimiterColour"], WINDOW["kInactiveColour"]
 
 GREEN, YELLOW, RED = 0x3DDC84, 0xFFD83D, 0xFF4B3E   # level
 REDUCTION = 0xFF8A5C                                # gain reduction
@@ -34,29 +42,32 @@ LABEL_FONT, TITLE_FONT = "Inter Medium", "Inter Semi Bold"
 LABEL_SIZE, TITLE_SIZE, SCALE_SIZE = 10, 12, 9      # pixels
 
 # Places, in pixels from the upper left corner of the editor.
-EDITOR = (547, 488)
-BAND_X = (7, 111, 215, 319)
-BAND_WIDTH, STRIP_X, STRIP_WIDTH = 99, 423, 117
-BAR_HEIGHT = 24
-BANDS_Y, BANDS_BOTTOM = 236, 481
+EDITOR = LAYOUT["kWidth"], LAYOUT["kHeight"]
+BAND_X, BAND_WIDTH = LAYOUT["kBandX"], LAYOUT["kBandWidth"]
+STRIP_X, STRIP_WIDTH = LAYOUT["kStripX"], LAYOUT["kStripWidth"]
+BANDS_Y, BAR_HEIGHT, BANDS_BOTTOM = LAYOUT["kBarTop"], LAYOUT["kBarHeight"], 481
 TOP_Y, TOP_BOTTOM = 7, 231
 LIMITER_BOTTOM, OPTIONS_Y = 334, 339
-SPECTRUM = (14, 24, 377, 167)                       # x, y, width, height
-SPECTRUM_HZ = (20, 20000)
-SPECTRUM_DB = 80                                    # from 0 at the top down to minus this
-CUTOFF_FIELD_X, TOP_FIELD_Y = (91, 223, 355), 210
+SPECTRUM = (*LAYOUT["kSpectrum"], 377, 167)         # x, y, width, height
+SPECTRUM_HZ = AXIS["kLowestHz"], AXIS["kHighestHz"]
+SPECTRUM_DB = int(AXIS["kRangeDb"])                 # from 0 at the top down to minus this
+CUTOFF_FIELD_X, TOP_FIELD_Y = LAYOUT["kCutoffX"], LAYOUT["kTopFieldY"]
 LARGE_FIELD, SMALL_FIELD = (37, 13), (33, 13)
-BAND_FIELD_X, BAND_FIELD_Y = 47, (400, 415, 430, 445, 460)
-STRIP_FIELD_X, LIMITER_FIELD_Y = 481, (268, 283, 298, 313)
-READOUT = (477, 39, 38, 10)
-OUTPUT_SLIDER, OUTPUT_METER = (460, 46), (485, 51)
-BAND_METER, BAND_SLIDER, BAND_REDUCTION = (6, 268), (47, 266), (69, 268)
-SWITCH_X, CHECK_X, CHECK_Y = (61, 78), 517, (373, 393, 413)
-LIMITER_SWITCH = (519, 240)
+BAND_FIELD_X = LAYOUT["kBandFieldX"]
+BAND_FIELD_Y = [LAYOUT[f"k{field}Y"] for field in ("Threshold", "Gain", "Ratio", "Attack", "Release")]
+STRIP_FIELD_X = LAYOUT["kLimiterFieldX"]
+LIMITER_FIELD_Y = [LAYOUT[f"kLimiter{field}Y"] for field in ("Threshold", "Margin", "Attack", "Release")]
+READOUT = (*LAYOUT["kOutputReadout"], READOUT_CODE["kWidth"], READOUT_CODE["kHeight"])
+OUTPUT_SLIDER, OUTPUT_METER = LAYOUT["kOutputSlider"], LAYOUT["kOutputMeter"]
+BAND_METER, BAND_SLIDER, BAND_REDUCTION = (LAYOUT[f"k{part}"] for part in ("BandMeter", "ThresholdSlider",
+                                                                           "ReductionMeter"))
+SWITCH_X = LAYOUT["kSolo"][0], LAYOUT["kBypass"][0]
+CHECK_X, CHECK_Y = LAYOUT["kCheckX"], [LAYOUT[f"k{box}Y"] for box in ("SpectrumOnInput", "Brickwall", "BandLink")]
+LIMITER_SWITCH = LAYOUT["kLimiterBypass"]
 
 LARGE_TRACK, SMALL_TRACK, HANDLE = (16, 159), (16, 129), 13
 GAIN_DB = 18                                        # the output slider goes from minus this to plus this
-LARGE_METER, SMALL_METER = (22, 150, 47), (22, 123, 38)     # width, height, segments
-METER_DB = 60                                       # meters and thresholds go from minus this to 0
-REDUCTION_METER = (8, 123, 24)
-REDUCTION_DB = 30
+LARGE_METER, SMALL_METER = (22, 150, LEVEL["kOutputSegments"]), (22, 123, LEVEL["kBandSegments"])  # and width, height
+METER_DB = int(-SCALE["kLowestDb"])                 # meters and thresholds go from minus this to 0
+REDUCTION_METER = (8, 123, SCALE["kReductionSegments"])
+REDUCTION_DB = int(-SCALE["kDeepestReductionDb"])

@@ -7,6 +7,7 @@ from skin import palette as p
 from skin.canvas import Canvas, contrast
 from skin.meters import BARS, BAR_WIDTH, OVER, REDUCTION_SEGMENT, SEGMENT, frequency_column
 from skin.numbers import STRIP, WIDTHS
+from skin.shared import text_rows
 
 
 def enlarged(image, factor):
@@ -126,11 +127,7 @@ class Mock:
 
 def label_places():
     """Row, place and size of every label, as the editor's text table has them."""
-    titles, fields = [(6, 3, 55, 18)] * 4, [(1, 163 + 15 * i, 42, 12) for i in range(5)]
-    table = titles + [(429, 10, 111, 18), (429, 239, 90, 18), (429, 342, 111, 18), (11, 209, 52, 12),
-                      (60, 209, 27, 12), (164, 209, 55, 12), (296, 209, 55, 12), (423, 209, 54, 12)] + fields + \
-        [(423, 267 + 15 * i, 54, 12) for i in range(4)] + [(423, 372 + 20 * i, 90, 12) for i in range(3)]
-    for row, (x, y, width, height) in enumerate(table):
+    for row, (x, y, width, height, _, _) in enumerate(text_rows()[:24]):
         bands = [row] if row < 4 else range(4) if 12 <= row <= 16 else [None]
         for band in bands:
             left, top = (0, 0) if band is None else (p.BAND_X[band], p.BANDS_Y)

@@ -10,27 +10,16 @@
 
 namespace {
 
-/// Emits sigNone() 0, sigPair(uint,float) 1, sigText(const String&) 2.
 class Sender : public Reflected<Sender, Object> {
 public:
     static constexpr const char *kClassName = "Sender";
     explicit Sender(const char *called = "sender") : Reflected(called) {}
-    void sigNone() { emitSignal(0); }
-    void sigPair(uint32_t id, float value) { emitSignal(1, id, value); }
-    void sigText(const String &text) { emitSignal(2, text); }
+    void sigNone() { emitSignal<&Sender::sigNone>(); }
+    void sigPair(uint32_t id, float value) { emitSignal<&Sender::sigPair>(id, value); }
+    void sigText(const String &text) { emitSignal<&Sender::sigText>(text); }
 
-    static std::span<const MetaEntry> signalTable()
-    {
-        static constexpr MetaParameter pair[] = {{"uID", "uint"}, {nullptr, "float"}};
-        static constexpr MetaParameter text[] = {{"strName", "const String&"}};
-        static constexpr MetaMethod methods[] = {metaMethod<&Sender::sigNone>("sigNone"),
-                                                 metaMethod<&Sender::sigPair>("sigPair", pair),
-                                                 metaMethod<&Sender::sigText>("sigText", text)};
-        static constexpr MetaEntry rows[] = {{"sigNone()", &methods[0]},
-                                             {"sigPair(uint,float)", &methods[1]},
-                                             {"sigText(const String&)", &methods[2]}};
-        return rows;
-    }
+    using Signals =
+        MetaRows<Meta<&Sender::sigNone>, Meta<&Sender::sigPair, "uID">, Meta<&Sender::sigText, "strName">>;
 };
 
 /// Adds one signal to Sender's, receives, and may do something while it receives.
@@ -45,28 +34,12 @@ public:
         note("pair " + std::to_string(id) + " " + std::to_string(value));
     }
     void slotText(const String &text) { note(text.c_str()); }
-    void sigAgain() { emitSignal(0); }
+    void sigAgain() { emitSignal<&Receiver::sigAgain>(); }
 
-    static std::span<const MetaEntry> signalTable()
-    {
-        static constexpr MetaMethod again = metaMethod<&Receiver::sigAgain>("sigAgain");
-        static constexpr MetaEntry rows[] = {{"sigAgain()", &again}};
-        return rows;
-    }
-    static std::span<const MetaEntry> slotTable()
-    {
-        static constexpr MetaParameter pair[] = {{"iControl", "uint"}, {"fValue", "float"}};
-        static constexpr MetaParameter id[] = {{"iControl", "uint"}}, text[] = {{"strName", "const String&"}};
-        static constexpr MetaMethod methods[] = {metaMethod<&Receiver::slotNone>("slotNone"),
-                                                 metaMethod<&Receiver::slotId>("slotId", id),
-                                                 metaMethod<&Receiver::slotPair>("slotPair", pair),
-                                                 metaMethod<&Receiver::slotText>("slotText", text)};
-        static constexpr MetaEntry rows[] = {{"slotNone()", &methods[0]},
-                                             {"slotId(uint)", &methods[1]},
-                                             {"slotPair(uint,float)", &methods[2]},
-                                             {"slotText(const String&)", &methods[3]}};
-        return rows;
-    }
+    using Signals = MetaRows<Meta<&Receiver::sigAgain>>;
+    using Slots =
+        MetaRows<Meta<&Receiver::slotNone>, Meta<&Receiver::slotId, "iControl">,
+                 Meta<&Receiver::slotPair, "iControl", "fValue">, Meta<&Receiver::slotText, "strName">>;
 
     std::vector<std::string> heard;
     std::function<void()> onHeard;
@@ -107,17 +80,30 @@ TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
     EXPECT_FALSE(Object::connect(&a, "2sigNone()", nullptr, "1slotNone()"));
 }
 
+TEST(Object, CountsARefusedConnectionThatTheEditorNeedsAndEndsADebugBuild)
+{
+    Receiver a("a");
+    const uint32_t before = Object::refusedConnections();
+    wire<&Sender::sigPair, &Receiver::slotId>(&a, &a);
+    EXPECT_EQ(before, Object::refusedConnections());
+    const auto connectWrongly = [&] {
+        wire<&Sender::sigPair, &Receiver::slotText>(&a, &a);
+        EXPECT_EQ(before + 1, Object::refusedConnections());
+    };
+    EXPECT_DEBUG_DEATH(connectWrongly(), "refused");
+}
+
 TEST(Object, DeliversValuesInTheOrderOfConnection)
 {
     Sender sender;
     Receiver a("a"), b("b");
     sender.sigPair(1, 2.0f); // nobody listens
-    Object::connect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)");
-    Object::connect(&sender, "2sigPair(uint,float)", &a, "1slotPair(uint,float)");
-    Object::connect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)"); // twice: delivered twice
-    Object::connect(&sender, "2sigText(const String&)", &a, "1slotText(const String&)");
-    Object::connect(&sender, "2sigNone()", &a, "2sigAgain()");
-    Object::connect(&a, "2sigAgain()", &b, "1slotNone()");
+    Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)");
+    Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotPair(uint,float)");
+    Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)"); // twice: delivered twice
+    Object::mustConnect(&sender, "2sigText(const String&)", &a, "1slotText(const String&)");
+    Object::mustConnect(&sender, "2sigNone()", &a, "2sigAgain()");
+    Object::mustConnect(&a, "2sigAgain()", &b, "1slotNone()");
     sender.sigPair(7, 0.5f);
     sender.sigText("words");
     sender.sigNone();
@@ -129,12 +115,12 @@ TEST(Object, CutsNothingThatIsUnderWayAndEverythingOfADeadReceiversSender)
 {
     Sender sender;
     Receiver a("a"), b("b"), late("late");
-    for (Receiver *receiver : {&a, &b}) Object::connect(&sender, "2sigNone()", receiver, "1slotNone()");
+    for (Receiver *receiver : {&a, &b}) Object::mustConnect(&sender, "2sigNone()", receiver, "1slotNone()");
     bool isFirst = true;
     a.onHeard = [&] {
         Object::disconnect(&sender, nullptr, nullptr, nullptr);
         if (!std::exchange(isFirst, false)) return;
-        Object::connect(&sender, "2sigNone()", &late, "1slotNone()");
+        Object::mustConnect(&sender, "2sigNone()", &late, "1slotNone()");
         Object::disconnect(&sender, nullptr, &late, nullptr);
     };
     sender.sigNone();
@@ -144,7 +130,7 @@ TEST(Object, CutsNothingThatIsUnderWayAndEverythingOfADeadReceiversSender)
     EXPECT_TRUE(a.heard.size() == 2 && b.heard.size() == 1 && late.heard.size() == 2);
     {
         Receiver dying("dying");
-        Object::connect(&sender, "2sigPair(uint,float)", &dying, "1slotNone()");
+        Object::mustConnect(&sender, "2sigPair(uint,float)", &dying, "1slotNone()");
     }
     sender.sigNone();
     EXPECT_TRUE(a.heard.size() == 2 && late.heard.size() == 2);
@@ -157,11 +143,11 @@ TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
     sender->addChild(child);
     sender->addChild(child);
     Receiver last("last"), added("added");
-    Object::connect(sender, "2sigNone()", child, "1slotNone()");
-    Object::connect(sender, "2sigNone()", &last, "1slotNone()");
+    Object::mustConnect(sender, "2sigNone()", child, "1slotNone()");
+    Object::mustConnect(sender, "2sigNone()", &last, "1slotNone()");
     int deaths = 0;
     child->onHeard = [&] {
-        Object::connect(sender, "2sigNone()", &added, "1slotNone()");
+        Object::mustConnect(sender, "2sigNone()", &added, "1slotNone()");
         if (++deaths == 2) delete sender;
     };
     sender->sigNone();
@@ -195,7 +181,7 @@ TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
             std::exchange(object, nullptr).reset();
         } else if (what < 4) {
             const size_t members = std::size(kMembers) - (signal + 1 == std::size(kSignals));
-            Object::connect(object.get(), kSignals[signal], other, kMembers[below(members)]);
+            (void)Object::connect(object.get(), kSignals[signal], other, kMembers[below(members)]);
         } else if (what == 4) {
             Object::disconnect(object.get(), perhaps ? kSignals[signal] : nullptr, other, nullptr);
         } else if (!object) {

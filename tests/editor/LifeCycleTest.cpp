@@ -72,6 +72,13 @@ TEST_P(EditorLifeCycle, TicksWithoutTheHostsIdleAlsoWhenTheThreadIsSwitched)
     }
 }
 
+TEST(Editors, GetEveryConnectionThatTheyNeed)
+{
+    const HostedEffect hosted;
+    EXPECT_LT(0, WindowBase::liveWindows());
+    EXPECT_EQ(0u, Object::refusedConnections());
+}
+
 TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
 {
     HostedEffect hosted;

@@ -148,32 +148,4 @@ TEST_F(TicksTest, PaintTheMetersOwnRectanglesWhenASoundComes)
     EXPECT_LT(seen.size(), 12u) << "meters, the readout and the spectrum";
 }
 
-struct OpenFrame final : UI::Native::FrameBase {
-    using FrameBase::FrameBase;
-    using FrameBase::timers;
-};
-
-struct Timed final : UI::Native::Window {
-    explicit Timed(UI::Native::FrameBase *owner) : Window(owner, nullptr, "timed") {}
-    void onTimer(uint32_t id) override { fired.push_back(id); }
-    std::vector<uint32_t> fired;
-};
-
-TEST_F(TicksTest, RunTheTimersThatAreDueOnce)
-{
-    OpenFrame frame(desk().window(), Point{}, &hosted.effect.plugin());
-    auto *const window = new Timed(&frame);
-    const uint32_t now = frame.milliseconds();
-    frame.timers = {{1, 0, now, window, false},         {2, 0, now, window, true},
-                    {3, 1000, now, window, false},      {4, 50, now - 50, window, true},
-                    {5, 100, now - 100, window, false}, {6, 0xFFFFFFFF, now, window, true}};
-    frame.runTimers();
-    EXPECT_THAT(window->fired, ElementsAre(1u, 2u, 4u, 5u));
-    frame.runTimers();
-    EXPECT_THAT(window->fired, ElementsAre(1u, 2u, 4u, 5u, 1u))
-        << "the one-shot ones have gone, 5 has to wait";
-    delete window;
-    EXPECT_TRUE(frame.timers.empty());
-}
-
 } // namespace

@@ -36,6 +36,7 @@ void ControlGroup::apply(uint32_t control, NewValue newValue)
         frame->getPlugin()->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, component, param,
                                           &wanted, nullptr, nullptr);
     }
+    // The gains' group has one: the curves may be those after the gain, so they are painted with its fields.
     if (members.spectrum) members.spectrum->updateCutoffs();
 }
 
@@ -59,20 +60,6 @@ void ControlGroup::slotReset(uint32_t control)
 void ControlGroup::slotSet(uint32_t control, float wanted)
 {
     apply(control, [&](uint32_t param) { return clampToRange(param, wanted); });
-}
-
-std::span<const MetaEntry> ControlGroup::slotTable()
-{
-    static constexpr MetaParameter delta[] = {{"iControl", "uint"}, {"fDelta", "float"}};
-    static constexpr MetaParameter control[] = {{"iControl", "uint"}};
-    static constexpr MetaParameter wanted[] = {{"iControl", "uint"}, {"fValue", "float"}};
-    static constexpr MetaMethod methods[] = {metaMethod<&ControlGroup::slotDelta>("slotDelta", delta),
-                                             metaMethod<&ControlGroup::slotReset>("slotReset", control),
-                                             metaMethod<&ControlGroup::slotSet>("slotSet", wanted)};
-    static constexpr MetaEntry rows[] = {{"slotDelta(uint,float)", &methods[0]},
-                                         {"slotReset(uint)", &methods[1]},
-                                         {"slotSet(uint,float)", &methods[2]}};
-    return rows;
 }
 
 } // namespace UI::Native

@@ -30,7 +30,9 @@ public:
     void slotDelta(uint32_t control, float delta);
     void slotReset(uint32_t control);
     void slotSet(uint32_t control, float wanted);
-    static std::span<const MetaEntry> slotTable();
+    using Slots = MetaRows<Meta<&ControlGroup::slotDelta, "iControl", "fDelta">,
+                           Meta<&ControlGroup::slotReset, "iControl">,
+                           Meta<&ControlGroup::slotSet, "iControl", "fValue">>;
 
 private:
     /// Gives every band that the gesture reaches `newValue(parameter)`.

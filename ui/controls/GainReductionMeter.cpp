@@ -22,10 +22,7 @@ GainReductionMeter::GainReductionMeter(FrameBase *ownerFrame, WindowBase *parent
       offImage(std::move(off)),
       onImage(std::move(on))
 {
-    if (!offImage) return;
-    makeCanvas(offImage->width, offImage->height);
-    setGeometry(0, 0, offImage->width, offImage->height);
-    redraw();
+    if (takeSizeOf(offImage)) redraw();
 }
 
 void GainReductionMeter::update()

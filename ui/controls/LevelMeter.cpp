@@ -31,10 +31,7 @@ LevelMeter::LevelMeter(FrameBase *ownerFrame, WindowBase *parentWindow, Optional
       onImage(std::move(on)),
       numSegments(bandIndex ? kBandSegments : kOutputSegments)
 {
-    if (!offImage) return;
-    makeCanvas(offImage->width, offImage->height);
-    setGeometry(0, 0, offImage->width, offImage->height);
-    redraw();
+    if (takeSizeOf(offImage)) redraw();
 }
 
 void LevelMeter::HeldPeak::hold(float level, uint32_t now)

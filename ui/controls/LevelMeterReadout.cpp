@@ -36,11 +36,4 @@ bool LevelMeterReadout::onMouseDown(Point, uint32_t)
     return true;
 }
 
-std::span<const MetaEntry> LevelMeterReadout::signalTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&LevelMeterReadout::sigClicked>("sigClicked");
-    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
-    return rows;
-}
-
 } // namespace UI::Native

@@ -22,8 +22,8 @@ public:
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
 
-    void sigClicked() { emitSignal(0); }
-    static std::span<const MetaEntry> signalTable();
+    void sigClicked() { emitSignal<&LevelMeterReadout::sigClicked>(); }
+    using Signals = MetaRows<Meta<&LevelMeterReadout::sigClicked>>;
 
 private:
     uint32_t colourIndex = red;

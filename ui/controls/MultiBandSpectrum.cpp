@@ -11,7 +11,7 @@ namespace UI::Native {
 
 namespace {
 
-constexpr uint32_t kBandColours[DSP::kBands] = {0x00BAFF, 0xFF9C00, 0xA8FF00, 0xAD47A5};
+constexpr uint32_t kCurveColours[DSP::kBands] = {0x00BAFF, 0xFF9C00, 0xA8FF00, 0xAD47A5};
 constexpr uint32_t kLineColour = 0xFFFFFF, kAboveNyquistColour = 0xFFFFFF;
 constexpr uint8_t kBandFade = 255 - 130, kAboveNyquistFade = 255 - 200;
 constexpr int32_t kHitPixels = 5;
@@ -33,10 +33,7 @@ MultiBandSpectrum::MultiBandSpectrum(FrameBase *ownerFrame, WindowBase *parentWi
     wantsAllMoves = true; // the pointer's shape tells where a line can be held
     for (auto &data : bandData) data.resize(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t i = 0; i < cutoffX.size(); ++i) cutoffX[i] = axis.column(crossOver->cutoff(i));
-    if (!background) return;
-    makeCanvas(background->width, background->height);
-    setGeometry(0, 0, background->width, background->height);
-    drawPixmap(background, canvas, {});
+    if (takeSizeOf(background)) drawPixmap(background, canvas, {});
 }
 
 void MultiBandSpectrum::rebuildBins()
@@ -63,7 +60,7 @@ void MultiBandSpectrum::redraw()
     if (binCount != 0)
         for (uint32_t band = 0; band < DSP::kBands; ++band) {
             curve.trace(bandData[band], bins);
-            curve.draw(canvas, kBandColours[band], kBandFade);
+            curve.draw(canvas, kCurveColours[band], kBandFade);
         }
     const float nyquist = static_cast<float>(samplingRate) * 0.5f;
     if (nyquist < SpectrumAxis::kHighestHz) {
@@ -198,29 +195,5 @@ void MultiBandSpectrum::slotUpdateCutoffs()
 }
 
 void MultiBandSpectrum::slotSamplingRateChanged() { updateCutoffs(); }
-
-std::span<const MetaEntry> MultiBandSpectrum::signalTable()
-{
-    static constexpr MetaParameter moved[] = {{"iCutoff", "uint"}, {"fHz", "float"}};
-    static constexpr MetaParameter cutoff[] = {{"iCutoff", "uint"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MultiBandSpectrum::sigUserCutoffChanged>("sigUserCutoffChanged", moved),
-        metaMethod<&MultiBandSpectrum::sigResetCutoff>("sigResetCutoff", cutoff),
-        metaMethod<&MultiBandSpectrum::sigCutoffFocus>("sigCutoffFocus", cutoff)};
-    static constexpr MetaEntry rows[] = {{"sigUserCutoffChanged(uint,float)", &methods[0]},
-                                         {"sigResetCutoff(uint)", &methods[1]},
-                                         {"sigCutoffFocus(uint)", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> MultiBandSpectrum::slotTable()
-{
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MultiBandSpectrum::slotUpdateCutoffs>("slotUpdateCutoffs"),
-        metaMethod<&MultiBandSpectrum::slotSamplingRateChanged>("slotSamplingRateChanged")};
-    static constexpr MetaEntry rows[] = {{"slotUpdateCutoffs()", &methods[0]},
-                                         {"slotSamplingRateChanged()", &methods[1]}};
-    return rows;
-}
 
 } // namespace UI::Native

@@ -36,13 +36,19 @@ public:
     bool onDoubleClick(Point at, uint32_t mods) override;
     bool onMouseMove(Point at, uint32_t mods) override;
 
-    void sigUserCutoffChanged(uint32_t cutoff, float hz) { emitSignal(0, cutoff, hz); }
-    void sigResetCutoff(uint32_t cutoff) { emitSignal(1, cutoff); }
-    void sigCutoffFocus(uint32_t cutoff) { emitSignal(2, cutoff); }
+    void sigUserCutoffChanged(uint32_t cutoff, float hz)
+    {
+        emitSignal<&MultiBandSpectrum::sigUserCutoffChanged>(cutoff, hz);
+    }
+    void sigResetCutoff(uint32_t cutoff) { emitSignal<&MultiBandSpectrum::sigResetCutoff>(cutoff); }
+    void sigCutoffFocus(uint32_t cutoff) { emitSignal<&MultiBandSpectrum::sigCutoffFocus>(cutoff); }
     void slotUpdateCutoffs();
     void slotSamplingRateChanged();
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&MultiBandSpectrum::sigUserCutoffChanged, "iCutoff", "fHz">,
+                             Meta<&MultiBandSpectrum::sigResetCutoff, "iCutoff">,
+                             Meta<&MultiBandSpectrum::sigCutoffFocus, "iCutoff">>;
+    using Slots = MetaRows<Meta<&MultiBandSpectrum::slotUpdateCutoffs>,
+                           Meta<&MultiBandSpectrum::slotSamplingRateChanged>>;
 
     static constexpr int32_t kMinGapPixels = 10;
 

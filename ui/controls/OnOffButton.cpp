@@ -17,7 +17,7 @@ OnOffButton::OnOffButton(FrameBase *ownerFrame, WindowBase *parentWindow, const 
       offPrefix(offImages),
       state(parameterOwner->boolParamValue(parameter))
 {
-    connect(this, "2sigClicked()", this, "1slotClicked()");
+    wire<&PixmapButton::sigClicked, &OnOffButton::slotClicked>(this, this);
 }
 
 void OnOffButton::refresh()
@@ -26,13 +26,6 @@ void OnOffButton::refresh()
     if (value == state) return;
     state = value;
     setImages(images());
-}
-
-void OnOffButton::setGroup(uint32_t index, const std::vector<OnOffButton *> &members)
-{
-    groupIndex = index;
-    hasGroup = true;
-    group = members;
 }
 
 void OnOffButton::setState(bool on)
@@ -58,7 +51,7 @@ void OnOffButton::slotClicked()
     tellPlugin();
 }
 
-bool OnOffButton::wantsExclusive() const { return hasGroup && frame->altDown() && !frame->shiftDown(); }
+bool OnOffButton::wantsExclusive() const { return !group.empty() && frame->altDown() && !frame->shiftDown(); }
 
 void OnOffButton::toggleExclusively()
 {
@@ -89,24 +82,6 @@ bool OnOffButton::onKeyDown(uint32_t key, uint32_t, bool)
         slotClicked();
     sigResetFocusTimer();
     return true;
-}
-
-std::span<const MetaEntry> OnOffButton::signalTable()
-{
-    static constexpr MetaMethod methods[] = {metaMethod<&OnOffButton::sigUserToggled>("sigUserToggled"),
-                                             metaMethod<&OnOffButton::sigUserAltClicked>("sigUserAltClicked"),
-                                             metaMethod<&OnOffButton::sigToggled>("sigToggled")};
-    static constexpr MetaEntry rows[] = {{"sigUserToggled()", &methods[0]},
-                                         {"sigUserAltClicked()", &methods[1]},
-                                         {"sigToggled()", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> OnOffButton::slotTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&OnOffButton::slotClicked>("slotClicked");
-    static constexpr MetaEntry rows[] = {{"slotClicked()", &clicked}};
-    return rows;
 }
 
 } // namespace UI::Native

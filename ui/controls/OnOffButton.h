@@ -18,18 +18,19 @@ public:
 
     /// Takes the parameter's value; nothing is told to anybody.
     void refresh();
-    /// `members` holds this button at `index`.
-    void setGroup(uint32_t index, const std::vector<OnOffButton *> &members);
+    /// `members` holds this button at the index.
+    void setGroup(uint32_t /*index*/, const std::vector<OnOffButton *> &members) { group = members; }
 
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
 
-    void sigUserToggled() { emitSignal(0); }
-    void sigUserAltClicked() { emitSignal(1); }
-    void sigToggled() { emitSignal(2); }
+    void sigUserToggled() { emitSignal<&OnOffButton::sigUserToggled>(); }
+    void sigUserAltClicked() { emitSignal<&OnOffButton::sigUserAltClicked>(); }
+    void sigToggled() { emitSignal<&OnOffButton::sigToggled>(); }
     void slotClicked();
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&OnOffButton::sigUserToggled>, Meta<&OnOffButton::sigUserAltClicked>,
+                             Meta<&OnOffButton::sigToggled>>;
+    using Slots = MetaRows<Meta<&OnOffButton::slotClicked>>;
 
 private:
     void setState(bool on);
@@ -42,9 +43,7 @@ private:
     const uint32_t boolIndex;
     const String onPrefix, offPrefix;
     bool state;
-    uint32_t groupIndex = 0;
-    bool hasGroup = false;
-    std::vector<OnOffButton *> group; // not owned
+    std::vector<OnOffButton *> group; // not owned; empty for a button that stands alone
 };
 
 } // namespace UI::Native

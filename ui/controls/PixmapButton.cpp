@@ -16,10 +16,7 @@ void PixmapButton::setImages(const String &imagePrefix)
 {
     normalImage = loadPixmap(imagePrefix + "Normal.png");
     pressedImage = loadPixmap(imagePrefix + "Pressed.png");
-    if (!normalImage) return;
-    makeCanvas(normalImage->width, normalImage->height);
-    setGeometry(geometry.left, geometry.top, normalImage->width, normalImage->height);
-    redraw();
+    if (takeSizeOf(normalImage)) redraw();
 }
 
 void PixmapButton::redraw()
@@ -33,7 +30,7 @@ void PixmapButton::redraw()
 bool PixmapButton::onMouseDown(Point at, uint32_t)
 {
     if (!isHit(at) || (hotRect.present && !hotRect.rect.contains(at))) return false;
-    takeFocus();
+    setFocus();
     frame->setMouseCapture(this);
     down = true;
     redraw();
@@ -68,13 +65,6 @@ void PixmapButton::onCaptureLost()
     frame->releaseMouseCapture();
     down = false;
     redraw();
-}
-
-std::span<const MetaEntry> PixmapButton::signalTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&PixmapButton::sigClicked>("sigClicked");
-    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
-    return rows;
 }
 
 } // namespace UI::Native

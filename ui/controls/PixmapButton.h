@@ -25,8 +25,8 @@ public:
     bool onMouseMove(Point at, uint32_t mods) override;
     void onCaptureLost() override; // is no click
 
-    void sigClicked() { emitSignal(0); }
-    static std::span<const MetaEntry> signalTable();
+    void sigClicked() { emitSignal<&PixmapButton::sigClicked>(); }
+    using Signals = MetaRows<Meta<&PixmapButton::sigClicked>>;
 
 private:
     OptionalRect hotRect;

@@ -8,7 +8,6 @@ namespace UI::Native {
 
 namespace {
 
-constexpr float kCoarse = 10.0f, kFine = 0.1f;
 constexpr float kFineUnitsPerPixel = 0.025f;
 
 } // namespace
@@ -21,8 +20,7 @@ PixmapSlider::PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, cons
     value = clampToDisplay(value); // the first refresh writes it back
     if (!images.track) return;
     bottomPixel = std::max(images.track->height - handleHeight(), 1);
-    makeCanvas(images.track->width, images.track->height);
-    setGeometry(0, 0, images.track->width, images.track->height);
+    takeSizeOf(images.track);
     redraw();
 }
 
@@ -63,7 +61,7 @@ bool PixmapSlider::onMouseDown(Point at, uint32_t)
         reset();
         return true;
     }
-    takeFocus();
+    setFocus();
     tellPlugin(Plugin::EditPhase::begin);
     const int32_t handlePixel = pixelOfValue(value), half = handleHeight() / 2;
     if (at.y >= handlePixel && at.y < handlePixel + handleHeight()) {
@@ -118,22 +116,7 @@ bool PixmapSlider::onWheel(Point, int32_t delta, uint32_t mods)
 
 bool PixmapSlider::onKeyDown(uint32_t key, uint32_t mods, bool)
 {
-    const auto whole = static_cast<float>(height()); // far more than any range
-    float step = 0.0f;
-    switch (key) {
-    case Platform::kKeyPageUp: step = 3.0f; break;
-    case Platform::kKeyPageDown: step = -3.0f; break;
-    case Platform::kKeyEnd: step = whole; break;
-    case Platform::kKeyHome: step = -whole; break;
-    case Platform::kKeyLeft:
-    case Platform::kKeyDown: step = -1.0f; break;
-    case Platform::kKeyUp:
-    case Platform::kKeyRight: step = 1.0f; break;
-    default: return false;
-    }
-    changeBy(scaledStep(step, mods, kCoarse, kFine));
-    sigResetFocusTimer();
-    return true;
+    return stepByKey(key, mods, 3.0f, static_cast<float>(height())); // far more than any range
 }
 
 } // namespace UI::Native

@@ -36,7 +36,7 @@ float SpectrumAxis::frequency(int32_t column) const
 
 int32_t SpectrumAxis::row(float magnitude) const
 {
-    constexpr float kHeightsPerDb = -0.0125f; // 80 dB from top to bottom
+    constexpr float kHeightsPerDb = -1.0f / kRangeDb;
     const auto db = static_cast<float>(DSP::Math::linearToDecibels(magnitude));
     return std::clamp(rounded(static_cast<float>(numRows - 1) * db * kHeightsPerDb), 0, numRows - 1);
 }

@@ -9,6 +9,7 @@ namespace UI::Native {
 class SpectrumAxis {
 public:
     static constexpr float kLowestHz = 20.0f, kHighestHz = 20000.0f;
+    static constexpr float kRangeDb = 80.0f;
 
     SpectrumAxis(int32_t width, int32_t height);
 

@@ -29,10 +29,7 @@ TextEdit::TextEdit(FrameBase *ownerFrame, WindowBase *parentWindow, const String
                    const Images &pictures, DSP::Component *parameterOwner, uint32_t parameter, Apply apply)
     : ValueControl(ownerFrame, parentWindow, windowName, parameterOwner, parameter, apply), images(pictures)
 {
-    if (!images.background) return;
-    makeCanvas(images.background->width, images.background->height);
-    setGeometry(0, 0, images.background->width, images.background->height);
-    redraw();
+    if (takeSizeOf(images.background)) redraw();
 }
 
 void TextEdit::refresh()
@@ -81,7 +78,7 @@ bool TextEdit::onMouseDown(Point at, uint32_t)
         reset();
         return true;
     }
-    takeFocus();
+    setFocus();
     tellPlugin(Plugin::EditPhase::begin);
     frame->setMouseCapture(this);
     pressPos = lastPos = at;
@@ -99,7 +96,7 @@ bool TextEdit::onMouseMove(Point at, uint32_t mods)
     Platform::windowSystem().setPointer(Platform::windowSystem().toScreen(handle, *pressPos));
     lastPos = pressPos;
     const auto pixels = static_cast<float>(before.y - at.y + at.x - before.x);
-    float step = scaledStep(pixels * kUnitsPerPixel, mods, 10.0f, 0.025f);
+    float step = scaledStep(pixels * kUnitsPerPixel, mods, kCoarse, 0.025f);
     if (logarithmic) step = logStep(step);
     changeBy(step);
     return true;
@@ -128,7 +125,7 @@ void TextEdit::onCaptureLost()
 
 bool TextEdit::onWheel(Point, int32_t delta, uint32_t mods)
 {
-    float step = scaledStep(static_cast<float>(delta) * kUnitsPerWheelTick, mods, 5.0f, 0.1f);
+    float step = scaledStep(static_cast<float>(delta) * kUnitsPerWheelTick, mods, 5.0f, kFine);
     if (logarithmic) step = logStep(step * kWheelLogScale);
     changeBy(step);
     return true;
@@ -137,21 +134,8 @@ bool TextEdit::onWheel(Point, int32_t delta, uint32_t mods)
 bool TextEdit::onKeyDown(uint32_t key, uint32_t mods, bool)
 {
     constexpr float kBeyondAnyRange = 100000.0f;
-    float step = 0.0f;
-    switch (key) {
-    case Platform::kKeyF2: openEntryBox(); return true;
-    case Platform::kKeyPageUp: step = 10.0f; break;
-    case Platform::kKeyPageDown: step = -10.0f; break;
-    case Platform::kKeyEnd: step = kBeyondAnyRange; break;
-    case Platform::kKeyHome: step = -kBeyondAnyRange; break;
-    case Platform::kKeyLeft:
-    case Platform::kKeyDown: step = -1.0f; break;
-    case Platform::kKeyUp:
-    case Platform::kKeyRight: step = 1.0f; break;
-    default: return false;
-    }
-    changeBy(scaledStep(step, mods, 10.0f, 0.1f));
-    sigResetFocusTimer();
+    if (key != Platform::kKeyF2) return stepByKey(key, mods, 10.0f, kBeyondAnyRange);
+    openEntryBox();
     return true;
 }
 
@@ -166,7 +150,7 @@ void TextEdit::openEntryBox()
     request.allowed.assign(kTypable, kTypable + sizeof kTypable - 1);
     const auto typed = Platform::windowSystem().promptText(request);
     if (!handle) return; // the editor was closed meanwhile
-    takeFocus();
+    setFocus();
     bool isNumber = false;
     const double wanted = typed ? String(typed->c_str()).toDouble(&isNumber) : 0.0;
     if (isNumber && std::isfinite(wanted))

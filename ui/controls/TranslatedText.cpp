@@ -61,11 +61,4 @@ bool TranslatedText::onMouseDown(Point, uint32_t)
     return true;
 }
 
-std::span<const MetaEntry> TranslatedText::signalTable()
-{
-    static constexpr MetaMethod clicked = metaMethod<&TranslatedText::sigClicked>("sigClicked");
-    static constexpr MetaEntry rows[] = {{"sigClicked()", &clicked}};
-    return rows;
-}
-
 } // namespace UI::Native

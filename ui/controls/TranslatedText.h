@@ -18,8 +18,8 @@ public:
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
 
-    void sigClicked() { emitSignal(0); }
-    static std::span<const MetaEntry> signalTable();
+    void sigClicked() { emitSignal<&TranslatedText::sigClicked>(); }
+    using Signals = MetaRows<Meta<&TranslatedText::sigClicked>>;
 
 private:
     const TextSource &source;

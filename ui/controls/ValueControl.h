@@ -34,33 +34,19 @@ public:
     {
     }
 
-    void sigUserValueDelta(float delta) { this->emitSignal(0, delta); }
-    void sigUserValueSet(float wanted) { this->emitSignal(1, wanted); }
-    void sigUserReset() { this->emitSignal(2); }
-    void sigUserValueChanged() { this->emitSignal(3); }
+    void sigUserValueDelta(float delta)
+    {
+        this->template emitSignal<&ValueControl::sigUserValueDelta>(delta);
+    }
+    void sigUserValueSet(float wanted) { this->template emitSignal<&ValueControl::sigUserValueSet>(wanted); }
+    void sigUserReset() { this->template emitSignal<&ValueControl::sigUserReset>(); }
+    void sigUserValueChanged() { this->template emitSignal<&ValueControl::sigUserValueChanged>(); }
     void slotUpdateFloatParamValue() { static_cast<Self *>(this)->refresh(); }
 
-    static std::span<const MetaEntry> signalTable()
-    {
-        static constexpr MetaParameter delta[] = {{"fDelta", "float"}}, wanted[] = {{"fValue", "float"}};
-        static constexpr MetaMethod methods[] = {
-            metaMethod<&ValueControl::sigUserValueDelta>("sigUserValueDelta", delta),
-            metaMethod<&ValueControl::sigUserValueSet>("sigUserValueSet", wanted),
-            metaMethod<&ValueControl::sigUserReset>("sigUserReset"),
-            metaMethod<&ValueControl::sigUserValueChanged>("sigUserValueChanged")};
-        static constexpr MetaEntry rows[] = {{"sigUserValueDelta(float)", &methods[0]},
-                                             {"sigUserValueSet(float)", &methods[1]},
-                                             {"sigUserReset()", &methods[2]},
-                                             {"sigUserValueChanged()", &methods[3]}};
-        return rows;
-    }
-    static std::span<const MetaEntry> slotTable()
-    {
-        static constexpr MetaMethod update =
-            metaMethod<&ValueControl::slotUpdateFloatParamValue>("slotUpdateFloatParamValue");
-        static constexpr MetaEntry rows[] = {{"slotUpdateFloatParamValue()", &update}};
-        return rows;
-    }
+    using Signals = MetaRows<Meta<&ValueControl::sigUserValueDelta, "fDelta">,
+                             Meta<&ValueControl::sigUserValueSet, "fValue">,
+                             Meta<&ValueControl::sigUserReset>, Meta<&ValueControl::sigUserValueChanged>>;
+    using Slots = MetaRows<Meta<&ValueControl::slotUpdateFloatParamValue>>;
 
 protected:
     void changeBy(float delta)
@@ -94,7 +80,27 @@ protected:
         this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
                                                 nullptr, nullptr);
     }
+    static constexpr float kCoarse = 10.0f, kFine = 0.1f;
     static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
+    /// Takes the keys that step a value: arrows by 1, the page keys by `page`, End and Home by `whole`.
+    bool stepByKey(uint32_t key, uint32_t mods, float page, float whole)
+    {
+        float step = 0.0f;
+        switch (key) {
+        case Platform::kKeyPageUp: step = page; break;
+        case Platform::kKeyPageDown: step = -page; break;
+        case Platform::kKeyEnd: step = whole; break;
+        case Platform::kKeyHome: step = -whole; break;
+        case Platform::kKeyLeft:
+        case Platform::kKeyDown: step = -1.0f; break;
+        case Platform::kKeyUp:
+        case Platform::kKeyRight: step = 1.0f; break;
+        default: return false;
+        }
+        changeBy(scaledStep(step, mods, kCoarse, kFine));
+        this->sigResetFocusTimer();
+        return true;
+    }
     /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
     float scaledStep(float step, uint32_t mods, float coarse, float fine) const
     {

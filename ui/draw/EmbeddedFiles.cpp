@@ -9,8 +9,8 @@ EmbeddedData findEmbeddedFile(const String &name)
     const auto [row, isNew] = embeddedCache.try_emplace(name);
     if (isNew) {
         const EmbeddedFile *file = embeddedFiles;
-        while (file->data != nullptr && name != file->name) ++file;
-        if (file->data != nullptr) row->second = {file->data, file->size};
+        while (file->data && name != file->name) ++file;
+        if (file->data) row->second = {file->data, file->size};
     }
     return row->second;
 }

@@ -1,15 +1,16 @@
 #pragma once
-#include "PluginBase/Util/String.h"
 #include <cstdint>
 #include <map>
+
+#include "PluginBase/Util/String.h"
 
 namespace UI::Native {
 
 /// One file that is part of the program, as the build put it in.
 struct EmbeddedFile {
-    uint32_t size; ///< bytes
+    uint32_t size; // bytes
     const uint8_t *data;
-    const char *name; ///< without a folder
+    const char *name; // without a folder
 };
 
 /// The files of resources/images in the byte order of their names; a row without data ends the table.

@@ -9,7 +9,7 @@ void fillRect(uint32_t *pixels, uint32_t stride, const Rect &area, const Rect &c
               uint8_t fade)
 {
     const Rect part = area.intersected(clip);
-    if (part.isEmpty() || pixels == nullptr) return;
+    if (part.isEmpty() || !pixels) return;
     const uint32_t inverse = inverseAlpha(fade);
     // Blue, green, red: the order of a pixel's bytes in memory.
     uint8_t scaled[3];
@@ -25,7 +25,7 @@ void drawRect(uint32_t *pixels, uint32_t stride, const Rect &area, const Rect &c
               uint8_t fade)
 {
     const Rect part = area.intersected(clip);
-    if (part.isEmpty() || pixels == nullptr) return;
+    if (part.isEmpty() || !pixels) return;
     const uint32_t inverse = inverseAlpha(fade);
     const auto lay = [&](int32_t x, int32_t y) {
         uint32_t &pixel = pixels[static_cast<size_t>(y) * stride + static_cast<size_t>(x)];

@@ -84,7 +84,7 @@ void drawSmoothLine(const LineJob &job)
 
 void drawLine(const LineJob &job)
 {
-    if (job.pixels == nullptr) return;
+    if (!job.pixels) return;
     if (job.style == LineJob::smooth)
         drawSmoothLine(job);
     else

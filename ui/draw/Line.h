@@ -8,7 +8,7 @@ struct LineJob {
     enum Style : uint32_t { plain = 0, smooth = 1, coloured = 2 };
 
     int32_t x0, y0, x1, y1;
-    uint32_t style;                    // `coloured` and above: pixel t takes colours[t]
+    Style style;                       // `coloured` and above: pixel t takes colours[t]
     uint32_t colour;                   // 0xRRGGBB
     const uint32_t *colours = nullptr; // one for each pixel of the longer axis
     uint8_t fade;                      // inverted alpha

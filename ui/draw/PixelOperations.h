@@ -1,8 +1,7 @@
 #pragma once
+#include <cstdint>
 
 #include "dsp/numerics/VectorStatus.h"
-
-#include <cstdint>
 
 /// Arithmetic on rectangles of 4-byte pixels, for translucent fills.
 /// Shape   `step` bytes from row to row, `width` by `height` pixels

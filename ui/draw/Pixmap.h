@@ -1,7 +1,8 @@
 #pragma once
-#include "PluginBase/Util/String.h"
 #include <cstdint>
 #include <memory>
+
+#include "PluginBase/Util/String.h"
 
 namespace UI::Native {
 
@@ -9,9 +10,9 @@ namespace UI::Native {
 /// Pixels  0xAARRGGBB from the top row down; AA is 0 for opaque and 255 for transparent
 struct Pixmap {
     std::shared_ptr<const uint32_t[]> pixels;
-    uint32_t stride = 0;             ///< pixels from row to row
-    int32_t width = -1, height = -1; ///< pixels
-    bool hasAlpha = false;           ///< false lets a blit copy whole rows
+    uint32_t stride = 0;             // pixels from row to row
+    int32_t width = -1, height = -1; // pixels
+    bool hasAlpha = false;           // false lets a blit copy whole rows
 };
 
 using PixmapRef = std::shared_ptr<const Pixmap>;

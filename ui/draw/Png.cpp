@@ -1,4 +1,5 @@
 #include "ui/draw/Png.h"
+
 #include <algorithm>
 #include <csetjmp>
 #include <cstring>
@@ -59,7 +60,7 @@ struct Png::Decoder {
     explicit Decoder(EmbeddedData file)
         : state{file.data, file.size, 0},
           png(png_create_read_struct(PNG_LIBPNG_VER_STRING, nullptr, leave, ignore)),
-          info(png != nullptr ? png_create_info_struct(png) : nullptr)
+          info(png ? png_create_info_struct(png) : nullptr)
     {
     }
     ~Decoder() { png_destroy_read_struct(&png, &info, nullptr); }
@@ -78,7 +79,7 @@ struct Png::Decoder {
 // would have to release, and no local variable that changes.
 bool Png::Decoder::read()
 {
-    if (info == nullptr) return false;
+    if (!info) return false;
     if (setjmp(png_jmpbuf(png)) != 0) return false;
     png_set_user_limits(png, kMaxSide, kMaxSide);
     png_set_palette_to_rgb(png);
@@ -87,19 +88,19 @@ bool Png::Decoder::read()
     png_set_read_fn(png, &state, readBytes);
     png_read_png(png, info, PNG_TRANSFORM_INVERT_ALPHA, nullptr);
     rows = png_get_rows(png, info);
-    return rows != nullptr;
+    return rows;
 }
 
 Png::Png(EmbeddedData file)
 {
-    if (file.data == nullptr) return;
+    if (!file.data) return;
     auto opened = std::make_unique<Decoder>(file);
     if (opened->read()) decoder = std::move(opened);
 }
 
 Png::~Png() = default;
 
-bool Png::isEmpty() const { return decoder == nullptr; }
+bool Png::isEmpty() const { return !decoder; }
 uint32_t Png::width() const { return isEmpty() ? 0 : png_get_image_width(decoder->png, decoder->info); }
 uint32_t Png::height() const { return isEmpty() ? 0 : png_get_image_height(decoder->png, decoder->info); }
 

@@ -1,8 +1,9 @@
 #pragma once
-#include "PluginBase/Util/String.h"
-#include "ui/draw/EmbeddedFiles.h"
 #include <cstdint>
 #include <memory>
+
+#include "PluginBase/Util/String.h"
+#include "ui/draw/EmbeddedFiles.h"
 
 namespace UI::Native {
 

@@ -1,12 +1,13 @@
 #include "ui/draw/Surface.h"
-#include "ui/draw/Png.h"
+
 #include <new>
+
+#include "ui/draw/Png.h"
 
 namespace UI::Native {
 
 Surface::Surface(int32_t width, int32_t height, uint32_t mode)
-    : target(width, height, mode == 0 ? Platform::Bitmap::Format::colour : Platform::Bitmap::Format::mask),
-      pixelMode(mode)
+    : target(width, height, mode == 0 ? Platform::Bitmap::Format::colour : Platform::Bitmap::Format::mask)
 {
 }
 

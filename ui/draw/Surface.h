@@ -1,9 +1,10 @@
 #pragma once
+#include <cstdint>
+#include <memory>
+
 #include "PluginBase/Util/String.h"
 #include "platform/Bitmap.h"
 #include "platform/Geometry.h"
-#include <cstdint>
-#include <memory>
 
 namespace UI::Native {
 
@@ -17,22 +18,22 @@ public:
     Surface(int32_t width, int32_t height, uint32_t mode = 0);
 
     bool isEmpty() const { return target.isEmpty(); }
-    uint32_t mode() const { return pixelMode; }
     int32_t width() const { return isEmpty() ? -1 : target.width(); }
     int32_t height() const { return isEmpty() ? -1 : target.height(); }
     /// All of it; empty if the surface is.
     Rect bounds() const { return Rect::at({}, target.width(), target.height()); }
     /// From row to row, in pixels for mode 0 and in bytes for others.
-    uint32_t stride() const { return pixelMode == 0 ? target.bytesPerRow() / 4 : target.bytesPerRow(); }
+    uint32_t stride() const { return isColour() ? target.bytesPerRow() / 4 : target.bytesPerRow(); }
     /// The top row; null if empty or of another mode than 0.
-    uint32_t *pixels() const { return pixelMode == 0 ? static_cast<uint32_t *>(target.pixels()) : nullptr; }
+    uint32_t *pixels() const { return isColour() ? static_cast<uint32_t *>(target.pixels()) : nullptr; }
     /// What the window system copies from and draws text into.
     Platform::Bitmap &bitmap() { return target; }
     const Platform::Bitmap &bitmap() const { return target; }
 
 private:
+    bool isColour() const { return target.format() == Platform::Bitmap::Format::colour; }
+
     Platform::Bitmap target;
-    uint32_t pixelMode;
 };
 
 using SurfaceRef = std::shared_ptr<Surface>;

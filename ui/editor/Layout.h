@@ -4,7 +4,8 @@
 
 #include "platform/Geometry.h"
 
-/// Where things stand in the editor, in pixels from its upper left corner. Sizes are those of the images.
+/// Where things stand in the editor, in pixels from its upper left corner. Sizes are those of the images. The
+/// skin's script reads the numbers from here and from the controls (resources/skin/shared.py).
 namespace UI::Layout {
 
 constexpr int32_t kWidth = 547, kHeight = 488; // of the whole editor

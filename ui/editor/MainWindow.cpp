@@ -9,11 +9,12 @@
 
 namespace UI {
 
+using Platform::Event;
 using Platform::windowSystem;
 
 namespace {
 
-constexpr uint32_t kBandColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
+constexpr uint32_t kBarColours[DSP::kBands] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5};
 constexpr uint32_t kInactiveColour = 0x535353, kLimiterColour = 0x626C7B;
 constexpr float kAttackLowestMs = 1.0f, kAttackHighestMs = 20.0f, kBrickwallAttackHighestMs = 5.0f;
 
@@ -130,24 +131,23 @@ void MainWindow::moveFocus(bool forward)
 
 bool MainWindow::onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t mods)
 {
-    using Kind = Platform::Event::Kind;
-    if (static_cast<Kind>(kind) == Kind::wheel) {
+    const auto what = static_cast<Event::Kind>(kind);
+    if (what == Event::Kind::wheel) {
         for (Native::WindowBase *target : wheelTargets) {
             const Rect place = target->frameRect();
             if (!place.contains(at)) continue;
-            target->dispatchMouse(kind, at - place.corner(), mods, wheel);
+            target->dispatchMouse(what, at - place.corner(), mods, wheel);
             break;
         }
         return true;
     }
-    if (toolTips)
-        toolTips->onMouse(at, static_cast<Kind>(kind) == Kind::mouseMove, windowSystem().milliseconds());
+    if (toolTips) toolTips->onMouse(at, what == Event::Kind::mouseMove, windowSystem().milliseconds());
     return false;
 }
 
 void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t)
 {
-    const bool isMove = static_cast<Platform::Event::Kind>(kind) == Platform::Event::Kind::mouseMove;
+    const bool isMove = static_cast<Event::Kind>(kind) == Event::Kind::mouseMove;
     if (toolTips) toolTips->onCapturedMouse(at, isMove, windowSystem().milliseconds());
 }
 
@@ -213,7 +213,7 @@ void MainWindow::slotUpdatePanelEnables()
     bool recoloured = false;
     for (uint32_t band = 0; band < DSP::kBands; ++band) {
         const bool silent = solos > 0 && !dynamics.solo(band);
-        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBandColours[band];
+        const uint32_t colour = silent || dynamics.bypass(band) ? kInactiveColour : kBarColours[band];
         if (!paintBar(Layout::bandBar(band), bandBarColours[band], colour)) continue;
         recoloured = true;
         bandTitles[band]->redraw();
@@ -231,30 +231,6 @@ void MainWindow::slotUpdateLimiterEnable()
     limiterTitle->redraw();
     limiterBypassButton->redraw();
     windowSystem().invalidate(hostWindow(), Layout::limiterBar(), false);
-}
-
-std::span<const MetaEntry> MainWindow::slotTable()
-{
-    static constexpr MetaParameter cutoff[] = {{"iCutoff", "uint"}}, band[] = {{"iBand", "uint"}};
-    static constexpr MetaParameter delta[] = {{"iCutoff", "uint"}, {"fDelta", "float"}};
-    static constexpr MetaParameter wanted[] = {{"iCutoff", "uint"}, {"fValue", "float"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MainWindow::slotResetFocusTimer>("slotResetFocusTimer"),
-        metaMethod<&MainWindow::slotSpectrumCutoffFocus>("slotSpectrumCutoffFocus", cutoff),
-        metaMethod<&MainWindow::slotSpectrumGainFocus>("slotSpectrumGainFocus", band),
-        metaMethod<&MainWindow::slotCutoffDelta>("slotCutoffDelta", delta),
-        metaMethod<&MainWindow::slotCutoffReset>("slotCutoffReset", cutoff),
-        metaMethod<&MainWindow::slotCutoffSet>("slotCutoffSet", wanted),
-        metaMethod<&MainWindow::slotUpdateLimiterAttackRange>("slotUpdateLimiterAttackRange"),
-        metaMethod<&MainWindow::slotUpdatePanelEnables>("slotUpdatePanelEnables"),
-        metaMethod<&MainWindow::slotUpdateLimiterEnable>("slotUpdateLimiterEnable")};
-    static constexpr MetaEntry rows[] = {
-        {"slotResetFocusTimer()", &methods[0]},          {"slotSpectrumCutoffFocus(uint)", &methods[1]},
-        {"slotSpectrumGainFocus(uint)", &methods[2]},    {"slotCutoffDelta(uint,float)", &methods[3]},
-        {"slotCutoffReset(uint)", &methods[4]},          {"slotCutoffSet(uint,float)", &methods[5]},
-        {"slotUpdateLimiterAttackRange()", &methods[6]}, {"slotUpdatePanelEnables()", &methods[7]},
-        {"slotUpdateLimiterEnable()", &methods[8]}};
-    return rows;
 }
 
 } // namespace UI

@@ -1,6 +1,7 @@
 #pragma once
 #include <array>
 #include <memory>
+#include <string>
 #include <vector>
 
 #include "dsp/component/Bands.h"
@@ -44,9 +45,17 @@ public:
     void slotUpdateLimiterAttackRange();
     void slotUpdatePanelEnables();
     void slotUpdateLimiterEnable();
-    static std::span<const MetaEntry> slotTable();
+    using Slots = MetaRows<
+        Meta<&MainWindow::slotResetFocusTimer>, Meta<&MainWindow::slotSpectrumCutoffFocus, "iCutoff">,
+        Meta<&MainWindow::slotSpectrumGainFocus, "iBand">,
+        Meta<&MainWindow::slotCutoffDelta, "iCutoff", "fDelta">,
+        Meta<&MainWindow::slotCutoffReset, "iCutoff">, Meta<&MainWindow::slotCutoffSet, "iCutoff", "fValue">,
+        Meta<&MainWindow::slotUpdateLimiterAttackRange>, Meta<&MainWindow::slotUpdatePanelEnables>,
+        Meta<&MainWindow::slotUpdateLimiterEnable>>;
 
     const std::vector<Native::WindowBase *> &controlsInFocusOrder() const { return focusOrder; }
+    /// What a user calls them, in the same order.
+    static std::vector<std::string> controlNames();
 
 protected:
     void addBackgrounds() override;
@@ -71,9 +80,6 @@ private:
     void createLabel(uint32_t row, Point offset, Native::TranslatedText **kept = nullptr);
     void fillFocusOrder();
     void createToolTips();
-    template <class Control>
-    void connectGesture(Control *control, Object *receiver, const char *delta, const char *reset,
-                        const char *set, uint32_t index);
     void createGroup(const char *groupName, uint32_t firstParameter, const PerBand<Native::TextEdit> &edits,
                      const PerBand<Native::PixmapSlider> *sliders, Native::MultiBandSpectrum *refreshed);
 

@@ -17,7 +17,7 @@ MainWindowBase::MainWindowBase(Platform::WindowHandle nativeWindow, Point origin
       hostHandle(nativeWindow)
 {
     frame->setClient(this);
-    connect(frame.get(), "2sigNullTimer(uint)", this, "1slotNullTimer(uint)");
+    wire<&Native::FrameBase::sigNullTimer, &MainWindowBase::slotNullTimer>(frame.get(), this);
 }
 
 MainWindowBase::~MainWindowBase()
@@ -31,7 +31,6 @@ void MainWindowBase::open()
     frame->createKeyboardProxy();
     backgrounds.clear();
     addBackgrounds();
-    isOpen = true;
     createControls();
     slotUpdateAll();
     paintingSuspended = false;
@@ -66,9 +65,7 @@ bool MainWindowBase::handleMessage(const Event &event)
 
 bool MainWindowBase::eraseBackground()
 {
-    if (paintingSuspended || erasesDisabled || (backgroundPainted && !repaintOnErase)) return true;
-    backgroundPainted = true;
-    windowSystem().redrawAll(hostHandle);
+    if (!paintingSuspended && !erasesDisabled) windowSystem().redrawAll(hostHandle);
     return true;
 }
 
@@ -129,7 +126,7 @@ void MainWindowBase::handleCustom(uint32_t code)
         startTicking();
         break;
     case Link::backgroundGridChanged: windowSystem().invalidate(hostHandle, {}, true); break;
-    case 13: break; // spoken for, and without a meaning
+    case 13: break; // reserved: no message for a subclass
     default: onCustomMessage(code);
     }
 }
@@ -176,7 +173,6 @@ void MainWindowBase::stopTicking()
 
 void MainWindowBase::tick()
 {
-    frame->runTimers();
     const uint32_t now = windowSystem().milliseconds();
     if (now - lastRender < kMinRenderMs) return;
     lastRender = now;
@@ -190,55 +186,6 @@ void MainWindowBase::updateOpacity()
     if (wanted == opacityByte) return;
     windowSystem().setOpacity(hostHandle, wanted);
     opacityByte = wanted;
-}
-
-void MainWindowBase::onNullTimer(uint32_t timer)
-{
-    if (!pendingTimerSet || pendingTimerId != timer) return;
-    pendingTimerSet = false;
-    pendingTimerId = 0;
-}
-
-std::span<const MetaEntry> MainWindowBase::signalTable()
-{
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MainWindowBase::sigSamplingRateChanged>("sigSamplingRateChanged"),
-        metaMethod<&MainWindowBase::sigNumChannelsChanged>("sigNumChannelsChanged"),
-        metaMethod<&MainWindowBase::sigHostAppSettingsChanged>("sigHostAppSettingsChanged"),
-        metaMethod<&MainWindowBase::sigAcquireNativeFocus>("sigAcquireNativeFocus")};
-    static constexpr MetaEntry rows[] = {{"sigSamplingRateChanged()", &methods[0]},
-                                         {"sigNumChannelsChanged()", &methods[1]},
-                                         {"sigHostAppSettingsChanged()", &methods[2]},
-                                         {"sigAcquireNativeFocus()", &methods[3]}};
-    return rows;
-}
-
-std::span<const MetaEntry> MainWindowBase::slotTable()
-{
-    static constexpr MetaParameter panel[] = {{"iPanel", "uint"}}, timer[] = {{"iTimer", "uint"}};
-    static constexpr MetaParameter solo[] = {{"bSolo", "bool"}}, bypass[] = {{"bBypass", "bool"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&MainWindowBase::slotUpdateAll>("slotUpdateAll"),
-        metaMethod<&MainWindowBase::slotUpdateNativeOpacity>("slotUpdateNativeOpacity"),
-        metaMethod<&MainWindowBase::slotDisableErases>("slotDisableErases"),
-        metaMethod<&MainWindowBase::slotEnableErases>("slotEnableErases"),
-        metaMethod<&MainWindowBase::slotShowPanel>("slotShowPanel", panel),
-        metaMethod<&MainWindowBase::slotNullTimer>("slotNullTimer", timer),
-        metaMethod<&MainWindowBase::slotSetActivePanelFocusOrder>("slotSetActivePanelFocusOrder"),
-        metaMethod<&MainWindowBase::slotNavBarSolo>("slotNavBarSolo", solo),
-        metaMethod<&MainWindowBase::slotNavBarBypass>("slotNavBarBypass", bypass),
-        metaMethod<&MainWindowBase::slotPresetDialogHiding>("slotPresetDialogHiding")};
-    static constexpr MetaEntry rows[] = {{"slotUpdateAll()", &methods[0]},
-                                         {"slotUpdateNativeOpacity()", &methods[1]},
-                                         {"slotDisableErases()", &methods[2]},
-                                         {"slotEnableErases()", &methods[3]},
-                                         {"slotShowPanel(uint)", &methods[4]},
-                                         {"slotNullTimer(uint)", &methods[5]},
-                                         {"slotSetActivePanelFocusOrder()", &methods[6]},
-                                         {"slotNavBarSolo(bool)", &methods[7]},
-                                         {"slotNavBarBypass(bool)", &methods[8]},
-                                         {"slotPresetDialogHiding()", &methods[9]}};
-    return rows;
 }
 
 } // namespace UI

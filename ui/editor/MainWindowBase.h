@@ -46,10 +46,10 @@ public:
     bool onFrameMouse(uint32_t, Point, int32_t, uint32_t) override { return false; }
     void onFrameMouseCaptured(uint32_t, Point, int32_t, uint32_t) override {}
 
-    void sigSamplingRateChanged() { emitSignal(0); }
-    void sigNumChannelsChanged() { emitSignal(1); }
-    void sigHostAppSettingsChanged() { emitSignal(2); }
-    void sigAcquireNativeFocus() { emitSignal(3); }
+    void sigSamplingRateChanged() { emitSignal<&MainWindowBase::sigSamplingRateChanged>(); }
+    void sigNumChannelsChanged() { emitSignal<&MainWindowBase::sigNumChannelsChanged>(); }
+    void sigHostAppSettingsChanged() { emitSignal<&MainWindowBase::sigHostAppSettingsChanged>(); }
+    void sigAcquireNativeFocus() { emitSignal<&MainWindowBase::sigAcquireNativeFocus>(); }
     void slotUpdateAll();
     void slotUpdateNativeOpacity() { updateOpacity(); }
     void slotDisableErases() { erasesDisabled = true; }
@@ -60,11 +60,19 @@ public:
     void slotNavBarSolo(bool) {}
     void slotNavBarBypass(bool) {}
     void slotPresetDialogHiding() { onPresetDialogHiding(); }
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals =
+        MetaRows<Meta<&MainWindowBase::sigSamplingRateChanged>, Meta<&MainWindowBase::sigNumChannelsChanged>,
+                 Meta<&MainWindowBase::sigHostAppSettingsChanged>,
+                 Meta<&MainWindowBase::sigAcquireNativeFocus>>;
+    using Slots = MetaRows<
+        Meta<&MainWindowBase::slotUpdateAll>, Meta<&MainWindowBase::slotUpdateNativeOpacity>,
+        Meta<&MainWindowBase::slotDisableErases>, Meta<&MainWindowBase::slotEnableErases>,
+        Meta<&MainWindowBase::slotShowPanel, "iPanel">, Meta<&MainWindowBase::slotNullTimer, "iTimer">,
+        Meta<&MainWindowBase::slotSetActivePanelFocusOrder>, Meta<&MainWindowBase::slotNavBarSolo, "bSolo">,
+        Meta<&MainWindowBase::slotNavBarBypass, "bBypass">, Meta<&MainWindowBase::slotPresetDialogHiding>>;
 
 protected:
-    virtual void onNullTimer(uint32_t timer);
+    virtual void onNullTimer(uint32_t /*timer*/) {}
     virtual void onPresetDialogHiding() {}
     virtual void addBackgrounds() {}
     virtual void createControls() = 0;
@@ -101,12 +109,7 @@ private:
 
     bool erasesDisabled = false;
     const Platform::WindowHandle hostHandle;
-    uint32_t pendingTimerId = 0;
-    bool pendingTimerSet = false;
-    bool isOpen = false;
     bool paintingSuspended = true;
-    bool backgroundPainted = false;
-    bool repaintOnErase = true;
     uint8_t opacityByte = 255;
     uint32_t lastRender = 0; // milliseconds
     std::vector<BackgroundImage> backgrounds;

@@ -1,3 +1,4 @@
+#include <cassert>
 #include <initializer_list>
 
 #include "PluginBase/Util/SignalProxy.h"
@@ -29,6 +30,18 @@ constexpr float kCutoffScaleUnits = 37.7f, kReleaseScaleUnits = 100.0f;
 void place(Native::WindowBase *control, Point at)
 {
     control->setGeometry(at.x, at.y, control->width(), control->height());
+}
+
+/// Has the receiver carry out what the user does with a control, under a number.
+template <auto Delta, auto Reset, auto Set, class Control>
+void connectGesture(Control *control, Object *receiver, uint32_t index)
+{
+    new Util::SignalProxyFloat(control, kConnectionText<&Control::sigUserValueDelta>, receiver,
+                               kConnectionText<Delta>, index);
+    new Util::SignalProxy(control, kConnectionText<&Control::sigUserReset>, receiver, kConnectionText<Reset>,
+                          index);
+    new Util::SignalProxyFloat(control, kConnectionText<&Control::sigUserValueSet>, receiver,
+                               kConnectionText<Set>, index);
 }
 
 String bandName(const char *pattern, uint32_t band) { return String(pattern).arg(band + 1); }
@@ -79,24 +92,15 @@ void MainWindow::createControls()
     createToolTips();
 }
 
-/// Has the receiver carry out what the user does with a control, under a number.
-template <class Control>
-void MainWindow::connectGesture(Control *control, Object *receiver, const char *delta, const char *reset,
-                                const char *set, uint32_t index)
-{
-    new Util::SignalProxyFloat(control, "2sigUserValueDelta(float)", receiver, delta, index);
-    new Util::SignalProxy(control, "2sigUserReset()", receiver, reset, index);
-    new Util::SignalProxyFloat(control, "2sigUserValueSet(float)", receiver, set, index);
-}
-
 void MainWindow::createSpectrum(const Images &images)
 {
     spectrum = new Native::MultiBandSpectrum(frame.get(), nullptr);
     place(spectrum, Layout::kSpectrum);
     wheelTargets.push_back(spectrum);
-    connect(spectrum, "2sigResetCutoff(uint)", this, "1slotCutoffReset(uint)");
-    connect(spectrum, "2sigCutoffFocus(uint)", this, "1slotSpectrumCutoffFocus(uint)");
-    connect(this, "2sigSamplingRateChanged()", spectrum, "1slotSamplingRateChanged()");
+    wire<&Native::MultiBandSpectrum::sigResetCutoff, &MainWindow::slotCutoffReset>(spectrum, this);
+    wire<&Native::MultiBandSpectrum::sigCutoffFocus, &MainWindow::slotSpectrumCutoffFocus>(spectrum, this);
+    wire<&MainWindow::sigSamplingRateChanged, &Native::MultiBandSpectrum::slotSamplingRateChanged>(this,
+                                                                                                   spectrum);
     for (uint32_t i = 0; i < DSP::kCutoffs; ++i) {
         auto *edit = new TextEdit(frame.get(), nullptr, bandName("CrossOver Cutoff %1 Edit", i),
                                   images.largeField, frame->transform().crossOver(), i, TextEdit::kNone);
@@ -105,10 +109,11 @@ void MainWindow::createSpectrum(const Images &images)
         edit->setVisualRange(0.0f, kCutoffScaleUnits);
         wheelTargets.push_back(edit);
         cutoffEdits[i] = edit;
-        connectGesture(edit, this, "1slotCutoffDelta(uint,float)", "1slotCutoffReset(uint)",
-                       "1slotCutoffSet(uint,float)", i);
-        connect(spectrum, "2sigUserCutoffChanged(uint,float)", edit, "1slotUpdateFloatParamValue()");
-        connect(edit, "2sigUserValueChanged()", spectrum, "1slotUpdateCutoffs()");
+        connectGesture<&MainWindow::slotCutoffDelta, &MainWindow::slotCutoffReset,
+                       &MainWindow::slotCutoffSet>(edit, this, i);
+        wire<&Native::MultiBandSpectrum::sigUserCutoffChanged, &TextEdit::slotUpdateFloatParamValue>(spectrum,
+                                                                                                     edit);
+        wire<&TextEdit::sigUserValueChanged, &Native::MultiBandSpectrum::slotUpdateCutoffs>(edit, spectrum);
     }
 }
 
@@ -124,8 +129,10 @@ void MainWindow::createOutput(const Images &images)
                                   kGainParam, TextEdit::kAll);
     place(outputGainEdit, Layout::kOutputEdit);
     wheelTargets.push_back(outputGainEdit);
-    connect(outputGainSlider, "2sigUserValueChanged()", outputGainEdit, "1slotUpdateFloatParamValue()");
-    connect(outputGainEdit, "2sigUserValueChanged()", outputGainSlider, "1slotUpdateFloatParamValue()");
+    wire<&PixmapSlider::sigUserValueChanged, &TextEdit::slotUpdateFloatParamValue>(outputGainSlider,
+                                                                                   outputGainEdit);
+    wire<&TextEdit::sigUserValueChanged, &PixmapSlider::slotUpdateFloatParamValue>(outputGainEdit,
+                                                                                   outputGainSlider);
 
     outputReadout = new Native::LevelMeterReadout(frame.get(), nullptr, Layout::kOutputReadout);
     outputMeter =
@@ -143,8 +150,8 @@ void MainWindow::createBand(const Images &images, uint32_t band)
                                      images.buttonFocus, dynamics, param + band);
         place(made, corner + at);
         made->setHotRect(Layout::kSwitchHotRect);
-        connect(made, "2sigUserToggled()", this, "1slotUpdatePanelEnables()");
-        connect(made, "2sigUserAltClicked()", this, "1slotUpdatePanelEnables()");
+        wire<&OnOffButton::sigUserToggled, &MainWindow::slotUpdatePanelEnables>(made, this);
+        wire<&OnOffButton::sigUserAltClicked, &MainWindow::slotUpdatePanelEnables>(made, this);
         return made;
     };
     soloButtons.push_back(
@@ -172,6 +179,7 @@ void MainWindow::createBand(const Images &images, uint32_t band)
         return made;
     };
     thresholdEdits[band] = edit("Band %1 Threshold Edit", kThreshold, Layout::kThresholdY);
+    // The name is the window's title, which has always been that of the threshold's field.
     gainEdits[band] = edit("Band %1 Threshold Edit", kBandGain, Layout::kGainY);
     ratioEdits[band] = edit("Band %1 Ratio Edit", kRatio, Layout::kRatioY);
     attackEdits[band] = edit("Band %1 Attack Edit", kAttack, Layout::kAttackY);
@@ -200,19 +208,20 @@ void MainWindow::createControlGroups()
 void MainWindow::createGroup(const char *groupName, uint32_t firstParameter, const PerBand<TextEdit> &edits,
                              const PerBand<PixmapSlider> *sliders, Native::MultiBandSpectrum *refreshed)
 {
-    constexpr const char *kDelta = "1slotDelta(uint,float)", *kReset = "1slotReset(uint)",
-                         *kSet = "1slotSet(uint,float)";
-    Native::ControlGroup::Members members;
+    using Group = Native::ControlGroup;
+    Group::Members members;
     for (uint32_t band = 0; band < DSP::kBands; ++band) members.params.push_back(firstParameter + band);
     members.edits.assign(edits.begin(), edits.end());
     if (sliders) members.sliders.assign(sliders->begin(), sliders->end());
     members.spectrum = refreshed;
-    auto *group = new Native::ControlGroup(frame.get(), groupName, &MainWindow::bandsLinked, this,
-                                           frame->transform().dynamics(), members);
+    auto *group = new Group(frame.get(), groupName, &MainWindow::bandsLinked, this,
+                            frame->transform().dynamics(), members);
     addChild(group);
     for (uint32_t band = 0; band < DSP::kBands; ++band) {
-        if (sliders) connectGesture((*sliders)[band], group, kDelta, kReset, kSet, band);
-        connectGesture(edits[band], group, kDelta, kReset, kSet, band);
+        if (sliders)
+            connectGesture<&Group::slotDelta, &Group::slotReset, &Group::slotSet>((*sliders)[band], group,
+                                                                                  band);
+        connectGesture<&Group::slotDelta, &Group::slotReset, &Group::slotSet>(edits[band], group, band);
     }
 }
 
@@ -224,7 +233,7 @@ void MainWindow::createLimiter(const Images &images)
                         "Button_Bypass_Off_", images.buttonFocus, maximizer, kLimiterBypass);
     place(limiterBypassButton, Layout::kLimiterBypass);
     limiterBypassButton->setHotRect(Layout::kSwitchHotRect);
-    connect(limiterBypassButton, "2sigUserToggled()", this, "1slotUpdateLimiterEnable()");
+    wire<&OnOffButton::sigUserToggled, &MainWindow::slotUpdateLimiterEnable>(limiterBypassButton, this);
     const auto edit = [&](const char *editName, uint32_t param, int32_t y) {
         auto *made =
             new TextEdit(frame.get(), nullptr, editName, images.smallField, maximizer, param, TextEdit::kAll);
@@ -254,18 +263,19 @@ void MainWindow::createOptions()
         box("Enable Brickwall Limiter Button", parts.maximizer(), kBrickwall, Layout::kBrickwallY);
     bandLinkButton =
         box("Band Link Button", parts.dynamics(), DSP::Dynamics::kBandLinkParam, Layout::kBandLinkY);
-    connect(brickwallButton, "2sigUserToggled()", this, "1slotUpdateLimiterAttackRange()");
+    wire<&OnOffButton::sigUserToggled, &MainWindow::slotUpdateLimiterAttackRange>(brickwallButton, this);
 }
 
 void MainWindow::createLabel(uint32_t row, Point offset, Native::TranslatedText **kept)
 {
     auto *label = new Native::TranslatedText(frame.get(), nullptr, language, row, offset);
     if (kept) *kept = label;
-    OnOffButton *const box = row == kSpectrumOnInputLabel ? spectrumOnInputButton
-                             : row == kBrickwallLabel     ? brickwallButton
-                             : row == kBandLinkLabel      ? bandLinkButton
-                                                          : nullptr;
-    if (box) connect(label, "2sigClicked()", box, "1slotClicked()"); // a click on the words works the box
+    // A click on the words works the box.
+    const std::pair<uint32_t, OnOffButton *> boxes[] = {{kSpectrumOnInputLabel, spectrumOnInputButton},
+                                                        {kBrickwallLabel, brickwallButton},
+                                                        {kBandLinkLabel, bandLinkButton}};
+    for (const auto &[labelRow, box] : boxes)
+        if (labelRow == row) wire<&Native::TranslatedText::sigClicked, &OnOffButton::slotClicked>(label, box);
 }
 
 void MainWindow::createLabels()
@@ -283,6 +293,20 @@ void MainWindow::createLabels()
     }
 }
 
+std::vector<std::string> MainWindow::controlNames()
+{
+    std::vector<std::string> names = {"Output Gain Slider", "Output Gain", "Low Cutoff", "Mid Cutoff",
+                                      "High Cutoff"};
+    for (uint32_t band = 0; band < DSP::kBands; ++band)
+        for (const char *control :
+             {"Solo", "Bypass", "Threshold Slider", "Threshold", "Gain", "Ratio", "Attack", "Release"})
+            names.push_back(bandName("Band %1 ", band).c_str() + std::string(control));
+    names.insert(names.end(),
+                 {"Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Attack",
+                  "Limiter Release", "Spectrum On Input", "Brickwall Limiter", "Link Band Controls"});
+    return names;
+}
+
 void MainWindow::fillFocusOrder()
 {
     const auto add = [this](std::initializer_list<Native::WindowBase *> controls) {
@@ -294,8 +318,9 @@ void MainWindow::fillFocusOrder()
              ratioEdits[b], attackEdits[b], releaseEdits[b]});
     add({limiterBypassButton, limiterThresholdEdit, limiterMarginEdit, limiterAttackEdit, limiterReleaseEdit,
          spectrumOnInputButton, brickwallButton, bandLinkButton});
+    assert(focusOrder.size() == controlNames().size());
     for (Native::WindowBase *control : focusOrder)
-        connect(control, "2sigResetFocusTimer()", this, "1slotResetFocusTimer()");
+        wire<&Native::WindowBase::sigResetFocusTimer, &MainWindow::slotResetFocusTimer>(control, this);
 }
 
 void MainWindow::createToolTips()

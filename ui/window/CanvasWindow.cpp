@@ -27,6 +27,14 @@ void CanvasWindow::makeCanvas(int32_t canvasWidth, int32_t canvasHeight)
     canvas = std::make_shared<Surface>(canvasWidth, canvasHeight);
 }
 
+bool CanvasWindow::takeSizeOf(const PixmapRef &image)
+{
+    if (!image) return false;
+    makeCanvas(image->width, image->height);
+    setGeometry(geometry.left, geometry.top, image->width, image->height);
+    return true;
+}
+
 void CanvasWindow::copyBackground()
 {
     if (frame->client()) copyImage(frame->client()->background(), frameRect(), canvas, {}, false, 0);

@@ -1,4 +1,5 @@
 #pragma once
+#include "ui/draw/Pixmap.h"
 #include "ui/draw/Surface.h"
 #include "ui/window/Window.h"
 
@@ -22,6 +23,8 @@ public:
 protected:
     /// Fresh pixels of this size; the window itself keeps its geometry.
     void makeCanvas(int32_t canvasWidth, int32_t canvasHeight);
+    /// The same, with the window, of the size of an image; false without one.
+    bool takeSizeOf(const PixmapRef &image);
     /// Puts the editor's ground under the control.
     void copyBackground();
     /// The picture is complete: shows it with the next paint.

@@ -16,7 +16,6 @@ FrameBase::FrameBase(Platform::WindowHandle hostHandle, Point origin, Plugin *ef
       originX(origin.x),
       originY(origin.y),
       plugin(effect),
-      fontSpecs(kFonts),
       fonts(kFonts)
 {
     ++liveCount;
@@ -35,7 +34,6 @@ FrameBase::~FrameBase()
 void FrameBase::setFont(uint32_t index, const FontSpec &spec)
 {
     if (index >= fonts.size()) return;
-    fontSpecs[index] = spec;
     const auto made = windowSystem().createFont({spec.height, false, spec.name.c_str()});
     if (made) fonts[index] = made;
 }
@@ -56,9 +54,7 @@ void FrameBase::addWindow(WindowBase *window)
 void FrameBase::forgetWindow(WindowBase *window)
 {
     if (mouseCapture == window) mouseCapture = nullptr;
-    if (frameDestroying) return;
-    std::erase(windows, window);
-    std::erase_if(timers, [&](const FrameTimer &timer) { return timer.target == window; });
+    if (!frameDestroying) std::erase(windows, window);
 }
 
 void FrameBase::setMouseCapture(WindowBase *window)
@@ -121,29 +117,6 @@ const Platform::CursorRef &FrameBase::arrow()
     return arrowCursor;
 }
 
-void FrameBase::runTimers()
-{
-    const uint32_t now = milliseconds();
-    for (size_t i = 0; i < timers.size();) {
-        const FrameTimer timer = timers[i];
-        if (now - timer.lastFired < timer.period) {
-            ++i;
-            continue;
-        }
-        const size_t before = timers.size();
-        if (timer.target)
-            timer.target->onTimer(timer.id);
-        else
-            sigNullTimer(timer.id);
-        if (timers.size() < before) continue; // it took itself out: the next stands here now
-        timers[i].lastFired = now;
-        if (timer.oneShot)
-            timers.erase(timers.begin() + static_cast<ptrdiff_t>(i));
-        else
-            ++i;
-    }
-}
-
 void FrameBase::blit(const SurfaceRef &from, Platform::DeviceContext &dc, const Rect &source, Point to)
 {
     if (from && !from->isEmpty()) dc.copy(from->bitmap(), source, to);
@@ -157,18 +130,6 @@ std::string FrameBase::nativeClassName(const Plugin &effect, const char *stem)
                .arg(effect.getHostFormat())
                .c_str() +
            std::string(stem);
-}
-
-std::span<const MetaEntry> FrameBase::signalTable()
-{
-    static constexpr MetaParameter what[] = {{"strName", "const String&"}};
-    static constexpr MetaParameter timer[] = {{"iTimer", "uint"}};
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&FrameBase::sigPostUndoEvent>("sigPostUndoEvent", what),
-        metaMethod<&FrameBase::sigNullTimer>("sigNullTimer", timer)};
-    static constexpr MetaEntry rows[] = {{"sigPostUndoEvent(const String&)", &methods[0]},
-                                         {"sigNullTimer(uint)", &methods[1]}};
-    return rows;
 }
 
 } // namespace UI::Native

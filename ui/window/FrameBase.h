@@ -21,7 +21,7 @@ struct FontSpec {
 };
 
 /// The drawing area of an editor as a whole, and what its windows share: the mouse capture, fonts, cursors,
-/// the keys' state, timers.
+/// the keys' state.
 /// Ownership the frame owns the windows without a parent
 /// Thread    the window's
 class FrameBase : public Reflected<FrameBase, Object> {
@@ -70,7 +70,8 @@ public:
     uint32_t milliseconds() const;
     const Platform::CursorRef &arrow();
 
-    void runTimers();
+    /// No control has a timer of its own: the editor's tick serves them all.
+    void runTimers() {}
     /// Copies a part of a surface to the screen; `to` is in the target window's own pixels.
     static void blit(const SurfaceRef &from, Platform::DeviceContext &dc, const Rect &source, Point to);
 
@@ -79,19 +80,12 @@ public:
     static std::string nativeClassName(const Plugin &effect, const char *stem);
     static int32_t liveFrames() { return liveCount; }
 
-    void sigPostUndoEvent(const String &what) { emitSignal(0, what); }
-    void sigNullTimer(uint32_t timer) { emitSignal(1, timer); }
-    static std::span<const MetaEntry> signalTable();
+    void sigPostUndoEvent(const String &what) { emitSignal<&FrameBase::sigPostUndoEvent>(what); }
+    void sigNullTimer(uint32_t timer) { emitSignal<&FrameBase::sigNullTimer>(timer); }
+    using Signals =
+        MetaRows<Meta<&FrameBase::sigPostUndoEvent, "strName">, Meta<&FrameBase::sigNullTimer, "iTimer">>;
 
 protected:
-    struct FrameTimer {
-        uint32_t id;
-        uint32_t period;    // ms
-        uint32_t lastFired; // milliseconds()
-        WindowBase *target; // null: sigNullTimer
-        bool oneShot;
-    };
-
     const Platform::WindowHandle handle;
     const int32_t originX, originY;
     Plugin *const plugin;
@@ -99,11 +93,9 @@ protected:
     WindowBase *mouseCapture = nullptr;
     bool holdsMouse = false; // the system gave it to mouseCapture, and has not taken it back
     KeyboardProxy *keyboardProxy = nullptr;
-    std::vector<FontSpec> fontSpecs;
     std::vector<Platform::FontRef> fonts;
     std::vector<WindowBase *> windows; // owned
     bool frameDestroying = false;
-    std::vector<FrameTimer> timers;
 
 private:
     const std::shared_ptr<Dispatch> events = std::make_shared<Dispatch>();

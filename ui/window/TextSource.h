@@ -13,7 +13,7 @@ struct TextRow {
     int32_t x, y, width, height; // no size: not a label, a tool tip
     int32_t textInset;           // pixels above text that is drawn by a font
     uint32_t stringId;           // in the first language
-    uint32_t alignment;
+    Alignment alignment;
     const char *english;
 };
 

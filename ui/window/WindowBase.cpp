@@ -13,8 +13,6 @@ namespace {
 
 constexpr intptr_t kHandled = 0;
 
-uint32_t kindOf(const Event &event) { return static_cast<uint32_t>(event.kind); }
-
 } // namespace
 
 WindowBase::WindowBase(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName)
@@ -112,8 +110,6 @@ void WindowBase::setFocus()
     if (focusable) windowSystem().setFocus(handle);
 }
 
-void WindowBase::takeFocus() { (focusForward ? focusForward : this)->setFocus(); }
-
 void WindowBase::invalidate(const OptionalRect &area)
 {
     if (area.present && area.rect.isEmpty()) return;
@@ -204,7 +200,7 @@ std::optional<intptr_t> WindowBase::handleKey(const Event &event)
 
 std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
 {
-    const uint32_t kind = kindOf(event);
+    const auto kind = static_cast<uint32_t>(event.kind);
     FrameClient *client = frame->client();
     if (client && frame->mouseCaptureWindow())
         client->onFrameMouseCaptured(kind, toFrame(event.at), event.wheel, event.modifiers);
@@ -215,7 +211,7 @@ std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
     for (WindowBase *window = this; window; window = window->parent) {
         const Point corner = window->geometry.corner();
         WindowBase *const next = window->parent; // a handler may end the window
-        if (window->dispatchMouse(kind, at, event.modifiers, event.wheel)) return kHandled;
+        if (window->dispatchMouse(event.kind, at, event.modifiers, event.wheel)) return kHandled;
         if (!next) break;
         at = at + corner;
     }
@@ -224,9 +220,9 @@ std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
     return kHandled;
 }
 
-bool WindowBase::dispatchMouse(uint32_t kind, Point at, uint32_t mods, int32_t delta)
+bool WindowBase::dispatchMouse(Event::Kind kind, Point at, uint32_t mods, int32_t delta)
 {
-    switch (static_cast<Event::Kind>(kind)) {
+    switch (kind) {
     case Event::Kind::leftDown: return onMouseDown(at, mods);
     case Event::Kind::leftUp: return onMouseUp(at, mods);
     case Event::Kind::leftDouble: return onDoubleClick(at, mods);
@@ -244,26 +240,7 @@ bool WindowBase::dispatchMove(Point at, uint32_t mods)
     windowSystem().showCursor(cursor ? cursor : frame->arrow());
     const bool dragging = (mods & (Platform::kLeftButton | Platform::kRightButton)) != 0;
     if ((dragging || wantsAllMoves) && onMouseMove(at, mods)) return true;
-    return cursor != nullptr; // a window with a cursor of its own shields its parents
-}
-
-std::span<const MetaEntry> WindowBase::signalTable()
-{
-    static constexpr MetaMethod methods[] = {
-        metaMethod<&WindowBase::sigReceivedFocus>("sigReceivedFocus"),
-        metaMethod<&WindowBase::sigLostFocus>("sigLostFocus"),
-        metaMethod<&WindowBase::sigResetFocusTimer>("sigResetFocusTimer")};
-    static constexpr MetaEntry rows[] = {{"sigReceivedFocus()", &methods[0]},
-                                         {"sigLostFocus()", &methods[1]},
-                                         {"sigResetFocusTimer()", &methods[2]}};
-    return rows;
-}
-
-std::span<const MetaEntry> WindowBase::slotTable()
-{
-    static constexpr MetaMethod setFocusMethod = metaMethod<&WindowBase::slotSetFocus>("slotSetFocus");
-    static constexpr MetaEntry rows[] = {{"slotSetFocus()", &setFocusMethod}};
-    return rows;
+    return static_cast<bool>(cursor); // a window with a cursor of its own shields its parents
 }
 
 } // namespace UI::Native

@@ -59,8 +59,6 @@ public:
     void raise();
     bool hasFocus() const;
     void setFocus();
-    /// To the control itself, or to the one that it hands the focus to.
-    void takeFocus();
     /// Asks for a paint of a part, or of all; a present but empty part asks for nothing.
     void invalidate(const OptionalRect &area = {});
     /// Paints at once.
@@ -81,24 +79,24 @@ public:
     /// The window's rectangle in frame coordinates.
     Rect frameRect() const { return Rect::at({frameX, frameY}, width(), height()); }
     bool isVisible() const { return visible; }
-    void setFocusForward(WindowBase *target) { focusForward = target; }
     static int32_t liveWindows() { return liveCount; }
 
     // Signals and slots.
-    void sigReceivedFocus() { emitSignal(0); }
-    void sigLostFocus() { emitSignal(1); }
+    void sigReceivedFocus() { emitSignal<&WindowBase::sigReceivedFocus>(); }
+    void sigLostFocus() { emitSignal<&WindowBase::sigLostFocus>(); }
     /// Whenever the user changes the control's value by a key.
-    void sigResetFocusTimer() { emitSignal(2); }
+    void sigResetFocusTimer() { emitSignal<&WindowBase::sigResetFocusTimer>(); }
     void slotSetFocus() { setFocus(); }
-    static std::span<const MetaEntry> signalTable();
-    static std::span<const MetaEntry> slotTable();
+    using Signals = MetaRows<Meta<&WindowBase::sigReceivedFocus>, Meta<&WindowBase::sigLostFocus>,
+                             Meta<&WindowBase::sigResetFocusTimer>>;
+    using Slots = MetaRows<Meta<&WindowBase::slotSetFocus>>;
 
     std::optional<intptr_t> onEvent(Platform::WindowHandle window, const Platform::Event &event) override;
     /// Gives an event of the mouse to this window and, while nobody takes it, to its parents.
     std::optional<intptr_t> handleMouse(const Platform::Event &event);
     std::optional<intptr_t> handleKey(const Platform::Event &event);
     /// One mouse event, in this window's pixels, to the operation for it.
-    bool dispatchMouse(uint32_t kind, Point at, uint32_t mods, int32_t delta);
+    bool dispatchMouse(Platform::Event::Kind kind, Point at, uint32_t mods, int32_t delta);
 
 protected:
     void createNative(const String &windowName, bool makeHandle);
@@ -117,7 +115,6 @@ protected:
     bool wantsAllMoves = false;
     Platform::CursorRef cursor; // empty: the arrow
     bool focusSignals = false;
-    WindowBase *focusForward = nullptr;
 
 private:
     friend class FrameBase;

@@ -1,0 +1,34 @@
+"""What the skin shares with the editor. It is written in the editor's sources, and read from there."""
+import pathlib
+import re
+
+EDITOR = pathlib.Path(__file__).resolve().parents[2] / "ui"
+
+
+def constants(source):
+    """Constants of a source by their names: numbers, and tuples of numbers."""
+    values = {}
+
+    def value(text):
+        if text.startswith("{"):
+            return tuple(value(part.strip()) for part in text[1:-1].split(","))
+        return values[text] if text in values else float(text[:-1]) if text.endswith("f") and "." in text else int(text, 0)
+
+    words = re.sub(r"//.*", "", (EDITOR / source).read_text())
+    for declaration in re.findall(r"constexpr [^;(]*;", words):
+        for name, text in re.findall(r"\b(k\w+)(?:\[[\w:]+\])?(?: = )?(\{[^}]*\}|(?<== )[-\w.]+)(?=[,;])", declaration):
+            values[name] = value(text)
+    return values
+
+
+def text_rows():
+    """The rows of the editor's text table: x, y, width, height, alignment, words."""
+    rows = re.findall(r'\{(\d+), (\d+), (\d+), (\d+), \d+, \d+, TextRow::(\w+), "([^"]*)"\}',
+                      (EDITOR / "editor/TextTable.cpp").read_text())
+    return [(*map(int, row[:4]), *row[4:]) for row in rows]
+
+
+def glyphs():
+    """The glyphs of a strip, and the columns that each of them takes, its gap to the next included."""
+    rows = re.findall(r"\{'(.)', \d+, (\d+)\}", (EDITOR / "draw/GlyphStrip.cpp").read_text())
+    return "".join(glyph for glyph, _ in rows), tuple(int(width) for _, width in rows)
