@@ -5,9 +5,9 @@ namespace DSP {
 
 /// The user's settings of one band's compressor.
 struct BandSettings {
-    float thresholdDb, gainDb, ratio;
-    float attackMs, releaseMs;
-    bool bypass, solo;
+    float thresholdDb = 0, gainDb = 0, ratio = 1;
+    float attackMs = 0, releaseMs = 0;
+    bool bypass = false, solo = false;
 };
 
 /// What a block reads of them: linear gains and one-pole coefficients per sample.

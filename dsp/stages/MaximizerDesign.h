@@ -7,10 +7,10 @@ namespace DSP {
 
 /// The user's settings of the output limiter.
 struct MaximizerSettings {
-    float thresholdDb, marginDb;
-    float ratio; // part of the saved format; both curves are fixed
-    float attackMs, releaseMs;
-    bool bypass, brickwall;
+    float thresholdDb = 0, marginDb = 0;
+    float ratio = 1; // part of the saved format; both curves are fixed
+    float attackMs = 0, releaseMs = 0;
+    bool bypass = false, brickwall = false;
 };
 
 /// What a block reads of them: linear gains, one-pole coefficients per sample, and samples.
