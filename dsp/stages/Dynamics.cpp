@@ -1,18 +1,15 @@
 #include "dsp/stages/Dynamics.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "dsp/kernels/DenormalGuard.h"
 #include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
 #include "dsp/numerics/Conversions.h"
-#include "dsp/numerics/Math.h"
 
 namespace DSP {
 
 namespace {
-constexpr float kLookAheadSeconds = 0.001f;
 constexpr uint32_t kChunk = Kernels::DynamicsKernels::kMostFrames;
 } // namespace
 
@@ -22,6 +19,7 @@ Dynamics::Dynamics(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Squash")
     owner = this;
     for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamValue(i, floatParamDefault(i));
     envelopeDecay = peakDecay(sampleRate);
+    for (Band &band : bands) designBand(band); // also where every default is zero
     reset();
     finishConstruction();
 }
@@ -57,74 +55,25 @@ void Dynamics::declareParameters()
 }
 
 template <class V>
-bool Dynamics::change(Util::Shared<V> &value, V next)
+void Dynamics::change(uint32_t band, V BandSettings::*field, V value)
 {
-    if (!value.change(next)) return false;
+    const Util::Hold setting(settingLock);
+    BandSettings next = bands[band].settings.load();
+    if (next.*field == value) return;
+    next.*field = value;
+    bands[band].settings.store(next);
+    designBand(bands[band]);
     notifyParameterChanged();
-    return true;
 }
+template void Dynamics::change(uint32_t, float BandSettings::*, float);
+template void Dynamics::change(uint32_t, bool BandSettings::*, bool);
 
-void Dynamics::setBandLink(bool on) { change(bandLink, on); }
-void Dynamics::setBypass(uint32_t band, bool on) { change(bands[band].bypass, on); }
-void Dynamics::setSolo(uint32_t band, bool on) { change(bands[band].solo, on); }
-
-void Dynamics::setThreshold(uint32_t band, float db)
+void Dynamics::setBandLink(bool on)
 {
-    const Util::Hold setting(settingLock);
-    if (change(bands[band].thresholdDb, db)) bands[band].thresholdLinear = thresholdFactor(db);
+    if (bandLink.change(on)) notifyParameterChanged();
 }
 
-void Dynamics::setGain(uint32_t band, float db)
-{
-    const Util::Hold setting(settingLock);
-    if (change(bands[band].gainDb, db)) bands[band].gainLinear = gainFactor(db);
-}
-
-void Dynamics::setRatio(uint32_t band, float ratio)
-{
-    const Util::Hold setting(settingLock);
-    if (change(bands[band].ratio, ratio)) bands[band].inverseRatio = 1.0f / ratio;
-}
-
-void Dynamics::setAttack(uint32_t band, float ms)
-{
-    const Util::Hold setting(settingLock);
-    if (!change(bands[band].attackMs, ms)) return;
-    deriveAttack(bands[band]);
-    deriveSmoothing(bands[band]);
-}
-
-void Dynamics::setRelease(uint32_t band, float ms)
-{
-    const Util::Hold setting(settingLock);
-    if (!change(bands[band].releaseMs, ms)) return;
-    deriveRelease(bands[band]);
-    deriveSmoothing(bands[band]);
-}
-
-void Dynamics::deriveAttack(BandState &band)
-{
-    band.attackCoeff = static_cast<float>(Math::timeCoeff(band.attackMs, sampleRate));
-}
-
-void Dynamics::deriveRelease(BandState &band)
-{
-    band.releaseCoeff = static_cast<float>(Math::timeCoeff(band.releaseMs, sampleRate));
-}
-
-void Dynamics::deriveSmoothing(BandState &band)
-{
-    const double ms = std::min<float>(band.attackMs, band.releaseMs) * 0.5;
-    band.smoothCoeff = static_cast<float>(1.0 - Math::timeCoeff(ms, sampleRate));
-}
-
-uint32_t Dynamics::lookAheadSamples() const
-{
-    const double samples = std::floor(static_cast<double>(sampleRate) * kLookAheadSeconds + 0.5);
-    return std::max(1u, static_cast<uint32_t>(samples));
-}
-
-uint32_t Dynamics::latency() const { return lookAheadSamples() - 1; }
+uint32_t Dynamics::latency() const { return lookAheadSamples(sampleRate) - 1; }
 
 void Dynamics::setSampleRate(uint32_t hz)
 {
@@ -132,45 +81,45 @@ void Dynamics::setSampleRate(uint32_t hz)
         const Util::Hold setting(settingLock);
         sampleRate = hz;
         envelopeDecay = peakDecay(hz);
-        for (BandState &band : bands) {
-            deriveAttack(band);
-            deriveRelease(band);
-            deriveSmoothing(band);
-        }
+        for (Band &band : bands) designBand(band);
     }
-    for (BandState &band : bands) {
-        band.peakLeft = band.peakRight = 0.0f;
-        band.reportedGain = 1.0f;
-    }
+    clearMeters();
 }
 
 void Dynamics::suspend()
 {
-    for (BandState &band : bands) band.peakLeft = band.peakRight = 0.0f;
+    for (Band &band : bands) {
+        band.peakLeft.read();
+        band.peakRight.read();
+    }
+}
+
+void Dynamics::clearMeters()
+{
+    suspend();
+    for (Band &band : bands) band.reduction.read();
 }
 
 void Dynamics::reset()
 {
     const Util::Hold hold(lock);
-    for (BandState &band : bands) {
-        band.peakLeft = band.peakRight = 0.0f;
-        band.reportedGain = 1.0f;
-        band.guardPhase = 0;
-        // The left line tells the length of both, so if memory is short the right one must not be the shorter.
-        band.delayRight.resize(lookAheadSamples() - 1, kChunk);
-        band.delayLeft.resize(lookAheadSamples() - 1, kChunk);
+    clearMeters();
+    const uint32_t history = lookAheadSamples(sampleRate) - 1;
+    for (uint32_t b = 0; b < kBands; ++b) {
+        // The left line's length is taken for both, so if memory is short the right one must not be the shorter.
+        state.delayRight[b].resize(history, kChunk);
+        state.delayLeft[b].resize(history, kChunk);
     }
-    std::fill_n(state.envelope, kBands, 0.0f);
-    std::fill_n(state.followed, kBands, 1.0f);
-    std::fill_n(state.smoothed, kBands, 1.0f);
+    state.guardPhases = {};
+    std::fill_n(state.followers.envelope, kBands, 0.0f);
+    std::fill_n(state.followers.followed, kBands, 1.0f);
+    std::fill_n(state.followers.smoothed, kBands, 1.0f);
 }
-
-float Dynamics::readGainReduction(uint32_t band) { return bands[band].reportedGain.exchange(1.0f); }
 
 void Dynamics::readPeaks(uint32_t band, float &left, float &right)
 {
-    left = bands[band].peakLeft.exchange(0.0f);
-    right = bands[band].peakRight.exchange(0.0f);
+    left = bands[band].peakLeft.read();
+    right = bands[band].peakRight.read();
 }
 
 void Dynamics::process(const DSP::Block &whole)
@@ -184,18 +133,14 @@ void Dynamics::process(const DSP::Block &whole)
         block.left[bandIndex] = whole.left;
         block.right[bandIndex] = whole.right;
     }
-    for (uint32_t b = 0; b < kBands; ++b) {
-        block.bypass[b] = bands[b].bypass;
-        block.makeUp[b] = bands[b].gainLinear;
-    }
+    loadCoefficients(block);
     silenceUnsoloed(block, frames);
     if (std::all_of(block.left, block.left + kBands, [](float *band) { return !band; })) return;
 
-    const Kernels::DynamicsCoeffs coeffs = coefficients();
-    const Kernels::DynamicsState before = state;
+    const Kernels::DynamicsState before = state.followers;
     for (uint32_t done = 0; done < frames; done += kChunk) {
         const uint32_t count = std::min(frames - done, kChunk);
-        compressChunk(coeffs, block, count);
+        compressChunk(block, count);
         for (uint32_t b = 0; b < kBands; ++b) {
             if (block.left[b]) block.left[b] += count;
             if (block.right[b]) block.right[b] += count;
@@ -203,77 +148,76 @@ void Dynamics::process(const DSP::Block &whole)
     }
     for (uint32_t b = 0; b < kBands; ++b) {
         if (block.left[b]) continue;
-        state.envelope[b] = before.envelope[b];
-        state.followed[b] = before.followed[b];
-        state.smoothed[b] = before.smoothed[b];
+        state.followers.envelope[b] = before.envelope[b];
+        state.followers.followed[b] = before.followed[b];
+        state.followers.smoothed[b] = before.smoothed[b];
     }
+}
+
+void Dynamics::loadCoefficients(Block &block) const
+{
+    for (uint32_t b = 0; b < kBands; ++b) {
+        const BandCoefficients band = block.coefficients[b] = bands[b].coefficients.load();
+        block.lanes.threshold[b] = band.threshold;
+        block.lanes.exponent[b] = band.exponent;
+        block.lanes.attackComplement[b] = band.attackComplement;
+        block.lanes.releaseCoeff[b] = band.releaseCoeff;
+        block.lanes.releaseComplement[b] = band.releaseComplement;
+        block.lanes.smoothCoeff[b] = band.smoothCoeff;
+    }
+    block.lanes.envelopeDecay = envelopeDecay;
 }
 
 void Dynamics::silenceUnsoloed(Block &block, uint32_t frames)
 {
-    if (std::none_of(bands.begin(), bands.end(), [](const BandState &band) { return band.solo.load(); }))
+    const auto &coefficients = block.coefficients;
+    if (std::none_of(coefficients.begin(), coefficients.end(), [](const auto &band) { return band.solo; }))
         return;
     for (uint32_t b = 0; b < kBands; ++b) {
-        if (bands[b].solo || !block.left[b]) continue;
+        if (coefficients[b].solo || !block.left[b]) continue;
         clearSamples(block.left[b], frames);
         if (block.right[b]) clearSamples(block.right[b], frames);
-        addDenormalGuard(frames, block.left[b], block.right[b], &bands[b].guardPhase, true);
+        addDenormalGuard(frames, block.left[b], block.right[b], &state.guardPhases[b], true);
         block.left[b] = block.right[b] = nullptr;
     }
 }
 
-Kernels::DynamicsCoeffs Dynamics::coefficients() const
-{
-    Kernels::DynamicsCoeffs coeffs;
-    for (uint32_t b = 0; b < kBands; ++b) {
-        const BandState &band = bands[b];
-        coeffs.threshold[b] = band.thresholdLinear;
-        coeffs.exponent[b] = std::min(0.0f, band.inverseRatio - 1.0f); // a gain above 1 is the release's work
-        coeffs.attackComplement[b] = 1.0f - band.attackCoeff;
-        coeffs.releaseCoeff[b] = band.releaseCoeff;
-        coeffs.releaseComplement[b] = 1.0f - coeffs.releaseCoeff[b];
-        coeffs.smoothCoeff[b] = band.smoothCoeff;
-    }
-    coeffs.envelopeDecay = envelopeDecay;
-    return coeffs;
-}
-
-void Dynamics::compressChunk(const Kernels::DynamicsCoeffs &coeffs, const Block &block, uint32_t frames)
+void Dynamics::compressChunk(const Block &block, uint32_t frames)
 {
     const Kernels::DynamicsKernels &kernels = Kernels::active().dynamics;
     alignas(32) float gains[kBands][kChunk];
     float *const gainRows[kBands] = {gains[0], gains[1], gains[2], gains[3]};
     Kernels::DynamicsPeaks peaks;
-    kernels.computeGains(coeffs, state, block.left, block.right, gainRows, peaks, frames);
+    kernels.computeGains(block.lanes, state.followers, block.left, block.right, gainRows, peaks, frames);
 
     for (uint32_t b = 0; b < kBands; ++b) {
         if (!block.left[b]) continue;
-        BandState &band = bands[b];
-        const bool stereo = block.right[b] != nullptr;
-        report(band, stereo, peaks.left[b], peaks.right[b]);
-        if (block.bypass[b])
-            band.reportedGain = 1.0f;
-        else if (peaks.smallestGain[b] < band.reportedGain)
-            band.reportedGain = peaks.smallestGain[b];
+        const BandCoefficients &band = block.coefficients[b];
+        const bool stereo = block.right[b];
+        report(bands[b], band.bypass, stereo, peaks, b);
 
-        const GuardWave guard = guardWave(band.guardPhase);
+        const GuardWave guard = guardWave(state.guardPhases[b]);
         float *const samples[2] = {block.left[b], block.right[b]};
-        float *const lines[2] = {band.delayLeft.write(frames),
-                                 stereo ? band.delayRight.write(frames) : nullptr};
+        float *const lines[2] = {state.delayLeft[b].write(frames),
+                                 stereo ? state.delayRight[b].write(frames) : nullptr};
         const float *const guards[2] = {guard.left, guard.right};
-        kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, band.delayLeft.history(),
-                           block.bypass[b] ? nullptr : gains[b], block.makeUp[b], frames);
-        band.guardPhase = static_cast<uint8_t>(band.guardPhase + frames);
+        kernels.applyGains(samples, lines, guards, stereo ? 2 : 1, state.delayLeft[b].history(),
+                           band.bypass ? nullptr : gains[b], band.makeUp, frames);
+        state.guardPhases[b] = static_cast<uint8_t>(state.guardPhases[b] + frames);
     }
 }
 
-void Dynamics::report(BandState &band, bool stereo, float peakLeft, float peakRight)
+void Dynamics::report(Band &band, bool bypass, bool stereo, const Kernels::DynamicsPeaks &peaks, uint32_t b)
 {
-    if (peakLeft > band.peakLeft) band.peakLeft = peakLeft;
-    if (!stereo)
-        band.peakRight = band.peakLeft;
-    else if (peakRight > band.peakRight)
-        band.peakRight = peakRight;
+    band.peakLeft.report(peaks.left[b]);
+    if (stereo)
+        band.peakRight.report(peaks.right[b]);
+    else
+        band.peakRight.set(band.peakLeft.present());
+    if (bypass)
+        band.reduction.clear();
+    else
+        band.reduction.report(peaks.smallestGain[b]);
 }
 
 } // namespace DSP

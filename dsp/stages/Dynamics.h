@@ -1,17 +1,19 @@
 #pragma once
 #include <array>
-#include <limits>
 
+#include "PluginBase/Util/SharedRecord.h"
 #include "dsp/component/ComponentImpl.h"
 #include "dsp/kernels/DynamicsKernels.h"
+#include "dsp/meter/Extremes.h"
 #include "dsp/stages/DelayLine.h"
+#include "dsp/stages/DynamicsDesign.h"
 
 namespace DSP {
 
 /// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a
 /// second smoothing, 1 ms of look-ahead, make-up gain, bypass and solo.
-/// Thread  process: audio, which takes the settings once for a block. Meter reads, switches: any, no lock.
-///         Other setters: any, and setSampleRate; `settingLock` keeps them apart
+/// Thread  process: audio, which takes the coefficients once for a block. Meter reads: any, no lock. Setters
+///         and setSampleRate: any, under `settingLock`
 class Dynamics final : public ComponentImpl<Dynamics> {
 public:
     explicit Dynamics(PluginLink &plugin);
@@ -27,73 +29,69 @@ public:
     uint32_t latency() const override;
 
     /// Smallest gain factor since the last call, make-up gain left out; 1 is no reduction.
-    float readGainReduction(uint32_t band);
+    float readGainReduction(uint32_t band) { return bands[band].reduction.read(); }
     /// Largest input magnitudes since the last call.
     void readPeaks(uint32_t band, float &left, float &right);
 
     bool getBandLink() const { return bandLink; }
     void setBandLink(bool on);
-    float threshold(uint32_t band) const { return bands[band].thresholdDb; }
-    float gain(uint32_t band) const { return bands[band].gainDb; }
-    float ratio(uint32_t band) const { return bands[band].ratio; }
-    float attack(uint32_t band) const { return bands[band].attackMs; }
-    float release(uint32_t band) const { return bands[band].releaseMs; }
-    bool bypass(uint32_t band) const { return bands[band].bypass; }
-    bool solo(uint32_t band) const { return bands[band].solo; }
-    void setThreshold(uint32_t band, float db);
-    void setGain(uint32_t band, float db);
-    void setRatio(uint32_t band, float ratio);
-    void setAttack(uint32_t band, float ms);
-    void setRelease(uint32_t band, float ms);
-    void setBypass(uint32_t band, bool on);
-    void setSolo(uint32_t band, bool on);
+    float threshold(uint32_t band) const { return settings(band).thresholdDb; }
+    float gain(uint32_t band) const { return settings(band).gainDb; }
+    float ratio(uint32_t band) const { return settings(band).ratio; }
+    float attack(uint32_t band) const { return settings(band).attackMs; }
+    float release(uint32_t band) const { return settings(band).releaseMs; }
+    bool bypass(uint32_t band) const { return settings(band).bypass; }
+    bool solo(uint32_t band) const { return settings(band).solo; }
+    void setThreshold(uint32_t band, float db) { change(band, &BandSettings::thresholdDb, db); }
+    void setGain(uint32_t band, float db) { change(band, &BandSettings::gainDb, db); }
+    void setRatio(uint32_t band, float ratio) { change(band, &BandSettings::ratio, ratio); }
+    void setAttack(uint32_t band, float ms) { change(band, &BandSettings::attackMs, ms); }
+    void setRelease(uint32_t band, float ms) { change(band, &BandSettings::releaseMs, ms); }
+    void setBypass(uint32_t band, bool on) { change(band, &BandSettings::bypass, on); }
+    void setSolo(uint32_t band, bool on) { change(band, &BandSettings::solo, on); }
 
     /// Index of "Dynamics Band Link" in the bool list.
     static constexpr uint32_t kBandLinkParam = 0;
 
 private:
-    struct BandState {
-        Util::Shared<bool> bypass = false, solo = false;
-        Util::Shared<float> peakLeft = 0.0f, peakRight = 0.0f; // since they were last read
-        // not a number until the constructor installs the defaults, so that every setter derives its values
-        Util::Shared<float> thresholdDb = kUnset, ratio = kUnset, attackMs = kUnset, releaseMs = kUnset;
-        Util::Shared<float> gainDb = kUnset;
-        Util::Shared<float> thresholdLinear = 1.0f, inverseRatio = 1.0f, gainLinear = 1.0f;
-        Util::Shared<float> attackCoeff = 0.0f, releaseCoeff = 0.0f;
-        Util::Shared<float> smoothCoeff = 1.0f;
-        Util::Shared<float> reportedGain = 1.0f; // smallest since it was last read
-        DelayLine delayLeft, delayRight;         // the look-ahead lines
-        uint8_t guardPhase = 0;
+    struct Band {
+        Util::SharedRecord<BandSettings> settings;
+        Util::SharedRecord<BandCoefficients> coefficients;
+        Meter::Peak peakLeft, peakRight; // of the input
+        Meter::Reduction reduction;      // make-up gain left out
+    };
+    /// Audio state of all bands.
+    struct State {
+        Kernels::DynamicsState followers;
+        std::array<DelayLine, kBands> delayLeft, delayRight; // the look-ahead lines
+        std::array<uint8_t, kBands> guardPhases = {};
     };
     /// The samples of the bands to be compressed, null for the others, and what holds for the whole block.
     struct Block {
         float *left[kBands] = {}, *right[kBands] = {};
-        bool bypass[kBands];
-        float makeUp[kBands]; // linear
+        std::array<BandCoefficients, kBands> coefficients;
+        Kernels::DynamicsCoeffs lanes; // the same, a band in each lane
     };
 
     void declareParameters();
-    /// False for the value that it has.
+    BandSettings settings(uint32_t band) const { return bands[band].settings.load(); }
+    /// Stores another value and designs the band anew; nothing for the value that it has.
     template <class V>
-    bool change(Util::Shared<V> &value, V next);
-    void deriveAttack(BandState &band);
-    void deriveRelease(BandState &band);
-    void deriveSmoothing(BandState &band);
-    uint32_t lookAheadSamples() const;
+    void change(uint32_t band, V BandSettings::*field, V value);
+    void designBand(Band &band) { band.coefficients.store(design(band.settings.load(), sampleRate)); }
+    void clearMeters();
+    void loadCoefficients(Block &block) const;
     /// Takes out of the block, and silences, the bands that another band's solo shuts.
     void silenceUnsoloed(Block &block, uint32_t frames);
-    Kernels::DynamicsCoeffs coefficients() const;
-    void compressChunk(const Kernels::DynamicsCoeffs &coeffs, const Block &block, uint32_t frames);
-    void report(BandState &band, bool stereo, float peakLeft, float peakRight);
-
-    static constexpr float kUnset = std::numeric_limits<float>::quiet_NaN();
+    void compressChunk(const Block &block, uint32_t frames);
+    static void report(Band &band, bool bypass, bool stereo, const Kernels::DynamicsPeaks &peaks, uint32_t b);
 
     uint32_t bandIndex = 0;
     Util::Shared<bool> bandLink = false;       // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
-    std::array<BandState, kBands> bands;
-    Kernels::DynamicsState state;
-    Util::Shared<float> envelopeDecay = 0.0f; // per sample
+    Util::Shared<float> envelopeDecay = 0.0f;  // of the peak detectors, per sample
+    std::array<Band, kBands> bands;
+    State state;
 };
 
 } // namespace DSP

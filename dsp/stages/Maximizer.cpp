@@ -1,25 +1,24 @@
 #include "dsp/stages/Maximizer.h"
 
 #include <algorithm>
-#include <cmath>
 
 #include "dsp/kernels/Kernels.h"
 #include "dsp/kernels/VectorOperations.h"
-#include "dsp/numerics/Conversions.h"
+#include "dsp/numerics/Math.h"
 
 namespace DSP {
 
 namespace {
 // gain = (level / threshold)^(1/20 - 1): the soft curve is 20:1 whatever the ratio says
 constexpr float kSoftExponent = static_cast<float>(static_cast<double>(0.05f) - 1.0);
-constexpr double kTwoPi = 2.0 * Math::kPi;
 } // namespace
 
 Maximizer::Maximizer(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Maximizer::Maximizer")
 {
-    // an attack of 100 samples at the rate of construction; the coefficient then serves every rate
-    brickwallAttackCoeff = static_cast<float>(Math::timeCoeff(200000.0 / sampleRate, sampleRate));
-    envelopeDecay = peakDecay(sampleRate);
+    for (uint32_t i = 0; i < gainWindow.size(); ++i) { // Hann, with a sum of 1
+        const double phase = (i + 0.5) * (2.0 * Math::kPi) / kMaximizerWindow;
+        gainWindow[i] = static_cast<float>((1.0 - Math::cos(phase)) / kMaximizerWindow);
+    }
     declareParameters();
     owner = this;
     for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamValue(i, floatParamDefault(i));
@@ -50,125 +49,77 @@ void Maximizer::declareParameters()
         .automatable = true;
 }
 
-void Maximizer::setThreshold(float db)
+template <class V>
+void Maximizer::change(V MaximizerSettings::*field, V value)
 {
     const Util::Hold setting(settingLock);
-    if (!thresholdDb.change(db)) return;
-    thresholdLinear = thresholdFactor(db);
-    deriveOutputGain();
+    MaximizerSettings next = settings.load();
+    if (next.*field == value) return;
+    next.*field = value;
+    settings.store(next);
+    coefficients.store(design(next, sampleRate));
 }
-
-void Maximizer::setMargin(float db)
-{
-    const Util::Hold setting(settingLock);
-    if (marginDb.change(db)) deriveOutputGain();
-}
-
-void Maximizer::deriveOutputGain() { outputGain = gainFactor(marginDb - thresholdDb); }
-
-void Maximizer::setRatio(float value)
-{
-    if (ratio.change(value)) inverseRatio = 1.0f / value;
-}
-
-void Maximizer::setAttack(float ms)
-{
-    const Util::Hold setting(settingLock);
-    if (attackMs.change(ms)) deriveAttack();
-}
-
-void Maximizer::deriveAttack()
-{
-    attackCoeff = static_cast<float>(Math::timeCoeff(attackMs, sampleRate));
-    const double samples = kWindow / 2 + std::floor(sampleRate * static_cast<double>(attackMs) * 0.001 + 0.5);
-    lookAhead = static_cast<uint32_t>(std::clamp<double>(samples, kWindow, kOutputDelay - 1));
-}
-
-void Maximizer::setRelease(float ms)
-{
-    const Util::Hold setting(settingLock);
-    if (releaseMs.change(ms)) deriveRelease();
-}
-
-void Maximizer::deriveRelease() { releaseCoeff = static_cast<float>(Math::timeCoeff(releaseMs, sampleRate)); }
+template void Maximizer::change(float MaximizerSettings::*, float);
+template void Maximizer::change(bool MaximizerSettings::*, bool);
 
 void Maximizer::setSampleRate(uint32_t hz)
 {
     const Util::Hold setting(settingLock);
     const Util::Hold hold(lock);
-    if (hz != sampleRate) {
-        sampleRate = hz;
-        deriveAttack();
-        deriveRelease();
-        envelopeDecay = peakDecay(hz);
-    }
-    envelope = 0.0f;
-    followedGain = 1.0f;
-    smoothCoeff = static_cast<float>(1.0 - Math::exp(-1.0 / (0.001f * static_cast<float>(hz))));
-    gainRing.resize(kWindow - 1, kChunk, 1.0f);
-    for (uint32_t i = 0; i < gainWindow.size(); ++i) // Hann, with a sum of 1
-        gainWindow[i] = static_cast<float>((1.0 - Math::cos((i + 0.5) * kTwoPi / kWindow)) / kWindow);
+    sampleRate = hz;
+    coefficients.store(design(settings.load(), hz));
+    state.envelope = 0.0f;
+    state.followedGain = 1.0f;
+    state.gainRing.resize(kMaximizerWindow - 1, kChunk, 1.0f);
 }
 
 void Maximizer::reset()
 {
     const Util::Hold hold(lock);
-    envelope = 0.0f;
-    followedGain = smoothedGain = 1.0f;
-    lineLeft.resize(latency(), kChunk);
-    lineRight.resize(latency(), kChunk);
-    gainLine.clear();
-    gainRing.resize(kWindow - 1, kChunk, 1.0f);
-    reportedGain = 1.0f;
+    state.envelope = 0.0f;
+    state.followedGain = state.smoothedGain = 1.0f;
+    state.lineLeft.resize(latency(), kChunk);
+    state.lineRight.resize(latency(), kChunk);
+    state.gainLine.clear();
+    state.gainRing.resize(kMaximizerWindow - 1, kChunk, 1.0f);
+    reduction.clear();
 }
 
 void Maximizer::process(const Block &block)
 {
-    const Setting now = present();
+    const MaximizerCoefficients now = coefficients.load();
     for (uint32_t done = 0; done < block.frames; done += kChunk)
         processChunk(now, std::min(block.frames - done, kChunk), block.left + done,
                      block.right ? block.right + done : nullptr);
 }
 
-Maximizer::Setting Maximizer::present() const
-{
-    const bool wall = brickwall;
-    const float attack = wall ? brickwallAttackCoeff : attackCoeff.load(), release = releaseCoeff;
-    return {.bypass = bypass,
-            .brickwall = wall,
-            .threshold = thresholdLinear,
-            .outputGain = outputGain,
-            .follower = {attack, 1.0f - attack, release, 1.0f - release},
-            .lookAhead = lookAhead};
-}
-
-void Maximizer::processChunk(const Setting &now, uint32_t frames, float *left, float *right)
+void Maximizer::processChunk(const MaximizerCoefficients &now, uint32_t frames, float *left, float *right)
 {
     const auto append = [frames](DelayLine &line, const float *samples) {
         float *const here = line.write(frames);
         copySamples(samples, here, frames);
         return here;
     };
-    const Lines lines = {append(lineLeft, left), right ? append(lineRight, right) : nullptr};
+    const Lines lines = {append(state.lineLeft, left), right ? append(state.lineRight, right) : nullptr};
 
-    constexpr uint32_t kDetectorDelay = kInputDelay - 1;
+    constexpr uint32_t kDetectorDelay = kMaximizerInputDelay - 1;
     alignas(32) float gains[kChunk];
     Kernels::active().maximizer.detect(lines.left - kDetectorDelay,
-                                       right ? lines.right - kDetectorDelay : nullptr, envelopeDecay,
-                                       envelope, gains, frames);
+                                       right ? lines.right - kDetectorDelay : nullptr, now.envelopeDecay,
+                                       state.envelope, gains, frames);
     if (now.brickwall)
         processBrickwall(now, frames, lines, gains, left, right);
     else
         processSoft(now, frames, lines, gains, left, right);
 }
 
-void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
-                            float *left, float *right)
+void Maximizer::processSoft(const MaximizerCoefficients &now, uint32_t frames, const Lines &lines,
+                            float *gains, float *left, float *right)
 {
     const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
-    kernels.softGains(now.threshold, kSoftExponent, now.follower, smoothCoeff, followedGain, smoothedGain,
-                      gains, frames);
-    gainLine.skip(frames);
+    kernels.softGains(now.threshold, kSoftExponent, now.follower, now.smoothCoeff, state.followedGain,
+                      state.smoothedGain, gains, frames);
+    state.gainLine.skip(frames);
     if (!now.bypass) report(gains, frames);
 
     const auto output = [&](const float *line, float *out) {
@@ -181,21 +132,21 @@ void Maximizer::processSoft(const Setting &now, uint32_t frames, const Lines &li
     if (right) output(lines.right, right);
 }
 
-void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Lines &lines, float *gains,
-                                 float *left, float *right)
+void Maximizer::processBrickwall(const MaximizerCoefficients &now, uint32_t frames, const Lines &lines,
+                                 float *gains, float *left, float *right)
 {
     const Kernels::MaximizerKernels &kernels = Kernels::active().maximizer;
     kernels.holdingGains(now.threshold, gains, frames);
-    gainLine.run(gains, frames);
-    kernels.followMinimum(now.follower, followedGain, gains, frames);
-    float *const ring = gainRing.write(frames);
+    state.gainLine.run(gains, frames);
+    kernels.followMinimum(now.follower, state.followedGain, gains, frames);
+    float *const ring = state.gainRing.write(frames);
     copySamples(gains, ring, frames);
     kernels.weightedSum(gainWindow.data(), ring, gains, frames);
-    smoothedGain = gains[frames - 1];
+    state.smoothedGain = gains[frames - 1];
     if (!now.bypass) report(gains, frames);
 
     // A sample is scaled once, in the line, when the window of gains lies around it; later it only leaves.
-    const uint32_t scaled = kInputDelay - 1 + now.lookAhead;
+    const uint32_t scaled = kMaximizerInputDelay - 1 + now.lookAhead;
     const auto output = [&](float *line, float *out) {
         if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, frames);
         copySamples(line - latency(), out, frames);
@@ -206,9 +157,7 @@ void Maximizer::processBrickwall(const Setting &now, uint32_t frames, const Line
 
 void Maximizer::report(const float *gains, uint32_t frames)
 {
-    const float before = reportedGain;
-    const float least = Kernels::active().block.least(gains, before, frames);
-    if (least < before) reportedGain = least;
+    reduction.report(Kernels::active().block.least(gains, reduction.present(), frames));
 }
 
 } // namespace DSP
