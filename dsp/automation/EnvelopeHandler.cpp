@@ -120,7 +120,8 @@ template std::optional<uint32_t> EnvelopeHandler::valueAt(uint32_t, int64_t, uin
 
 int64_t EnvelopeHandler::sampleAt(int64_t time, uint32_t rate)
 {
-    const int64_t shifted = std::clamp(time, -kLatest, kLatest) + kLatest; // for a remainder that is positive
+    const int64_t shifted =
+        std::clamp(time, -kLatest, kLatest) + kLatest; // so that the remainder is positive
     const int64_t seconds = shifted / kUnitsPerSecond - kLatest / kUnitsPerSecond;
     return seconds * rate + (shifted % kUnitsPerSecond * rate + kUnitsPerSecond / 2) / kUnitsPerSecond;
 }

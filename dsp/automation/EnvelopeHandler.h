@@ -13,7 +13,7 @@ namespace DSP {
 /// A stretch of automation of one parameter, from startValue at startTime to endValue at endTime. Times in
 /// units of 100 ns.
 struct EnvelopeSegment {
-    /// How the value travels; any other number is linear. A step stays at startValue until the end.
+    /// Shape between the values; any other number is linear. A step stays at startValue until the end.
     enum Curve : uint32_t { step = 1, accelerating = 4, decelerating = 8 };
 
     int64_t startTime, endTime;
@@ -35,7 +35,7 @@ public:
     EnvelopeHandler(const String &componentName, uint32_t floats, uint32_t bools, uint32_t ints);
 
     /// Replaces the automation of a parameter; an empty list ends it. Segments may come in any order. Those
-    /// that do not end after their start, or with values that are no numbers, are left out.
+    /// that do not end after their start, or hold non-finite values, are left out.
     void setEnvelope(ParamKind kind, uint32_t index, Envelope segments);
     void setEnabled(bool on) { enabled = on; }
     bool isEnabled() const { return enabled; }

@@ -76,17 +76,17 @@ void Transform::feedSpectra(uint32_t frames, const Bands &bands)
 
 void Transform::sum(const Bands &bands, const Block &out)
 {
-    Bands heard = {};
+    Bands unmuted = {};
     uint32_t count = 0;
     for (uint32_t b = 0; b < kBands; ++b) {
         if (stages.crossOver.bandMute(b)) continue;
-        heard.left[count] = bands.left[b];
-        heard.right[count++] = bands.right[b];
+        unmuted.left[count] = bands.left[b];
+        unmuted.right[count++] = bands.right[b];
     }
     if (count > 0) {
         const auto sum = Kernels::active().block.sum;
-        sum(heard.left, count, out.left, out.frames);
-        if (out.right) sum(heard.right, count, out.right, out.frames);
+        sum(unmuted.left, count, out.left, out.frames);
+        if (out.right) sum(unmuted.right, count, out.right, out.frames);
     } else { // the stages downstream see no true zeros
         clearSamples(out.left, out.frames);
         if (out.right) clearSamples(out.right, out.frames);

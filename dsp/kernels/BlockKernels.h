@@ -5,7 +5,7 @@ namespace DSP::Kernels {
 
 /// One pass over a block of samples. A length of 0 does nothing.
 struct BlockKernels {
-    /// Replaces what is no number or beyond +-`loudest` by 0; returns how many samples that were.
+    /// Replaces NaN and anything beyond +-`loudest` with 0; returns the number of samples replaced.
     uint32_t (*silenceGarbage)(float *samples, float loudest, uint32_t count);
     /// Largest magnitude; 0 for an empty block. NaN is passed over.
     float (*peak)(const float *samples, uint32_t count);

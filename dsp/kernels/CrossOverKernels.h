@@ -38,7 +38,7 @@ struct CrossOverKernels {
     /// infinities and NaN in the end: ask isWithin afterwards.
     void (*split)(const FilterBankCoeffs &coeffs, FilterBankState &state, const float *left,
                   const float *right, const FilterBankOutput &out, uint32_t frames);
-    /// Whether all of the state is numbers of at most `largest`.
+    /// Whether all of the state is finite and at most `largest`.
     bool (*isWithin)(const FilterBankState &state, double largest);
 };
 

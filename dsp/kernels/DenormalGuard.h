@@ -1,5 +1,4 @@
 #pragma once
-
 #include <cstdint>
 
 /// A square wave far below hearing that keeps filters and followers out of denormal numbers, without offset.

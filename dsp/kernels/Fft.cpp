@@ -13,8 +13,8 @@ constexpr int kLanes = 8;
 /// e^(-2 pi i turn) in one lane of a block of eight re and eight im.
 void putTwiddle(float *block, int lane, double turn)
 {
-    block[lane] = float(Math::cos(2 * Math::kPi * turn));
-    block[kLanes + lane] = float(-Math::sin(2 * Math::kPi * turn));
+    block[lane] = static_cast<float>(Math::cos(2 * Math::kPi * turn));
+    block[kLanes + lane] = static_cast<float>(-Math::sin(2 * Math::kPi * turn));
 }
 
 } // namespace
@@ -35,7 +35,8 @@ void FftPlan::makeFirstTwiddles()
     for (int first = 0; first < groups; first += kLanes)
         for (int k = 1; k < 8; ++k, block += 2 * kLanes)
             for (int lane = 0; lane < kLanes; ++lane)
-                putTwiddle(block, lane, double(k) * (first + Kernels::fftLaneOrder(lane)) / tables.points);
+                putTwiddle(block, lane,
+                           static_cast<double>(k) * (first + Kernels::fftLaneOrder(lane)) / tables.points);
     tables.firstTwiddles = firstTwiddles.data();
 }
 
@@ -60,7 +61,7 @@ void FftPlan::makePasses()
         for (int group = 1; group < groups; ++group)
             for (int k = 1; k < radix; ++k, block += 2 * kLanes)
                 for (int lane = 0; lane < kLanes; ++lane)
-                    putTwiddle(block, lane, double(k) * group / (radix * groups));
+                    putTwiddle(block, lane, static_cast<double>(k) * group / (radix * groups));
     }
 }
 
@@ -70,7 +71,7 @@ void FftPlan::makeSplitTwiddles()
     float *block = splitTwiddles.data();
     for (int first = 0; first < tables.points / 2; first += kLanes, block += 2 * kLanes)
         for (int lane = 0; lane < kLanes; ++lane)
-            putTwiddle(block, lane, -double(first + lane) / (2 * tables.points));
+            putTwiddle(block, lane, -static_cast<double>(first + lane) / (2 * tables.points));
     tables.splitTwiddles = splitTwiddles.data();
 }
 

@@ -1,5 +1,4 @@
 #pragma once
-
 #include <cstddef>
 
 #include "PluginBase/Util/AlignedBuffer.h"

@@ -1,5 +1,4 @@
 #pragma once
-
 #include <span>
 
 #include "dsp/kernels/BlockKernels.h"
@@ -17,7 +16,7 @@ namespace DSP::Kernels {
 /// constant `xKernels` and is compiled once per set. A new group needs those two, a member here, two lines in
 /// Kernels.cpp and its name in CMakeLists.txt.
 struct Table {
-    const char *name; ///< "portable", "sse2" or "avx2"
+    const char *name; // "portable", "sse2" or "avx2"
     const BlockKernels &block;
     const CrossOverKernels &crossOver;
     const DynamicsKernels &dynamics;

@@ -1,5 +1,4 @@
 #pragma once
-
 #include "dsp/kernels/Lanes.h"
 
 /// base^exponent for the gain computers, inlined in the kernels of a set; V is F4 or F8.
@@ -17,15 +16,15 @@ namespace DSP::Kernels::SET {
 /// What depends on the exponent alone, to be made once for a block.
 template <class V>
 struct PowerExponent {
-    V whole;     ///< the exponent
-    V high, low; ///< its upper 16 bits and the rest, times 2^-23
+    V whole;     // the exponent
+    V high, low; // its upper 16 bits and the rest, times 2^-23
 };
 
 template <class V>
 LANES_OP PowerExponent<V> powerExponent(V exponent)
 {
-    const V whole = min(max(exponent, V::splat(-1.f)), V::splat(1.f));
-    const auto upperBits = decltype(asInt(whole))::splat(int32_t(0xFFFFFF00u));
+    const V whole = min(max(exponent, V::splat(-1.0f)), V::splat(1.0f));
+    const auto upperBits = decltype(asInt(whole))::splat(static_cast<int32_t>(0xFFFFFF00u));
     const V high = asFloat(asInt(whole) & upperBits), unit = V::splat(0x1p-23f);
     return {whole, high * unit, (whole - high) * unit};
 }
@@ -35,10 +34,10 @@ LANES_OP V power(V base, const PowerExponent<V> &exponent)
 {
     using I = decltype(asInt(base));
     const I bits = asInt(base);
-    const I scale = (bits - I::splat(0x3F3504F3)) & I::splat(int32_t(0xFF800000u)); // e x 2^23
+    const I scale = (bits - I::splat(0x3F3504F3)) & I::splat(static_cast<int32_t>(0xFF800000u)); // e x 2^23
     const V m = asFloat(bits - scale), e = toFloat(scale);
 
-    const V one = V::splat(1.f);
+    const V one = V::splat(1.0f);
     const V s = (m - one) / (m + one), square = s * s;
     V log = V::splat(0x1.c8edf4p-2f) * square + V::splat(0x1.26e74ap-1f);
     log = log * square + V::splat(0x1.ec7244p-1f);

@@ -7,16 +7,16 @@ namespace DSP::Kernels {
 /// half of the work buffer to the other (Stockham), and a last step takes even and odd samples apart.
 struct FftTables {
     struct Pass {
-        int radix;             ///< 4 or 8
-        int stride;            ///< distance of neighbours in one sub-transform, a multiple of 8
-        int groups;            ///< butterflies of a sub-transform; 1 in the last pass
-        const float *twiddles; ///< for each group but the first, radix - 1 of (8 x re, 8 x im)
+        int radix;             // 4 or 8
+        int stride;            // distance of neighbours in one sub-transform, a multiple of 8
+        int groups;            // butterflies of a sub-transform; 1 in the last pass
+        const float *twiddles; // for each group but the first, radix - 1 of (8 x re, 8 x im)
     };
-    int points; ///< half the number of real samples
+    int points; // half the number of real samples
     int passCount;
     Pass passes[4];
-    const float *firstTwiddles; ///< for each 8 groups, 7 of (8 re, 8 im), lanes as fftLaneOrder says
-    const float *splitTwiddles; ///< for each 8 bins k below points / 2, 8 cos and 8 sin of pi k / points
+    const float *firstTwiddles; // for each 8 groups, 7 of (8 re, 8 im), lanes as fftLaneOrder says
+    const float *splitTwiddles; // for each 8 bins k below points / 2, 8 cos and 8 sin of pi k / points
 };
 
 /// Where lane l of the first pass stands in memory: its loads take even and odd samples apart within each

@@ -1,5 +1,4 @@
 #pragma once
-
 #include "dsp/kernels/Kernels.h"
 #include "dsp/numerics/VectorStatus.h"
 

@@ -4,7 +4,8 @@
 namespace DSP::Meter {
 
 /// Sample-peak meter of the final output, with a held peak. Linear values.
-/// Thread  measure(): audio. read(): any other; in a block that raises the held peak, what is read may be read once more.
+/// Thread  measure(): audio. read(): any other; a read that coincides with a new held peak may return the same
+///         peak twice
 class Level final : public ComponentImpl<Level> {
 public:
     explicit Level(PluginLink &plugin);

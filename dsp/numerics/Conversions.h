@@ -4,8 +4,8 @@
 #include "dsp/numerics/Math.h"
 
 /// From parameters in the user's units to the 32-bit factors that block code reads. Values inside the
-/// parameters' ranges convert exactly; a host may store any finite value, and what comes of it stays finite
-/// (what is no number counts as the limit).
+/// parameters' ranges convert exactly; a host may store any finite value, and the result stays finite;
+/// NaN counts as the limit.
 namespace DSP {
 
 /// 120 dB: far above any range, and a product of a chain of these is still a number.

@@ -10,9 +10,9 @@ namespace DSP {
 
 namespace {
 
-constexpr uint32_t kVectorDefault = 0x1F80; ///< as after a reset: nothing flushed, nearest, all masked
+constexpr uint32_t kVectorDefault = 0x1F80; // as after a reset: nothing flushed, nearest, all masked
 #if defined(__i386__)
-constexpr uint16_t kStackDefault = 0x037F; ///< 64-bit mantissa, nearest, all masked
+constexpr uint16_t kStackDefault = 0x037F; // 64-bit mantissa, nearest, all masked
 #endif
 
 } // namespace

@@ -1,5 +1,4 @@
 #pragma once
-
 #include <cfenv>
 #include <cstdint>
 
@@ -18,9 +17,9 @@ public:
 
 private:
 #if defined(__SSE2__)
-    uint32_t hostsVector; ///< MXCSR
+    uint32_t hostsVector; // MXCSR
 #if defined(__i386__)
-    uint16_t hostsStack; ///< x87 control word, which still passes floats between functions
+    uint16_t hostsStack; // x87 control word, which still passes floats between functions
 #endif
 #else
     std::fenv_t hosts;

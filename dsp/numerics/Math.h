@@ -1,5 +1,4 @@
 #pragma once
-
 #include <cstdint>
 
 /// Scalar mathematics with the same bits on every system: plain IEEE operations and exact library calls only.

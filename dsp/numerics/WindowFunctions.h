@@ -1,5 +1,4 @@
 #pragma once
-
 #include "dsp/numerics/VectorStatus.h"
 
 /// Window functions for spectra, each multiplied into the array. With p = n / (len - 1) running from 0 to 1:

@@ -15,7 +15,7 @@ struct SectionCoeffs {
 /// Either `sections` is filled or the direct form's taps are. The delay line is flat, as it goes in and out.
 struct IppsIIRState_64f {
     std::vector<SectionCoeffs> sections;
-    std::vector<double> b, a; ///< b0 to b[order] and a1 to a[order], a0 divided out
+    std::vector<double> b, a; // b0 to b[order] and a1 to a[order], a0 divided out
     std::vector<double> delay;
 };
 

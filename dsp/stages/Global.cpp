@@ -81,7 +81,7 @@ void Global::setFps(float value)
 
 void Global::setAutomationZipperSamples(float samples)
 {
-    // in this order no number gives the minimum
+    // in this order NaN gives the minimum
     automationZipperSamples = std::max(kZipperRange.minimum, std::min(samples, kZipperRange.maximum));
 }
 

@@ -26,7 +26,7 @@ public:
 
 private:
     void fillLadder();
-    /// Puts into `line` what each of its places would hold, as far as the ladder knows it.
+    /// Rebuilds `line` from the ladder, as far back as the ladder reaches.
     void writeLine();
     float leastOfLast(uint32_t count) const;
 

@@ -72,10 +72,8 @@ bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message 
         messages.erase(found);
         if (message.answered) answering.push_back(message.answered);
     }
-    Event event{};
-    event.kind = message.answered ? Event::Kind::renderTick : Event::Kind::custom;
-    event.id = message.code;
-    deliver(message.window, event);
+    deliver(message.window,
+            {.kind = message.answered ? Event::Kind::renderTick : Event::Kind::custom, .id = message.code});
     if (message.answered) {
         const std::lock_guard hold(messageMutex);
         if (std::erase(answering, message.answered) == 0) return true; // its thread has been let go
@@ -131,10 +129,7 @@ void OffscreenWindowSystem::advance(uint32_t ms)
         if (next == timers.end() || static_cast<int32_t>(next->due - end) > 0) break;
         now = next->due;
         next->due += next->period;
-        Event event{};
-        event.kind = Event::Kind::timer;
-        event.id = next->id;
-        deliver(next->window, event);
+        deliver(next->window, {.kind = Event::Kind::timer, .id = next->id});
         pump();
     }
     now = end;
@@ -171,12 +166,8 @@ void OffscreenWindowSystem::deliverMouse(Event::Kind kind, int32_t wheel)
     // A wheel turns for the window with the focus, all else happens under the pointer.
     const WindowHandle aimed = kind == Event::Kind::wheel && focused ? focused : windowAt(pointerAt);
     const WindowHandle target = captured ? captured : aimed;
-    Event event{};
-    event.kind = kind;
-    event.at = pointerAt - toScreen(target, {});
-    event.modifiers = modifiers();
-    event.wheel = wheel;
-    deliver(target, event);
+    const Point at = pointerAt - toScreen(target, {});
+    deliver(target, {.kind = kind, .at = at, .modifiers = modifiers(), .wheel = wheel});
 }
 
 void OffscreenWindowSystem::movePointer(Point at)
@@ -227,23 +218,17 @@ void OffscreenWindowSystem::turnWheel(int32_t delta)
 
 void OffscreenWindowSystem::pressKey(uint32_t key)
 {
-    Event event{};
-    event.repeated = !keysDown.insert(key).second;
-    event.kind = isKeyDown(kKeyAlt) ? Event::Kind::systemKeyDown : Event::Kind::keyDown;
-    event.key = key;
-    event.modifiers = modifiers();
-    deliver(focused, event);
+    const bool repeated = !keysDown.insert(key).second;
+    const auto kind = isKeyDown(kKeyAlt) ? Event::Kind::systemKeyDown : Event::Kind::keyDown;
+    deliver(focused, {.kind = kind, .modifiers = modifiers(), .key = key, .repeated = repeated});
     pump();
 }
 
 void OffscreenWindowSystem::releaseKey(uint32_t key)
 {
-    Event event{};
-    event.kind = isKeyDown(kKeyAlt) ? Event::Kind::systemKeyUp : Event::Kind::keyUp;
+    const auto kind = isKeyDown(kKeyAlt) ? Event::Kind::systemKeyUp : Event::Kind::keyUp;
     keysDown.erase(key);
-    event.key = key;
-    event.modifiers = modifiers();
-    deliver(focused, event);
+    deliver(focused, {.kind = kind, .modifiers = modifiers(), .key = key});
     pump();
 }
 

@@ -13,10 +13,7 @@ OffscreenWindowSystem::Window *OffscreenWindowSystem::find(WindowHandle window) 
 
 WindowHandle OffscreenWindowSystem::makeHostWindow(int32_t width, int32_t height, Point origin)
 {
-    WindowRequest request;
-    request.title = "Host";
-    request.place = Rect::at(origin, width, height);
-    return createWindow(request);
+    return createWindow({.className = "", .title = "Host", .place = Rect::at(origin, width, height)});
 }
 
 WindowHandle OffscreenWindowSystem::createWindow(const WindowRequest &request)
@@ -43,9 +40,7 @@ void OffscreenWindowSystem::destroyWindow(WindowHandle window)
 {
     Window *const dying = find(window);
     if (!dying) return;
-    Event event{};
-    event.kind = Event::Kind::destroyed;
-    deliver(window, event);
+    deliver(window, {.kind = Event::Kind::destroyed});
     for (const WindowHandle child : std::vector(dying->children)) destroyWindow(child);
     if (Window *const parent = find(dying->parent)) std::erase(parent->children, window);
     if (focused == window) focused = nullptr;
@@ -108,20 +103,14 @@ void OffscreenWindowSystem::setFocus(WindowHandle window)
 {
     if (focused == window || !find(window)) return;
     const WindowHandle before = std::exchange(focused, window);
-    Event event{};
-    event.kind = Event::Kind::focusOut;
-    deliver(before, event);
-    event.kind = Event::Kind::focusIn;
-    deliver(window, event);
+    deliver(before, {.kind = Event::Kind::focusOut});
+    deliver(window, {.kind = Event::Kind::focusIn});
 }
 
 void OffscreenWindowSystem::captureMouse(WindowHandle window)
 {
     const WindowHandle before = std::exchange(captured, find(window) ? window : nullptr);
-    if (!before || before == captured) return;
-    Event event{};
-    event.kind = Event::Kind::captureLost;
-    deliver(before, event);
+    if (before && before != captured) deliver(before, {.kind = Event::Kind::captureLost});
 }
 
 void OffscreenWindowSystem::releaseMouse() { captureMouse(nullptr); }
@@ -265,13 +254,8 @@ bool OffscreenWindowSystem::paintNext()
     for (const auto &[handle, window] : windows) {
         if (window->dirty.isEmpty() || !window->client || !isVisible(handle)) continue;
         const Rect before = window->dirty;
-        Event event{};
-        if (std::exchange(window->erase, false)) {
-            event.kind = Event::Kind::eraseBackground;
-            deliver(handle, event);
-        }
-        event.kind = Event::Kind::paint;
-        deliver(handle, event);
+        if (std::exchange(window->erase, false)) deliver(handle, {.kind = Event::Kind::eraseBackground});
+        deliver(handle, {.kind = Event::Kind::paint});
         const Window *const still = find(handle);
         if (!still || still->dirty != before) return true;
     }

@@ -23,9 +23,10 @@ def constants(source):
 
 def text_rows():
     """The rows of the editor's text table: x, y, width, height, alignment, words."""
-    rows = re.findall(r'\{(\d+), (\d+), (\d+), (\d+), \d+, \d+, TextRow::(\w+), "([^"]*)"\}',
-                      (EDITOR / "editor/TextTable.cpp").read_text())
-    return [(*map(int, row[:4]), *row[4:]) for row in rows]
+    table = (EDITOR / "editor/TextTable.cpp").read_text()
+    labels = re.findall(r'\{(\d+), (\d+), (\d+), (\d+), \d+, \d+, TextRow::(\w+), "([^"]*)"\}', table)
+    tips = re.findall(r'tip\(\d+, "([^"]*)"\)', table)
+    return [(*map(int, row[:4]), *row[4:]) for row in labels] + [(0, 0, 0, 0, "asPlaced", words) for words in tips]
 
 
 def glyphs():

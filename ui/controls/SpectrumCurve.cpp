@@ -57,20 +57,18 @@ void SpectrumCurve::trace(const std::vector<float> &magnitudes, const SpectrumAx
 void SpectrumCurve::draw(const SurfaceRef &to, uint32_t colour, uint8_t fade) const
 {
     const int32_t bottom = axis.bottomRow();
-    LineJob job{};
-    job.style = LineJob::plain;
-    job.colour = colour;
-    job.fade = fade;
-    job.pixels = to->pixels();
-    job.stride = to->stride();
-    job.width = to->width();
-    job.height = to->height();
-    const auto join = [&job](Point from, Point end) {
-        job.x0 = from.x;
-        job.y0 = from.y;
-        job.x1 = end.x;
-        job.y1 = end.y;
-        drawLine(job);
+    const auto join = [&](Point from, Point end) {
+        drawLine({.x0 = from.x,
+                  .y0 = from.y,
+                  .x1 = end.x,
+                  .y1 = end.y,
+                  .style = LineJob::plain,
+                  .colour = colour,
+                  .fade = fade,
+                  .pixels = to->pixels(),
+                  .stride = to->stride(),
+                  .width = to->width(),
+                  .height = to->height()});
     };
     for (int32_t x = 0; x < axis.columns(); ++x) {
         const int32_t row = rowOfColumn[static_cast<size_t>(x)];

@@ -6,6 +6,11 @@ namespace {
 
 using Native::TextRow;
 
+constexpr TextRow tip(uint32_t stringId, const char *english)
+{
+    return {0, 0, 0, 0, 0, stringId, TextRow::asPlaced, english};
+}
+
 // The columns are those of TextRow.
 // clang-format off
 constexpr TextRow kRows[kTextRows] = {
@@ -33,27 +38,15 @@ constexpr TextRow kRows[kTextRows] = {
     {423, 372, 90, 12, 0, 398, TextRow::right, "spectrum on input:"},
     {423, 392, 90, 12, 0, 399, TextRow::right, "brickwall limiter:"},
     {423, 412, 90, 12, 0, 400, TextRow::right, "link band controls:"},
-    {0, 0, 0, 0, 0, 401, TextRow::asPlaced, "Output Gain"},
-    {0, 0, 0, 0, 0, 402, TextRow::asPlaced, "Low Cutoff"},
-    {0, 0, 0, 0, 0, 403, TextRow::asPlaced, "Mid Cutoff"},
-    {0, 0, 0, 0, 0, 404, TextRow::asPlaced, "High Cutoff"},
-    {0, 0, 0, 0, 0, 405, TextRow::asPlaced, "Band 1 Gain"},
-    {0, 0, 0, 0, 0, 406, TextRow::asPlaced, "Band 2 Gain"},
-    {0, 0, 0, 0, 0, 407, TextRow::asPlaced, "Band 3 Gain"},
-    {0, 0, 0, 0, 0, 408, TextRow::asPlaced, "Band 4 Gain"},
-    {0, 0, 0, 0, 0, 409, TextRow::asPlaced, "Band 1 Solo"},
-    {0, 0, 0, 0, 0, 410, TextRow::asPlaced, "Band 2 Solo"},
-    {0, 0, 0, 0, 0, 411, TextRow::asPlaced, "Band 3 Solo"},
-    {0, 0, 0, 0, 0, 412, TextRow::asPlaced, "Band 4 Solo"},
-    {0, 0, 0, 0, 0, 413, TextRow::asPlaced, "Band 1 Bypass"},
-    {0, 0, 0, 0, 0, 414, TextRow::asPlaced, "Band 2 Bypass"},
-    {0, 0, 0, 0, 0, 415, TextRow::asPlaced, "Band 3 Bypass"},
-    {0, 0, 0, 0, 0, 416, TextRow::asPlaced, "Band 4 Bypass"},
-    {0, 0, 0, 0, 0, 417, TextRow::asPlaced, "Band 1 Threshold"},
-    {0, 0, 0, 0, 0, 418, TextRow::asPlaced, "Band 2 Threshold"},
-    {0, 0, 0, 0, 0, 419, TextRow::asPlaced, "Band 3 Threshold"},
-    {0, 0, 0, 0, 0, 420, TextRow::asPlaced, "Band 4 Threshold"},
-    {0, 0, 0, 0, 0, 421, TextRow::asPlaced, "Limiter Bypass"},
+    tip(401, "Output Gain"),
+    tip(402, "Low Cutoff"), tip(403, "Mid Cutoff"), tip(404, "High Cutoff"),
+    tip(405, "Band 1 Gain"), tip(406, "Band 2 Gain"), tip(407, "Band 3 Gain"), tip(408, "Band 4 Gain"),
+    tip(409, "Band 1 Solo"), tip(410, "Band 2 Solo"), tip(411, "Band 3 Solo"), tip(412, "Band 4 Solo"),
+    tip(413, "Band 1 Bypass"), tip(414, "Band 2 Bypass"),
+    tip(415, "Band 3 Bypass"), tip(416, "Band 4 Bypass"),
+    tip(417, "Band 1 Threshold"), tip(418, "Band 2 Threshold"),
+    tip(419, "Band 3 Threshold"), tip(420, "Band 4 Threshold"),
+    tip(421, "Limiter Bypass"),
 };
 // clang-format on
 

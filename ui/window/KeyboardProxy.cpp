@@ -9,17 +9,17 @@ using Platform::Event;
 KeyboardProxy::KeyboardProxy(FrameBase *ownerFrame)
     : Reflected(ownerFrame, nullptr, "Native Keyboard Proxy", false)
 {
-    Platform::WindowRequest request;
-    request.className = ownerFrame->nativeClassName("KeyboardProxyWindow");
-    request.title = "Native Keyboard Proxy";
-    request.place = Rect::at({}, 100, 100);
-    request.parent = ownerFrame->hostWindow();
-    request.client = this;
-    request.visible = false;
-    request.clipSiblings = request.clipChildren = false;
-    request.takesTab = true;
     visible = false;
-    handle = Platform::windowSystem().createWindow(request);
+    handle = Platform::windowSystem().createWindow(
+        {.className = ownerFrame->nativeClassName("KeyboardProxyWindow"),
+         .title = "Native Keyboard Proxy",
+         .place = Rect::at({}, 100, 100),
+         .parent = ownerFrame->hostWindow(),
+         .client = this,
+         .visible = false,
+         .clipSiblings = false,
+         .clipChildren = false,
+         .takesTab = true});
 }
 
 std::optional<intptr_t> KeyboardProxy::onEvent(Platform::WindowHandle window, const Event &event)

@@ -41,16 +41,13 @@ WindowBase::~WindowBase()
 
 void WindowBase::createNative(const String &windowName, bool makeHandle)
 {
-    if (makeHandle) {
-        Platform::WindowRequest request;
-        request.className = frame->nativeClassName("Window");
-        request.title = windowName.c_str();
-        request.place = Rect::at({}, 100, 100);
-        request.parent = parent ? parent->handle : frame->hostWindow();
-        request.client = this;
-        request.visible = visible;
-        handle = windowSystem().createWindow(request);
-    }
+    if (makeHandle)
+        handle = windowSystem().createWindow({.className = frame->nativeClassName("Window"),
+                                              .title = windowName.c_str(),
+                                              .place = Rect::at({}, 100, 100),
+                                              .parent = parent ? parent->handle : frame->hostWindow(),
+                                              .client = this,
+                                              .visible = visible});
     if (parent)
         parent->childWindows.push_back(this);
     else

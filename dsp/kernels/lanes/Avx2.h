@@ -58,8 +58,8 @@ LANES_OP F8 operator+(F8 a, F8 b) { return {_mm256_add_ps(a.v, b.v)}; }
 LANES_OP F8 operator-(F8 a, F8 b) { return {_mm256_sub_ps(a.v, b.v)}; }
 LANES_OP F8 operator*(F8 a, F8 b) { return {_mm256_mul_ps(a.v, b.v)}; }
 LANES_OP F8 operator/(F8 a, F8 b) { return {_mm256_div_ps(a.v, b.v)}; }
-LANES_OP F8 operator-(F8 a) { return {_mm256_xor_ps(a.v, _mm256_set1_ps(-0.f))}; }
-LANES_OP F8 abs(F8 a) { return {_mm256_andnot_ps(_mm256_set1_ps(-0.f), a.v)}; }
+LANES_OP F8 operator-(F8 a) { return {_mm256_xor_ps(a.v, _mm256_set1_ps(-0.0f))}; }
+LANES_OP F8 abs(F8 a) { return {_mm256_andnot_ps(_mm256_set1_ps(-0.0f), a.v)}; }
 LANES_OP F8 sqrt(F8 a) { return {_mm256_sqrt_ps(a.v)}; }
 LANES_OP F8 min(F8 a, F8 b) { return {_mm256_min_ps(a.v, b.v)}; }
 LANES_OP F8 max(F8 a, F8 b) { return {_mm256_max_ps(a.v, b.v)}; }

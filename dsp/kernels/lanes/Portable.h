@@ -69,7 +69,7 @@ LANES_OP I4 shiftLeft(I4 a)
 
 LANES_OP int bits(M4 a) { return (a.v[0] & 1) | (a.v[1] & 2) | (a.v[2] & 4) | (a.v[3] & 8); }
 LANES_OP MD2 operator&(MD2 a, MD2 b) { return {a.v & b.v}; }
-LANES_OP int bits(MD2 a) { return int((a.v[0] & 1) | (a.v[1] & 2)); }
+LANES_OP int bits(MD2 a) { return static_cast<int>((a.v[0] & 1) | (a.v[1] & 2)); }
 
 LANES_OP F4 operator+(F4 a, F4 b) { return {a.v + b.v}; }
 LANES_OP F4 operator-(F4 a, F4 b) { return {a.v - b.v}; }
@@ -98,7 +98,11 @@ LANES_OP MD2 operator<=(D2 a, D2 b) { return {a.v <= b.v}; }
 LANES_OP F4 toFloat(I4 a) { return {__builtin_convertvector(a.v, Floats4)}; }
 LANES_OP D2 lowToDouble(F4 a) { return D2::of(a.v[0], a.v[1]); }
 LANES_OP D2 highToDouble(F4 a) { return D2::of(a.v[2], a.v[3]); }
-LANES_OP F4 toFloat(D2 a, D2 b) { return F4::of(float(a.v[0]), float(a.v[1]), float(b.v[0]), float(b.v[1])); }
+LANES_OP F4 toFloat(D2 a, D2 b)
+{
+    return F4::of(static_cast<float>(a.v[0]), static_cast<float>(a.v[1]), static_cast<float>(b.v[0]),
+                  static_cast<float>(b.v[1]));
+}
 
 template <int i, int j, int k, int l>
 LANES_OP F4 shuffle(F4 a, F4 b) { return {__builtin_shufflevector(a.v, b.v, i, j, 4 + k, 4 + l)}; }

@@ -59,8 +59,8 @@ LANES_OP F4 operator+(F4 a, F4 b) { return {_mm_add_ps(a.v, b.v)}; }
 LANES_OP F4 operator-(F4 a, F4 b) { return {_mm_sub_ps(a.v, b.v)}; }
 LANES_OP F4 operator*(F4 a, F4 b) { return {_mm_mul_ps(a.v, b.v)}; }
 LANES_OP F4 operator/(F4 a, F4 b) { return {_mm_div_ps(a.v, b.v)}; }
-LANES_OP F4 operator-(F4 a) { return {_mm_xor_ps(a.v, _mm_set1_ps(-0.f))}; }
-LANES_OP F4 abs(F4 a) { return {_mm_andnot_ps(_mm_set1_ps(-0.f), a.v)}; }
+LANES_OP F4 operator-(F4 a) { return {_mm_xor_ps(a.v, _mm_set1_ps(-0.0f))}; }
+LANES_OP F4 abs(F4 a) { return {_mm_andnot_ps(_mm_set1_ps(-0.0f), a.v)}; }
 LANES_OP F4 sqrt(F4 a) { return {_mm_sqrt_ps(a.v)}; }
 LANES_OP F4 min(F4 a, F4 b) { return {_mm_min_ps(a.v, b.v)}; }
 LANES_OP F4 max(F4 a, F4 b) { return {_mm_max_ps(a.v, b.v)}; }
