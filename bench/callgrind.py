@@ -16,7 +16,7 @@ STAGES = {
     "limiter": r"dsp/(Maximizer|SlidingMinimum|kernels/Limiter\w*)",
     "gain, level meter": r"dsp/(Gain|meter/Level)",
     "chain: guards, sum, order": r"dsp/(Transform|TransformBase|Component|ComponentImpl|Global)",
-    "host shell, plug-in": r"(host|plugin|apps/tessarine|bench)/[^/.]+",
+    "host shell, plug-in": r"(host|plugin|apps/tessarine/effect|bench)/[^/.]+",
 }
 OTHER = "other"
 

@@ -2,10 +2,10 @@
 #include <cstdio>
 #include <exception>
 
-#include "apps/tessarine/Commands.h"
-#include "apps/tessarine/Failure.h"
-#include "apps/tessarine/Interrupt.h"
-#include "apps/tessarine/Options.h"
+#include "apps/tessarine/commands/Commands.h"
+#include "apps/tessarine/commands/Options.h"
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Interrupt.h"
 
 namespace {
 

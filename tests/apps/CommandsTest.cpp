@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <regex>
 
-#include "apps/tessarine/ResponsePicture.h"
+#include "apps/tessarine/pictures/ResponsePicture.h"
 
 using testing::AllOf;
 using testing::ContainsRegex;

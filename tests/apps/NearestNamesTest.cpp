@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apps/tessarine/NearestNames.h"
+#include "apps/tessarine/console/NearestNames.h"
 
 using testing::ElementsAre;
 

@@ -1,0 +1,65 @@
+#include <fmt/format.h>
+
+#include "apps/tessarine/commands/Commands.h"
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/effect/Assignment.h"
+#include "apps/tessarine/effect/ChunkFile.h"
+#include "apps/tessarine/effect/CutoffCheck.h"
+#include "apps/tessarine/files/TemporaryFile.h"
+
+namespace App {
+
+namespace {
+
+/// The chunk would lose such a setting without a word.
+void applySavedSettings(EffectHost &host, const std::vector<std::string> &settings)
+{
+    std::vector<std::pair<Parameter, std::string>> unsaved; // with the text before
+    for (const Parameter &p : listParameters(host)) {
+        if (!p.saved) unsaved.emplace_back(p, p.display(host));
+    }
+    applySettings(host, settings);
+    for (const auto &[parameter, before] : unsaved) {
+        if (parameter.display(host) != before)
+            throw Failure(fmt::format("'{}' is not kept in a chunk; leave it out here and give it to "
+                                      "'tessarine render' with --set",
+                                      parameter.name));
+    }
+}
+
+void writeChunk(EffectHost &host, const ChunkOptions &options)
+{
+    applySavedSettings(host, options.settings);
+    requireAscendingCutoffs(*host.plugin().transformHandle().crossOver());
+    const std::string chunk = host.chunk();
+    if (chunk.empty())
+        throw Failure(fmt::format("{} was not written: the effect gave no chunk; there may be too little "
+                                  "memory",
+                                  options.file.string()));
+    TemporaryFile file(options.file);
+    file.write(chunk);
+    file.commit();
+    fmt::print("Chunk  {}, {} bytes\n", options.file.string(), chunk.size());
+}
+
+void printSaved(const EffectHost &host, const std::vector<Parameter> &parameters)
+{
+    for (const Parameter &p : parameters) {
+        if (!p.saved) continue;
+        const std::string row = fmt::format("{:<33}  {:>10}  {}", p.name, p.display(host), p.unit);
+        fmt::print("{}\n", row.substr(0, row.find_last_not_of(' ') + 1));
+    }
+}
+
+} // namespace
+
+void run(const ChunkOptions &options)
+{
+    EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
+    if (!options.print) return writeChunk(host, options);
+    loadChunk(host, options.file);
+    printSaved(host, listParameters(host));
+    printSaved(host, listSpectrumSettings(host));
+}
+
+} // namespace App

@@ -1,0 +1,83 @@
+#include "apps/tessarine/editor/EditorScreen.h"
+
+#include <utility>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/pictures/Drawing.h"
+#include "host/VSTEditor.h"
+#include "ui/editor/Language.h"
+
+namespace App {
+
+namespace {
+
+using UI::Language;
+
+Language::Index languageOf(const std::string &name)
+{
+    constexpr std::pair<const char *, Language::Index> kNames[] = {
+        {"japanese", Language::japanese}, {"german", Language::german},   {"french", Language::french},
+        {"italian", Language::italian},   {"spanish", Language::spanish},
+    };
+    for (const auto &[known, index] : kNames) {
+        if (name == known) return index;
+    }
+    return Language::english;
+}
+
+} // namespace
+
+EditorScreen::EditorScreen(const std::string &language)
+{
+    Language::prefer(languageOf(language));
+    Platform::useWindowSystem(&system);
+}
+
+EditorScreen::~EditorScreen()
+{
+    Platform::useWindowSystem(nullptr);
+    Language::prefer(std::nullopt);
+}
+
+void EditorScreen::open(EffectHost &host)
+{
+    window = system.makeHostWindow(VSTEditor::kWidth, VSTEditor::kHeight);
+    if (!host.openEditor(window)) throw Failure("the editor did not open; there may be too little memory");
+    system.pump();
+}
+
+void EditorScreen::focus(EffectHost &host, size_t control)
+{
+    // the first only shows where the focus is, the second brings it to the first control
+    for (size_t tabs = 0; tabs < control + 2; ++tabs) host.pressTab();
+    system.pump();
+}
+
+void EditorScreen::press(::Point at)
+{
+    system.movePointer(at);
+    system.pressButton();
+    system.pump();
+}
+
+std::string EditorScreen::picture(uint32_t scale) const
+{
+    const Platform::Bitmap shot = system.screenshot(window);
+    const auto side = static_cast<int>(scale);
+    const CairoSurface from(cairo_image_surface_create_for_data(
+        static_cast<unsigned char *>(shot.pixels()), CAIRO_FORMAT_RGB24, shot.width(), shot.height(),
+        static_cast<int>(shot.bytesPerRow())));
+    const CairoSurface to(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, shot.width() * side, shot.height() * side));
+    const CairoContext context(cairo_create(to.get()));
+    cairo_scale(context.get(), side, side);
+    cairo_set_source_surface(context.get(), from.get(), 0.0, 0.0);
+    cairo_pattern_set_filter(cairo_get_source(context.get()), CAIRO_FILTER_NEAREST);
+    cairo_paint(context.get());
+    std::string bytes = encodePng(to.get());
+    if (shot.isEmpty() || cairo_status(context.get()) != CAIRO_STATUS_SUCCESS || bytes.empty())
+        throw Failure("there is not enough memory to draw the editor; close other programs and try again");
+    return bytes;
+}
+
+} // namespace App

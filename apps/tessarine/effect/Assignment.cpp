@@ -1,0 +1,90 @@
+#include "apps/tessarine/effect/Assignment.h"
+
+#include <algorithm>
+#include <charconv>
+#include <cmath>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/NearestNames.h"
+
+namespace App {
+
+namespace {
+
+constexpr size_t kSuggestions = 3;
+
+std::string trimmed(const std::string &text)
+{
+    const size_t first = text.find_first_not_of(" \t");
+    if (first == std::string::npos) return {};
+    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+}
+
+std::string nameIn(const std::string &setting) { return trimmed(setting.substr(0, setting.find('='))); }
+
+const Parameter &find(const std::vector<Parameter> &parameters, const std::string &name)
+{
+    std::vector<std::string> names;
+    for (const Parameter &p : parameters) {
+        if (sameName(p.name, name)) return p;
+        names.push_back(p.name);
+    }
+    throw Failure(fmt::format("there is no parameter '{}'; the nearest are '{}' (all: tessarine params)",
+                              name, fmt::join(nearestNames(name, names, kSuggestions), "', '")));
+}
+
+std::optional<double> readSwitch(const std::string &text)
+{
+    for (const char *word : {"on", "true", "yes", "1"}) {
+        if (sameName(text, word)) return 1.0;
+    }
+    for (const char *word : {"off", "false", "no", "0"}) {
+        if (sameName(text, word)) return 0.0;
+    }
+    return std::nullopt;
+}
+
+std::optional<double> readNumber(const std::string &text, const std::string &unit)
+{
+    double value = 0.0;
+    const char *const begin = text.data() + (text.starts_with('+') ? 1 : 0), *const end =
+                                                                                 text.data() + text.size();
+    const auto [rest, error] = std::from_chars(begin, end, value);
+    if (error != std::errc() || !std::isfinite(value)) return std::nullopt;
+    const std::string behind = trimmed(std::string(rest, end));
+    if (!behind.empty() && !sameName(behind, unit)) return std::nullopt;
+    return value;
+}
+
+double readValue(const Parameter &parameter, const std::string &text)
+{
+    const bool isSwitch = parameter.kind == DSP::ParamKind::boolean;
+    const std::optional<double> value = isSwitch ? readSwitch(text) : readNumber(text, parameter.unit);
+    const bool whole = parameter.kind != DSP::ParamKind::integer || (value && *value == std::floor(*value));
+    if (!value || !whole || *value < parameter.minimum || *value > parameter.maximum)
+        throw Failure(
+            fmt::format("'{}' cannot be '{}'; it takes {}", parameter.name, text, parameter.range()));
+    return *value;
+}
+
+} // namespace
+
+void applySettings(EffectHost &host, const std::vector<std::string> &settings)
+{
+    const std::vector<Parameter> parameters = listParameters(host);
+    for (const std::string &setting : settings) {
+        const size_t equals = setting.find('=');
+        const Parameter &parameter = find(parameters, nameIn(setting));
+        parameter.set(host, readValue(parameter, trimmed(setting.substr(equals + 1))));
+    }
+}
+
+bool assigns(const std::vector<std::string> &settings, const std::string &name)
+{
+    return std::any_of(settings.begin(), settings.end(),
+                       [&](const std::string &setting) { return sameName(nameIn(setting), name); });
+}
+
+} // namespace App

@@ -1,0 +1,195 @@
+#include "apps/tessarine/render/Renderer.h"
+
+#include <algorithm>
+#include <chrono>
+#include <cmath>
+
+#include "apps/tessarine/console/Interrupt.h"
+#include "apps/tessarine/console/Progress.h"
+#include "apps/tessarine/effect/CutoffCheck.h"
+#include "apps/tessarine/effect/EffectSetup.h"
+#include "apps/tessarine/files/AudioReader.h"
+#include "apps/tessarine/files/AudioWriter.h"
+#include "apps/tessarine/files/Block.h"
+#include "apps/tessarine/loudness/LoudnessSearch.h"
+#include "apps/tessarine/render/DryFile.h"
+
+namespace App {
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+constexpr uint32_t kMeasurementsPerSecond = 100;
+
+double secondsSince(Clock::time_point begin)
+{
+    return std::chrono::duration<double>(Clock::now() - begin).count();
+}
+
+class Loop {
+public:
+    Loop(const RenderOptions &options, AudioReader &from, AudioWriter &to, EffectHost &effect)
+        : reader(from),
+          writer(to),
+          host(effect),
+          delay(host.trueDelay()),
+          skip(options.compensate ? delay : 0),
+          loudnessIn(reader.channels(), reader.rate()),
+          loudnessOut(reader.channels(), reader.rate()),
+          block(reader.channels(), options.blockFrames)
+    {
+    }
+
+    void run(uint32_t blockFrames)
+    {
+        const uint64_t total = reader.frames() + skip;
+        Progress progress(total, reader.rate());
+        for (uint64_t fed = 0; fed < total;) {
+            stopIfInterrupted();
+            const auto frames = static_cast<uint32_t>(std::min<uint64_t>(blockFrames, total - fed));
+            readBlock(frames);
+            process(frames);
+            writeBlock(frames, fed);
+            measureGains(frames);
+            fed += frames;
+            progress.show(fed);
+        }
+        if (measured.frames > 0) closeMeasurement();
+    }
+
+    void report(Rendering &result) const
+    {
+        result.delay = delay;
+        result.in = loudnessIn.figures();
+        result.out = loudnessOut.figures();
+        result.history = history;
+        result.effectSeconds = effectSeconds;
+        result.silenced = host.plugin().transformHandle().transformBase()->refusedSamples();
+    }
+
+private:
+    void readBlock(uint32_t frames)
+    {
+        const uint32_t got = block.read(reader, frames);
+        loudnessIn.add(block.interleaved.data(), got);
+        measureLevel(frames, measured.peakIn, measured.squaresIn);
+        block.separate(frames);
+    }
+
+    void process(uint32_t frames)
+    {
+        float *const channels[] = {block.left.data(), block.right.data()};
+        const Clock::time_point begin = Clock::now();
+        host.process(channels, channels, frames);
+        effectSeconds += secondsSince(begin);
+    }
+
+    void writeBlock(uint32_t frames, uint64_t fed)
+    {
+        block.interleave(frames);
+        measureLevel(frames, measured.peakOut, measured.squaresOut);
+        const uint32_t dropped = framesToSkip(skip, fed, frames);
+        const float *const kept = block.from(dropped);
+        loudnessOut.add(kept, frames - dropped);
+        writer.write(kept, frames - dropped);
+    }
+
+    void measureLevel(uint32_t frames, float &peak, double &squares) const
+    {
+        const size_t samples = size_t{frames} * block.channels;
+        double sum = 0.0;
+        for (size_t i = 0; i < samples; ++i) {
+            const float sample = block.interleaved[i];
+            if (!std::isfinite(sample)) continue;
+            peak = std::max(peak, std::abs(sample));
+            sum += static_cast<double>(sample) * static_cast<double>(sample);
+        }
+        squares += sum / block.channels;
+    }
+
+    /// The meters keep their smallest value until they are read, so reading them seldom misses nothing.
+    void measureGains(uint32_t frames)
+    {
+        measured.frames += frames;
+        if (measured.frames * kMeasurementsPerSecond >= reader.rate()) closeMeasurement();
+    }
+
+    void closeMeasurement()
+    {
+        const TransformHandle &chain = host.plugin().transformHandle();
+        for (uint32_t band = 0; band < DSP::kBands; ++band)
+            measured.leastGain[band] = chain.dynamics()->readGainReduction(band);
+        measured.leastGain[Column::kLimiter] = chain.maximizer()->readGainReduction();
+        for (int i = 0; i < Column::kGains; ++i)
+            measured.gainDbFrames[static_cast<size_t>(i)] =
+                measured.leastGainDb(i) * static_cast<double>(measured.frames);
+        history.add(measured);
+        measured = Column();
+    }
+
+    AudioReader &reader;
+    AudioWriter &writer;
+    EffectHost &host;
+    const uint32_t delay, skip; // samples
+    LoudnessMeter loudnessIn, loudnessOut;
+    Block block;
+    Column measured;
+    History history;
+    double effectSeconds = 0.0;
+};
+
+/// Gain that makes the input as loud as the output; 0 where one of them has no loudness.
+double matchingGain(const Rendering &result)
+{
+    const double gain = result.out.loudness - result.in.loudness;
+    return std::isfinite(gain) ? gain : 0.0;
+}
+
+} // namespace
+
+Rendering render(const RenderOptions &options)
+{
+    const Clock::time_point begin = Clock::now();
+    Rendering result;
+    AudioReader reader(options.in);
+    AudioWriter writer(options.out, reader);
+    std::optional<AudioWriter> dry;
+    if (!options.dry.empty()) dry.emplace(options.dry, reader);
+
+    RenderOptions chosen = options;
+    if (options.loudness) {
+        result.choice = findLoudness(options);
+        const std::vector<std::string> more = result.choice->settings();
+        chosen.settings.insert(chosen.settings.end(), more.begin(), more.end());
+    }
+    const std::unique_ptr<EffectHost> host = makeEffect(chosen, reader, options.blockFrames);
+    host->start();
+    Loop loop(options, reader, writer, *host);
+    loop.run(options.blockFrames);
+    loop.report(result);
+    if (dry) {
+        AudioReader again(options.in); // before the output may take its place
+        result.dryGainDb = matchingGain(result);
+        writeDry(again, *dry, options.compensate ? 0 : result.delay, result.dryGainDb);
+    }
+    writer.finish();
+    if (dry) dry->finish();
+
+    result.rate = reader.rate();
+    result.channels = reader.channels();
+    result.frames = reader.frames();
+    result.settings = chosen.settings;
+    result.formatIn = reader.info().format;
+    result.formatOut = writer.format();
+    result.clipped = writer.clippedSamples();
+    if (dry) {
+        result.formatDry = dry->format();
+        result.dryClipped = dry->clippedSamples();
+    }
+    result.warning = closeCutoffsWarning(*host->plugin().transformHandle().crossOver(), reader.rate());
+    result.seconds = secondsSince(begin);
+    return result;
+}
+
+} // namespace App
