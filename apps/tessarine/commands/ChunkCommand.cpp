@@ -1,15 +1,18 @@
-#include <fmt/format.h>
-
-#include "apps/tessarine/commands/Commands.h"
+#include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/effect/Assignment.h"
-#include "apps/tessarine/effect/ChunkFile.h"
-#include "apps/tessarine/effect/CutoffCheck.h"
+#include "apps/tessarine/effect/EffectSetup.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 
 namespace App {
 
 namespace {
+
+struct ChunkOptions {
+    std::filesystem::path file;
+    std::vector<std::string> settings; // each "NAME=VALUE", for writing
+    bool print = false;                // read the file instead of writing it
+};
 
 /// The chunk would lose such a setting without a word.
 void applySavedSettings(EffectHost &host, const std::vector<std::string> &settings)
@@ -30,7 +33,7 @@ void applySavedSettings(EffectHost &host, const std::vector<std::string> &settin
 void writeChunk(EffectHost &host, const ChunkOptions &options)
 {
     applySavedSettings(host, options.settings);
-    requireAscendingCutoffs(*host.plugin().transformHandle().crossOver());
+    requireAscendingCutoffs(host);
     const std::string chunk = host.chunk();
     if (chunk.empty())
         throw Failure(fmt::format("{} was not written: the effect gave no chunk; there may be too little "
@@ -51,15 +54,26 @@ void printSaved(const EffectHost &host, const std::vector<Parameter> &parameters
     }
 }
 
-} // namespace
-
-void run(const ChunkOptions &options)
+void makeChunk(const ChunkOptions &options)
 {
     EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
     if (!options.print) return writeChunk(host, options);
     loadChunk(host, options.file);
     printSaved(host, listParameters(host));
     printSaved(host, listSpectrumSettings(host));
+}
+
+} // namespace
+
+void addChunk(CLI::App &app)
+{
+    const auto options = std::make_shared<ChunkOptions>();
+    CLI::App *const command =
+        app.add_subcommand("chunk", "Write settings to a file, in the form in which hosts keep them");
+    command->add_option("FILE", options->file, "File to write, or to read with --print")->required();
+    command->add_flag("--print", options->print, "Read the file and show all values in it")
+        ->excludes(addSettings(command, options->settings));
+    command->callback([options] { makeChunk(*options); });
 }
 
 } // namespace App

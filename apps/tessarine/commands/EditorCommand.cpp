@@ -1,19 +1,15 @@
 #include <algorithm>
 #include <cmath>
-#include <fmt/format.h>
-#include <memory>
+#include <fmt/ranges.h>
 
-#include "apps/tessarine/commands/Commands.h"
+#include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
-#include "apps/tessarine/console/Interrupt.h"
 #include "apps/tessarine/console/Progress.h"
-#include "apps/tessarine/editor/EditorControls.h"
 #include "apps/tessarine/editor/EditorScreen.h"
-#include "apps/tessarine/effect/Assignment.h"
-#include "apps/tessarine/effect/ChunkFile.h"
-#include "apps/tessarine/effect/CutoffCheck.h"
-#include "apps/tessarine/files/AudioReader.h"
+#include "apps/tessarine/effect/EffectSetup.h"
+#include "apps/tessarine/files/Block.h"
 #include "apps/tessarine/files/TemporaryFile.h"
+#include "host/VSTEditor.h"
 
 namespace App {
 
@@ -24,6 +20,20 @@ constexpr uint32_t kUsualRate = 44100; // Hz, without a recording
 constexpr uint32_t kTipMs = 2200; // a mouse at rest gets its tool tip within that; a focus mark lasts longer
 constexpr uint32_t kSettleMs = 100; // some ticks, in which all that moves has moved
 
+constexpr double kUsualMoment = 10.0;           // seconds
+constexpr uint32_t kScales[] = {100, 200, 300}; // per cent: every pixel becomes a square of whole pixels
+
+struct EditorOptions {
+    std::filesystem::path png;
+    std::filesystem::path in; // played before the picture is taken; empty for none
+    EffectSetup effect;
+    std::optional<double> at; // seconds of the recording; else kUsualMoment or its end
+    std::string language = kLanguages[UI::Language::english];
+    uint32_t scale = 100;              // per cent
+    std::string focus;                 // name of the control with the keyboard; empty for none
+    std::optional<Point> point, press; // where the mouse rests, and where its left button goes down
+};
+
 /// Frames to play: up to the moment of the picture.
 uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
 {
@@ -31,7 +41,7 @@ uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
     if (options.at && *options.at > length)
         throw Failure(fmt::format("{} has no moment {:g} s, it ends at {:.2f} s; give --at up to that",
                                   options.in.string(), *options.at, length));
-    const double moment = options.at.value_or(EditorOptions::kUsualMoment) * rate;
+    const double moment = options.at.value_or(kUsualMoment) * rate;
     return std::min(static_cast<uint64_t>(std::llround(moment)), reader.frames());
 }
 
@@ -39,17 +49,17 @@ uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
 class Player {
 public:
     Player(AudioReader &from, EffectHost &effect, EditorScreen &to)
-        : reader(from), host(effect), screen(to), interleaved(size_t{kBlockFrames} * reader.channels())
+        : reader(from), host(effect), screen(to), block(reader.channels(), kBlockFrames)
     {
-        for (auto &channel : channels) channel.resize(kBlockFrames);
     }
 
     void playTo(uint64_t end, Progress &progress)
     {
         while (played < end) {
-            stopIfInterrupted();
             const auto frames = static_cast<uint32_t>(std::min<uint64_t>(kBlockFrames, end - played));
-            playBlock(frames);
+            block.read(reader, frames);
+            block.separate(frames);
+            host.process(block.sides, block.sides, frames);
             played += frames;
             const uint64_t now = played * 1000 / reader.rate();
             screen.wait(static_cast<uint32_t>(now - shownMs));
@@ -59,22 +69,11 @@ public:
     }
 
 private:
-    void playBlock(uint32_t frames)
-    {
-        reader.read(interleaved.data(), frames);
-        const uint32_t count = reader.channels();
-        for (uint32_t c = 0; c < count; ++c) {
-            for (uint32_t i = 0; i < frames; ++i) channels[c][i] = interleaved[size_t{i} * count + c];
-        }
-        float *const pointers[] = {channels[0].data(), channels[1].data()};
-        host.process(pointers, pointers, frames);
-    }
-
     AudioReader &reader;
     EffectHost &host;
     EditorScreen &screen;
-    std::vector<float> interleaved, channels[2]; // the second stays silent in mono
-    uint64_t played = 0;                         // frames
+    Block block;
+    uint64_t played = 0; // frames
     uint64_t shownMs = 0;
 };
 
@@ -99,9 +98,7 @@ void playUntilPicture(const EditorOptions &options, AudioReader &reader, EffectH
     player.playTo(end, progress);
 }
 
-} // namespace
-
-void run(const EditorOptions &options)
+void drawEditor(const EditorOptions &options)
 {
     if (!options.focus.empty()) findEditorControl(options.focus); // a wrong name costs no playing
     std::unique_ptr<AudioReader> reader;
@@ -109,12 +106,11 @@ void run(const EditorOptions &options)
     TemporaryFile file(options.png);
 
     EditorScreen screen(options.language);
-    EffectHost host({.rate = reader ? reader->rate() : kUsualRate,
-                     .channels = reader ? reader->channels() : 2,
-                     .blockFrames = kBlockFrames});
-    if (!options.chunk.empty()) loadChunk(host, options.chunk);
-    applySettings(host, options.settings);
-    requireAscendingCutoffs(*host.plugin().transformHandle().crossOver());
+    const std::unique_ptr<EffectHost> effect = makeEffect({.rate = reader ? reader->rate() : kUsualRate,
+                                                           .channels = reader ? reader->channels() : 2,
+                                                           .blockFrames = kBlockFrames},
+                                                          options.effect);
+    EffectHost &host = *effect;
     host.start();
     screen.open(host);
     if (reader) {
@@ -128,6 +124,86 @@ void run(const EditorOptions &options)
     file.write(screen.picture(options.scale / 100));
     file.commit();
     fmt::print("Picture  {}\n", options.png.string());
+}
+
+void addPlace(CLI::App *command, const char *option, std::optional<Point> &place, const char *help)
+{
+    const auto read = [&place, option](const std::string &text) {
+        const size_t comma = std::min(text.find(','), text.size());
+        const auto x = readNumber<int32_t>(std::string_view(text).substr(0, comma));
+        const auto y = readNumber<int32_t>(std::string_view(text).substr(std::min(comma + 1, text.size())));
+        const Rect window = Rect::at({}, VSTEditor::kWidth, VSTEditor::kHeight);
+        if (!x || !y || !window.contains({*x, *y}))
+            throw CLI::ValidationError(
+                option, fmt::format("there is no pixel '{}' in the editor; give X,Y from 0,0 to {},{}", text,
+                                    window.right, window.bottom));
+        place = Point{*x, *y};
+    };
+    command->add_option_function<std::string>(option, read, help)->type_name("X,Y");
+}
+
+std::string checkMoment(const std::string &text)
+{
+    const auto seconds = readNumber<double>(text);
+    return seconds && std::isfinite(*seconds) && *seconds >= 0.0
+               ? std::string()
+               : fmt::format("there is no moment '{}'; give seconds from the start of the recording", text);
+}
+
+/// Takes one of these words and no other.
+template <class Words>
+auto oneOf(const char *what, const Words &words)
+{
+    return [what, &words](const std::string &text) {
+        std::string all;
+        for (const auto &word : words) {
+            const std::string known = fmt::format("{}", word);
+            if (text == known) return std::string();
+            all += (all.empty() ? "" : ", ") + known;
+        }
+        return fmt::format("there is no {} '{}'; choose one of {}", what, text, all);
+    };
+}
+
+} // namespace
+
+void addEditor(CLI::App &app)
+{
+    const auto options = std::make_shared<EditorOptions>();
+    CLI::App *const command =
+        app.add_subcommand("editor", "Draw the editor as it looks while a recording plays");
+    command->add_option("--png", options->png, "Picture to write")->required();
+    CLI::Option *const in = command->add_option(
+        "--in", options->in, "Recording to play; without it the editor has just been opened");
+    command
+        ->add_option(
+            "--at", options->at,
+            fmt::format("Moment of the recording at which the picture is taken; without it {:g}, or its "
+                        "end if that comes first",
+                        kUsualMoment))
+        ->type_name("SECONDS")
+        ->check(checkMoment, "")
+        ->needs(in);
+    addChunkFile(command, options->effect.chunk);
+    command
+        ->add_option("--language", options->language,
+                     fmt::format("{} or {}",
+                                 fmt::join(std::begin(kLanguages), std::end(kLanguages) - 1, ", "),
+                                 std::end(kLanguages)[-1]))
+        ->type_name("LANGUAGE")
+        ->check(oneOf("language", kLanguages), "");
+    command->add_option("--scale", options->scale, "Size in per cent: 100, 200 or 300")
+        ->type_name("PERCENT")
+        ->check(oneOf("scale", kScales), "");
+    command
+        ->add_option(
+            "--focus", options->focus,
+            "Control that the keyboard works on, \"Band 1 Threshold\"; a wrong name lists the nearest")
+        ->type_name("CONTROL");
+    addPlace(command, "--point", options->point, "Rest the mouse there until a tool tip shows");
+    addPlace(command, "--press", options->press, "Hold the left button down there");
+    addSettings(command, options->effect.settings);
+    command->callback([options] { drawEditor(*options); });
 }
 
 } // namespace App

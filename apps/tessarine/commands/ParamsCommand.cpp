@@ -1,12 +1,11 @@
-#include <algorithm>
-#include <fmt/format.h>
-
-#include "apps/tessarine/commands/Commands.h"
+#include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/effect/ParameterTable.h"
 
 namespace App {
 
-void run(const ParamsOptions &)
+namespace {
+
+void showParameters()
 {
     const EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
     const std::vector<Parameter> parameters = listParameters(host);
@@ -22,6 +21,14 @@ void run(const ParamsOptions &)
         fmt::print(kRow, p.hostIndex ? std::to_string(*p.hostIndex) : "", p.name, p.unit, range,
                    p.format(p.defaultValue), p.display(host));
     }
+}
+
+} // namespace
+
+void addParams(CLI::App &app)
+{
+    app.add_subcommand("params", "List the parameters: index, name, unit, range, default, present text")
+        ->callback(showParameters);
 }
 
 } // namespace App

@@ -14,4 +14,11 @@ struct Interrupted {
     int signal;
 };
 
+/// From here on the signals that end a program only leave a note, so that half-written files are removed. A
+/// file that may not grow is reported like any failed write.
+void catchSignals();
+
+/// Throws Interrupted if one of them has come. Long loops call it, or Progress::show.
+void stopIfInterrupted();
+
 } // namespace App

@@ -3,6 +3,8 @@
 #include <fmt/format.h>
 #include <unistd.h>
 
+#include "apps/tessarine/console/Failure.h"
+
 namespace App {
 
 namespace {
@@ -28,6 +30,7 @@ Progress::~Progress()
 
 void Progress::show(uint64_t done)
 {
+    stopIfInterrupted();
     if (!visible) return;
     const Clock::time_point now = Clock::now();
     if (now < next) return;

@@ -6,6 +6,7 @@ namespace App {
 
 /// One line on standard error that tells how far the work is, rewritten ten times a second and removed at the
 /// end. Silent if standard error is not a terminal.
+/// Errors  Interrupted from show
 class Progress {
 public:
     /// `total` in frames at `rate` Hz.

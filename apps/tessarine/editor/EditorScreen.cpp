@@ -1,42 +1,59 @@
 #include "apps/tessarine/editor/EditorScreen.h"
 
-#include <utility>
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
 
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Text.h"
 #include "apps/tessarine/pictures/Drawing.h"
+#include "dsp/component/Bands.h"
 #include "host/VSTEditor.h"
-#include "ui/editor/Language.h"
 
 namespace App {
 
 namespace {
 
-using UI::Language;
-
-Language::Index languageOf(const std::string &name)
+/// The controls that the keyboard reaches, in the order of the Tab key.
+std::vector<std::string> editorControls()
 {
-    constexpr std::pair<const char *, Language::Index> kNames[] = {
-        {"japanese", Language::japanese}, {"german", Language::german},   {"french", Language::french},
-        {"italian", Language::italian},   {"spanish", Language::spanish},
-    };
-    for (const auto &[known, index] : kNames) {
-        if (name == known) return index;
+    std::vector<std::string> names = {"Output Gain Slider", "Output Gain", "Low Cutoff", "Mid Cutoff",
+                                      "High Cutoff"};
+    for (uint32_t band = 1; band <= DSP::kBands; ++band) {
+        for (const char *control :
+             {"Solo", "Bypass", "Threshold Slider", "Threshold", "Gain", "Ratio", "Attack", "Release"})
+            names.push_back(fmt::format("Band {} {}", band, control));
     }
-    return Language::english;
+    names.insert(names.end(),
+                 {"Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Attack",
+                  "Limiter Release", "Spectrum On Input", "Brickwall Limiter", "Link Band Controls"});
+    return names;
 }
 
 } // namespace
 
+size_t findEditorControl(const std::string &name)
+{
+    const std::vector<std::string> names = editorControls();
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (sameName(names[i], name)) return i;
+    }
+    constexpr size_t kSuggestions = 3;
+    throw Failure(fmt::format("the editor has no control '{}' for the keyboard; the nearest are '{}'", name,
+                              fmt::join(nearestNames(name, names, kSuggestions), "', '")));
+}
+
 EditorScreen::EditorScreen(const std::string &language)
 {
-    Language::prefer(languageOf(language));
+    const auto known = std::find(std::begin(kLanguages), std::end(kLanguages), language);
+    UI::Language::prefer(static_cast<UI::Language::Index>(known - std::begin(kLanguages)));
     Platform::useWindowSystem(&system);
 }
 
 EditorScreen::~EditorScreen()
 {
     Platform::useWindowSystem(nullptr);
-    Language::prefer(std::nullopt);
+    UI::Language::prefer(std::nullopt);
 }
 
 void EditorScreen::open(EffectHost &host)
@@ -53,7 +70,7 @@ void EditorScreen::focus(EffectHost &host, size_t control)
     system.pump();
 }
 
-void EditorScreen::press(::Point at)
+void EditorScreen::press(Point at)
 {
     system.movePointer(at);
     system.pressButton();

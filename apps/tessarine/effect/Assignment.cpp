@@ -1,13 +1,12 @@
 #include "apps/tessarine/effect/Assignment.h"
 
 #include <algorithm>
-#include <charconv>
 #include <cmath>
 #include <fmt/format.h>
 #include <fmt/ranges.h>
 
 #include "apps/tessarine/console/Failure.h"
-#include "apps/tessarine/console/NearestNames.h"
+#include "apps/tessarine/console/Text.h"
 
 namespace App {
 
@@ -46,22 +45,19 @@ std::optional<double> readSwitch(const std::string &text)
     return std::nullopt;
 }
 
-std::optional<double> readNumber(const std::string &text, const std::string &unit)
+std::optional<double> readQuantity(std::string_view text, const std::string &unit)
 {
-    double value = 0.0;
-    const char *const begin = text.data() + (text.starts_with('+') ? 1 : 0), *const end =
-                                                                                 text.data() + text.size();
-    const auto [rest, error] = std::from_chars(begin, end, value);
-    if (error != std::errc() || !std::isfinite(value)) return std::nullopt;
-    const std::string behind = trimmed(std::string(rest, end));
-    if (!behind.empty() && !sameName(behind, unit)) return std::nullopt;
-    return value;
+    if (text.starts_with('+')) text.remove_prefix(1);
+    const std::optional<double> value = takeNumber<double>(text);
+    const std::string behind = trimmed(std::string(text));
+    const bool isQuantity = value && std::isfinite(*value) && (behind.empty() || sameName(behind, unit));
+    return isQuantity ? value : std::nullopt;
 }
 
 double readValue(const Parameter &parameter, const std::string &text)
 {
     const bool isSwitch = parameter.kind == DSP::ParamKind::boolean;
-    const std::optional<double> value = isSwitch ? readSwitch(text) : readNumber(text, parameter.unit);
+    const std::optional<double> value = isSwitch ? readSwitch(text) : readQuantity(text, parameter.unit);
     const bool whole = parameter.kind != DSP::ParamKind::integer || (value && *value == std::floor(*value));
     if (!value || !whole || *value < parameter.minimum || *value > parameter.maximum)
         throw Failure(

@@ -4,15 +4,9 @@
 #include <cstring>
 
 #include "apps/tessarine/console/Failure.h"
+#include "plugin/Product.h"
 
 namespace App {
-
-namespace {
-
-constexpr intptr_t kVstVersion = 2400;
-constexpr int32_t kRendererVersion = 1020;
-
-} // namespace
 
 EffectHost::EffectHost(const Layout &wanted) : layout(wanted), effect(VSTPluginMain(answer))
 {
@@ -34,8 +28,8 @@ intptr_t EffectHost::answer(AEffect *effect, int32_t opcode, int32_t index, intp
 {
     const EffectHost *const host = effect ? static_cast<const EffectHost *>(effect->user) : nullptr;
     switch (opcode) {
-    case audioMasterVersion: return kVstVersion;
-    case audioMasterGetVendorVersion: return kRendererVersion;
+    case audioMasterVersion: return 2400;
+    case audioMasterGetVendorVersion: return Product::kVersion;
     case audioMasterGetProductString: std::strcpy(static_cast<char *>(ptr), "Tessarine renderer"); return 1;
     case audioMasterPinConnected: return host && index < static_cast<int32_t>(host->layout.channels) ? 0 : 1;
     case audioMasterGetSampleRate: return host ? static_cast<intptr_t>(host->layout.rate) : 0;

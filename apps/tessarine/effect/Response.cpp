@@ -6,10 +6,8 @@
 #include <numbers>
 #include <optional>
 
-#include "apps/tessarine/console/Interrupt.h"
-#include "apps/tessarine/effect/Assignment.h"
-#include "apps/tessarine/effect/CutoffCheck.h"
-#include "apps/tessarine/effect/Impulse.h"
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/effect/EffectSetup.h"
 
 namespace App {
 
@@ -45,50 +43,45 @@ double levelAt(const std::vector<float> &response, double cyclesPerSample)
     return 10.0 * std::log10(std::max(sumRe * sumRe + sumIm * sumIm, 1e-30));
 }
 
-class Measurement {
-public:
-    Measurement(uint32_t hz, const std::vector<std::string> &wanted) : rate(hz), settings(wanted) {}
-
-    Response run() const
-    {
-        Response response;
-        response.frequencies = frequencyGrid(rate);
-        response.sum = levels(response, std::nullopt);
-        for (uint32_t band = 0; band < DSP::kBands; ++band) response.bands[band] = levels(response, band);
-        return response;
+/// Fills in the cutoffs and returns the levels in dB of the sum, or of one band with all others muted.
+std::vector<double> measureLevels(Response &response, uint32_t rate, const EffectSetup &setup,
+                                  std::optional<uint32_t> band)
+{
+    const auto host = makeEffect({.rate = rate, .channels = 1, .blockFrames = kImpulseBlock}, setup);
+    DSP::CrossOver &crossOver = *host->plugin().transformHandle().crossOver();
+    for (uint32_t i = 0; i < DSP::kCutoffs; ++i)
+        response.cutoffs[i] = static_cast<double>(crossOver.cutoff(i));
+    for (uint32_t other = 0; band && other < DSP::kBands; ++other) {
+        if (other != *band) crossOver.setBandMute(other, true);
     }
-
-private:
-    /// With a band given, all others are muted.
-    std::vector<double> levels(Response &response, std::optional<uint32_t> band) const
-    {
-        EffectHost host({.rate = rate, .channels = 1, .blockFrames = kImpulseBlock});
-        applySettings(host, settings);
-        applySettings(host, {"Limiter Bypass=on", "Band 1 Ratio=1", "Band 2 Ratio=1", "Band 3 Ratio=1",
-                             "Band 4 Ratio=1"});
-        DSP::CrossOver &crossOver = *host.plugin().transformHandle().crossOver();
-        requireAscendingCutoffs(crossOver);
-        for (uint32_t i = 0; i < DSP::kCutoffs; ++i)
-            response.cutoffs[i] = static_cast<double>(crossOver.cutoff(i));
-        for (uint32_t other = 0; band && other < DSP::kBands; ++other) {
-            if (other != *band) crossOver.setBandMute(other, true);
-        }
-        host.start();
-        const std::vector<float> impulse =
-            impulseResponse(host, static_cast<uint32_t>(rate * kResponseSeconds));
-        std::vector<double> result;
-        for (const double frequency : response.frequencies) {
-            stopIfInterrupted();
-            result.push_back(levelAt(impulse, frequency / rate));
-        }
-        return result;
+    host->start();
+    const auto impulse = impulseResponse(*host, static_cast<uint32_t>(rate * kResponseSeconds));
+    std::vector<double> result;
+    for (const double frequency : response.frequencies) {
+        stopIfInterrupted();
+        result.push_back(levelAt(impulse, frequency / rate));
     }
-
-    const uint32_t rate; // Hz
-    const std::vector<std::string> &settings;
-};
+    return result;
+}
 
 } // namespace
+
+std::vector<float> impulseResponse(EffectHost &host, uint32_t frames)
+{
+    std::vector<float> response, left(kImpulseBlock), right(kImpulseBlock);
+    float *const channels[] = {left.data(), right.data()};
+    while (response.size() < frames) {
+        const float first = response.empty() ? 1.0f : 0.0f;
+        for (std::vector<float> *side : {&left, &right}) {
+            std::fill(side->begin(), side->end(), 0.0f);
+            side->front() = first;
+        }
+        host.process(channels, channels, kImpulseBlock);
+        response.insert(response.end(), left.begin(), left.end());
+    }
+    response.resize(frames);
+    return response;
+}
 
 Response::Extreme Response::lowest() const
 {
@@ -104,7 +97,16 @@ Response::Extreme Response::highest() const
 
 Response measureResponse(uint32_t rate, const std::vector<std::string> &settings)
 {
-    return Measurement(rate, settings).run();
+    EffectSetup setup{.chunk = {}, .settings = settings};
+    for (const char *linear :
+         {"Limiter Bypass=on", "Band 1 Ratio=1", "Band 2 Ratio=1", "Band 3 Ratio=1", "Band 4 Ratio=1"})
+        setup.settings.emplace_back(linear);
+    Response response;
+    response.frequencies = frequencyGrid(rate);
+    response.sum = measureLevels(response, rate, setup, std::nullopt);
+    for (uint32_t band = 0; band < DSP::kBands; ++band)
+        response.bands[band] = measureLevels(response, rate, setup, band);
+    return response;
 }
 
 } // namespace App

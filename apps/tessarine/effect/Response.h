@@ -3,9 +3,15 @@
 #include <string>
 #include <vector>
 
-#include "dsp/stages/CrossOver.h"
+#include "apps/tessarine/effect/EffectHost.h"
 
 namespace App {
+
+constexpr uint32_t kImpulseBlock = 4096; // frames, the block of the layout that impulseResponse needs
+
+/// What the started effect answers to one sample of full scale on all channels: the first `frames` samples of
+/// the left output, delay included.
+std::vector<float> impulseResponse(EffectHost &host, uint32_t frames);
 
 /// Frequency response of the effect as it stands in the linear range: compressors at 1:1, limiter bypassed.
 struct Response {

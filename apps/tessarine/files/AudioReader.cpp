@@ -3,8 +3,7 @@
 #include <fmt/format.h>
 
 #include "apps/tessarine/console/Failure.h"
-#include "apps/tessarine/files/InputPath.h"
-#include "apps/tessarine/files/PromisedLength.h"
+#include "apps/tessarine/files/InputFile.h"
 
 namespace App {
 

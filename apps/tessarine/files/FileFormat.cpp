@@ -1,11 +1,10 @@
 #include "apps/tessarine/files/FileFormat.h"
 
-#include <algorithm>
-#include <cctype>
 #include <fmt/format.h>
 #include <vector>
 
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Text.h"
 
 namespace App {
 
@@ -26,11 +25,8 @@ constexpr double kLargestShortFile = 4.29e9; // bytes
 
 int containerOf(const std::filesystem::path &out)
 {
-    std::string ending = out.extension().string();
-    std::transform(ending.begin(), ending.end(), ending.begin(),
-                   [](unsigned char c) { return std::tolower(c); });
     for (const Ending &known : kEndings) {
-        if (ending == known.text) return known.container;
+        if (sameName(out.extension().string(), known.text)) return known.container;
     }
     throw Failure(
         fmt::format("{} does not end in the name of a sound format; use .wav, .flac, .aiff, .ogg, .w64, "

@@ -7,10 +7,8 @@
 #include <thread>
 
 #include "apps/tessarine/console/Failure.h"
-#include "apps/tessarine/console/Interrupt.h"
 #include "apps/tessarine/console/Progress.h"
 #include "apps/tessarine/effect/Assignment.h"
-#include "apps/tessarine/effect/EffectSetup.h"
 #include "apps/tessarine/effect/ParameterTable.h"
 #include "apps/tessarine/files/Block.h"
 #include "apps/tessarine/loudness/LoudnessMeter.h"
@@ -24,27 +22,29 @@ constexpr uint32_t kBlockFrames = 1u << 14; // the effect's samples do not depen
 constexpr double kStepDb = 2.0, kSpareStepDb = 4.0;
 constexpr const char *kModeName = "Limiter Brickwall Mode";
 
+EffectHost::Layout layoutFor(const AudioReader &reader)
+{
+    return {.rate = reader.rate(), .channels = reader.channels(), .blockFrames = kBlockFrames};
+}
+
 /// One effect that hears the whole file.
 class Candidate {
 public:
-    Candidate(const RenderOptions &options, const AudioReader &reader, const LoudnessChoice &trial)
+    Candidate(EffectSetup setup, bool compensate, const AudioReader &reader, const LoudnessChoice &trial)
         : thresholdDb(trial.threshold),
           block(reader.channels(), kBlockFrames),
           meter(reader.channels(), reader.rate())
     {
-        RenderOptions tried = options;
-        for (const std::string &setting : trial.settings()) tried.settings.push_back(setting);
-        host = makeEffect(tried, reader, kBlockFrames);
+        for (const std::string &setting : trial.settings()) setup.settings.push_back(setting);
+        host = makeEffect(layoutFor(reader), setup);
         host->start();
-        skip = options.compensate ? host->trueDelay() : 0;
+        skip = compensate ? host->trueDelay() : 0;
     }
 
     /// `input` in separate channels, of which the first frame is number `begin` of the file.
     void run(const Block &input, uint64_t begin, uint32_t frames)
     {
-        float *const in[] = {const_cast<float *>(input.left.data()), const_cast<float *>(input.right.data())};
-        float *const out[] = {block.left.data(), block.right.data()};
-        host->process(in, out, frames);
+        host->process(input.sides, block.sides, frames);
         block.interleave(frames);
         const uint32_t dropped = framesToSkip(skip, begin, frames);
         meter.add(block.from(dropped), frames - dropped);
@@ -96,7 +96,6 @@ void hearFile(AudioReader &reader, const std::vector<Trials> &trials)
     Block input(reader.channels(), kBlockFrames);
     Progress progress(total, reader.rate());
     for (uint64_t begin = 0; begin < total; begin += kBlockFrames) {
-        stopIfInterrupted();
         const auto frames = static_cast<uint32_t>(std::min<uint64_t>(kBlockFrames, total - begin));
         input.read(reader, frames);
         input.separate(frames);
@@ -105,11 +104,11 @@ void hearFile(AudioReader &reader, const std::vector<Trials> &trials)
     }
 }
 
-std::vector<LimiterMode> modesToTry(const RenderOptions &options, const TransformHandle &chain)
+std::vector<LimiterMode> modesToTry(const EffectSetup &setup, const TransformHandle &chain)
 {
     if (chain.maximizer()->getBypass()) return {LimiterMode::bypassed};
     if (chain.maximizer()->getBrickwall()) return {LimiterMode::brickwall};
-    if (assigns(options.settings, kModeName)) return {LimiterMode::soft};
+    if (assigns(setup.settings, kModeName)) return {LimiterMode::soft};
     return {LimiterMode::soft, LimiterMode::brickwall};
 }
 
@@ -121,10 +120,10 @@ std::pair<double, double> rangeOf(const EffectHost &host, const char *name)
     throw Failure(fmt::format("the effect has no parameter '{}'", name));
 }
 
-void requireFree(const RenderOptions &options)
+void requireFree(const EffectSetup &setup)
 {
     for (const char *name : {"Gain", "Limiter Threshold", "Limiter Margin"}) {
-        if (assigns(options.settings, name))
+        if (assigns(setup.settings, name))
             throw Failure(fmt::format(
                 "--loudness chooses '{}' itself; leave out --set \"{}=...\" or --loudness", name, name));
     }
@@ -132,11 +131,12 @@ void requireFree(const RenderOptions &options)
 
 } // namespace
 
-LoudnessChoice findLoudness(const RenderOptions &options)
+LoudnessChoice findLoudness(const std::filesystem::path &in, const EffectSetup &setup, bool compensate,
+                            const LoudnessGoal &goal)
 {
-    requireFree(options);
-    AudioReader reader(options.in);
-    const std::unique_ptr<EffectHost> probe = makeEffect(options, reader, kBlockFrames);
+    requireFree(setup);
+    AudioReader reader(in);
+    const std::unique_ptr<EffectHost> probe = makeEffect(layoutFor(reader), setup);
     const TransformHandle &chain = probe->plugin().transformHandle();
     if (chain.global()->getBypass())
         throw Failure(
@@ -146,14 +146,14 @@ LoudnessChoice findLoudness(const RenderOptions &options)
     const auto [leastGain, mostGain] = rangeOf(*probe, "Gain");
     const auto [leastMargin, mostMargin] = rangeOf(*probe, "Limiter Margin");
     std::vector<Trials> trials;
-    for (const LimiterMode mode : modesToTry(options, chain)) {
+    for (const LimiterMode mode : modesToTry(setup, chain)) {
         const double step = trials.empty() ? kStepDb : kSpareStepDb;
         Trials &family = trials.emplace_back(Trials{mode, {}});
         LoudnessChoice trial;
         trial.mode = mode;
         const double lowest = mode == LimiterMode::bypassed ? mostThreshold : leastThreshold;
         for (trial.threshold = lowest; trial.threshold <= mostThreshold; trial.threshold += step)
-            family.candidates.push_back(std::make_unique<Candidate>(options, reader, trial));
+            family.candidates.push_back(std::make_unique<Candidate>(setup, compensate, reader, trial));
     }
     hearFile(reader, trials);
 
@@ -162,7 +162,6 @@ LoudnessChoice findLoudness(const RenderOptions &options)
         LimiterCurve &curve = curves.emplace_back(LimiterCurve{family.mode, {}});
         for (const auto &candidate : family.candidates) curve.points.push_back(candidate->point());
     }
-    const LoudnessGoal goal = {*options.loudness, options.truePeak.value_or(0.0)};
     return choose(goal, {leastGain, mostGain, leastMargin}, curves);
 }
 

@@ -19,7 +19,7 @@ double Axis::place(double value) const
     return (value - low) / (high - low);
 }
 
-Chart::Chart(Drawing &target, const Rect &area, Axis horizontal, Axis vertical)
+Chart::Chart(Drawing &target, const Box &area, Axis horizontal, Axis vertical)
     : drawing(target), frame(area), x(std::move(horizontal)), y(std::move(vertical))
 {
     for (const Tick &tick : x.ticks) {
@@ -42,32 +42,32 @@ Chart::Chart(Drawing &target, const Rect &area, Axis horizontal, Axis vertical)
                          Palette::kInk);
 }
 
-Point Chart::place(const Point &value) const
+Position Chart::place(const Position &value) const
 {
     // far beyond the frame is as good as infinitely far, and can be drawn
     const double up = std::clamp(y.place(value.y), -1.0, 2.0);
     return {frame.left + x.place(value.x) * frame.width(), frame.bottom - up * frame.height()};
 }
 
-std::vector<Point> Chart::place(const std::vector<Point> &values) const
+std::vector<Position> Chart::place(const std::vector<Position> &values) const
 {
-    std::vector<Point> points;
+    std::vector<Position> points;
     points.reserve(values.size() + 2);
-    for (const Point &value : values) points.push_back(place(value));
+    for (const Position &value : values) points.push_back(place(value));
     return points;
 }
 
-void Chart::curve(const std::vector<Point> &values, Colour colour, double width)
+void Chart::curve(const std::vector<Position> &values, Colour colour, double width)
 {
     drawing.clip(frame);
     drawing.path(place(values), colour, width);
     drawing.unclip();
 }
 
-void Chart::area(const std::vector<Point> &values, double base, Colour colour, double opacity)
+void Chart::area(const std::vector<Position> &values, double base, Colour colour, double opacity)
 {
     if (values.empty()) return;
-    std::vector<Point> outline = place(values);
+    std::vector<Position> outline = place(values);
     outline.push_back(place({values.back().x, base}));
     outline.push_back(place({values.front().x, base}));
     drawing.clip(frame);

@@ -27,11 +27,11 @@ struct Axis {
 class Chart {
 public:
     /// Draws grid and labels; labels and titles stand outside the area.
-    Chart(Drawing &drawing, const Rect &area, Axis x, Axis y);
+    Chart(Drawing &drawing, const Box &area, Axis x, Axis y);
 
-    void curve(const std::vector<Point> &values, Colour colour, double width);
+    void curve(const std::vector<Position> &values, Colour colour, double width);
     /// The area between the curve and `base`.
-    void area(const std::vector<Point> &values, double base, Colour colour, double opacity);
+    void area(const std::vector<Position> &values, double base, Colour colour, double opacity);
     void finish();
 
     struct LegendEntry {
@@ -42,11 +42,11 @@ public:
     void legend(const std::vector<LegendEntry> &entries);
 
 private:
-    Point place(const Point &value) const;
-    std::vector<Point> place(const std::vector<Point> &values) const;
+    Position place(const Position &value) const;
+    std::vector<Position> place(const std::vector<Position> &values) const;
 
     Drawing &drawing;
-    const Rect frame;
+    const Box frame;
     const Axis x, y;
 };
 

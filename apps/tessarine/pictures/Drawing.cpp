@@ -62,19 +62,19 @@ void Drawing::font(double size, bool bold)
     cairo_set_font_size(context.get(), size);
 }
 
-void Drawing::trace(std::span<const Point> points)
+void Drawing::trace(std::span<const Position> points)
 {
     cairo_new_path(context.get());
-    for (const Point &point : points) cairo_line_to(context.get(), point.x, point.y);
+    for (const Position &point : points) cairo_line_to(context.get(), point.x, point.y);
 }
 
-void Drawing::line(Point from, Point to, Colour colour, double width)
+void Drawing::line(Position from, Position to, Colour colour, double width)
 {
-    const Point ends[] = {from, to};
+    const Position ends[] = {from, to};
     path(ends, colour, width);
 }
 
-void Drawing::path(std::span<const Point> points, Colour colour, double width)
+void Drawing::path(std::span<const Position> points, Colour colour, double width)
 {
     trace(points);
     use(colour);
@@ -82,7 +82,7 @@ void Drawing::path(std::span<const Point> points, Colour colour, double width)
     cairo_stroke(context.get());
 }
 
-void Drawing::fill(std::span<const Point> outline, Colour colour, double opacity)
+void Drawing::fill(std::span<const Position> outline, Colour colour, double opacity)
 {
     trace(outline);
     cairo_close_path(context.get());
@@ -90,7 +90,7 @@ void Drawing::fill(std::span<const Point> outline, Colour colour, double opacity
     cairo_fill(context.get());
 }
 
-void Drawing::rectangle(const Rect &rect, Colour colour, double width)
+void Drawing::rectangle(const Box &rect, Colour colour, double width)
 {
     cairo_rectangle(context.get(), rect.left, rect.top, rect.width(), rect.height());
     use(colour);
@@ -98,7 +98,7 @@ void Drawing::rectangle(const Rect &rect, Colour colour, double width)
     cairo_stroke(context.get());
 }
 
-double Drawing::text(Point at, const std::string &text, double size, Colour colour, Align align, bool bold)
+double Drawing::text(Position at, const std::string &text, double size, Colour colour, Align align, bool bold)
 {
     font(size, bold);
     cairo_text_extents_t extents;
@@ -110,7 +110,7 @@ double Drawing::text(Point at, const std::string &text, double size, Colour colo
     return extents.x_advance;
 }
 
-void Drawing::verticalText(Point at, const std::string &words, double size, Colour colour)
+void Drawing::verticalText(Position at, const std::string &words, double size, Colour colour)
 {
     cairo_save(context.get());
     cairo_translate(context.get(), at.x, at.y);
@@ -119,7 +119,7 @@ void Drawing::verticalText(Point at, const std::string &words, double size, Colo
     cairo_restore(context.get());
 }
 
-void Drawing::clip(const Rect &rect)
+void Drawing::clip(const Box &rect)
 {
     cairo_save(context.get());
     cairo_rectangle(context.get(), rect.left, rect.top, rect.width(), rect.height());

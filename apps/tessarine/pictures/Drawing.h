@@ -9,10 +9,10 @@ namespace App {
 struct Colour {
     double red, green, blue; // 0 to 1
 };
-struct Point {
+struct Position {
     double x, y;
 };
-struct Rect {
+struct Box {
     double left, top, right, bottom;
     double width() const { return right - left; }
     double height() const { return bottom - top; }
@@ -36,17 +36,17 @@ class Drawing {
 public:
     Drawing(PictureFormat format, double width, double height);
 
-    void line(Point from, Point to, Colour colour, double width);
-    void path(std::span<const Point> points, Colour colour, double width);
-    void fill(std::span<const Point> outline, Colour colour, double opacity);
-    void rectangle(const Rect &rect, Colour colour, double width);
+    void line(Position from, Position to, Colour colour, double width);
+    void path(std::span<const Position> points, Colour colour, double width);
+    void fill(std::span<const Position> outline, Colour colour, double opacity);
+    void rectangle(const Box &rect, Colour colour, double width);
     /// `at` is the base line; returns the width.
-    double text(Point at, const std::string &text, double size, Colour colour, Align align = Align::left,
+    double text(Position at, const std::string &text, double size, Colour colour, Align align = Align::left,
                 bool bold = false);
     /// Upwards, centred on `at`.
-    void verticalText(Point at, const std::string &text, double size, Colour colour);
+    void verticalText(Position at, const std::string &text, double size, Colour colour);
     /// Until the next call nothing is drawn outside.
-    void clip(const Rect &rect);
+    void clip(const Box &rect);
     void unclip();
 
     /// The file's bytes. Nothing is drawn after this.
@@ -55,7 +55,7 @@ public:
     static constexpr double kPixelsPerPoint = 1.5;
 
 private:
-    void trace(std::span<const Point> points);
+    void trace(std::span<const Position> points);
     void use(Colour colour, double opacity = 1.0);
     void font(double size, bool bold);
 

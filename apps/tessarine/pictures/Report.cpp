@@ -2,7 +2,7 @@
 
 #include <fmt/format.h>
 
-#include "apps/tessarine/console/NearestNames.h"
+#include "apps/tessarine/console/Text.h"
 #include "apps/tessarine/pictures/ReportPicture.h"
 
 namespace App {

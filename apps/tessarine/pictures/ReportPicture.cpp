@@ -81,9 +81,9 @@ private:
     static constexpr double kFloorDb = -60.0, kTopDb = 6.0;
 
     template <class Value>
-    std::vector<Point> overTime(Value value) const
+    std::vector<Position> overTime(Value value) const
     {
-        std::vector<Point> points;
+        std::vector<Position> points;
         double begin = 0.0;
         for (const Column &column : rendering.history.columns()) {
             const double length = static_cast<double>(column.frames) / rendering.rate;

@@ -12,7 +12,7 @@ namespace App {
 namespace {
 
 constexpr double kWidth = 1000.0, kHeight = 700.0, kLeft = 76.0, kRight = kWidth - 24.0; // points
-constexpr Rect kMain = {kLeft, 76.0, kRight, 440.0}, kFine = {kLeft, 496.0, kRight, kHeight - 56.0};
+constexpr Box kMain = {kLeft, 76.0, kRight, 440.0}, kFine = {kLeft, 496.0, kRight, kHeight - 56.0};
 constexpr double kFloorDb = -60.0;
 
 Axis frequencyAxis(const Response &response)
@@ -45,9 +45,9 @@ Axis levelAxis(double low, double high, double step, const char *title)
     return axis;
 }
 
-std::vector<Point> points(const Response &response, const std::vector<double> &levels)
+std::vector<Position> points(const Response &response, const std::vector<double> &levels)
 {
-    std::vector<Point> result;
+    std::vector<Position> result;
     for (size_t i = 0; i < levels.size(); ++i) result.push_back({response.frequencies[i], levels[i]});
     return result;
 }

@@ -4,15 +4,11 @@
 #include <chrono>
 #include <cmath>
 
-#include "apps/tessarine/console/Interrupt.h"
 #include "apps/tessarine/console/Progress.h"
-#include "apps/tessarine/effect/CutoffCheck.h"
-#include "apps/tessarine/effect/EffectSetup.h"
 #include "apps/tessarine/files/AudioReader.h"
 #include "apps/tessarine/files/AudioWriter.h"
 #include "apps/tessarine/files/Block.h"
 #include "apps/tessarine/loudness/LoudnessSearch.h"
-#include "apps/tessarine/render/DryFile.h"
 
 namespace App {
 
@@ -46,7 +42,6 @@ public:
         const uint64_t total = reader.frames() + skip;
         Progress progress(total, reader.rate());
         for (uint64_t fed = 0; fed < total;) {
-            stopIfInterrupted();
             const auto frames = static_cast<uint32_t>(std::min<uint64_t>(blockFrames, total - fed));
             readBlock(frames);
             process(frames);
@@ -79,9 +74,8 @@ private:
 
     void process(uint32_t frames)
     {
-        float *const channels[] = {block.left.data(), block.right.data()};
         const Clock::time_point begin = Clock::now();
-        host.process(channels, channels, frames);
+        host.process(block.sides, block.sides, frames);
         effectSeconds += secondsSince(begin);
     }
 
@@ -146,6 +140,27 @@ double matchingGain(const Rendering &result)
     return std::isfinite(gain) ? gain : 0.0;
 }
 
+/// Writes the input as it lies on the output, for a fair comparison by ear: `delay` frames later, as long as
+/// the input, and turned by `gainDb`. NaN and infinite samples become silence. The file is not finished yet.
+void writeDry(AudioReader &reader, AudioWriter &writer, uint32_t delay, double gainDb)
+{
+    constexpr uint32_t kBlockFrames = 4096;
+    const auto gain = static_cast<float>(std::pow(10.0, gainDb / 20.0));
+    const uint64_t silent = std::min<uint64_t>(delay, reader.frames());
+    std::vector<float> block(size_t{kBlockFrames} * reader.channels());
+    Progress progress(reader.frames(), reader.rate());
+    for (uint64_t done = 0; done < reader.frames();) {
+        const uint64_t end = done < silent ? silent : reader.frames();
+        const auto frames = static_cast<uint32_t>(std::min<uint64_t>(kBlockFrames, end - done));
+        std::fill(block.begin(), block.end(), 0.0f);
+        if (done >= silent) reader.read(block.data(), frames);
+        for (float &sample : block) sample = std::isfinite(sample) ? sample * gain : 0.0f;
+        writer.write(block.data(), frames);
+        done += frames;
+        progress.show(done);
+    }
+}
+
 } // namespace
 
 Rendering render(const RenderOptions &options)
@@ -157,13 +172,13 @@ Rendering render(const RenderOptions &options)
     std::optional<AudioWriter> dry;
     if (!options.dry.empty()) dry.emplace(options.dry, reader);
 
-    RenderOptions chosen = options;
-    if (options.loudness) {
-        result.choice = findLoudness(options);
-        const std::vector<std::string> more = result.choice->settings();
-        chosen.settings.insert(chosen.settings.end(), more.begin(), more.end());
+    EffectSetup effect = options.effect;
+    if (options.goal) {
+        result.choice = findLoudness(options.in, effect, options.compensate, *options.goal);
+        for (const std::string &setting : result.choice->settings()) effect.settings.push_back(setting);
     }
-    const std::unique_ptr<EffectHost> host = makeEffect(chosen, reader, options.blockFrames);
+    const std::unique_ptr<EffectHost> host = makeEffect(
+        {.rate = reader.rate(), .channels = reader.channels(), .blockFrames = options.blockFrames}, effect);
     host->start();
     Loop loop(options, reader, writer, *host);
     loop.run(options.blockFrames);
@@ -179,7 +194,7 @@ Rendering render(const RenderOptions &options)
     result.rate = reader.rate();
     result.channels = reader.channels();
     result.frames = reader.frames();
-    result.settings = chosen.settings;
+    result.settings = effect.settings;
     result.formatIn = reader.info().format;
     result.formatOut = writer.format();
     result.clipped = writer.clippedSamples();
@@ -187,7 +202,7 @@ Rendering render(const RenderOptions &options)
         result.formatDry = dry->format();
         result.dryClipped = dry->clippedSamples();
     }
-    result.warning = closeCutoffsWarning(*host->plugin().transformHandle().crossOver(), reader.rate());
+    result.warning = closeCutoffsWarning(*host, reader.rate());
     result.seconds = secondsSince(begin);
     return result;
 }

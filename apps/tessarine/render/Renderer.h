@@ -1,14 +1,24 @@
 #pragma once
+#include <filesystem>
 #include <optional>
 #include <string>
 #include <vector>
 
-#include "apps/tessarine/commands/Options.h"
+#include "apps/tessarine/effect/EffectSetup.h"
 #include "apps/tessarine/loudness/LoudnessChoice.h"
 #include "apps/tessarine/loudness/LoudnessMeter.h"
 #include "apps/tessarine/render/History.h"
 
 namespace App {
+
+struct RenderOptions {
+    std::filesystem::path in, out;
+    std::filesystem::path dry, report; // empty for none; render leaves the report to makeReport
+    EffectSetup effect;
+    uint32_t blockFrames = 512;
+    bool compensate = true;
+    std::optional<LoudnessGoal> goal; // to be reached by the parameters after the bands
+};
 
 /// What a rendering did.
 struct Rendering {

@@ -1,10 +1,15 @@
-#include "apps/tessarine/files/PromisedLength.h"
+#include "apps/tessarine/files/InputFile.h"
 
 #include <array>
+#include <fmt/format.h>
 #include <fstream>
 #include <string_view>
 
+#include "apps/tessarine/console/Failure.h"
+
 namespace App {
+
+namespace fs = std::filesystem;
 
 namespace {
 
@@ -33,10 +38,22 @@ struct ChunkHeader {
 
 } // namespace
 
-uint64_t missingSoundBytes(const std::filesystem::path &path)
+void requirePlainFile(const fs::path &path, const char *content)
 {
     std::error_code ignored;
-    const uint64_t fileSize = std::filesystem::file_size(path, ignored);
+    const fs::file_status status = fs::status(path, ignored);
+    if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
+    if (fs::is_directory(status))
+        throw Failure(fmt::format("{} is a folder; name a {} file in it", path.string(), content));
+    if (!fs::is_regular_file(status))
+        throw Failure(
+            fmt::format("{} is not a plain file; copy the {} into one first", path.string(), content));
+}
+
+uint64_t missingSoundBytes(const fs::path &path)
+{
+    std::error_code ignored;
+    const uint64_t fileSize = fs::file_size(path, ignored);
     std::ifstream file(path, std::ios::binary);
     ChunkHeader header;
     if (!file.read(header.bytes.data(), 8)) return 0;

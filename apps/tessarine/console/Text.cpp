@@ -1,4 +1,4 @@
-#include "apps/tessarine/console/NearestNames.h"
+#include "apps/tessarine/console/Text.h"
 
 #include <algorithm>
 #include <numeric>

@@ -1,8 +1,6 @@
-#include "apps/tessarine/console/Interrupt.h"
+#include "apps/tessarine/console/Failure.h"
 
 #include <csignal>
-
-#include "apps/tessarine/console/Failure.h"
 
 namespace App {
 
