@@ -30,12 +30,4 @@ CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings);
 CLI::Option *addChunkFile(CLI::App *command, std::filesystem::path &chunk);
 void addRate(CLI::App *command, uint32_t &rate);
 
-/// Refuses an empty name, which would mean that the option was not given.
-inline auto named(const char *what)
-{
-    return [what](const std::string &path) {
-        return path.empty() ? fmt::format("the name of the {} is empty", what) : std::string();
-    };
-}
-
 } // namespace App

@@ -73,6 +73,14 @@ void renderFile(const RenderOptions &options)
     fmt::print("{}", toScreen(summary));
 }
 
+/// Refuses an empty name, which would mean that the option was not given.
+auto named(const char *what)
+{
+    return [what](const std::string &path) {
+        return path.empty() ? fmt::format("the name of the {} is empty", what) : std::string();
+    };
+}
+
 /// Refuses all but a number in the range.
 auto within(const char *what, double low, double high, const char *unit)
 {
