@@ -1,5 +1,5 @@
 #pragma once
-#include "apps/tessarine/EffectHost.h"
+#include "apps/tessarine/effect/EffectHost.h"
 #include "tests/signals/Signals.h"
 
 namespace Bench {

@@ -16,7 +16,7 @@ STAGES = {
     "limiter": r"dsp/(stages/(Maximizer|SlidingMinimum)|kernels/Maximizer\w*)",
     "gain, level meter": r"dsp/(stages/Gain|meter/Level)",
     "chain: guards, sum, order": r"dsp/(chain|component|automation|stages/Global)/?\w*",
-    "host shell, plug-in": r"(host|plugin|apps/tessarine|bench)/[^/.]+",
+    "host shell, plug-in": r"(host|plugin|apps/tessarine/effect|bench)/[^/.]+",
 }
 OTHER = "other"
 

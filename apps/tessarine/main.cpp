@@ -2,10 +2,8 @@
 #include <cstdio>
 #include <exception>
 
-#include "apps/tessarine/Commands.h"
-#include "apps/tessarine/Failure.h"
-#include "apps/tessarine/Interrupt.h"
-#include "apps/tessarine/Options.h"
+#include "apps/tessarine/commands/CommandLine.h"
+#include "apps/tessarine/console/Failure.h"
 
 namespace {
 
@@ -21,7 +19,7 @@ int main(int argc, char **argv)
 {
     App::catchSignals();
     try {
-        std::visit([](const auto &options) { App::run(options); }, App::readCommandLine(argc, argv));
+        App::runCommandLine(argc, argv);
         return std::fflush(stdout) == 0 ? 0 : fail("standard output cannot be written");
     } catch (const App::Usage &usage) {
         std::fputs(usage.text.c_str(), usage.exitCode == 0 ? stdout : stderr);

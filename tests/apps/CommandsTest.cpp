@@ -3,7 +3,7 @@
 #include <gmock/gmock.h>
 #include <regex>
 
-#include "apps/tessarine/ResponsePicture.h"
+#include "apps/tessarine/pictures/ResponsePicture.h"
 
 using testing::AllOf;
 using testing::ContainsRegex;
@@ -49,8 +49,9 @@ TEST(ResponsePicture, KeepsTheLoudestCurveInItsChart)
     EXPECT_GT(std::stod(sum[1]), 76.0); // points from the top of the page; there the chart begins
 }
 
-TEST_F(Commands, HelpGoesToStandardOutput)
+TEST_F(Commands, HelpAndVersionGoToStandardOutput)
 {
+    EXPECT_THAT(succeed("--version"), ContainsRegex("^tessarine [0-9]+\\.[0-9]+\\.[0-9]+\n$"));
     EXPECT_THAT(succeed("--help"), AllOf(HasSubstr("render"), HasSubstr("response")));
     EXPECT_THAT(succeed("render --help"), HasSubstr("--no-compensate"));
 }

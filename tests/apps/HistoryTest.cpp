@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "apps/tessarine/History.h"
+#include "apps/tessarine/render/History.h"
 #include "tests/signals/Signals.h"
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include <gmock/gmock.h>
 
-#include "apps/tessarine/Failure.h"
-#include "apps/tessarine/LoudnessChoice.h"
-#include "apps/tessarine/LoudnessMeter.h"
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/loudness/LoudnessChoice.h"
+#include "apps/tessarine/loudness/LoudnessMeter.h"
 
 using testing::AllOf;
 using testing::ContainsRegex;

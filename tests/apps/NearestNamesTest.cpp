@@ -1,7 +1,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "apps/tessarine/NearestNames.h"
+#include "apps/tessarine/console/Text.h"
 
 using testing::ElementsAre;
 

@@ -1,0 +1,79 @@
+#include "apps/tessarine/commands/CommandLine.h"
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/effect/Assignment.h"
+#include "apps/tessarine/effect/EffectSetup.h"
+#include "apps/tessarine/files/TemporaryFile.h"
+
+namespace App {
+
+namespace {
+
+struct ChunkOptions {
+    std::filesystem::path file;
+    std::vector<std::string> settings; // each "NAME=VALUE", for writing
+    bool print = false;                // read the file instead of writing it
+};
+
+/// The chunk would lose such a setting without a word.
+void applySavedSettings(EffectHost &host, const std::vector<std::string> &settings)
+{
+    std::vector<std::pair<Parameter, std::string>> unsaved; // with the text before
+    for (const Parameter &p : listParameters(host)) {
+        if (!p.saved) unsaved.emplace_back(p, p.display(host));
+    }
+    applySettings(host, settings);
+    for (const auto &[parameter, before] : unsaved) {
+        if (parameter.display(host) != before)
+            throw Failure(fmt::format("'{}' is not kept in a chunk; leave it out here and give it to "
+                                      "'tessarine render' with --set",
+                                      parameter.name));
+    }
+}
+
+void writeChunk(EffectHost &host, const ChunkOptions &options)
+{
+    applySavedSettings(host, options.settings);
+    requireAscendingCutoffs(host);
+    const std::string chunk = host.chunk();
+    if (chunk.empty())
+        throw Failure(fmt::format("{} was not written: the effect gave no chunk; there may be too little "
+                                  "memory",
+                                  options.file.string()));
+    TemporaryFile file(options.file);
+    file.write(chunk);
+    file.commit();
+    fmt::print("Chunk  {}, {} bytes\n", options.file.string(), chunk.size());
+}
+
+void printSaved(const EffectHost &host, const std::vector<Parameter> &parameters)
+{
+    for (const Parameter &p : parameters) {
+        if (!p.saved) continue;
+        const std::string row = fmt::format("{:<33}  {:>10}  {}", p.name, p.display(host), p.unit);
+        fmt::print("{}\n", row.substr(0, row.find_last_not_of(' ') + 1));
+    }
+}
+
+void makeChunk(const ChunkOptions &options)
+{
+    EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
+    if (!options.print) return writeChunk(host, options);
+    loadChunk(host, options.file);
+    printSaved(host, listParameters(host));
+    printSaved(host, listSpectrumSettings(host));
+}
+
+} // namespace
+
+void addChunk(CLI::App &app)
+{
+    const auto options = std::make_shared<ChunkOptions>();
+    CLI::App *const command =
+        app.add_subcommand("chunk", "Write settings to a file, in the form in which hosts keep them");
+    command->add_option("FILE", options->file, "File to write, or to read with --print")->required();
+    command->add_flag("--print", options->print, "Read the file and show all values in it")
+        ->excludes(addSettings(command, options->settings));
+    command->callback([options] { makeChunk(*options); });
+}
+
+} // namespace App

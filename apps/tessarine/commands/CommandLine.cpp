@@ -1,0 +1,80 @@
+#include "apps/tessarine/commands/CommandLine.h"
+
+#include <sstream>
+
+#include "plugin/Product.h"
+
+namespace App {
+
+namespace {
+
+constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
+
+std::string version()
+{
+    constexpr int32_t kNumber = Product::kVersion;
+    return fmt::format("tessarine {}.{}.{}", kNumber / 1000, kNumber / 100 % 10, kNumber % 100);
+}
+
+/// Help, or what is wrong in one line.
+Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::string &firstWord)
+{
+    if (problem.get_exit_code() == 0) {
+        std::ostringstream text;
+        app.exit(problem, text, text);
+        return {0, text.str()};
+    }
+    std::string sentence = problem.what();
+    if (app.get_subcommands().empty() && !firstWord.empty() && !firstWord.starts_with('-'))
+        sentence = fmt::format("there is no command '{}'", firstWord);
+    else if (app.get_subcommands().empty() && firstWord.empty())
+        sentence = "a command is missing: render, params, latency, response, chunk or editor";
+    return {2, fmt::format("tessarine: {}; 'tessarine --help-all' shows how to call it\n", sentence)};
+}
+
+} // namespace
+
+CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)
+{
+    const auto hasValue = [](const std::string &text) {
+        return text.find('=') == std::string::npos
+                   ? "'" + text + "' has no value; write NAME=VALUE, for example \"Band 1 Ratio=4\""
+                   : std::string();
+    };
+    return command
+        ->add_option("--set", settings,
+                     "Value of a parameter in its own unit, \"Band 1 Ratio=4\"; may be given more than once")
+        ->type_name("NAME=VALUE")
+        ->allow_extra_args(false)
+        ->check(hasValue, "");
+}
+
+CLI::Option *addChunkFile(CLI::App *command, std::filesystem::path &chunk)
+{
+    return command->add_option(
+        "--chunk", chunk,
+        "Settings to start from: a file that 'tessarine chunk' wrote; --set comes after it");
+}
+
+void addRate(CLI::App *command, uint32_t &rate)
+{
+    command->add_option("--rate", rate, "Sample rate in Hz")
+        ->check(CLI::Range(kLowestRate, kHighestRate))
+        ->capture_default_str();
+}
+
+void runCommandLine(int argc, const char *const *argv)
+{
+    CLI::App app("Tessarine: four-band dynamics for sound files", "tessarine");
+    app.require_subcommand(1);
+    app.set_help_all_flag("--help-all", "Help of all commands");
+    app.set_version_flag("--version", version(), "Show the version");
+    for (const auto add : {addRender, addParams, addLatency, addResponse, addChunk, addEditor}) add(app);
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::ParseError &problem) {
+        throw explain(app, problem, argc > 1 ? argv[1] : "");
+    }
+}
+
+} // namespace App

@@ -1,0 +1,100 @@
+#include "apps/tessarine/editor/EditorScreen.h"
+
+#include <algorithm>
+#include <fmt/format.h>
+#include <fmt/ranges.h>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Text.h"
+#include "apps/tessarine/pictures/Drawing.h"
+#include "dsp/component/Bands.h"
+#include "host/VSTEditor.h"
+
+namespace App {
+
+namespace {
+
+/// The controls that the keyboard reaches, in the order of the Tab key.
+std::vector<std::string> editorControls()
+{
+    std::vector<std::string> names = {"Output Gain Slider", "Output Gain", "Low Cutoff", "Mid Cutoff",
+                                      "High Cutoff"};
+    for (uint32_t band = 1; band <= DSP::kBands; ++band) {
+        for (const char *control :
+             {"Solo", "Bypass", "Threshold Slider", "Threshold", "Gain", "Ratio", "Attack", "Release"})
+            names.push_back(fmt::format("Band {} {}", band, control));
+    }
+    names.insert(names.end(),
+                 {"Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Attack",
+                  "Limiter Release", "Spectrum On Input", "Brickwall Limiter", "Link Band Controls"});
+    return names;
+}
+
+} // namespace
+
+size_t findEditorControl(const std::string &name)
+{
+    const std::vector<std::string> names = editorControls();
+    for (size_t i = 0; i < names.size(); ++i) {
+        if (sameName(names[i], name)) return i;
+    }
+    constexpr size_t kSuggestions = 3;
+    throw Failure(fmt::format("the editor has no control '{}' for the keyboard; the nearest are '{}'", name,
+                              fmt::join(nearestNames(name, names, kSuggestions), "', '")));
+}
+
+EditorScreen::EditorScreen(const std::string &language)
+{
+    const auto known = std::find(std::begin(kLanguages), std::end(kLanguages), language);
+    UI::Language::prefer(static_cast<UI::Language::Index>(known - std::begin(kLanguages)));
+    Platform::useWindowSystem(&system);
+}
+
+EditorScreen::~EditorScreen()
+{
+    Platform::useWindowSystem(nullptr);
+    UI::Language::prefer(std::nullopt);
+}
+
+void EditorScreen::open(EffectHost &host)
+{
+    window = system.makeHostWindow(VSTEditor::kWidth, VSTEditor::kHeight);
+    if (!host.openEditor(window)) throw Failure("the editor did not open; there may be too little memory");
+    system.pump();
+}
+
+void EditorScreen::focus(EffectHost &host, size_t control)
+{
+    // the first only shows where the focus is, the second brings it to the first control
+    for (size_t tabs = 0; tabs < control + 2; ++tabs) host.pressTab();
+    system.pump();
+}
+
+void EditorScreen::press(Point at)
+{
+    system.movePointer(at);
+    system.pressButton();
+    system.pump();
+}
+
+std::string EditorScreen::picture(uint32_t scale) const
+{
+    const Platform::Bitmap shot = system.screenshot(window);
+    const auto side = static_cast<int>(scale);
+    const CairoSurface from(cairo_image_surface_create_for_data(
+        static_cast<unsigned char *>(shot.pixels()), CAIRO_FORMAT_RGB24, shot.width(), shot.height(),
+        static_cast<int>(shot.bytesPerRow())));
+    const CairoSurface to(
+        cairo_image_surface_create(CAIRO_FORMAT_RGB24, shot.width() * side, shot.height() * side));
+    const CairoContext context(cairo_create(to.get()));
+    cairo_scale(context.get(), side, side);
+    cairo_set_source_surface(context.get(), from.get(), 0.0, 0.0);
+    cairo_pattern_set_filter(cairo_get_source(context.get()), CAIRO_FILTER_NEAREST);
+    cairo_paint(context.get());
+    std::string bytes = encodePng(to.get());
+    if (shot.isEmpty() || cairo_status(context.get()) != CAIRO_STATUS_SUCCESS || bytes.empty())
+        throw Failure("there is not enough memory to draw the editor; close other programs and try again");
+    return bytes;
+}
+
+} // namespace App

@@ -1,0 +1,92 @@
+#include "apps/tessarine/effect/EffectHost.h"
+
+#include <array>
+#include <cstring>
+
+#include "apps/tessarine/console/Failure.h"
+#include "plugin/Product.h"
+
+namespace App {
+
+EffectHost::EffectHost(const Layout &wanted) : layout(wanted), effect(VSTPluginMain(answer))
+{
+    if (!effect) throw Failure("the effect did not start; there may be too little memory");
+    effect->user = this;
+    dispatch(effOpen);
+    dispatch(effSetSampleRate, 0, static_cast<float>(layout.rate));
+    dispatch(effSetBlockSize, static_cast<intptr_t>(layout.blockFrames));
+}
+
+EffectHost::~EffectHost()
+{
+    dispatch(effMainsChanged, 0);
+    dispatch(effClose);
+}
+
+// The effect asks from its constructor on, when the record does not belong to this object yet.
+intptr_t EffectHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t, void *ptr, float)
+{
+    const EffectHost *const host = effect ? static_cast<const EffectHost *>(effect->user) : nullptr;
+    switch (opcode) {
+    case audioMasterVersion: return 2400;
+    case audioMasterGetVendorVersion: return Product::kVersion;
+    case audioMasterGetProductString: std::strcpy(static_cast<char *>(ptr), "Tessarine renderer"); return 1;
+    case audioMasterPinConnected: return host && index < static_cast<int32_t>(host->layout.channels) ? 0 : 1;
+    case audioMasterGetSampleRate: return host ? static_cast<intptr_t>(host->layout.rate) : 0;
+    case audioMasterGetBlockSize: return host ? static_cast<intptr_t>(host->layout.blockFrames) : 0;
+    default: return 0;
+    }
+}
+
+intptr_t EffectHost::dispatch(int32_t opcode, intptr_t value, float opt) const
+{
+    return effect->dispatcher(effect, opcode, 0, value, nullptr, opt);
+}
+
+std::string EffectHost::text(int32_t opcode, int32_t index) const
+{
+    std::array<char, 256> buffer{};
+    effect->dispatcher(effect, opcode, index, 0, buffer.data(), 0.0f);
+    return buffer.data();
+}
+
+std::string EffectHost::chunk() const
+{
+    void *bytes = nullptr; // of the effect
+    const intptr_t size = effect->dispatcher(effect, effGetChunk, 0, 0, &bytes, 0.0f);
+    return bytes && size > 0 ? std::string(static_cast<const char *>(bytes), static_cast<size_t>(size)) : "";
+}
+
+bool EffectHost::setChunk(std::string chunk)
+{
+    return effect->dispatcher(effect, effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data(),
+                              0.0f) != 0;
+}
+
+void EffectHost::start() { dispatch(effMainsChanged, 1); }
+
+void EffectHost::process(float *const *in, float *const *out, uint32_t frames)
+{
+    effect->processReplacing(effect, const_cast<float **>(in), const_cast<float **>(out),
+                             static_cast<int32_t>(frames));
+}
+
+bool EffectHost::openEditor(Platform::WindowHandle window)
+{
+    return effect->dispatcher(effect, effEditOpen, 0, 0, window, 0.0f) != 0;
+}
+
+void EffectHost::pressTab()
+{
+    constexpr intptr_t kTab = 2; // among the interface's keys
+    dispatch(effEditKeyDown, kTab);
+}
+
+uint32_t EffectHost::trueDelay() const
+{
+    // a bypassed chain copies at once, while its latency stays what hosts were told
+    const DSP::Global *const global = plugin().transformHandle().global();
+    return global->getBypass() ? 0 : plugin().latency();
+}
+
+} // namespace App

@@ -1,0 +1,96 @@
+#include "apps/tessarine/effect/EffectSetup.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstring>
+#include <fmt/format.h>
+#include <fstream>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/effect/Assignment.h"
+#include "apps/tessarine/files/InputFile.h"
+
+namespace App {
+
+namespace fs = std::filesystem;
+
+namespace {
+
+constexpr double kFlatFromOctaves = 2.0;
+constexpr const char *kNames[DSP::kCutoffs] = {"Low", "Mid", "High"};
+constexpr size_t kMostBytes = size_t{1} << 20; // a chunk has a few hundred
+
+std::string readFile(const fs::path &path)
+{
+    requirePlainFile(path, "chunk");
+    errno = 0;
+    std::ifstream file(path, std::ios::binary);
+    std::string bytes(kMostBytes + 1, '\0');
+    if (file) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
+    if (!file && !file.eof())
+        throw Failure(fmt::format("{} cannot be read: {}; check the file and its rights", path.string(),
+                                  std::strerror(errno != 0 ? errno : EIO)));
+    bytes.resize(static_cast<size_t>(file.gcount()));
+    if (bytes.size() > kMostBytes)
+        throw Failure(fmt::format("{} is larger than 1 MiB and so no chunk of this effect; name a file that "
+                                  "'tessarine chunk' wrote",
+                                  path.string()));
+    return bytes;
+}
+
+const DSP::CrossOver &crossOverOf(const EffectHost &host)
+{
+    return *host.plugin().transformHandle().crossOver();
+}
+
+} // namespace
+
+std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const EffectSetup &setup)
+{
+    auto host = std::make_unique<EffectHost>(layout);
+    if (!setup.chunk.empty()) loadChunk(*host, setup.chunk);
+    applySettings(*host, setup.settings);
+    requireAscendingCutoffs(*host);
+    return host;
+}
+
+void loadChunk(EffectHost &host, const fs::path &path)
+{
+    if (!host.setChunk(readFile(path)))
+        throw Failure(fmt::format("{} is damaged or no chunk of this effect; name a file that 'tessarine "
+                                  "chunk' wrote",
+                                  path.string()));
+}
+
+void requireAscendingCutoffs(const EffectHost &host)
+{
+    const DSP::CrossOver &crossOver = crossOverOf(host);
+    for (uint32_t i = 0; i + 1 < DSP::kCutoffs; ++i) {
+        const float lower = crossOver.cutoff(i), upper = crossOver.cutoff(i + 1);
+        if (lower > upper)
+            throw Failure(
+                fmt::format("'Crossover {} Cutoff' ({:.0f} Hz) lies above 'Crossover {} Cutoff' ({:.0f} Hz); "
+                            "give them in ascending order",
+                            kNames[i], lower, kNames[i + 1], upper));
+    }
+}
+
+std::string closeCutoffsWarning(const EffectHost &host, uint32_t rate)
+{
+    const DSP::CrossOver &crossOver = crossOverOf(host);
+    std::string pairs;
+    for (uint32_t i = 0; i + 1 < DSP::kCutoffs; ++i) {
+        const float lower = crossOver.cutoff(i), upper = crossOver.cutoff(i + 1);
+        if (upper >= static_cast<float>(rate) * 0.5f) break;
+        if (std::log2(static_cast<double>(upper) / static_cast<double>(lower)) >= kFlatFromOctaves) continue;
+        pairs += fmt::format("{}{} ({:.0f} Hz) and {} ({:.0f} Hz)", pairs.empty() ? "" : ", ", kNames[i],
+                             lower, kNames[i + 1], upper);
+    }
+    if (pairs.empty()) return {};
+    return fmt::format(
+        "crossover cutoffs {} are less than two octaves apart, so the sum of the bands dips between "
+        "them; 'tessarine response' shows how far",
+        pairs);
+}
+
+} // namespace App

@@ -1,0 +1,45 @@
+#include "apps/tessarine/files/AudioReader.h"
+
+#include <fmt/format.h>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/files/InputFile.h"
+
+namespace App {
+
+namespace fs = std::filesystem;
+
+AudioReader::AudioReader(const fs::path &file) : path(file)
+{
+    requirePlainFile(path, "sound");
+    handle.reset(sf_open(path.c_str(), SFM_READ, &soundInfo));
+    if (!handle)
+        throw Failure(fmt::format("{} cannot be read as sound: {} WAV, FLAC, AIFF and Ogg files can",
+                                  path.string(), sf_strerror(nullptr)));
+    if (soundInfo.channels < 1 || soundInfo.channels > 2)
+        throw Failure(
+            fmt::format("{} has {} channels; the effect takes 1 or 2, so split or mix the file first",
+                        path.string(), soundInfo.channels));
+    if (const uint64_t missing = missingSoundBytes(path))
+        throw Failure(
+            fmt::format("{} is cut short: {} bytes of the sound that its header announces are missing; "
+                        "copy it again from its source",
+                        path.string(), missing));
+    if (soundInfo.frames <= 0)
+        throw Failure(fmt::format("{} has no sound in it: 0 frames; choose another file", path.string()));
+}
+
+uint32_t AudioReader::read(float *interleaved, uint32_t count)
+{
+    const uint64_t expected = std::min<uint64_t>(count, frames() - position);
+    const sf_count_t got = sf_readf_float(handle.get(), interleaved, static_cast<sf_count_t>(expected));
+    if (got < static_cast<sf_count_t>(expected))
+        throw Failure(fmt::format(
+            "{} is damaged or cut short: the sound ends after {} of {} frames; copy it again "
+            "from its source",
+            path.string(), position + static_cast<uint64_t>(std::max<sf_count_t>(got, 0)), frames()));
+    position += expected;
+    return static_cast<uint32_t>(expected);
+}
+
+} // namespace App

@@ -1,0 +1,103 @@
+#include "apps/tessarine/files/AudioWriter.h"
+
+#include <algorithm>
+#include <cmath>
+#include <fmt/format.h>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/files/FileFormat.h"
+
+namespace App {
+
+namespace {
+
+constexpr double kVorbisQuality = 0.7; // of 1; about 220 kbit/s in stereo
+
+TemporaryFile &fileOf(void *user) { return *static_cast<TemporaryFile *>(user); }
+
+// Codecs of libsndfile pass over some failed writes; the file underneath remembers each of them.
+SF_VIRTUAL_IO virtualFile()
+{
+    SF_VIRTUAL_IO io{};
+    io.get_filelen = [](void *user) -> sf_count_t { return fileOf(user).length(); };
+    io.seek = [](sf_count_t offset, int whence, void *user) -> sf_count_t {
+        return fileOf(user).seek(offset, whence);
+    };
+    io.read = [](void *bytes, sf_count_t count, void *user) -> sf_count_t {
+        return fileOf(user).get(bytes, count);
+    };
+    io.write = [](const void *bytes, sf_count_t count, void *user) -> sf_count_t {
+        return fileOf(user).put(bytes, count);
+    };
+    io.tell = [](void *user) -> sf_count_t { return fileOf(user).position(); };
+    return io;
+}
+
+} // namespace
+
+AudioWriter::AudioWriter(const std::filesystem::path &target, const AudioReader &input)
+    : AudioWriter(target, outputFormat(target, input.info()))
+{
+    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) {
+        if (const char *const text = input.tag(tag)) sf_set_string(handle.get(), tag, text);
+    }
+}
+
+AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wanted)
+    : path(target), soundInfo(wanted), file(target), bits(integerBits(wanted.format))
+{
+    SF_VIRTUAL_IO io = virtualFile();
+    handle.reset(sf_open_virtual(&io, SFM_WRITE, &soundInfo, &file));
+    if (!handle) {
+        file.check();
+        throw Failure(fmt::format("{} cannot be written as {}: {}", path.string(),
+                                  describeFormat(wanted.format), sf_strerror(nullptr)));
+    }
+    // its time stamp would make two equal renderings differ
+    sf_command(handle.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
+    double quality = kVorbisQuality;
+    sf_command(handle.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
+}
+
+void AudioWriter::fail()
+{
+    file.check();
+    throw Failure(fmt::format("{} was not written: {}", path.string(), sf_strerror(handle.get())));
+}
+
+// libsndfile's own conversion either scales by one step less than full scale or cuts instead of rounding.
+// This one gives back every sample that came from integers.
+void AudioWriter::quantise(const float *samples, size_t count)
+{
+    const double fullScale = std::ldexp(1.0, bits - 1);
+    const int unusedBits = 32 - bits;
+    quantised.resize(count);
+    for (size_t i = 0; i < count; ++i) {
+        clipped += std::abs(samples[i]) > 1.0f;
+        const double step = std::clamp(std::nearbyint(samples[i] * fullScale), -fullScale, fullScale - 1.0);
+        quantised[i] = static_cast<int32_t>(static_cast<uint32_t>(static_cast<int32_t>(step)) << unusedBits);
+    }
+}
+
+void AudioWriter::write(const float *interleaved, uint32_t frames)
+{
+    sf_count_t done = 0;
+    if (bits != 0) {
+        quantise(interleaved, size_t{frames} * static_cast<size_t>(soundInfo.channels));
+        done = sf_writef_int(handle.get(), quantised.data(), frames);
+    } else {
+        done = sf_writef_float(handle.get(), interleaved, frames);
+    }
+    if (done != static_cast<sf_count_t>(frames) || file.failed()) fail();
+}
+
+void AudioWriter::finish()
+{
+    if (sf_close(handle.release()) != 0) {
+        file.check();
+        throw Failure(fmt::format("{} could not be completed", path.string()));
+    }
+    file.commit();
+}
+
+} // namespace App

@@ -1,0 +1,117 @@
+#include "apps/tessarine/files/FileFormat.h"
+
+#include <fmt/format.h>
+#include <vector>
+
+#include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Text.h"
+
+namespace App {
+
+namespace {
+
+struct Ending {
+    const char *text;
+    int container;
+};
+constexpr Ending kEndings[] = {
+    {".wav", SF_FORMAT_WAV},   {".wave", SF_FORMAT_WAV}, {".w64", SF_FORMAT_W64},   {".rf64", SF_FORMAT_RF64},
+    {".flac", SF_FORMAT_FLAC}, {".aif", SF_FORMAT_AIFF}, {".aiff", SF_FORMAT_AIFF}, {".ogg", SF_FORMAT_OGG},
+    {".oga", SF_FORMAT_OGG},   {".caf", SF_FORMAT_CAF},  {".au", SF_FORMAT_AU},
+};
+
+/// Largest sound that the 32-bit lengths of WAV and AIFF hold, with room for the header.
+constexpr double kLargestShortFile = 4.29e9; // bytes
+
+int containerOf(const std::filesystem::path &out)
+{
+    for (const Ending &known : kEndings) {
+        if (sameName(out.extension().string(), known.text)) return known.container;
+    }
+    throw Failure(
+        fmt::format("{} does not end in the name of a sound format; use .wav, .flac, .aiff, .ogg, .w64, "
+                    ".caf or .au",
+                    out.string()));
+}
+
+int sampleFormat(int container, SF_INFO format)
+{
+    const int wanted = format.format & SF_FORMAT_SUBMASK;
+    std::vector<int> choices = {wanted};
+    switch (wanted) {
+    case SF_FORMAT_PCM_S8:
+    case SF_FORMAT_PCM_U8: choices.insert(choices.end(), {SF_FORMAT_PCM_U8, SF_FORMAT_PCM_S8}); break;
+    case SF_FORMAT_DOUBLE: choices.push_back(SF_FORMAT_FLOAT); break;
+    default: break;
+    }
+    choices.insert(choices.end(), {SF_FORMAT_PCM_24, SF_FORMAT_VORBIS});
+    for (const int choice : choices) {
+        format.format = container | choice;
+        if (sf_format_check(&format)) return choice;
+    }
+    throw Failure(fmt::format("no sample format of {} takes {} Hz; choose another ending",
+                              describeFormat(container), format.samplerate));
+}
+
+int bytesPerSample(int samples)
+{
+    if (samples == SF_FORMAT_DOUBLE) return 8;
+    const int bits = integerBits(samples);
+    return bits == 0 ? 4 : (bits + 7) / 8;
+}
+
+std::string nameOf(int command, int format)
+{
+    SF_FORMAT_INFO info{};
+    info.format = format;
+    sf_command(nullptr, command, &info, sizeof info);
+    return info.name ? info.name : "unknown";
+}
+
+} // namespace
+
+SF_INFO outputFormat(const std::filesystem::path &out, const SF_INFO &input)
+{
+    SF_INFO format{};
+    format.channels = input.channels;
+    format.samplerate = input.samplerate;
+    int container = containerOf(out);
+    format.format = input.format;
+    const int samples = sampleFormat(container, format);
+    const double bytes = static_cast<double>(input.frames) * input.channels * bytesPerSample(samples);
+    if (bytes > kLargestShortFile) {
+        if (container == SF_FORMAT_WAV) container = SF_FORMAT_RF64; // the long form of the same format
+        if (container == SF_FORMAT_AIFF || container == SF_FORMAT_AU)
+            throw Failure(
+                fmt::format("{} would hold {:.1f} GB, more than its format can; use .wav, .flac or .w64",
+                            out.string(), bytes / 1e9));
+    }
+    format.format = container | samples;
+    return format;
+}
+
+int integerBits(int format)
+{
+    switch (format & SF_FORMAT_SUBMASK) {
+    case SF_FORMAT_FLOAT:
+    case SF_FORMAT_DOUBLE:
+    case SF_FORMAT_VORBIS: return 0;
+    case SF_FORMAT_PCM_S8:
+    case SF_FORMAT_PCM_U8: return 8;
+    case SF_FORMAT_ALAC_20: return 20;
+    case SF_FORMAT_PCM_24:
+    case SF_FORMAT_ALAC_24: return 24;
+    case SF_FORMAT_PCM_32:
+    case SF_FORMAT_ALAC_32: return 32;
+    default: return 16; // also what the companding formats are made from
+    }
+}
+
+std::string describeFormat(int format)
+{
+    const std::string container = nameOf(SFC_GET_FORMAT_INFO, format & SF_FORMAT_TYPEMASK);
+    const int samples = format & SF_FORMAT_SUBMASK;
+    return samples == 0 ? container : container + ", " + nameOf(SFC_GET_FORMAT_INFO, samples);
+}
+
+} // namespace App

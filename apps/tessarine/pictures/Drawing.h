@@ -1,0 +1,68 @@
+#pragma once
+#include <cairo.h>
+#include <memory>
+#include <span>
+#include <string>
+
+namespace App {
+
+struct Colour {
+    double red, green, blue; // 0 to 1
+};
+struct Position {
+    double x, y;
+};
+struct Box {
+    double left, top, right, bottom;
+    double width() const { return right - left; }
+    double height() const { return bottom - top; }
+};
+enum class Align { left, centre, right };
+enum class PictureFormat { png, svg };
+
+struct CairoDestroy {
+    void operator()(cairo_t *context) const { cairo_destroy(context); }
+    void operator()(cairo_surface_t *surface) const { cairo_surface_destroy(surface); }
+};
+using CairoContext = std::unique_ptr<cairo_t, CairoDestroy>;
+using CairoSurface = std::unique_ptr<cairo_surface_t, CairoDestroy>;
+
+/// The bytes of a PNG file; empty if memory is short.
+std::string encodePng(cairo_surface_t *surface);
+
+/// A picture being drawn, on a white page in points; a PNG has kPixelsPerPoint for each.
+/// Errors  Failure from the constructor and from finish if memory is short
+class Drawing {
+public:
+    Drawing(PictureFormat format, double width, double height);
+
+    void line(Position from, Position to, Colour colour, double width);
+    void path(std::span<const Position> points, Colour colour, double width);
+    void fill(std::span<const Position> outline, Colour colour, double opacity);
+    void rectangle(const Box &rect, Colour colour, double width);
+    /// `at` is the base line; returns the width.
+    double text(Position at, const std::string &text, double size, Colour colour, Align align = Align::left,
+                bool bold = false);
+    /// Upwards, centred on `at`.
+    void verticalText(Position at, const std::string &text, double size, Colour colour);
+    /// Until the next call nothing is drawn outside.
+    void clip(const Box &rect);
+    void unclip();
+
+    /// The file's bytes. Nothing is drawn after this.
+    std::string finish();
+
+    static constexpr double kPixelsPerPoint = 1.5;
+
+private:
+    void trace(std::span<const Position> points);
+    void use(Colour colour, double opacity = 1.0);
+    void font(double size, bool bold);
+
+    const PictureFormat format;
+    std::string bytes;
+    CairoSurface surface;
+    CairoContext context;
+};
+
+} // namespace App
