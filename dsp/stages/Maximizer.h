@@ -42,6 +42,12 @@ public:
     /// Smallest gain factor since the last call, without the lift to the margin; 1 is no reduction.
     float readGainReduction() { return reportedGain.exchange(1.0f); }
 
+    /// Indices in the parameter lists.
+    struct Param {
+        enum Float : uint32_t { threshold, margin, ratio, attack, release };
+        enum Bool : uint32_t { bypass, brickwall };
+    };
+
     static constexpr uint32_t kInputDelay = 64;   // samples of the ring before the detector
     static constexpr uint32_t kOutputDelay = 200; // samples of the ring before the output
     static constexpr uint32_t kWindow = 64;       // samples of the smoothing window of the brickwall mode

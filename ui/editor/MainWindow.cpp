@@ -75,7 +75,7 @@ void MainWindow::followLinkKeys()
     dynamics->setBandLink(held);
     bandLinkButton->refresh();
     plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics,
-                          DSP::Dynamics::kBandLinkParam, nullptr, &held, nullptr);
+                          DSP::Dynamics::Param::bandLink, nullptr, &held, nullptr);
 }
 
 bool MainWindow::bandsLinked(void *window)
