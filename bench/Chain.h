@@ -14,10 +14,7 @@ public:
         setChannelCount(2, 2);
         resume(kRate);
     }
-    void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
-                         const uint32_t *) override
-    {
-    }
+    void notifyParameter(const DSP::ParameterAddress &, EditPhase, const DSP::ParameterValue &) override {}
     /// Runs one component as the chain does.
     void runStage(DSP::Component &component, uint32_t frames, float *left, float *right,
                   float *const *bandsLeft = nullptr, float *const *bandsRight = nullptr)

@@ -101,5 +101,4 @@ private:
     intptr_t dispatchProgram(int32_t opcode, intptr_t value, char *text);
     intptr_t dispatchParameterText(int32_t opcode, int32_t index, char *text);
     intptr_t dispatchEditor(int32_t opcode, void *ptr);
-    intptr_t dispatchChunk(int32_t opcode, bool isPreset, intptr_t value, void *ptr);
 };

@@ -133,7 +133,7 @@ testing::AssertionResult Picture::isShown(const Platform::Bitmap &shot, Point co
 
 const HostParam &Session::param(int32_t index) const
 {
-    return effect.plugin().hostParameters().at(static_cast<size_t>(index));
+    return effect.plugin().parameters().hostRows()[static_cast<size_t>(index)];
 }
 
 float Session::value(int32_t index) const
