@@ -51,8 +51,7 @@ float HostParameters::get(int32_t index) const
 
 void HostParameters::writeLabel(int32_t index, char *label) const
 {
-    if (const HostParam *const param = find(index))
-        writeText(param->record().label, kVstMaxLabelLen - 1, label);
+    if (const HostParam *const param = find(index)) writeText(param->record().label, kLabelRoom - 1, label);
 }
 
 void HostParameters::writeDisplay(int32_t index, char *text) const

@@ -23,7 +23,7 @@ uint32_t wholeRate(float rate)
 
 } // namespace
 
-VSTPlugin::VSTPlugin(audioMasterCallback host)
+VSTPlugin::VSTPlugin(HostCallback host)
     : Plugin(kVst),
       AudioEffectX(host, kNumPrograms, static_cast<int32_t>(parameters().hostRows().size())),
       hostParams(parameters().hostRows()),
@@ -42,7 +42,7 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
     noTail();
     if (Platform::hasWindowSystem()) {
         editor = std::make_unique<VSTEditor>(this);
-        setFlag(effFlagsHasEditor, true);
+        setFlag(kHasEditor, true);
     }
 
     if (transformHandle().global()->getDelayCompensation()) {
@@ -67,7 +67,7 @@ VSTPlugin *VSTPlugin::of(AEffect *effect)
 
 bool VSTPlugin::hostWantsShortNames()
 {
-    char product[4 * kVstMaxProductStrLen] = {}; // for hosts that write more than the interface allows
+    char product[4 * kProductRoom] = {}; // for hosts that write more than the interface allows
     getHostProductString(product);
     product[sizeof product - 1] = '\0';
     return std::strcmp(product, "Live") == 0;
@@ -236,19 +236,19 @@ void VSTPlugin::applyLatency()
 
 bool VSTPlugin::getEffectName(char *name)
 {
-    writeText(Product::kName, kVstMaxEffectNameLen - 1, name);
+    writeText(Product::kName, kEffectNameRoom - 1, name);
     return true;
 }
 
 bool VSTPlugin::getVendorString(char *text)
 {
-    writeText(Product::kVendor, kVstMaxVendorStrLen - 1, text);
+    writeText(Product::kVendor, kVendorRoom - 1, text);
     return true;
 }
 
 bool VSTPlugin::getProductString(char *text)
 {
-    writeText(Product::kName, kVstMaxProductStrLen - 1, text);
+    writeText(Product::kName, kProductRoom - 1, text);
     return true;
 }
 

@@ -17,7 +17,7 @@
 ///         does not change the rate while it plays
 class VSTPlugin final : public Plugin, public AudioEffectX {
 public:
-    explicit VSTPlugin(audioMasterCallback host);
+    explicit VSTPlugin(HostCallback host);
     ~VSTPlugin() override;
 
     /// The effect behind a record that VSTPluginMain returned.
@@ -50,7 +50,7 @@ public:
     bool getProductString(char *text) override;
     int32_t getVendorVersion() override { return kVersion; }
     int32_t canDo(const char *text) override;
-    VstPlugCategory getPlugCategory() override { return kPlugCategEffect; }
+    EffectCategory getPlugCategory() override { return kEffectCategory; }
     int32_t getGetTailSize() override { return 1; } // no tail
     bool keysRequired() override { return true; }
 
@@ -67,7 +67,7 @@ public:
     void applyLatency() override;
 
     static constexpr int32_t kVersion = Product::kVersion;
-    static constexpr int32_t kUniqueId = vstFourCharacters("Qlrt");
+    static constexpr int32_t kUniqueId = fourCharacters("Qlrt");
 
 private:
     void processBlock(float **inputs, float **outputs, int32_t frames, BufferAdapter::Output output);
@@ -87,4 +87,4 @@ private:
 
 /// The entry of the library: the host hands its callback over and receives the effect's record, or null if
 /// the host has no version or memory is short. effClose destroys the effect.
-extern "C" AEffect *VSTPluginMain(audioMasterCallback host);
+extern "C" AEffect *VSTPluginMain(HostCallback host);

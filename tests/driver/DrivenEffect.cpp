@@ -20,7 +20,7 @@ void DrivenEffect::load()
 {
     effect = VSTPluginMain(callback);
     require(effect, "the effect can be loaded");
-    effect->user = this;
+    effect->hostData = this;
     gestures.assign(static_cast<size_t>(effect->numParams), 0);
     dispatch(effOpen);
     dispatch(effSetSampleRate, 0, 0, nullptr, 44100.0f);
@@ -117,10 +117,11 @@ intptr_t DrivenEffect::callback(AEffect *effect, int32_t opcode, int32_t index, 
                                 float opt)
 {
     if (opcode == audioMasterVersion) return 2300;
-    auto *const self = effect ? static_cast<DrivenEffect *>(effect->user) : nullptr; // null while it is made
+    auto *const self =
+        effect ? static_cast<DrivenEffect *>(effect->hostData) : nullptr; // null while it is made
     if (!self) return 0;
     switch (opcode) {
-    case audioMasterPinConnected: return index >= (value == 0 ? self->inputs : self->outputs) ? 1 : 0;
+    case hostChannelConnected: return index >= (value == 0 ? self->inputs : self->outputs) ? 1 : 0;
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
     case audioMasterAutomate: self->hearEdit(opcode, index, opt); return 0;
