@@ -12,7 +12,6 @@ public:
     /// `count` programs of default values; loads the first.
     Programs(Plugin &owner, size_t count);
 
-    size_t count() const { return programs.size(); }
     String &name(size_t program) { return programs[program].name; }
     void load(size_t program) { plugin.loadValidState(programs[program].state); }
     void copy(size_t from, size_t to) { programs[to] = programs[from]; }

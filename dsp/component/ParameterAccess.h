@@ -9,9 +9,8 @@ struct ParameterAccess {
     static constexpr ParamKind kind = kKindOf<V>;
     static uint32_t count(const Component &c) { return c.numParams(kind); }
     static V value(const Component &c, uint32_t i) { return std::get<V>(c.paramValue(kind, i)); }
-    static V initial(const Component &c, uint32_t i) { return std::get<V>(c.param(kind, i).defaultValue); }
     static void set(Component &c, uint32_t i, V v) { c.setParamValue(kind, i, v); }
-    static bool isSaved(const Component &c, uint32_t i) { return c.param(kind, i).isSaved(); }
+    static bool isAutomatable(const Component &c, uint32_t i) { return c.param(kind, i).automatable; }
     static bool isEdited(const Component &c, uint32_t i) { return c.param(kind, i).editing; }
 };
 

@@ -4,17 +4,7 @@
 #include <cmath>
 #include <utility>
 
-#include "dsp/component/ParameterAccess.h"
 #include "host/VSTEditor.h"
-
-template <class V>
-static bool anyEdited(const DSP::Component &component)
-{
-    using Access = DSP::ParameterAccess<V>;
-    for (uint32_t i = 0; i < Access::count(component); ++i)
-        if (Access::isEdited(component, i)) return true;
-    return false;
-}
 
 void DrivenEffect::load()
 {
@@ -77,10 +67,9 @@ bool DrivenEffect::hasOpenEditor() const
 
 void DrivenEffect::requireRest() const
 {
-    for (const DSP::Component *component : plugin().componentList())
-        require(!anyEdited<float>(*component) && !anyEdited<bool>(*component) &&
-                    !anyEdited<uint32_t>(*component),
-                "no parameter stays held");
+    for (const auto rows : {plugin().parameters().hostRows(), plugin().parameters().hiddenRows()})
+        for (const DSP::ParameterAddress &row : rows)
+            require(!row.record().editing, "no parameter stays held");
     require(allGesturesEnded(), "every gesture has ended");
     Journal::checksAtRest.add();
 }
