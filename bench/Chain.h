@@ -14,10 +14,7 @@ public:
         setChannelCount(2, 2);
         resume(kRate);
     }
-    void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
-                         const uint32_t *) override
-    {
-    }
+    void notifyParameter(const DSP::ParameterAddress &, EditPhase, const DSP::ParameterValue &) override {}
 };
 
 } // namespace Bench

@@ -37,9 +37,9 @@ endif()
 
 find_package(Threads REQUIRED)
 
-# tessarine_room(NAME SOURCES... LINKS LIBRARIES...): a static library whose headers are included from the root, and
+# tessarine_layer(NAME SOURCES... LINKS LIBRARIES...): a static library whose headers are included from the root, and
 # plugin/Version.h from the build.
-function(tessarine_room name)
+function(tessarine_layer name)
     cmake_parse_arguments(PARSE_ARGV 1 room "" "" "SOURCES;LINKS")
     add_library(${name} STATIC ${room_SOURCES})
     target_include_directories(${name} PUBLIC ${PROJECT_SOURCE_DIR} ${PROJECT_BINARY_DIR})

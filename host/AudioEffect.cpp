@@ -10,7 +10,7 @@
 
 namespace {
 
-constexpr intptr_t kIdentity = vstFourCharacters("NvEf");
+constexpr intptr_t kIdentity = fourCharacters("NvEf");
 constexpr uint32_t kNumberWidth = 7;              // columns of a number's text
 constexpr int32_t kFirstHugeNumber = 100'000'000; // more digits than a host's value field holds
 
@@ -61,10 +61,10 @@ void writeEmpty(char *text) { *text = '\0'; }
 
 } // namespace
 
-AudioEffect::AudioEffect(audioMasterCallback host, int32_t programs, int32_t parameters)
+AudioEffect::AudioEffect(HostCallback host, int32_t programs, int32_t parameters)
     : audioMaster(host), numPrograms(programs), numParams(parameters)
 {
-    cEffect.magic = kEffectMagic;
+    cEffect.signature = kEffectSignature;
     cEffect.dispatcher = enterDispatcher;
     cEffect.process = enterProcess;
     cEffect.setParameter = enterSetParameter;
@@ -75,7 +75,7 @@ AudioEffect::AudioEffect(audioMasterCallback host, int32_t programs, int32_t par
     cEffect.numOutputs = 2;
     cEffect.ioRatio = 1.0f;
     cEffect.object = this;
-    cEffect.uniqueID = vstFourCharacters("NoEf");
+    cEffect.uniqueID = fourCharacters("NoEf");
     cEffect.version = 1;
     cEffect.processReplacing = enterProcessReplacing;
 }
@@ -172,12 +172,12 @@ int32_t AudioEffect::getChunk(void **, bool) { return 0; }
 
 int32_t AudioEffect::setChunk(void *, int32_t, bool) { return 0; }
 
-void AudioEffect::setFlag(VstAEffectFlags flag, bool on)
+void AudioEffect::setFlag(EffectCapability flag, bool on)
 {
     if (on)
-        cEffect.flags |= flag;
+        cEffect.capabilities |= flag;
     else
-        cEffect.flags &= ~flag;
+        cEffect.capabilities &= ~flag;
 }
 
 // The audio thread compares the delay while the window thread may set it.
@@ -191,7 +191,7 @@ int32_t AudioEffect::initialDelay()
     return std::atomic_ref(cEffect.initialDelay).load(std::memory_order_relaxed);
 }
 
-intptr_t AudioEffect::callHost(VstHostOpcode opcode, int32_t index, intptr_t value, void *ptr, float opt)
+intptr_t AudioEffect::callHost(HostOpcode opcode, int32_t index, intptr_t value, void *ptr, float opt)
 {
     return audioMaster ? audioMaster(&cEffect, opcode, index, value, ptr, opt) : 0;
 }
@@ -202,16 +202,13 @@ int32_t AudioEffect::getMasterVersion()
     return version != 0 ? version : 1;
 }
 
-int32_t AudioEffect::getCurrentUniqueId() { return static_cast<int32_t>(callHost(audioMasterCurrentId)); }
+int32_t AudioEffect::getCurrentUniqueId() { return static_cast<int32_t>(callHost(hostCurrentId)); }
 
-void AudioEffect::masterIdle() { callHost(audioMasterIdle); }
+void AudioEffect::masterIdle() { callHost(hostIdle); }
 
-bool AudioEffect::isInputConnected(int32_t index) { return callHost(audioMasterPinConnected, index, 0) == 0; }
+bool AudioEffect::isInputConnected(int32_t index) { return callHost(hostChannelConnected, index, 0) == 0; }
 
-bool AudioEffect::isOutputConnected(int32_t index)
-{
-    return callHost(audioMasterPinConnected, index, 1) == 0;
-}
+bool AudioEffect::isOutputConnected(int32_t index) { return callHost(hostChannelConnected, index, 1) == 0; }
 
 void AudioEffect::dB2string(float value, char *text)
 {

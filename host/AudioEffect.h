@@ -11,7 +11,7 @@
 ///         the host's: each operation names the longest text it writes, the defaults write an empty one
 class AudioEffect {
 public:
-    AudioEffect(audioMasterCallback host, int32_t programs, int32_t parameters);
+    AudioEffect(HostCallback host, int32_t programs, int32_t parameters);
     AudioEffect(const AudioEffect &) = delete;
     AudioEffect &operator=(const AudioEffect &) = delete;
     virtual ~AudioEffect();
@@ -50,13 +50,13 @@ public:
     virtual void setUniqueID(int32_t id) { cEffect.uniqueID = id; }
     virtual void setNumInputs(int32_t n) { cEffect.numInputs = n; }
     virtual void setNumOutputs(int32_t n) { cEffect.numOutputs = n; }
-    virtual void hasVu(bool on = true) { setFlag(effFlagsHasVu, on); }
-    virtual void hasClip(bool on = true) { setFlag(effFlagsHasClip, on); }
-    virtual void canMono(bool on = true) { setFlag(effFlagsCanMono, on); }
-    virtual void canProcessReplacing(bool on = true) { setFlag(effFlagsCanReplacing, on); }
-    virtual void programsAreChunks(bool on = true) { setFlag(effFlagsProgramChunks, on); }
-    virtual void setRealtimeQualities(int32_t n) { cEffect.realQualities = n; }
-    virtual void setOfflineQualities(int32_t n) { cEffect.offQualities = n; }
+    virtual void hasVu(bool on = true) { setFlag(kHasVu, on); }
+    virtual void hasClip(bool on = true) { setFlag(kHasClip, on); }
+    virtual void canMono(bool on = true) { setFlag(kCanMono, on); }
+    virtual void canProcessReplacing(bool on = true) { setFlag(kCanReplace, on); }
+    virtual void programsAreChunks(bool on = true) { setFlag(kProgramsAreChunks, on); }
+    virtual void setRealtimeQualities(int32_t n) { cEffect.realtimeQuality = n; }
+    virtual void setOfflineQualities(int32_t n) { cEffect.offlineQuality = n; }
     /// The delay that the host compensates, in samples. Readable on any thread through initialDelay().
     virtual void setInitialDelay(int32_t samples);
 
@@ -82,15 +82,15 @@ public:
     AEffect *getAeffect() { return &cEffect; }
 
 protected:
-    void setFlag(VstAEffectFlags flag, bool on);
+    void setFlag(EffectCapability flag, bool on);
     int32_t initialDelay();
     /// The host's answer, or 0 without a host.
-    intptr_t callHost(VstHostOpcode opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
+    intptr_t callHost(HostOpcode opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
                       float opt = 0.0f);
 
     float sampleRate = 44100.0f; // Hz
     std::unique_ptr<AEffEditor> editor;
-    audioMasterCallback audioMaster;
+    HostCallback audioMaster;
     int32_t numPrograms;
     int32_t numParams;
     int32_t curProgram = 0;
@@ -101,5 +101,4 @@ private:
     intptr_t dispatchProgram(int32_t opcode, intptr_t value, char *text);
     intptr_t dispatchParameterText(int32_t opcode, int32_t index, char *text);
     intptr_t dispatchEditor(int32_t opcode, void *ptr);
-    intptr_t dispatchChunk(int32_t opcode, bool isPreset, intptr_t value, void *ptr);
 };

@@ -24,7 +24,7 @@ uint8_t modifierIn(float opt)
 intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt)
 {
     switch (opcode) {
-    case effProcessEvents: return ptr ? processEvents(static_cast<VstEvents *>(ptr)) : 0;
+    case effProcessEvents: return ptr ? processEvents(static_cast<HostEvents *>(ptr)) : 0;
     case effCanBeAutomated: return canParameterBeAutomated(index);
     case effString2Parameter: return ptr ? string2parameter(index, static_cast<char *>(ptr)) : 0;
 
@@ -77,11 +77,11 @@ intptr_t AudioEffectX::dispatcher(int32_t opcode, int32_t index, intptr_t value,
     case effEditKeyUp:
     case effSetEditKnobMode: return editor ? dispatchKeys(opcode, index, value, opt) : 0;
 
-    case effGetMidiProgramName:
-    case effGetCurrentMidiProgram:
-    case effGetMidiProgramCategory:
-    case effHasMidiProgramsChanged:
-    case effGetMidiKeyName: return dispatchMidiPrograms(opcode, index, ptr);
+    case effMidiProgram:
+    case effPresentMidiProgram:
+    case effMidiCategory:
+    case effMidiProgramsMoved:
+    case effMidiKey: return dispatchMidiPrograms(opcode, index, ptr);
 
     case effStartProcess: return startProcess();
     case effStopProcess: return stopProcess();
@@ -112,15 +112,13 @@ intptr_t AudioEffectX::dispatchConnections(int32_t opcode, int32_t index, intptr
     case effConnectInput: inputConnected(index, value != 0); return 1;
     case effConnectOutput: outputConnected(index, value != 0); return 1;
     case effGetInputProperties:
-        return ptr ? getInputProperties(index, static_cast<VstPinProperties *>(ptr)) : 0;
+        return ptr ? getInputProperties(index, static_cast<ChannelProperties *>(ptr)) : 0;
     case effGetOutputProperties:
-        return ptr ? getOutputProperties(index, static_cast<VstPinProperties *>(ptr)) : 0;
+        return ptr ? getOutputProperties(index, static_cast<ChannelProperties *>(ptr)) : 0;
     case effSetSpeakerArrangement:
-        return setSpeakerArrangement(pointerIn<VstSpeakerArrangement>(value),
-                                     static_cast<VstSpeakerArrangement *>(ptr));
+        return setSpeakerArrangement(pointerIn<SpeakerLayout>(value), static_cast<SpeakerLayout *>(ptr));
     case effGetSpeakerArrangement:
-        return getSpeakerArrangement(pointerIn<VstSpeakerArrangement *>(value),
-                                     static_cast<VstSpeakerArrangement **>(ptr));
+        return getSpeakerArrangement(pointerIn<SpeakerLayout *>(value), static_cast<SpeakerLayout **>(ptr));
     case effSetBypass: return setBypass(value != 0);
     case effSetPanLaw: return setPanLaw(static_cast<int32_t>(value), opt);
     default: return 0;
@@ -132,10 +130,10 @@ intptr_t AudioEffectX::dispatchOffline(int32_t opcode, int32_t index, intptr_t v
     if (!ptr) return 0;
     const auto count = static_cast<int32_t>(value);
     switch (opcode) {
-    case effOfflineNotify: return offlineNotify(static_cast<VstAudioFile *>(ptr), count, index != 0);
-    case effOfflinePrepare: return offlinePrepare(static_cast<VstOfflineTask *>(ptr), count);
-    case effOfflineRun: return offlineRun(static_cast<VstOfflineTask *>(ptr), count);
-    case effProcessVarIo: return processVariableIo(static_cast<VstVariableIo *>(ptr));
+    case effOfflineNotify: return offlineNotify(static_cast<OfflineFile *>(ptr), count, index != 0);
+    case effOfflinePrepare: return offlinePrepare(static_cast<OfflineTask *>(ptr), count);
+    case effOfflineRun: return offlineRun(static_cast<OfflineTask *>(ptr), count);
+    case effProcessVarIo: return processVariableIo(static_cast<VariableBlock *>(ptr));
     default: return 0;
     }
 }
@@ -176,22 +174,21 @@ intptr_t AudioEffectX::dispatchKeys(int32_t opcode, int32_t index, intptr_t valu
 intptr_t AudioEffectX::dispatchMidiPrograms(int32_t opcode, int32_t channel, void *ptr)
 {
     switch (opcode) {
-    case effGetMidiProgramName: return getMidiProgramName(channel, static_cast<MidiProgramName *>(ptr));
-    case effGetCurrentMidiProgram: return getCurrentMidiProgram(channel, static_cast<MidiProgramName *>(ptr));
-    case effGetMidiProgramCategory:
-        return getMidiProgramCategory(channel, static_cast<MidiProgramCategory *>(ptr));
-    case effHasMidiProgramsChanged: return hasMidiProgramsChanged(channel);
-    case effGetMidiKeyName: return getMidiKeyName(channel, static_cast<MidiKeyName *>(ptr));
+    case effMidiProgram: return getMidiProgramName(channel, static_cast<MidiProgram *>(ptr));
+    case effPresentMidiProgram: return getCurrentMidiProgram(channel, static_cast<MidiProgram *>(ptr));
+    case effMidiCategory: return getMidiProgramCategory(channel, static_cast<MidiCategory *>(ptr));
+    case effMidiProgramsMoved: return hasMidiProgramsChanged(channel);
+    case effMidiKey: return getMidiKeyName(channel, static_cast<MidiKey *>(ptr));
     default: return 0;
     }
 }
 
-VstPlugCategory AudioEffectX::getPlugCategory()
+EffectCategory AudioEffectX::getPlugCategory()
 {
-    return cEffect.flags & effFlagsIsSynth ? kPlugCategSynth : kPlugCategUnknown;
+    return cEffect.capabilities & kIsInstrument ? kInstrumentCategory : kUnknownCategory;
 }
 
-bool AudioEffectX::getSpeakerArrangement(VstSpeakerArrangement **inputs, VstSpeakerArrangement **outputs)
+bool AudioEffectX::getSpeakerArrangement(SpeakerLayout **inputs, SpeakerLayout **outputs)
 {
     if (inputs) *inputs = nullptr;
     if (outputs) *outputs = nullptr;

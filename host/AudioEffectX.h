@@ -11,7 +11,7 @@ public:
     intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt) override;
 
     // Asked by the host. The first line of a pair of arrangements is the input's.
-    virtual int32_t processEvents(VstEvents *) { return 0; }
+    virtual int32_t processEvents(HostEvents *) { return 0; }
     virtual bool canParameterBeAutomated(int32_t) { return true; }
     virtual bool string2parameter(int32_t, char *) { return false; }
     virtual int32_t getNumCategories() { return 1; }
@@ -19,17 +19,17 @@ public:
     virtual bool copyProgram(int32_t) { return false; }
     virtual void inputConnected(int32_t, bool) {}
     virtual void outputConnected(int32_t, bool) {}
-    virtual bool getInputProperties(int32_t, VstPinProperties *) { return false; }
-    virtual bool getOutputProperties(int32_t, VstPinProperties *) { return false; }
-    virtual VstPlugCategory getPlugCategory();
+    virtual bool getInputProperties(int32_t, ChannelProperties *) { return false; }
+    virtual bool getOutputProperties(int32_t, ChannelProperties *) { return false; }
+    virtual EffectCategory getPlugCategory();
     virtual int32_t reportCurrentPosition() { return 0; }
     virtual float *reportDestinationBuffer() { return nullptr; }
-    virtual bool offlineNotify(VstAudioFile *, int32_t, bool) { return false; }
-    virtual bool offlinePrepare(VstOfflineTask *, int32_t) { return false; }
-    virtual bool offlineRun(VstOfflineTask *, int32_t) { return false; }
-    virtual bool processVariableIo(VstVariableIo *) { return false; }
-    virtual bool setSpeakerArrangement(VstSpeakerArrangement *, VstSpeakerArrangement *) { return false; }
-    virtual bool getSpeakerArrangement(VstSpeakerArrangement **inputs, VstSpeakerArrangement **outputs);
+    virtual bool offlineNotify(OfflineFile *, int32_t, bool) { return false; }
+    virtual bool offlinePrepare(OfflineTask *, int32_t) { return false; }
+    virtual bool offlineRun(OfflineTask *, int32_t) { return false; }
+    virtual bool processVariableIo(VariableBlock *) { return false; }
+    virtual bool setSpeakerArrangement(SpeakerLayout *, SpeakerLayout *) { return false; }
+    virtual bool getSpeakerArrangement(SpeakerLayout **inputs, SpeakerLayout **outputs);
     virtual void setBlockSizeAndSampleRate(int32_t size, float rate);
     virtual bool setBypass(bool) { return false; }
     virtual bool getEffectName(char *) { return false; }
@@ -48,11 +48,11 @@ public:
     /// The host hears the opposite.
     virtual bool keysRequired() { return false; }
     virtual int32_t getVstVersion() { return 2300; }
-    virtual int32_t getMidiProgramName(int32_t, MidiProgramName *) { return 0; }
-    virtual int32_t getCurrentMidiProgram(int32_t, MidiProgramName *) { return -1; }
-    virtual int32_t getMidiProgramCategory(int32_t, MidiProgramCategory *) { return 0; }
+    virtual int32_t getMidiProgramName(int32_t, MidiProgram *) { return 0; }
+    virtual int32_t getCurrentMidiProgram(int32_t, MidiProgram *) { return -1; }
+    virtual int32_t getMidiProgramCategory(int32_t, MidiCategory *) { return 0; }
     virtual bool hasMidiProgramsChanged(int32_t) { return false; }
-    virtual bool getMidiKeyName(int32_t, MidiKeyName *) { return false; }
+    virtual bool getMidiKeyName(int32_t, MidiKey *) { return false; }
     virtual bool beginSetProgram() { return false; }
     virtual bool endSetProgram() { return false; }
     virtual int32_t getNextShellPlugin(char *) { return 0; }
@@ -65,7 +65,7 @@ public:
 
     // Asked of the host. Without one, and where it does not know, the answer is 0, false or null.
     virtual void wantEvents(int32_t filter = 1);
-    virtual VstTimeInfo *getTimeInfo(int32_t filter);
+    virtual HostTime *getTimeInfo(int32_t filter);
     virtual int32_t tempoAt(int32_t position);
     virtual int32_t getNumAutomatableParameters();
     virtual int32_t getParameterQuantization();
@@ -78,19 +78,19 @@ public:
     virtual int32_t updateBlockSize();
     virtual int32_t getInputLatency();
     virtual int32_t getOutputLatency();
-    virtual AEffect *getPreviousPlug(VstPinProperties *properties);
-    virtual AEffect *getNextPlug(VstPinProperties *properties);
+    virtual AEffect *getPreviousPlug(ChannelProperties *properties);
+    virtual AEffect *getNextPlug(ChannelProperties *properties);
     virtual int32_t willProcessReplacing();
     virtual int32_t getCurrentProcessLevel();
     virtual int32_t getAutomationState();
-    virtual bool offlineRead(VstOfflineTask *task, int32_t option, bool readSource = true);
-    virtual bool offlineWrite(VstOfflineTask *task, int32_t option);
-    virtual bool offlineStart(VstAudioFile *files, int32_t numFiles, int32_t numNewFiles);
+    virtual bool offlineRead(OfflineTask *task, int32_t option, bool readSource = true);
+    virtual bool offlineWrite(OfflineTask *task, int32_t option);
+    virtual bool offlineStart(OfflineFile *files, int32_t numFiles, int32_t numNewFiles);
     virtual int32_t offlineGetCurrentPass();
     virtual int32_t offlineGetCurrentMetaPass();
     virtual void setOutputSampleRate(float rate);
-    virtual VstSpeakerArrangement *getInputSpeakerArrangement();
-    virtual VstSpeakerArrangement *getOutputSpeakerArrangement();
+    virtual SpeakerLayout *getInputSpeakerArrangement();
+    virtual SpeakerLayout *getOutputSpeakerArrangement();
     /// Texts of up to 64 characters with the terminator.
     virtual bool getHostVendorString(char *text);
     virtual bool getHostProductString(char *text);
@@ -98,28 +98,28 @@ public:
     virtual intptr_t hostVendorSpecific(int32_t index, intptr_t value, void *ptr, float opt);
     virtual int32_t canHostDo(const char *text);
     virtual int32_t getHostLanguage();
-    virtual void *openWindow(VstWindow *window);
-    virtual bool closeWindow(VstWindow *window);
+    virtual void *openWindow(HostWindow *window);
+    virtual bool closeWindow(HostWindow *window);
     virtual void *getDirectory();
     virtual bool updateDisplay();
     /// Bracket what the user does to one parameter.
     virtual bool beginEdit(int32_t index);
     virtual bool endEdit(int32_t index);
-    virtual bool openFileSelector(VstFileSelect *selector);
+    virtual bool openFileSelector(FileDialog *selector);
 
     virtual AEffEditor *getEditor() { return editor.get(); }
-    virtual void wantAsyncOperation(bool on = true) { setFlag(effFlagsExtIsAsync, on); }
-    virtual void hasExternalBuffer(bool on = true) { setFlag(effFlagsExtHasBuffer, on); }
-    virtual void isSynth(bool on = true) { setFlag(effFlagsIsSynth, on); }
-    virtual void noTail(bool on = true) { setFlag(effFlagsNoSoundInStop, on); }
+    virtual void wantAsyncOperation(bool on = true) { setFlag(kWorksAsynchronously, on); }
+    virtual void hasExternalBuffer(bool on = true) { setFlag(kHasOwnBuffer, on); }
+    virtual void isSynth(bool on = true) { setFlag(kIsInstrument, on); }
+    virtual void noTail(bool on = true) { setFlag(kHasNoTail, on); }
 
     // Speaker arrangements on the heap; false if something is missing. What was in `*arrangement` is freed
     // first.
-    virtual bool allocateArrangement(VstSpeakerArrangement **arrangement, int32_t channels);
-    virtual bool deallocateArrangement(VstSpeakerArrangement **arrangement);
-    virtual bool copySpeaker(VstSpeakerProperties *to, const VstSpeakerProperties *from);
+    virtual bool allocateArrangement(SpeakerLayout **arrangement, int32_t channels);
+    virtual bool deallocateArrangement(SpeakerLayout **arrangement);
+    virtual bool copySpeaker(Speaker *to, const Speaker *from);
     /// Makes `*to` a copy of `from`.
-    virtual bool matchArrangement(VstSpeakerArrangement **to, const VstSpeakerArrangement *from);
+    virtual bool matchArrangement(SpeakerLayout **to, const SpeakerLayout *from);
 
 private:
     intptr_t dispatchPrograms(int32_t opcode, int32_t index, intptr_t value, void *ptr);

@@ -5,29 +5,29 @@
 
 void AudioEffectX::wantEvents(int32_t filter) { callHost(audioMasterWantMidi, 0, filter); }
 
-VstTimeInfo *AudioEffectX::getTimeInfo(int32_t filter)
+HostTime *AudioEffectX::getTimeInfo(int32_t filter)
 {
-    return reinterpret_cast<VstTimeInfo *>(callHost(audioMasterGetTime, 0, filter));
+    return reinterpret_cast<HostTime *>(callHost(audioMasterGetTime, 0, filter));
 }
 
 int32_t AudioEffectX::tempoAt(int32_t position)
 {
-    return static_cast<int32_t>(callHost(audioMasterTempoAt, 0, position));
+    return static_cast<int32_t>(callHost(hostTempo, 0, position));
 }
 
 int32_t AudioEffectX::getNumAutomatableParameters()
 {
-    return static_cast<int32_t>(callHost(audioMasterGetNumAutomatableParameters));
+    return static_cast<int32_t>(callHost(hostAutomatableCount));
 }
 
 int32_t AudioEffectX::getParameterQuantization()
 {
-    return static_cast<int32_t>(callHost(audioMasterGetParameterQuantization));
+    return static_cast<int32_t>(callHost(hostParameterSteps));
 }
 
 bool AudioEffectX::ioChanged() { return callHost(audioMasterIOChanged) != 0; }
 
-bool AudioEffectX::needIdle() { return callHost(audioMasterNeedIdle) != 0; }
+bool AudioEffectX::needIdle() { return callHost(hostWantIdle) != 0; }
 
 bool AudioEffectX::sizeWindow(int32_t width, int32_t height)
 {
@@ -48,76 +48,58 @@ int32_t AudioEffectX::updateBlockSize()
     return blockSize;
 }
 
-int32_t AudioEffectX::getInputLatency() { return static_cast<int32_t>(callHost(audioMasterGetInputLatency)); }
+int32_t AudioEffectX::getInputLatency() { return static_cast<int32_t>(callHost(hostInputDelay)); }
 
-int32_t AudioEffectX::getOutputLatency()
+int32_t AudioEffectX::getOutputLatency() { return static_cast<int32_t>(callHost(hostOutputDelay)); }
+
+AEffect *AudioEffectX::getPreviousPlug(ChannelProperties *properties)
 {
-    return static_cast<int32_t>(callHost(audioMasterGetOutputLatency));
+    return reinterpret_cast<AEffect *>(callHost(hostEffectBefore, 0, 0, properties));
 }
 
-AEffect *AudioEffectX::getPreviousPlug(VstPinProperties *properties)
+AEffect *AudioEffectX::getNextPlug(ChannelProperties *properties)
 {
-    return reinterpret_cast<AEffect *>(callHost(audioMasterGetPreviousPlug, 0, 0, properties));
+    return reinterpret_cast<AEffect *>(callHost(hostEffectAfter, 0, 0, properties));
 }
 
-AEffect *AudioEffectX::getNextPlug(VstPinProperties *properties)
+int32_t AudioEffectX::willProcessReplacing() { return static_cast<int32_t>(callHost(hostReplacesOrAdds)); }
+
+int32_t AudioEffectX::getCurrentProcessLevel() { return static_cast<int32_t>(callHost(hostThreadKind)); }
+
+int32_t AudioEffectX::getAutomationState() { return static_cast<int32_t>(callHost(hostAutomationMode)); }
+
+bool AudioEffectX::offlineRead(OfflineTask *task, int32_t option, bool readSource)
 {
-    return reinterpret_cast<AEffect *>(callHost(audioMasterGetNextPlug, 0, 0, properties));
+    return callHost(hostOfflineRead, readSource, option, task) != 0;
 }
 
-int32_t AudioEffectX::willProcessReplacing()
+bool AudioEffectX::offlineWrite(OfflineTask *task, int32_t option)
 {
-    return static_cast<int32_t>(callHost(audioMasterWillReplaceOrAccumulate));
+    return callHost(hostOfflineWrite, 0, option, task) != 0;
 }
 
-int32_t AudioEffectX::getCurrentProcessLevel()
+bool AudioEffectX::offlineStart(OfflineFile *files, int32_t numFiles, int32_t numNewFiles)
 {
-    return static_cast<int32_t>(callHost(audioMasterGetCurrentProcessLevel));
+    return callHost(hostOfflineStart, numNewFiles, numFiles, files) != 0;
 }
 
-int32_t AudioEffectX::getAutomationState()
-{
-    return static_cast<int32_t>(callHost(audioMasterGetAutomationState));
-}
-
-bool AudioEffectX::offlineRead(VstOfflineTask *task, int32_t option, bool readSource)
-{
-    return callHost(audioMasterOfflineRead, readSource, option, task) != 0;
-}
-
-bool AudioEffectX::offlineWrite(VstOfflineTask *task, int32_t option)
-{
-    return callHost(audioMasterOfflineWrite, 0, option, task) != 0;
-}
-
-bool AudioEffectX::offlineStart(VstAudioFile *files, int32_t numFiles, int32_t numNewFiles)
-{
-    return callHost(audioMasterOfflineStart, numNewFiles, numFiles, files) != 0;
-}
-
-int32_t AudioEffectX::offlineGetCurrentPass()
-{
-    return static_cast<int32_t>(callHost(audioMasterOfflineGetCurrentPass));
-}
+int32_t AudioEffectX::offlineGetCurrentPass() { return static_cast<int32_t>(callHost(hostOfflinePass)); }
 
 int32_t AudioEffectX::offlineGetCurrentMetaPass()
 {
-    return static_cast<int32_t>(callHost(audioMasterOfflineGetCurrentMetaPass));
+    return static_cast<int32_t>(callHost(hostOfflineMetaPass));
 }
 
-void AudioEffectX::setOutputSampleRate(float rate)
+void AudioEffectX::setOutputSampleRate(float rate) { callHost(hostSetOutputRate, 0, 0, nullptr, rate); }
+
+SpeakerLayout *AudioEffectX::getInputSpeakerArrangement()
 {
-    callHost(audioMasterSetOutputSampleRate, 0, 0, nullptr, rate);
+    return reinterpret_cast<SpeakerLayout *>(callHost(hostInputSpeakers));
 }
 
-VstSpeakerArrangement *AudioEffectX::getInputSpeakerArrangement()
+SpeakerLayout *AudioEffectX::getOutputSpeakerArrangement()
 {
-    return reinterpret_cast<VstSpeakerArrangement *>(callHost(audioMasterGetInputSpeakerArrangement));
-}
-
-VstSpeakerArrangement *AudioEffectX::getOutputSpeakerArrangement()
-{
-    return reinterpret_cast<VstSpeakerArrangement *>(callHost(audioMasterGetOutputSpeakerArrangement));
+    return reinterpret_cast<SpeakerLayout *>(callHost(hostOutputSpeakers));
 }
 
 bool AudioEffectX::getHostVendorString(char *text)
@@ -130,14 +112,11 @@ bool AudioEffectX::getHostProductString(char *text)
     return callHost(audioMasterGetProductString, 0, 0, text) != 0;
 }
 
-int32_t AudioEffectX::getHostVendorVersion()
-{
-    return static_cast<int32_t>(callHost(audioMasterGetVendorVersion));
-}
+int32_t AudioEffectX::getHostVendorVersion() { return static_cast<int32_t>(callHost(hostVendorVersion)); }
 
 intptr_t AudioEffectX::hostVendorSpecific(int32_t index, intptr_t value, void *ptr, float opt)
 {
-    return callHost(audioMasterVendorSpecific, index, value, ptr, opt);
+    return callHost(hostVendorRequest, index, value, ptr, opt);
 }
 
 int32_t AudioEffectX::canHostDo(const char *text)
@@ -146,27 +125,24 @@ int32_t AudioEffectX::canHostDo(const char *text)
     return static_cast<int32_t>(callHost(audioMasterCanDo, 0, 0, const_cast<char *>(text)));
 }
 
-int32_t AudioEffectX::getHostLanguage() { return static_cast<int32_t>(callHost(audioMasterGetLanguage)); }
+int32_t AudioEffectX::getHostLanguage() { return static_cast<int32_t>(callHost(hostLanguage)); }
 
-void *AudioEffectX::openWindow(VstWindow *window)
+void *AudioEffectX::openWindow(HostWindow *window)
 {
-    return reinterpret_cast<void *>(callHost(audioMasterOpenWindow, 0, 0, window));
+    return reinterpret_cast<void *>(callHost(hostOpenWindow, 0, 0, window));
 }
 
-bool AudioEffectX::closeWindow(VstWindow *window)
-{
-    return callHost(audioMasterCloseWindow, 0, 0, window) != 0;
-}
+bool AudioEffectX::closeWindow(HostWindow *window) { return callHost(hostCloseWindow, 0, 0, window) != 0; }
 
-void *AudioEffectX::getDirectory() { return reinterpret_cast<void *>(callHost(audioMasterGetDirectory)); }
+void *AudioEffectX::getDirectory() { return reinterpret_cast<void *>(callHost(hostDirectory)); }
 
-bool AudioEffectX::updateDisplay() { return callHost(audioMasterUpdateDisplay) != 0; }
+bool AudioEffectX::updateDisplay() { return callHost(hostRefreshDisplay) != 0; }
 
 bool AudioEffectX::beginEdit(int32_t index) { return callHost(audioMasterBeginEdit, index) != 0; }
 
 bool AudioEffectX::endEdit(int32_t index) { return callHost(audioMasterEndEdit, index) != 0; }
 
-bool AudioEffectX::openFileSelector(VstFileSelect *selector)
+bool AudioEffectX::openFileSelector(FileDialog *selector)
 {
-    return callHost(audioMasterOpenFileSelector, 0, 0, selector) != 0;
+    return callHost(hostOpenFileDialog, 0, 0, selector) != 0;
 }

@@ -1,42 +1,33 @@
+#include "host/Programs.h"
+
 #include <algorithm>
 
 #include "PluginBase/Util/ByteStream.h"
-#include "host/HostText.h"
-#include "host/VSTPlugin.h"
-
-// The programs of the effect and the chunk in which a host keeps them: for each program the size of its state
-// image, the image and the name.
 
 namespace {
 
 constexpr uint32_t kMostStateBytes = 200000; // a larger size is damage
-constexpr uint32_t kMostProgramName = 23;    // characters that a host is shown
 constexpr uint32_t kBytesOfSizes = 2 * sizeof(uint32_t);
 constexpr uint32_t kMostChunkBytes =
     kBytesOfSizes + kMostStateBytes + Util::ByteStream::kLongestText; // per program
 
 } // namespace
 
-void VSTPlugin::makePrograms()
+Programs::Programs(Plugin &owner, size_t count) : plugin(owner)
 {
-    programs.assign(static_cast<size_t>(numPrograms), {captureDefaultState(), "Default"});
-    for (uint32_t i = 1; i < programs.size(); ++i) programs[i].name = String("Init %1").arg(i + 1);
-    curProgram = 0;
-    loadState(programs[0].state);
+    programs.assign(count, {plugin.captureDefaultState(), "Default"});
+    for (uint32_t i = 1; i < count; ++i) programs[i].name = String("Init %1").arg(i + 1);
+    load(0);
 }
 
-int32_t VSTPlugin::getChunk(void **data, bool isPreset)
+int32_t Programs::saveChunk(size_t current, bool onlyCurrent, void **data)
 {
-    if (!data) return 0;
     try {
-        const size_t first = isPreset ? static_cast<size_t>(curProgram) : 0;
-        const size_t count = isPreset ? 1 : programs.size();
-        ProgramEntry &current = programs[static_cast<size_t>(curProgram)];
-        current.state = captureState();
-
-        Util::ByteStream stream((current.name.length() + kBytesOfSizes + stateSize) *
-                                static_cast<uint32_t>(count));
-        for (size_t i = first; i < first + count; ++i) {
+        programs[current].state = plugin.captureState();
+        const size_t first = onlyCurrent ? current : 0, end = onlyCurrent ? current + 1 : programs.size();
+        const size_t bytes = programs[current].name.length() + kBytesOfSizes + programs[current].state.size();
+        Util::ByteStream stream(static_cast<uint32_t>(bytes * (end - first)));
+        for (size_t i = first; i < end; ++i) {
             stream.writeUInt32(static_cast<uint32_t>(programs[i].state.size()));
             stream.writeBytes(programs[i].state);
             stream.writeString(programs[i].name);
@@ -50,30 +41,31 @@ int32_t VSTPlugin::getChunk(void **data, bool isPreset)
     }
 }
 
-int32_t VSTPlugin::setChunk(void *data, int32_t size, bool isPreset)
+int32_t Programs::loadChunk(size_t current, bool onlyCurrent, const void *data, int32_t size)
 {
-    if (!data || size <= 0) return 0;
+    if (size <= 0) return 0;
     try {
-        const size_t first = isPreset ? static_cast<size_t>(curProgram) : 0;
-        const size_t count = isPreset ? 1 : programs.size();
-        const size_t bytes = std::min(static_cast<size_t>(size), count * kMostChunkBytes);
+        const size_t first = onlyCurrent ? current : 0, end = onlyCurrent ? current + 1 : programs.size();
+        const size_t bytes = std::min(static_cast<size_t>(size), (end - first) * kMostChunkBytes);
         Util::ByteStream stream(static_cast<uint32_t>(bytes), data);
         bool taken = false;
-        for (size_t i = first; i < first + count; ++i) {
+        for (size_t i = first; i < end; ++i) {
             ProgramEntry program;
-            if (!readProgram(stream, program)) break;
-            if (!isValidState(program.state)) continue;
+            if (!read(stream, program)) break;
+            if (!plugin.isValidState(program.state)) continue;
             programs[i] = std::move(program);
             taken = true;
         }
-        return taken && loadState(programs[static_cast<size_t>(curProgram)].state) ? size : 0;
+        if (!taken) return 0;
+        load(current);
+        return size;
     } catch (const Util::Exception::DataStreamIO &) {
         return 0;
     }
 }
 
 /// False if the stream does not hold a whole program; what follows is then no program either.
-bool VSTPlugin::readProgram(Util::DataStream &stream, ProgramEntry &program) const
+bool Programs::read(Util::DataStream &stream, ProgramEntry &program)
 {
     if (stream.bytesLeft() < sizeof(uint32_t)) return false;
     const uint32_t stateBytes = stream.getUInt32();
@@ -88,38 +80,5 @@ bool VSTPlugin::readProgram(Util::DataStream &stream, ProgramEntry &program) con
     if (nameBytes < 0 || (!tooLong && stream.bytesLeft() < static_cast<uint32_t>(nameBytes))) return false;
     stream.seek(nameStart);
     stream.readString(program.name);
-    return true;
-}
-
-void VSTPlugin::setProgram(int32_t program)
-{
-    if (program < 0 || program >= numPrograms) return;
-    curProgram = program;
-    loadState(programs[static_cast<size_t>(program)].state);
-}
-
-void VSTPlugin::setProgramName(char *name)
-{
-    if (name) programs[static_cast<size_t>(curProgram)].name = String(name);
-}
-
-void VSTPlugin::getProgramName(char *name)
-{
-    if (name) writeText(programs[static_cast<size_t>(curProgram)].name, kMostProgramName, name);
-}
-
-bool VSTPlugin::getProgramNameIndexed(int32_t, int32_t index, char *name)
-{
-    if (index < 0 || index >= numPrograms || !name) return false;
-    const String &whole = programs[static_cast<size_t>(index)].name;
-    writeText(whole, whole.length(), name);
-    return true;
-}
-
-bool VSTPlugin::copyProgram(int32_t destination)
-{
-    if (destination < 0 || destination >= numPrograms) return false;
-    if (destination != curProgram)
-        programs[static_cast<size_t>(destination)] = programs[static_cast<size_t>(curProgram)];
     return true;
 }

@@ -7,29 +7,29 @@
 
 namespace {
 
-constexpr int32_t kDeclaredSpeakers = std::extent_v<decltype(VstSpeakerArrangement::speakers)>;
+constexpr int32_t kDeclaredSpeakers = std::extent_v<decltype(SpeakerLayout::speakers)>;
 constexpr int32_t kMostSpeakers = 4096; // more is a host's mistake, not a room
 
 /// Bytes of a record with `channels` speakers; there is room for the declared ones at least.
 size_t bytesFor(int32_t channels)
 {
-    return offsetof(VstSpeakerArrangement, speakers) +
-           sizeof(VstSpeakerProperties) * static_cast<size_t>(std::max(channels, kDeclaredSpeakers));
+    return offsetof(SpeakerLayout, speakers) +
+           sizeof(Speaker) * static_cast<size_t>(std::max(channels, kDeclaredSpeakers));
 }
 
 } // namespace
 
-bool AudioEffectX::allocateArrangement(VstSpeakerArrangement **arrangement, int32_t channels)
+bool AudioEffectX::allocateArrangement(SpeakerLayout **arrangement, int32_t channels)
 {
     if (!arrangement || channels < 0 || channels > kMostSpeakers) return false;
     deallocateArrangement(arrangement);
-    *arrangement = static_cast<VstSpeakerArrangement *>(std::calloc(1, bytesFor(channels)));
+    *arrangement = static_cast<SpeakerLayout *>(std::calloc(1, bytesFor(channels)));
     if (!*arrangement) return false;
-    (*arrangement)->numChannels = channels;
+    (*arrangement)->channelCount = channels;
     return true;
 }
 
-bool AudioEffectX::deallocateArrangement(VstSpeakerArrangement **arrangement)
+bool AudioEffectX::deallocateArrangement(SpeakerLayout **arrangement)
 {
     if (!arrangement) return false;
     std::free(*arrangement);
@@ -37,19 +37,19 @@ bool AudioEffectX::deallocateArrangement(VstSpeakerArrangement **arrangement)
     return true;
 }
 
-bool AudioEffectX::copySpeaker(VstSpeakerProperties *to, const VstSpeakerProperties *from)
+bool AudioEffectX::copySpeaker(Speaker *to, const Speaker *from)
 {
     if (!to || !from) return false;
     *to = *from;
     return true;
 }
 
-bool AudioEffectX::matchArrangement(VstSpeakerArrangement **to, const VstSpeakerArrangement *from)
+bool AudioEffectX::matchArrangement(SpeakerLayout **to, const SpeakerLayout *from)
 {
     if (to && *to == from) return from != nullptr;
-    if (!from || !allocateArrangement(to, from->numChannels)) return false;
+    if (!from || !allocateArrangement(to, from->channelCount)) return false;
     std::memcpy(*to, from,
-                offsetof(VstSpeakerArrangement, speakers) +
-                    sizeof(VstSpeakerProperties) * static_cast<size_t>(from->numChannels));
+                offsetof(SpeakerLayout, speakers) +
+                    sizeof(Speaker) * static_cast<size_t>(from->channelCount));
     return true;
 }

@@ -1,8 +1,10 @@
 #include "host/VSTPlugin.h"
 
 #include <cstring>
+#include <limits>
 #include <string_view>
 
+#include "dsp/numerics/Math.h"
 #include "host/HostText.h"
 #include "host/VSTEditor.h"
 #include "plugin/Product.h"
@@ -10,15 +12,26 @@
 namespace {
 
 constexpr int32_t kNumPrograms = 1;
+constexpr uint32_t kMostProgramName = 23; // characters that a host is shown
+
+/// The rate in whole Hz, or 0 for one that the chain cannot be told.
+uint32_t wholeRate(float rate)
+{
+    constexpr double kHighest = std::numeric_limits<uint32_t>::max();
+    return rate <= kHighest ? DSP::Math::roundHalfAwayFromZero(rate) : 0;
+}
 
 } // namespace
 
-VSTPlugin::VSTPlugin(audioMasterCallback host)
-    : Plugin(kVst), AudioEffectX(host, kNumPrograms, 0), audioLock("VSTPlugin")
+VSTPlugin::VSTPlugin(HostCallback host)
+    : Plugin(kVst),
+      AudioEffectX(host, kNumPrograms, static_cast<int32_t>(parameters().hostRows().size())),
+      hostParams(parameters().hostRows()),
+      programs(*this, kNumPrograms),
+      audioLock("VSTPlugin"),
+      buffers(*this, blockScale)
 {
-    buildHostParams();
-    longNames = !hostWantsShortNames();
-
+    hostParams.setLongNames(!hostWantsShortNames());
     setNumInputs(2);
     setNumOutputs(2);
     setUniqueID(kUniqueId);
@@ -27,10 +40,9 @@ VSTPlugin::VSTPlugin(audioMasterCallback host)
     canProcessReplacing();
     programsAreChunks();
     noTail();
-    makePrograms();
     if (Platform::hasWindowSystem()) {
         editor = std::make_unique<VSTEditor>(this);
-        setFlag(effFlagsHasEditor, true);
+        setFlag(kHasEditor, true);
     }
 
     if (transformHandle().global()->getDelayCompensation()) {
@@ -55,27 +67,188 @@ VSTPlugin *VSTPlugin::of(AEffect *effect)
 
 bool VSTPlugin::hostWantsShortNames()
 {
-    char product[4 * kVstMaxProductStrLen] = {}; // for hosts that write more than the interface allows
+    char product[4 * kProductRoom] = {}; // for hosts that write more than the interface allows
     getHostProductString(product);
     product[sizeof product - 1] = '\0';
     return std::strcmp(product, "Live") == 0;
 }
 
+// Parameters.
+
+void VSTPlugin::setParameter(int32_t index, float value)
+{
+    if (hostParams.set(index, value)) requestRefresh();
+}
+
+void VSTPlugin::notifyParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
+                                const DSP::ParameterValue &value)
+{
+    DSP::ParamRecord &record = parameter.record();
+    if (!record.hostIndex) return;
+    const auto hostIndex = static_cast<int32_t>(record.hostIndex.value);
+    if (phase == EditPhase::begin) beginEdit(hostIndex);
+    if (phase == EditPhase::value) {
+        // A change by itself is a whole gesture; what the host brings about in the middle of it belongs to it.
+        const bool alone = !record.editing;
+        if (alone) {
+            record.editing = true;
+            beginEdit(hostIndex);
+        }
+        setParameterAutomated(hostIndex, static_cast<float>(record.toShare(value)));
+        if (!alone) return;
+        record.editing = false;
+        endEdit(hostIndex);
+    }
+    if (phase == EditPhase::end) endEdit(hostIndex);
+}
+
+// Programs and chunks.
+
+int32_t VSTPlugin::getChunk(void **data, bool isPreset)
+{
+    return data ? programs.saveChunk(current(), isPreset, data) : 0;
+}
+
+int32_t VSTPlugin::setChunk(void *data, int32_t size, bool isPreset)
+{
+    return data ? programs.loadChunk(current(), isPreset, data, size) : 0;
+}
+
+void VSTPlugin::setProgram(int32_t program)
+{
+    if (!hasProgram(program)) return;
+    curProgram = program;
+    programs.load(current());
+}
+
+void VSTPlugin::setProgramName(char *name)
+{
+    if (name) programs.name(current()) = String(name);
+}
+
+void VSTPlugin::getProgramName(char *name)
+{
+    if (name) writeText(programs.name(current()), kMostProgramName, name);
+}
+
+bool VSTPlugin::getProgramNameIndexed(int32_t, int32_t index, char *name)
+{
+    if (!hasProgram(index) || !name) return false;
+    const String &whole = programs.name(static_cast<size_t>(index));
+    writeText(whole, whole.length(), name);
+    return true;
+}
+
+bool VSTPlugin::copyProgram(int32_t destination)
+{
+    if (!hasProgram(destination)) return false;
+    if (destination != curProgram) programs.copy(current(), static_cast<size_t>(destination));
+    return true;
+}
+
+// Audio.
+
+void VSTPlugin::process(float **inputs, float **outputs, int32_t frames)
+{
+    processBlock(inputs, outputs, frames, BufferAdapter::Output::add);
+}
+
+void VSTPlugin::processReplacing(float **inputs, float **outputs, int32_t frames)
+{
+    processBlock(inputs, outputs, frames, BufferAdapter::Output::replace);
+}
+
+void VSTPlugin::processBlock(float **inputs, float **outputs, int32_t frames, BufferAdapter::Output output)
+{
+    const Util::Hold block(audioLock);
+    if (!active) resume();
+    if (active && frames > 0) buffers.process(inputs, outputs, static_cast<uint32_t>(frames), output);
+}
+
+void VSTPlugin::resume()
+{
+    const Util::Hold hold(audioLock);
+    const uint32_t rate = wholeRate(getSampleRate()), channels = connectedChannels();
+    if (channels == 0 || rate == 0) {
+        suspend(); // an effect that played must not go on over channels that no longer match
+        return;
+    }
+    setChannelCount(channels, channels);
+    hostSampleRate = rate;
+    buffers.setLayout(channels, transformHandle().global()->getProcessAsMono());
+    Plugin::resume(rate);
+}
+
+/// Channels that the host connects on each side; 0 for a layout that the effect refuses: nothing connected, or
+/// mixed widths.
+uint32_t VSTPlugin::connectedChannels()
+{
+    if (!isInputConnected(0)) return 0;
+    const bool stereoIn = isInputConnected(1);
+    if (!isOutputConnected(0) || isOutputConnected(1) != stereoIn) return 0;
+    return stereoIn ? 2 : 1;
+}
+
+void VSTPlugin::suspend()
+{
+    const Util::Hold hold(audioLock);
+    if (active) Plugin::suspend();
+}
+
+void VSTPlugin::setSampleRate(float rate)
+{
+    const uint32_t whole = wholeRate(rate);
+    if (whole == 0) return;
+    AudioEffectX::setSampleRate(rate); // first: if memory is short below, the next block tries again
+    if (whole != hostSampleRate) {
+        const bool wasActive = active;
+        if (wasActive) Plugin::suspend();
+        hostSampleRate = whole;
+        Plugin::resume(whole);
+        if (!wasActive) Plugin::suspend(); // the chain has seen the rate, and rests as before
+    }
+}
+
+uint32_t VSTPlugin::delayForHost() const
+{
+    return transformHandle().global()->getDelayCompensation() ? reportedLatency.load() : 0;
+}
+
+void VSTPlugin::latencyChanged()
+{
+    reportedLatency = latency();
+    delayCompensationChanged();
+}
+
+void VSTPlugin::delayCompensationChanged()
+{
+    // The host is called by whoever serves the message, never by the audio thread.
+    if (static_cast<int32_t>(delayForHost()) != initialDelay()) postMessage(latencyMoved);
+}
+
+void VSTPlugin::applyLatency()
+{
+    setInitialDelay(static_cast<int32_t>(delayForHost()));
+    ioChanged();
+}
+
+// Self-description.
+
 bool VSTPlugin::getEffectName(char *name)
 {
-    writeText(Product::kName, kVstMaxEffectNameLen - 1, name);
+    writeText(Product::kName, kEffectNameRoom - 1, name);
     return true;
 }
 
 bool VSTPlugin::getVendorString(char *text)
 {
-    writeText(Product::kVendor, kVstMaxVendorStrLen - 1, text);
+    writeText(Product::kVendor, kVendorRoom - 1, text);
     return true;
 }
 
 bool VSTPlugin::getProductString(char *text)
 {
-    writeText(Product::kName, kVstMaxProductStrLen - 1, text);
+    writeText(Product::kName, kProductRoom - 1, text);
     return true;
 }
 

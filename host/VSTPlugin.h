@@ -1,19 +1,12 @@
 #pragma once
-#include <vector>
-
-#include "PluginBase/Util/AlignedBuffer.h"
 #include "PluginBase/Util/NamedLock.h"
 #include "PluginBase/Util/Shared.h"
 #include "host/AudioEffectX.h"
+#include "host/BufferAdapter.h"
+#include "host/HostParameters.h"
+#include "host/Programs.h"
 #include "plugin/Plugin.h"
 #include "plugin/Product.h"
-
-/// One row of the flat list by which the host knows the parameters.
-struct HostParam {
-    DSP::ParamKind kind;
-    DSP::Component *component; // not owned
-    uint32_t index;            // in the component's list of that kind
-};
 
 /// The effect as a VST 2 host sees it: adapts the host's parameters and buffers to the plug-in's components
 /// and chain.
@@ -24,7 +17,7 @@ struct HostParam {
 ///         does not change the rate while it plays
 class VSTPlugin final : public Plugin, public AudioEffectX {
 public:
-    explicit VSTPlugin(audioMasterCallback host);
+    explicit VSTPlugin(HostCallback host);
     ~VSTPlugin() override;
 
     /// The effect behind a record that VSTPluginMain returned.
@@ -32,22 +25,19 @@ public:
 
     using Plugin::sampleRate; // the chain's; the host's own, which may have a fraction, is getSampleRate()
 
-    /// Rows in host order.
-    const std::vector<HostParam> &hostParameters() const { return hostParams; }
-
-    // Parameters. An index beyond the table is ignored, as is a value that is not finite; one outside 0 to 1
-    // is stored as it converts. Texts: at most 23 characters, labels 7.
+    // Parameters; see HostParameters.
     void setParameter(int32_t index, float value) override;
-    float getParameter(int32_t index) override;
-    void getParameterLabel(int32_t index, char *label) override;
-    void getParameterDisplay(int32_t index, char *text) override;
-    void getParameterName(int32_t index, char *text) override;
-    void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
-                         const float *floatValue, const bool *boolValue, const uint32_t *intValue) override;
+    float getParameter(int32_t index) override { return hostParams.get(index); }
+    void getParameterLabel(int32_t index, char *label) override { hostParams.writeLabel(index, label); }
+    void getParameterDisplay(int32_t index, char *text) override { hostParams.writeDisplay(index, text); }
+    void getParameterName(int32_t index, char *text) override { hostParams.writeName(index, text); }
+    using Plugin::notifyParameter;
+    void notifyParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
+                         const DSP::ParameterValue &value) override;
 
-    // Programs and chunks. A chunk that is refused, as is all that getChunk did not write, changes nothing.
-    int32_t getChunk(void **data, bool isPreset) override; // *data stays valid until the next call
-    int32_t setChunk(void *data, int32_t size, bool isPreset) override; // bytes taken, 0 for none
+    // Programs and chunks; see Programs.
+    int32_t getChunk(void **data, bool isPreset) override;
+    int32_t setChunk(void *data, int32_t size, bool isPreset) override;
     void setProgram(int32_t program) override;
     void setProgramName(char *name) override;
     void getProgramName(char *name) override;
@@ -60,7 +50,7 @@ public:
     bool getProductString(char *text) override;
     int32_t getVendorVersion() override { return kVersion; }
     int32_t canDo(const char *text) override;
-    VstPlugCategory getPlugCategory() override { return kPlugCategEffect; }
+    EffectCategory getPlugCategory() override { return kEffectCategory; }
     int32_t getGetTailSize() override { return 1; } // no tail
     bool keysRequired() override { return true; }
 
@@ -77,50 +67,24 @@ public:
     void applyLatency() override;
 
     static constexpr int32_t kVersion = Product::kVersion;
-    static constexpr int32_t kUniqueId = vstFourCharacters("Qlrt");
+    static constexpr int32_t kUniqueId = fourCharacters("Qlrt");
 
 private:
-    enum class Output { add, replace };
-    /// Channel pointers of one block; right ones are null where the host connects none.
-    struct Channels {
-        const float *inLeft = nullptr, *inRight = nullptr;
-        float *outLeft = nullptr, *outRight = nullptr;
-    };
-
-    void buildHostParams();
-    template <class V>
-    void listParameters(DSP::Component &component);
-    const HostParam *hostParam(int32_t index) const;
+    void processBlock(float **inputs, float **outputs, int32_t frames, BufferAdapter::Output output);
+    uint32_t connectedChannels();
     bool hostWantsShortNames();
-
-    struct ProgramEntry {
-        StateImage state;
-        String name;
-    };
-    void makePrograms();
-    bool readProgram(Util::DataStream &stream, ProgramEntry &program) const;
-
-    void processBlock(float **inputs, float **outputs, int32_t frames, Output output);
-    bool readConnections();
-    bool readChannels(float **inputs, float **outputs, Channels &channels) const;
-    bool runChain(uint32_t frames, const Channels &channels);
-    void writeChannel(uint32_t frames, const float *from, Util::AlignedBuffer<float> &accumulate, float *to,
-                      Output output);
     uint32_t delayForHost() const;
+    bool hasProgram(int32_t program) const { return program >= 0 && program < numPrograms; }
+    size_t current() const { return static_cast<size_t>(curProgram); }
 
-    std::vector<HostParam> hostParams;
-    std::vector<ProgramEntry> programs;
-    std::vector<uint8_t> chunkBuffer; // what the host was given last
-    bool longNames = true;
-    Util::Shared<uint32_t> reportedLatency = 0; // samples
+    HostParameters hostParams;
+    Programs programs;
     Util::NamedLock audioLock;
-    Util::AlignedBuffer<float> inputLeft, inputRight, outputLeft, outputRight, accumulateLeft,
-        accumulateRight;
-    bool monoActive = false;                            // "Global: Process As Mono" at the last resume
-    uint32_t connectedInputs = 0, connectedOutputs = 0; // 1 or 2 after the first resume
-    uint32_t hostSampleRate = 44100;                    // Hz, what the chain was told
+    BufferAdapter buffers;
+    Util::Shared<uint32_t> reportedLatency = 0; // samples
+    uint32_t hostSampleRate = 44100;            // Hz, the chain's
 };
 
 /// The entry of the library: the host hands its callback over and receives the effect's record, or null if
 /// the host has no version or memory is short. effClose destroys the effect.
-extern "C" AEffect *VSTPluginMain(audioMasterCallback host);
+extern "C" AEffect *VSTPluginMain(HostCallback host);

@@ -2,24 +2,24 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The VST 2 binary interface between host and effect: what both sides agree on byte by byte. Numbers and
-/// record layouts are those of the published interface, so nothing here may be reordered. Functions use the
-/// plain C calling convention, which every compiler takes where nothing else is said.
+/// The binary interface between a VST 2 host and an effect. This header was written from the published binary
+/// layout: numbers, record layouts and the plain C calling convention, none of which may be changed. VST is a
+/// trademark of its respective owner.
 
 struct AEffect;
 
 /// The effect calls its host through this.
-using audioMasterCallback = intptr_t (*)(AEffect *effect, int32_t opcode, int32_t index, intptr_t value,
-                                         void *ptr, float opt);
+using HostCallback = intptr_t (*)(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
+                                  float opt);
 
-using AEffectDispatcherProc = intptr_t (*)(AEffect *effect, int32_t opcode, int32_t index, intptr_t value,
-                                           void *ptr, float opt);
-using AEffectProcessProc = void (*)(AEffect *effect, float **inputs, float **outputs, int32_t frames);
-using AEffectSetParameterProc = void (*)(AEffect *effect, int32_t index, float value);
-using AEffectGetParameterProc = float (*)(AEffect *effect, int32_t index);
+using DispatcherEntry = intptr_t (*)(AEffect *effect, int32_t opcode, int32_t index, intptr_t value,
+                                     void *ptr, float opt);
+using ProcessEntry = void (*)(AEffect *effect, float **inputs, float **outputs, int32_t frames);
+using SetParameterEntry = void (*)(AEffect *effect, int32_t index, float value);
+using GetParameterEntry = float (*)(AEffect *effect, int32_t index);
 
 /// Four characters as the number that the host compares: the first in the highest byte.
-constexpr int32_t vstFourCharacters(const char (&text)[5])
+constexpr int32_t fourCharacters(const char (&text)[5])
 {
     uint32_t packed = 0;
     for (int i = 0; i < 4; ++i) packed = packed << 8 | static_cast<unsigned char>(text[i]);
@@ -29,63 +29,63 @@ constexpr int32_t vstFourCharacters(const char (&text)[5])
 /// What the host knows of an effect. The host reads the fields at any time and calls through the five
 /// entries.
 struct AEffect {
-    int32_t magic; // kEffectMagic
-    AEffectDispatcherProc dispatcher;
-    AEffectProcessProc process; // adds to the outputs
-    AEffectSetParameterProc setParameter;
-    AEffectGetParameterProc getParameter;
+    int32_t signature; // kEffectSignature
+    DispatcherEntry dispatcher;
+    ProcessEntry process; // adds to the outputs
+    SetParameterEntry setParameter;
+    GetParameterEntry getParameter;
     int32_t numPrograms;
     int32_t numParams;
     int32_t numInputs;
     int32_t numOutputs;
-    int32_t flags; // VstAEffectFlags
-    intptr_t resvd1;
-    intptr_t resvd2;
+    int32_t capabilities; // bits of EffectCapability
+    intptr_t unusedPointer;
+    intptr_t unusedNumber;
     int32_t initialDelay; // samples
-    int32_t realQualities;
-    int32_t offQualities;
+    int32_t realtimeQuality;
+    int32_t offlineQuality;
     float ioRatio;
     void *object; // for the effect
-    void *user;   // for the host
+    void *hostData;
     int32_t uniqueID;
     int32_t version;
-    AEffectProcessProc processReplacing; // overwrites the outputs
-    void *processDoubleReplacing;
-    char future[56];
+    ProcessEntry processReplacing; // overwrites the outputs
+    void *unusedEntry;
+    char unusedBytes[56];
 };
 
-constexpr int32_t kEffectMagic = vstFourCharacters("VstP");
+constexpr int32_t kEffectSignature = fourCharacters("VstP");
 
-constexpr size_t vstOffset(size_t in64Bits, size_t in32Bits)
+constexpr size_t offsetIn(size_t in64Bits, size_t in32Bits)
 {
     return sizeof(void *) == 8 ? in64Bits : in32Bits;
 }
-static_assert(offsetof(AEffect, dispatcher) == vstOffset(8, 4));
-static_assert(offsetof(AEffect, getParameter) == vstOffset(32, 16));
-static_assert(offsetof(AEffect, numPrograms) == vstOffset(40, 20));
-static_assert(offsetof(AEffect, flags) == vstOffset(56, 36));
-static_assert(offsetof(AEffect, initialDelay) == vstOffset(80, 48));
-static_assert(offsetof(AEffect, ioRatio) == vstOffset(92, 60));
-static_assert(offsetof(AEffect, object) == vstOffset(96, 64));
-static_assert(offsetof(AEffect, uniqueID) == vstOffset(112, 72));
-static_assert(offsetof(AEffect, processReplacing) == vstOffset(120, 80));
-static_assert(sizeof(AEffect) == vstOffset(192, 144));
+static_assert(offsetof(AEffect, dispatcher) == offsetIn(8, 4));
+static_assert(offsetof(AEffect, getParameter) == offsetIn(32, 16));
+static_assert(offsetof(AEffect, numPrograms) == offsetIn(40, 20));
+static_assert(offsetof(AEffect, capabilities) == offsetIn(56, 36));
+static_assert(offsetof(AEffect, initialDelay) == offsetIn(80, 48));
+static_assert(offsetof(AEffect, ioRatio) == offsetIn(92, 60));
+static_assert(offsetof(AEffect, object) == offsetIn(96, 64));
+static_assert(offsetof(AEffect, uniqueID) == offsetIn(112, 72));
+static_assert(offsetof(AEffect, processReplacing) == offsetIn(120, 80));
+static_assert(sizeof(AEffect) == offsetIn(192, 144));
 
-enum VstAEffectFlags : int32_t {
-    effFlagsHasEditor = 1 << 0,
-    effFlagsHasClip = 1 << 1,
-    effFlagsHasVu = 1 << 2,
-    effFlagsCanMono = 1 << 3,
-    effFlagsCanReplacing = 1 << 4,
-    effFlagsProgramChunks = 1 << 5,
-    effFlagsIsSynth = 1 << 8,
-    effFlagsNoSoundInStop = 1 << 9, // no tail: silence in gives silence out
-    effFlagsExtIsAsync = 1 << 10,
-    effFlagsExtHasBuffer = 1 << 11,
+enum EffectCapability : int32_t {
+    kHasEditor = 1 << 0,
+    kHasClip = 1 << 1,
+    kHasVu = 1 << 2,
+    kCanMono = 1 << 3,
+    kCanReplace = 1 << 4,
+    kProgramsAreChunks = 1 << 5,
+    kIsInstrument = 1 << 8,
+    kHasNoTail = 1 << 9, // no tail: silence in gives silence out
+    kWorksAsynchronously = 1 << 10,
+    kHasOwnBuffer = 1 << 11,
 };
 
 /// Requests of the host, through AEffect::dispatcher.
-enum VstEffectOpcode : int32_t {
+enum EffectOpcode : int32_t {
     effOpen,
     effClose,
     effSetProgram,
@@ -102,13 +102,8 @@ enum VstEffectOpcode : int32_t {
     effEditGetRect,
     effEditOpen,
     effEditClose,
-    effEditDraw,
-    effEditMouse,
-    effEditKey,
-    effEditIdle,
-    effEditTop,
-    effEditSleep,
-    effIdentify,
+    effEditIdle = 19,
+    effIdentify = 22,
     effGetChunk,
     effSetChunk,
     effProcessEvents,
@@ -148,11 +143,11 @@ enum VstEffectOpcode : int32_t {
     effEditKeyDown,
     effEditKeyUp,
     effSetEditKnobMode,
-    effGetMidiProgramName,
-    effGetCurrentMidiProgram,
-    effGetMidiProgramCategory,
-    effHasMidiProgramsChanged,
-    effGetMidiKeyName,
+    effMidiProgram,
+    effPresentMidiProgram,
+    effMidiCategory,
+    effMidiProgramsMoved,
+    effMidiKey,
     effBeginSetProgram,
     effEndSetProgram,
     effGetSpeakerArrangement,
@@ -163,68 +158,58 @@ enum VstEffectOpcode : int32_t {
     effSetPanLaw,
     effBeginLoadBank,
     effBeginLoadProgram,
-    effSetProcessPrecision,
-    effGetNumMidiInputChannels,
-    effGetNumMidiOutputChannels,
 };
-static_assert(effProcessEvents == 25 && effKeysRequired == 57 && effGetNumMidiOutputChannels == 79);
+static_assert(effProcessEvents == 25 && effKeysRequired == 57 && effBeginLoadProgram == 76);
 
-/// Requests of the effect, through the audioMasterCallback.
-enum VstHostOpcode : int32_t {
+/// Requests of the effect, through the HostCallback.
+enum HostOpcode : int32_t {
     audioMasterAutomate,
     audioMasterVersion,
-    audioMasterCurrentId,
-    audioMasterIdle,
-    audioMasterPinConnected, // value 0 asks for an input, 1 for an output; the answer 0 means connected
+    hostCurrentId,
+    hostIdle,
+    hostChannelConnected, // value 0 asks for an input, 1 for an output; the answer 0 means connected
     audioMasterWantMidi = 6,
     audioMasterGetTime,
-    audioMasterProcessEvents,
-    audioMasterSetTime,
-    audioMasterTempoAt,
-    audioMasterGetNumAutomatableParameters,
-    audioMasterGetParameterQuantization,
+    hostTempo = 10,
+    hostAutomatableCount,
+    hostParameterSteps,
     audioMasterIOChanged,
-    audioMasterNeedIdle,
+    hostWantIdle,
     audioMasterSizeWindow,
     audioMasterGetSampleRate,
     audioMasterGetBlockSize,
-    audioMasterGetInputLatency,
-    audioMasterGetOutputLatency,
-    audioMasterGetPreviousPlug,
-    audioMasterGetNextPlug,
-    audioMasterWillReplaceOrAccumulate,
-    audioMasterGetCurrentProcessLevel,
-    audioMasterGetAutomationState,
-    audioMasterOfflineStart,
-    audioMasterOfflineRead,
-    audioMasterOfflineWrite,
-    audioMasterOfflineGetCurrentPass,
-    audioMasterOfflineGetCurrentMetaPass,
-    audioMasterSetOutputSampleRate,
-    audioMasterGetOutputSpeakerArrangement,
+    hostInputDelay,
+    hostOutputDelay,
+    hostEffectBefore,
+    hostEffectAfter,
+    hostReplacesOrAdds,
+    hostThreadKind,
+    hostAutomationMode,
+    hostOfflineStart,
+    hostOfflineRead,
+    hostOfflineWrite,
+    hostOfflinePass,
+    hostOfflineMetaPass,
+    hostSetOutputRate,
+    hostOutputSpeakers,
     audioMasterGetVendorString,
     audioMasterGetProductString,
-    audioMasterGetVendorVersion,
-    audioMasterVendorSpecific,
-    audioMasterSetIcon,
-    audioMasterCanDo,
-    audioMasterGetLanguage,
-    audioMasterOpenWindow,
-    audioMasterCloseWindow,
-    audioMasterGetDirectory,
-    audioMasterUpdateDisplay,
+    hostVendorVersion,
+    hostVendorRequest,
+    audioMasterCanDo = 37,
+    hostLanguage,
+    hostOpenWindow,
+    hostCloseWindow,
+    hostDirectory,
+    hostRefreshDisplay,
     audioMasterBeginEdit,
     audioMasterEndEdit,
-    audioMasterOpenFileSelector,
-    audioMasterCloseFileSelector,
-    audioMasterEditFile,
-    audioMasterGetChunkFile,
-    audioMasterGetInputSpeakerArrangement,
+    hostOpenFileDialog,
+    hostInputSpeakers = 49,
 };
-static_assert(audioMasterIOChanged == 13 && audioMasterEndEdit == 44 &&
-              audioMasterGetInputSpeakerArrangement == 49);
+static_assert(audioMasterIOChanged == 13 && audioMasterGetProductString == 33 && audioMasterEndEdit == 44);
 
-enum VstPlugCategory : int32_t { kPlugCategUnknown, kPlugCategEffect, kPlugCategSynth };
+enum EffectCategory : int32_t { kUnknownCategory, kEffectCategory, kInstrumentCategory };
 
 /// Editor rectangle in pixels; right and bottom lie outside.
 struct ERect {
@@ -238,36 +223,35 @@ struct VstKeyCode {
     uint8_t modifier;  // bit 0 shift, 1 alternate, 2 command, 3 control
 };
 
-struct VstSpeakerProperties {
-    float azimuth, elevation, radius, reserved;
+struct Speaker {
+    float bearing, height, distance, unusedNumber;
     char name[64];
     int32_t type;
-    char future[28];
+    char unusedBytes[28];
 };
-static_assert(sizeof(VstSpeakerProperties) == 112);
+static_assert(sizeof(Speaker) == 112);
 
-/// A layout of up to 8 speakers; more follow behind the record.
-struct VstSpeakerArrangement {
+/// A layout of up to 8 speakers; more follow after the record.
+struct SpeakerLayout {
     int32_t type;
-    int32_t numChannels;
-    VstSpeakerProperties speakers[8];
+    int32_t channelCount;
+    Speaker speakers[8];
 };
-static_assert(sizeof(VstSpeakerArrangement) == 904);
+static_assert(sizeof(SpeakerLayout) == 904);
 
 // Records that pass through this effect unread.
-struct MidiKeyName;
-struct MidiProgramCategory;
-struct MidiProgramName;
-struct VstAudioFile;
-struct VstEvents;
-struct VstFileSelect;
-struct VstOfflineTask;
+struct MidiKey;
+struct MidiCategory;
+struct MidiProgram;
+struct OfflineFile;
+struct HostEvents;
+struct FileDialog;
+struct OfflineTask;
 struct VstParameterProperties;
-struct VstPinProperties;
-struct VstTimeInfo;
-struct VstVariableIo;
-struct VstWindow;
+struct ChannelProperties;
+struct HostTime;
+struct VariableBlock;
+struct HostWindow;
 
 // Longest texts with their terminators that the interface promises room for.
-constexpr uint32_t kVstMaxLabelLen = 8, kVstMaxEffectNameLen = 32, kVstMaxVendorStrLen = 64,
-                   kVstMaxProductStrLen = 64;
+constexpr uint32_t kLabelRoom = 8, kEffectNameRoom = 32, kVendorRoom = 64, kProductRoom = 64;

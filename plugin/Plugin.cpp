@@ -4,6 +4,19 @@
 #include "PluginBase/Util/Exception.h"
 #include "plugin/Product.h"
 
+namespace {
+
+DSP::ParameterValue valueOf(const DSP::ParameterAddress &parameter, const float *floatValue,
+                            const bool *boolValue, const uint32_t *intValue)
+{
+    if (parameter.kind == DSP::ParamKind::real && floatValue) return *floatValue;
+    if (parameter.kind == DSP::ParamKind::boolean && boolValue) return *boolValue;
+    if (parameter.kind == DSP::ParamKind::integer && intValue) return *intValue;
+    return parameter.value();
+}
+
+} // namespace
+
 Plugin::Plugin(uint32_t format, uint32_t scale)
     : registry(String("SOFTWARE\\%1\\%2\\VST").arg(Product::kRegistryVendor).arg(Product::kName)),
       stateLock("Plugin"),
@@ -13,6 +26,7 @@ Plugin::Plugin(uint32_t format, uint32_t scale)
     ensureInstallFolder();
     chain = std::make_unique<DSP::Transform>(*this);
     handle = std::make_unique<TransformHandle>(chain.get());
+    table = ParameterTable(components);
     chain->updateComponents(true, true);
 }
 
@@ -119,17 +133,24 @@ void Plugin::propagateMeterEnable()
     for (DSP::Component *component : components) component->setMeterEnabled(on);
 }
 
+void Plugin::editParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
+                           const DSP::ParameterValue &value)
+{
+    if (phase != EditPhase::value) parameter.record().editing = phase == EditPhase::begin;
+    notifyParameter(parameter, phase, value);
+}
+
 void Plugin::editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                            const float *floatValue, const bool *boolValue, const uint32_t *intValue)
 {
-    if (phase != EditPhase::value) {
-        const bool on = phase == EditPhase::begin;
-        switch (kind) {
-        case DSP::ParamKind::real: component->setFloatParamEditing(index, on); break;
-        case DSP::ParamKind::boolean: component->setBoolParamEditing(index, on); break;
-        case DSP::ParamKind::integer: component->setIntParamEditing(index, on); break;
-        default: return;
-        }
-    }
-    notifyParameter(kind, phase, component, index, floatValue, boolValue, intValue);
+    if (kind > DSP::ParamKind::integer) return;
+    const DSP::ParameterAddress parameter{component, kind, index};
+    editParameter(parameter, phase, valueOf(parameter, floatValue, boolValue, intValue));
+}
+
+void Plugin::notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                             const float *floatValue, const bool *boolValue, const uint32_t *intValue)
+{
+    const DSP::ParameterAddress parameter{component, kind, index};
+    notifyParameter(parameter, phase, valueOf(parameter, floatValue, boolValue, intValue));
 }

@@ -8,6 +8,7 @@
 #include "PluginBase/Util/Shared.h"
 #include "dsp/chain/Transform.h"
 #include "dsp/component/PluginLink.h"
+#include "plugin/ParameterTable.h"
 
 /// Where messages to the editor's window go. Posting never blocks: the audio thread does it.
 class EditorWindow {
@@ -54,10 +55,12 @@ public:
     /// Somebody serves the message `latencyMoved`, where calls of the host are allowed.
     virtual void applyLatency() {}
     virtual uint32_t extraLatency() const { return 0; }
-    /// Tells the host of a gesture on a parameter; the pointer of the parameter's kind holds the value.
-    virtual void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component,
-                                 uint32_t index, const float *floatValue, const bool *boolValue,
-                                 const uint32_t *intValue) = 0;
+    /// Tells the host of a gesture on a parameter. The value counts in the phase `value` only.
+    virtual void notifyParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
+                                 const DSP::ParameterValue &value) = 0;
+    /// The same with the value behind the pointer of its kind, or the present one if that is null.
+    void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
+                         const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 
     void setEditorWindow(EditorWindow *window);
     void postMessage(uint32_t code) override;
@@ -87,8 +90,11 @@ public:
     std::span<DSP::Component *const> componentList() const override { return components; }
     void propagateMeterEnable() override;
 
-    /// A control begins, changes or ends a gesture; it has set the value itself. The pointers are null but
-    /// for the one of the kind.
+    const ParameterTable &parameters() const { return table; }
+
+    /// A control begins, changes or ends a gesture; it has set the value itself.
+    void editParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
+                       const DSP::ParameterValue &value);
     void editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                        const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 
@@ -105,6 +111,8 @@ public:
     bool restoreState(const StateImage &image, bool notify);
     /// restoreState without telling the host, and has the editor reload its controls.
     bool loadState(const StateImage &image);
+    /// loadState of an image that isValidState has accepted or that was captured here.
+    void loadValidState(const StateImage &image);
 
     static constexpr uint32_t kStateMagic = 111498, kStateVersion = 6, kStateHeader = 12; // bytes
 
@@ -141,9 +149,9 @@ private:
     void passOnLatency();
     template <class ReadValue>
     StateImage writeState(ReadValue readValue) const;
-    template <class V>
-    void restoreParameter(DSP::Component &component, uint32_t index, V value, bool notify);
+    void applyState(const StateImage &image, bool notify);
 
     std::unique_ptr<DSP::Transform> chain;
     std::unique_ptr<TransformHandle> handle;
+    ParameterTable table;
 };

@@ -14,115 +14,55 @@ public:
     using BoolParam = Param<T, bool>;
     using IntParam = Param<T, uint32_t>;
 
-    // clang-format off
-    uint32_t numFloatParams() const override { return count(floatParams); }
-    float floatParamValue(uint32_t i) const override { return value(floatParams[i]); }
-    void setFloatParamValue(uint32_t i, float v) override { setValue(floatParams[i], v); }
-    const String &floatParamName(uint32_t i) const override { return floatParams[i].name; }
-    const String &floatParamLabel(uint32_t i) const override { return floatParams[i].label; }
-    FloatRange floatParamRange(uint32_t i) const override { return floatParams[i].range; }
-    float floatParamDefault(uint32_t i) const override { return floatParams[i].defaultValue; }
-    ParamGroup floatParamGroup(uint32_t i) const override { return floatParams[i].group; }
-    bool floatParamAutomatable(uint32_t i) const override { return floatParams[i].automatable; }
-    uint32_t floatParamPersistence(uint32_t i) const override { return floatParams[i].persistence; }
-    uint32_t floatParamScope(uint32_t i) const override { return floatParams[i].scope; }
-    bool floatParamShowsMinusInf(uint32_t i) const override { return floatParams[i].showsMinusInf; }
-    void setFloatParamShowsMinusInf(uint32_t i, bool on) override { floatParams[i].showsMinusInf = on; }
-    uint32_t floatParamHighlight(uint32_t i) const override { return floatParams[i].highlight; }
-    void setFloatParamHighlight(uint32_t i, uint32_t colour) override { setHighlight(floatParams[i], colour); }
-    void setFloatParamHostIndex(uint32_t i, OptionalIndex index) override { floatParams[i].hostIndex = index; }
-    OptionalIndex floatParamHostIndex(uint32_t i) const override { return floatParams[i].hostIndex; }
-    void setFloatParamEditing(uint32_t i, bool on) override { floatParams[i].editing = on; }
-    bool floatParamEditing(uint32_t i) const override { return floatParams[i].editing; }
-
-    uint32_t numBoolParams() const override { return count(boolParams); }
-    bool boolParamValue(uint32_t i) const override { return value(boolParams[i]); }
-    void setBoolParamValue(uint32_t i, bool v) override { setValue(boolParams[i], v); }
-    const String &boolParamName(uint32_t i) const override { return boolParams[i].name; }
-    const String &boolParamLabel(uint32_t i) const override { return boolParams[i].label; }
-    bool boolParamDefault(uint32_t i) const override { return boolParams[i].defaultValue; }
-    ParamGroup boolParamGroup(uint32_t i) const override { return boolParams[i].group; }
-    bool boolParamAutomatable(uint32_t i) const override { return boolParams[i].automatable; }
-    uint32_t boolParamPersistence(uint32_t i) const override { return boolParams[i].persistence; }
-    uint32_t boolParamScope(uint32_t i) const override { return boolParams[i].scope; }
-    uint32_t boolParamHighlight(uint32_t i) const override { return boolParams[i].highlight; }
-    void setBoolParamHighlight(uint32_t i, uint32_t colour) override { setHighlight(boolParams[i], colour); }
-    void setBoolParamHostIndex(uint32_t i, OptionalIndex index) override { boolParams[i].hostIndex = index; }
-    OptionalIndex boolParamHostIndex(uint32_t i) const override { return boolParams[i].hostIndex; }
-    bool boolParamHasValueNames(uint32_t i) const override { return boolParams[i].valueNames.size() == 2; }
-    void boolParamValueNames(uint32_t i, std::vector<String> &out) const override { out = boolParams[i].valueNames; }
-    void setBoolParamEditing(uint32_t i, bool on) override { boolParams[i].editing = on; }
-    bool boolParamEditing(uint32_t i) const override { return boolParams[i].editing; }
-
-    uint32_t numIntParams() const override { return count(intParams); }
-    uint32_t intParamValue(uint32_t i) const override { return value(intParams[i]); }
-    void setIntParamValue(uint32_t i, uint32_t v) override { setValue(intParams[i], v); }
-    const String &intParamName(uint32_t i) const override { return intParams[i].name; }
-    const String &intParamLabel(uint32_t i) const override { return intParams[i].label; }
-    IntRange intParamRange(uint32_t i) const override { return intParams[i].range; }
-    uint32_t intParamDefault(uint32_t i) const override { return intParams[i].defaultValue; }
-    ParamGroup intParamGroup(uint32_t i) const override { return intParams[i].group; }
-    bool intParamAutomatable(uint32_t i) const override { return intParams[i].automatable; }
-    uint32_t intParamPersistence(uint32_t i) const override { return intParams[i].persistence; }
-    uint32_t intParamScope(uint32_t i) const override { return intParams[i].scope; }
-    bool intParamHasValueNames(uint32_t i) const override
+    uint32_t numParams(ParamKind kind) const override
     {
-        const IntParam &p = intParams[i];
-        return p.valueNames.size() == size_t{p.range.maximum} - p.range.minimum + 1;
+        return withList(*this, kind, [](auto &list) { return static_cast<uint32_t>(list.size()); });
     }
-    void intParamValueNames(uint32_t i, std::vector<String> &out) const override { out = intParams[i].valueNames; }
-    uint32_t intParamHighlight(uint32_t i) const override { return intParams[i].highlight; }
-    void setIntParamHighlight(uint32_t i, uint32_t colour) override { setHighlight(intParams[i], colour); }
-    void setIntParamHostIndex(uint32_t i, OptionalIndex index) override { intParams[i].hostIndex = index; }
-    OptionalIndex intParamHostIndex(uint32_t i) const override { return intParams[i].hostIndex; }
-    void setIntParamEditing(uint32_t i, bool on) override { intParams[i].editing = on; }
-    bool intParamEditing(uint32_t i) const override { return intParams[i].editing; }
-
-    uint32_t numExtraParams() const override { return count(extraParams); }
-    uint32_t extraParamValue(uint32_t i) const override { return value(extraParams[i]); }
-    void setExtraParamValue(uint32_t i, uint32_t v) override { setValue(extraParams[i], v); }
-    const String &extraParamName(uint32_t i) const override { return extraParams[i].name; }
-    const String &extraParamLabel(uint32_t i) const override { return extraParams[i].label; }
-    IntRange extraParamRange(uint32_t i) const override { return extraParams[i].range; }
-    uint32_t extraParamDefault(uint32_t i) const override { return extraParams[i].defaultValue; }
-    ParamGroup extraParamGroup(uint32_t i) const override { return extraParams[i].group; }
-    bool extraParamAutomatable(uint32_t i) const override { return extraParams[i].automatable; }
-    uint32_t extraParamPersistence(uint32_t i) const override { return extraParams[i].persistence; }
-    uint32_t extraParamScope(uint32_t i) const override { return extraParams[i].scope; }
-    uint32_t extraParamHighlight(uint32_t i) const override { return extraParams[i].highlight; }
-    void setExtraParamHighlight(uint32_t i, uint32_t colour) override { setHighlight(extraParams[i], colour); }
-    void setExtraParamHostIndex(uint32_t i, OptionalIndex index) override { extraParams[i].hostIndex = index; }
-    OptionalIndex extraParamHostIndex(uint32_t i) const override { return extraParams[i].hostIndex; }
-    void setExtraParamEditing(uint32_t i, bool on) override { extraParams[i].editing = on; }
-    bool extraParamEditing(uint32_t i) const override { return extraParams[i].editing; }
-    // clang-format on
+    const ParamRecord &param(ParamKind kind, uint32_t i) const override
+    {
+        return withList(*this, kind, [i](auto &list) -> const ParamRecord & { return list[i]; });
+    }
+    ParamRecord &param(ParamKind kind, uint32_t i) override
+    {
+        return withList(*this, kind, [i](auto &list) -> ParamRecord & { return list[i]; });
+    }
+    ParameterValue paramValue(ParamKind kind, uint32_t i) const override
+    {
+        return withList(*this, kind,
+                        [&](auto &list) { return ParameterValue(list[i].getters(*owner, list[i].indices)); });
+    }
 
 protected:
     using Component::Component;
 
-    // Each adds a record to its list and returns it, for what else there is to say: that is as in Param until
-    // it is said. References end with the next record.
+    void storeParamValue(ParamKind kind, uint32_t i, ParameterValue value) override
+    {
+        withList(*this, kind, [&]<class V>(std::vector<Param<T, V>> &list) {
+            list[i].setters(*owner, list[i].indices, std::get<V>(value));
+        });
+    }
+
+    // Each appends a record with ParamRecord's defaults and returns it so that the caller can set the rest.
+    // The next append invalidates the reference.
     FloatParam &addFloat(ParamGroup group, const String &title, const char *unit, FloatRange range,
                          float initial, const Getters<T, float> &get, const Setters<T, float> &set)
     {
-        floatParams.push_back({title, unit, range, initial, get, set, {}, group});
-        return floatParams.back();
+        return append(floatParams, {{title, unit, {range.minimum, range.maximum}, initial, group}, get, set});
     }
     BoolParam &addBool(ParamGroup group, const String &title, bool initial, const Getters<T, bool> &get,
                        const Setters<T, bool> &set)
     {
-        boolParams.push_back({title, "", {true, false}, initial, get, set, {}, group});
-        return boolParams.back();
+        return append(boolParams, {{title, "", {false, true}, initial, group}, get, set});
     }
-    /// One of several names; its value is the place of the name.
+    /// One of several names; its value is the position of the name.
     IntParam &addChoice(ParamGroup group, const String &title, uint32_t initial,
                         const std::vector<String> &names, const Getters<T, uint32_t> &get,
                         const Setters<T, uint32_t> &set)
     {
         const auto last = static_cast<uint32_t>(names.size() - 1);
-        intParams.push_back({title, "", {0, last}, initial, get, set, {}, group});
-        intParams.back().valueNames = names;
-        return intParams.back();
+        IntParam &added = append(intParams, {{title, "", {0u, last}, initial, group}, get, set});
+        added.valueNames = names;
+        return added;
     }
 
     T *owner = nullptr; // the object whose member functions the records name
@@ -133,24 +73,19 @@ protected:
 
 private:
     template <class P>
-    static uint32_t count(const std::vector<P> &list)
+    static P &append(std::vector<P> &list, P record)
     {
-        return static_cast<uint32_t>(list.size());
+        return list.emplace_back(std::move(record));
     }
-    template <class V>
-    V value(const Param<T, V> &p) const
+    template <class Self, class Work>
+    static decltype(auto) withList(Self &self, ParamKind kind, Work work)
     {
-        return p.getters(*owner, p.indices);
-    }
-    template <class V>
-    void setValue(const Param<T, V> &p, V v)
-    {
-        p.setters(*owner, p.indices, v);
-    }
-    template <class P>
-    static void setHighlight(P &p, uint32_t colour)
-    {
-        if (colour <= kNoHighlight) p.highlight = colour;
+        switch (kind) {
+        case ParamKind::real: return work(self.floatParams);
+        case ParamKind::boolean: return work(self.boolParams);
+        case ParamKind::integer: return work(self.intParams);
+        default: return work(self.extraParams);
+        }
     }
 };
 

@@ -12,8 +12,7 @@ namespace DSP::Meter {
 
 namespace {
 constexpr float kOverlapFactors[] = {0.0f, 0.1f, 0.2f, 0.3f, 0.4f, 0.5f};
-constexpr int kLeastOrder = 9;                                   // log2 of the smallest size
-enum IntIndex : uint32_t { kWindowSize, kOverlap, kWindowType }; // places in intParams
+constexpr int kLeastOrder = 9; // log2 of the smallest size
 constexpr float kBlackmanAlpha = -0.16f, kKaiserAlpha = 0.006f;
 
 static_assert(Spectrum::kSizes[0] == 1u << kLeastOrder && kLeastOrder >= FftPlan::kLeastOrder);
@@ -43,7 +42,6 @@ void Spectrum::declareParameters()
 {
     addBool(ParamGroup::spectrum, "Spectrum On Input", false, {.plain = &Spectrum::getOnInput},
             {.plain = &Spectrum::setOnInput});
-    // in the order of IntIndex
     addChoice(ParamGroup::spectrum, "Spectrum Window Size", windowSize,
               {"512", "1024", "2048", "4096", "8192"}, {.plain = &Spectrum::getWindowSize},
               {.plain = &Spectrum::setWindowSize});
@@ -65,15 +63,15 @@ void Spectrum::setSampleRate(uint32_t hz)
 
 void Spectrum::setWindowSize(uint32_t index)
 {
-    choose(windowSize, std::min(index, intParams[kWindowSize].range.maximum));
+    choose(windowSize, std::min(index, intParamRange(Param::windowSize).maximum));
 }
 void Spectrum::setOverlap(uint32_t index)
 {
-    choose(overlap, std::min(index, intParams[kOverlap].range.maximum));
+    choose(overlap, std::min(index, intParamRange(Param::overlap).maximum));
 }
 void Spectrum::setWindowType(uint32_t type)
 {
-    choose(windowType, std::min(type, intParams[kWindowType].range.maximum));
+    choose(windowType, std::min(type, intParamRange(Param::windowType).maximum));
 }
 
 void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)

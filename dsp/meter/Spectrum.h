@@ -40,6 +40,12 @@ public:
     void setOverlap(uint32_t index);
     void setWindowType(uint32_t type);
 
+    /// Indices in the parameter lists.
+    struct Param {
+        enum Bool : uint32_t { onInput };
+        enum Int : uint32_t { windowSize, overlap, windowType };
+    };
+
     static constexpr uint32_t kSizes[] = {512, 1024, 2048, 4096, 8192};
     static constexpr uint32_t kMostSamples = 8192;
     static constexpr uint32_t kMostMagnitudes = kMostSamples / 2 + 1;

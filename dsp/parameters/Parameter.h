@@ -1,16 +1,41 @@
 #pragma once
 #include <array>
 #include <cstdint>
+#include <variant>
 #include <vector>
 
 #include "PluginBase/Util/OptionalIndex.h"
 #include "PluginBase/Util/Shared.h"
 #include "PluginBase/Util/String.h"
+#include "dsp/numerics/Math.h"
 
 namespace DSP {
 
-/// Which list a parameter stands in; host, editor and state address it by component, kind and list index.
-enum class ParamKind : uint32_t { real = 0, boolean = 1, integer = 2 };
+/// The list that holds a parameter; host, editor and state address it by component, kind and list index.
+/// Extras are integers that neither host nor editor reads.
+enum class ParamKind : uint32_t { real = 0, boolean = 1, integer = 2, extra = 3 };
+constexpr ParamKind kParamKinds[] = {ParamKind::real, ParamKind::boolean, ParamKind::integer};
+constexpr ParamKind kParamLists[] = {ParamKind::real, ParamKind::boolean, ParamKind::integer,
+                                     ParamKind::extra};
+
+/// A value of any kind: the alternatives are in the order of ParamKind.
+using ParameterValue = std::variant<float, bool, uint32_t>;
+
+template <class V>
+constexpr auto kKindOf = static_cast<ParamKind>(ParameterValue(V{}).index());
+
+/// Exact: a double holds every value of every kind.
+inline double toNumber(const ParameterValue &value)
+{
+    return std::visit([](auto v) { return static_cast<double>(v); }, value);
+}
+/// A half and more is true; integers are rounded half away from zero.
+inline ParameterValue fromNumber(ParamKind kind, double number)
+{
+    if (kind == ParamKind::real) return static_cast<float>(number);
+    if (kind == ParamKind::boolean) return number >= 0.5;
+    return Math::roundHalfAwayFromZero(number);
+}
 
 /// Component family of a parameter.
 enum class ParamGroup : uint32_t {
@@ -72,26 +97,48 @@ struct Setters {
     }
 };
 
-/// One parameter of a component of class T. The value itself lives in T; the record says everything else
-/// about it, once: host, editor, state and documentation read it here.
-template <class T, class V>
-struct Param {
+/// Everything about a parameter but its value: host, editor, state and documentation read it here.
+struct ParamRecord {
     String name;
-    String label; // unit shown behind the value, may be empty
-    Range<V> range;
-    V defaultValue;
-    Getters<T, V> getters;
-    Setters<T, V> setters;
-    BoundIndices indices = {};
+    String label; // unit shown after the value, may be empty
+    Range<ParameterValue> range;
+    ParameterValue defaultValue;
     ParamGroup group = ParamGroup::gain;
+    BoundIndices indices = {};
     bool automatable = false; // the host sees it
     bool showsMinusInf = false;
     uint32_t highlight = kNoHighlight;
-    std::vector<String> valueNames = {}; // for a bool: text of false, text of true
+    std::vector<String> valueNames = {}; // for a bool: string of false, string of true
     uint32_t persistence = inProgram;
     uint32_t scope = 0;
     OptionalIndex hostIndex = {};
     Util::Shared<bool> editing = false; // the user holds the control
+
+    ParamKind kind() const { return static_cast<ParamKind>(defaultValue.index()); }
+    bool isSaved() const { return persistence == inProgram; }
+    bool hasValueNames() const
+    {
+        return static_cast<double>(valueNames.size()) ==
+               toNumber(range.maximum) - toNumber(range.minimum) + 1.0;
+    }
+    /// The value as a share of the range, 0 to 1, linear.
+    double toShare(const ParameterValue &value) const
+    {
+        const double low = toNumber(range.minimum);
+        return (toNumber(value) - low) / (toNumber(range.maximum) - low);
+    }
+    ParameterValue fromShare(double share) const
+    {
+        const double low = toNumber(range.minimum);
+        return fromNumber(kind(), low + share * (toNumber(range.maximum) - low));
+    }
+};
+
+/// A parameter of a component of class T, which holds its value.
+template <class T, class V>
+struct Param : ParamRecord {
+    Getters<T, V> getters;
+    Setters<T, V> setters;
 };
 
 } // namespace DSP

@@ -38,6 +38,12 @@ public:
     /// ascending, changes nothing.
     void defaultCutoffsFrom(uint32_t index, std::vector<uint32_t> &changed, float minOctaves) const;
 
+    /// Indices in the parameter lists; add the cutoff or the band.
+    struct Param {
+        enum Float : uint32_t { cutoff };
+        enum Bool : uint32_t { bandBypass, bandMute = bandBypass + kBands };
+    };
+
     static constexpr FloatRange kCutoffRangeHz = {20.0f, 20000.0f};
     static constexpr std::array<float, kCutoffs> kDefaultCutoffsHz = {120.0f, 2000.0f, 10000.0f};
 

@@ -50,8 +50,17 @@ public:
     void setBypass(uint32_t band, bool on) { change(band, &BandSettings::bypass, on); }
     void setSolo(uint32_t band, bool on) { change(band, &BandSettings::solo, on); }
 
-    /// Index of "Dynamics Band Link" in the bool list.
-    static constexpr uint32_t kBandLinkParam = 0;
+    /// Indices in the parameter lists; add the band to all but bandLink.
+    struct Param {
+        enum Float : uint32_t {
+            threshold,
+            gain = threshold + kBands,
+            ratio = gain + kBands,
+            attack = ratio + kBands,
+            release = attack + kBands
+        };
+        enum Bool : uint32_t { bandLink, bypass, solo = bypass + kBands };
+    };
 
 private:
     struct Band {

@@ -16,6 +16,11 @@ public:
     /// Limits to the range. Any thread, no lock.
     void setGain(float db);
 
+    /// Indices in the parameter lists.
+    struct Param {
+        enum Float : uint32_t { gain };
+    };
+
 private:
     Util::Shared<float> gainDb = 0.0f;
     Util::Shared<float> gainLinear = 1.0f;

@@ -43,6 +43,12 @@ public:
     /// Smallest gain factor since the last call, without the lift to the margin; 1 is no reduction.
     float readGainReduction() { return reduction.read(); }
 
+    /// Indices in the parameter lists.
+    struct Param {
+        enum Float : uint32_t { threshold, margin, ratio, attack, release };
+        enum Bool : uint32_t { bypass, brickwall };
+    };
+
 private:
     static constexpr uint32_t kChunk = Kernels::MaximizerKernels::kMostFrames;
 

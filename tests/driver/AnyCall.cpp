@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr uint32_t kPastLastOpcode = effGetNumMidiOutputChannels + 3;
+constexpr uint32_t kPastLastOpcode = effBeginLoadProgram + 6;
 constexpr float kHighestRate = 768000.0f; // Hz; delay lines grow with the rate, so more is slow, and no more
 
 /// Bytes that the host's buffer has for a call; for the rest what the interface reads of it is not read here.
@@ -14,12 +14,12 @@ size_t roomFor(int32_t opcode)
 {
     static const std::map<int32_t, size_t> rooms = {
         {effGetProgramName, 24},
-        {effGetParamLabel, kVstMaxLabelLen},
+        {effGetParamLabel, kLabelRoom},
         {effGetParamDisplay, 24},
         {effGetParamName, 24},
-        {effGetEffectName, kVstMaxEffectNameLen},
-        {effGetVendorString, kVstMaxVendorStrLen},
-        {effGetProductString, kVstMaxProductStrLen},
+        {effGetEffectName, kEffectNameRoom},
+        {effGetVendorString, kVendorRoom},
+        {effGetProductString, kProductRoom},
         {effGetProgramNameIndexed, 200001}, // as long as the host's name
         {effGetErrorText, 256},
         {effGetInputProperties, 128},
@@ -49,10 +49,9 @@ void callAnything(DrivenEffect &effect, Random &random)
     const bool null = random.chance(0.2);
     // Each in memory of its own, whose end is watched.
     const auto given = std::make_unique<void *>();
-    const auto inputs = std::make_unique<VstSpeakerArrangement>(),
-               outputs = std::make_unique<VstSpeakerArrangement>();
-    const auto givenInputs = std::make_unique<VstSpeakerArrangement *>(),
-               givenOutputs = std::make_unique<VstSpeakerArrangement *>();
+    const auto inputs = std::make_unique<SpeakerLayout>(), outputs = std::make_unique<SpeakerLayout>();
+    const auto givenInputs = std::make_unique<SpeakerLayout *>(),
+               givenOutputs = std::make_unique<SpeakerLayout *>();
     const auto call = [&](intptr_t number, void *pointer, float real) {
         effect.dispatch(opcode, index, number, null ? nullptr : pointer, real);
     };
@@ -66,14 +65,14 @@ void callAnything(DrivenEffect &effect, Random &random)
     case effString2Parameter:
     case effCanDo: return call(value, anyText(random).data(), opt);
     case effSetSpeakerArrangement:
-        inputs->numChannels = static_cast<int32_t>(random.below(9));
-        outputs->numChannels = static_cast<int32_t>(random.below(9));
+        inputs->channelCount = static_cast<int32_t>(random.below(9));
+        outputs->channelCount = static_cast<int32_t>(random.below(9));
         return call(random.chance(0.3) ? random.below(4) : reinterpret_cast<intptr_t>(inputs.get()),
                     outputs.get(), opt);
     case effGetSpeakerArrangement:
         call(random.chance(0.3) ? random.below(4) : reinterpret_cast<intptr_t>(givenInputs.get()),
              givenOutputs.get(), opt);
-        return effect.require(!*givenOutputs || (*givenOutputs)->numChannels >= 0,
+        return effect.require(!*givenOutputs || (*givenOutputs)->channelCount >= 0,
                               "an arrangement that is given can be read");
     case effSetSampleRate:
     case effSetBlockSizeAndSampleRate:

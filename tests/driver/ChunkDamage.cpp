@@ -3,8 +3,6 @@
 #include <algorithm>
 #include <cstring>
 
-#include "dsp/component/ParameterAccess.h"
-
 using Bytes = DrivenEffect::Bytes;
 
 template <class V>
@@ -13,23 +11,18 @@ static void put(Bytes &chunk, size_t place, V value)
     if (place + sizeof value <= chunk.size()) std::memcpy(chunk.data() + place, &value, sizeof value);
 }
 
-template <class V>
-void ChunkDamage::place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields)
-{
-    using Access = DSP::ParameterAccess<V>;
-    for (uint32_t i = 0; i < Access::count(component); ++i) {
-        if (!Access::isSaved(component, i)) continue;
-        fields.push_back(name);
-        name += bytes;
-    }
-}
-
 ChunkDamage::ChunkDamage(const DrivenEffect &effect) : sound(effect.chunk())
 {
     for (const DSP::Component *component : effect.plugin().componentList()) {
-        place<float>(*component, 4, words);
-        place<bool>(*component, 1, flags);
-        place<uint32_t>(*component, 4, integers);
+        for (const DSP::ParamKind kind : DSP::kParamKinds)
+            for (uint32_t i = 0; i < component->numParams(kind); ++i) {
+                if (!component->param(kind, i).isSaved()) continue;
+                (kind == DSP::ParamKind::real      ? words
+                 : kind == DSP::ParamKind::boolean ? flags
+                                                   : integers)
+                    .push_back(name);
+                name += kind == DSP::ParamKind::boolean ? 1 : 4; // bytes
+            }
         words.push_back(name); // bytes of the component's own state
         name += 4;
     }

@@ -11,8 +11,6 @@ public:
     void change(DrivenEffect::Bytes &chunk, Random &random) const;
 
 private:
-    template <class V>
-    void place(const DSP::Component &component, size_t bytes, std::vector<size_t> &fields);
     void rename(DrivenEffect::Bytes &chunk, Random &random) const;
 
     static constexpr size_t kHeader = 16;        // bytes: size of the image, magic, version, size again

@@ -4,23 +4,13 @@
 #include <cmath>
 #include <utility>
 
-#include "dsp/component/ParameterAccess.h"
 #include "host/VSTEditor.h"
-
-template <class V>
-static bool anyEdited(const DSP::Component &component)
-{
-    using Access = DSP::ParameterAccess<V>;
-    for (uint32_t i = 0; i < Access::count(component); ++i)
-        if (Access::isEdited(component, i)) return true;
-    return false;
-}
 
 void DrivenEffect::load()
 {
     effect = VSTPluginMain(callback);
     require(effect, "the effect can be loaded");
-    effect->user = this;
+    effect->hostData = this;
     gestures.assign(static_cast<size_t>(effect->numParams), 0);
     dispatch(effOpen);
     dispatch(effSetSampleRate, 0, 0, nullptr, 44100.0f);
@@ -77,10 +67,9 @@ bool DrivenEffect::hasOpenEditor() const
 
 void DrivenEffect::requireRest() const
 {
-    for (const DSP::Component *component : plugin().componentList())
-        require(!anyEdited<float>(*component) && !anyEdited<bool>(*component) &&
-                    !anyEdited<uint32_t>(*component),
-                "no parameter stays held");
+    for (const auto rows : {plugin().parameters().hostRows(), plugin().parameters().hiddenRows()})
+        for (const DSP::ParameterAddress &row : rows)
+            require(!row.record().editing, "no parameter stays held");
     require(allGesturesEnded(), "every gesture has ended");
     Journal::checksAtRest.add();
 }
@@ -117,10 +106,11 @@ intptr_t DrivenEffect::callback(AEffect *effect, int32_t opcode, int32_t index, 
                                 float opt)
 {
     if (opcode == audioMasterVersion) return 2300;
-    auto *const self = effect ? static_cast<DrivenEffect *>(effect->user) : nullptr; // null while it is made
+    auto *const self =
+        effect ? static_cast<DrivenEffect *>(effect->hostData) : nullptr; // null while it is made
     if (!self) return 0;
     switch (opcode) {
-    case audioMasterPinConnected: return index >= (value == 0 ? self->inputs : self->outputs) ? 1 : 0;
+    case hostChannelConnected: return index >= (value == 0 ? self->inputs : self->outputs) ? 1 : 0;
     case audioMasterBeginEdit:
     case audioMasterEndEdit:
     case audioMasterAutomate: self->hearEdit(opcode, index, opt); return 0;

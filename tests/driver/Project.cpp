@@ -145,9 +145,7 @@ void Project::setEnvelope(DrivenEffect &effect, Random &random)
     }
     const auto kind = static_cast<DSP::ParamKind>(random.below(3));
     DSP::Component &component = *random.pick(effect.plugin().componentList());
-    const uint32_t size = kind == DSP::ParamKind::real      ? component.numFloatParams()
-                          : kind == DSP::ParamKind::boolean ? component.numBoolParams()
-                                                            : component.numIntParams();
+    const uint32_t size = component.numParams(kind);
     if (size > 0) component.envelopeHandler().setEnvelope(kind, random.below(size), std::move(envelope));
     component.envelopeHandler().setEnabled(random.chance(0.5));
 }

@@ -1,8 +1,6 @@
 #include <gtest/gtest.h>
-#include <numeric>
 
 #include "dsp/chain/Transform.h"
-#include "dsp/component/ParameterAccess.h"
 #include "tests/dsp/FakePlugin.h"
 
 namespace {
@@ -15,44 +13,71 @@ protected:
     DSP::Transform chain{plugin};
 };
 
-std::vector<float> someValues(const Component &component, uint32_t i, float)
+/// Bounds and middle of a float, every value of the others.
+std::vector<DSP::ParameterValue> someValues(const DSP::ParamRecord &record)
 {
-    const auto [low, high] = component.floatParamRange(i);
+    const double low = DSP::toNumber(record.range.minimum), high = DSP::toNumber(record.range.maximum);
     EXPECT_LT(low, high);
-    return {low, high, (low + high) / 2};
-}
-std::vector<bool> someValues(const Component &, uint32_t, bool) { return {true, false}; }
-std::vector<uint32_t> someValues(const Component &component, uint32_t i, uint32_t)
-{
-    const auto [low, high] = component.intParamRange(i);
-    EXPECT_TRUE(component.intParamHasValueNames(i));
-    std::vector<uint32_t> all(high - low + 1);
-    std::iota(all.begin(), all.end(), low);
+    if (record.kind() == DSP::ParamKind::real)
+        return {record.range.minimum, record.range.maximum, record.fromShare(0.5)};
+    EXPECT_TRUE(record.kind() == DSP::ParamKind::boolean || record.hasValueNames());
+    std::vector<DSP::ParameterValue> all;
+    for (double each = low; each <= high; ++each) all.push_back(DSP::fromNumber(record.kind(), each));
     return all;
-}
-
-template <class V>
-void expectDefaultsAndStore(Component &component)
-{
-    using Access = DSP::ParameterAccess<V>;
-    SCOPED_TRACE(component.componentName().c_str());
-    for (uint32_t i = 0; i < Access::count(component); ++i) {
-        EXPECT_EQ(Access::value(component, i), Access::initial(component, i)) << i;
-        for (const V value : someValues(component, i, V())) {
-            Access::set(component, i, value);
-            EXPECT_EQ(Access::value(component, i), value) << i;
-        }
-    }
 }
 
 TEST_F(Parameters, StartAtTheirDefaultsAndKeepWhatIsWritten)
 {
     chain.global()->setDelayCompensation(false); // the chain has turned it on
-    for (Component *component : plugin.components) {
-        expectDefaultsAndStore<float>(*component);
-        expectDefaultsAndStore<bool>(*component);
-        expectDefaultsAndStore<uint32_t>(*component);
-    }
+    for (Component *component : plugin.components)
+        for (const DSP::ParamKind kind : DSP::kParamLists)
+            for (uint32_t i = 0; i < component->numParams(kind); ++i) {
+                const DSP::ParamRecord &record = component->param(kind, i);
+                SCOPED_TRACE(record.name.c_str());
+                EXPECT_EQ(component->paramValue(kind, i), record.defaultValue);
+                for (const DSP::ParameterValue &value : someValues(record)) {
+                    component->setParamValue(kind, i, value);
+                    EXPECT_EQ(component->paramValue(kind, i), value);
+                    EXPECT_FALSE(component->setParamValue(kind, i, value)) << "nothing moves";
+                }
+            }
+}
+
+TEST_F(Parameters, StandAtTheirNamedIndices)
+{
+    using DSP::CrossOver, DSP::Dynamics, DSP::Gain, DSP::Maximizer, DSP::Meter::Spectrum, DSP::ParamKind;
+    struct Row {
+        const Component &component;
+        ParamKind kind;
+        uint32_t index;
+        const char *name; // of the first band
+    };
+    const Component &bands = *chain.dynamics(), &limiter = *chain.maximizer(), &spectrum = *chain.spectrum(0);
+    const Row rows[] = {
+        {*chain.gain(), ParamKind::real, Gain::Param::gain, "Gain"},
+        {*chain.crossOver(), ParamKind::real, CrossOver::Param::cutoff, "Crossover Low Cutoff"},
+        {*chain.crossOver(), ParamKind::boolean, CrossOver::Param::bandBypass, "Crossover Band 1 Bypass"},
+        {*chain.crossOver(), ParamKind::boolean, CrossOver::Param::bandMute, "Crossover Band 1 Mute"},
+        {limiter, ParamKind::real, Maximizer::Param::threshold, "Limiter Threshold"},
+        {limiter, ParamKind::real, Maximizer::Param::margin, "Limiter Margin"},
+        {limiter, ParamKind::real, Maximizer::Param::ratio, "Limiter Ratio"},
+        {limiter, ParamKind::real, Maximizer::Param::attack, "Limiter Attack"},
+        {limiter, ParamKind::real, Maximizer::Param::release, "Limiter Release"},
+        {limiter, ParamKind::boolean, Maximizer::Param::bypass, "Limiter Bypass"},
+        {limiter, ParamKind::boolean, Maximizer::Param::brickwall, "Limiter Brickwall Mode"},
+        {bands, ParamKind::real, Dynamics::Param::threshold, "Band 1 Comp Threshold"},
+        {bands, ParamKind::real, Dynamics::Param::gain, "Band 1 Gain"},
+        {bands, ParamKind::real, Dynamics::Param::ratio, "Band 1 Ratio"},
+        {bands, ParamKind::real, Dynamics::Param::attack, "Band 1 Attack"},
+        {bands, ParamKind::real, Dynamics::Param::release, "Band 1 Release"},
+        {bands, ParamKind::boolean, Dynamics::Param::bandLink, "Dynamics Band Link"},
+        {bands, ParamKind::boolean, Dynamics::Param::bypass, "Band 1 Bypass"},
+        {bands, ParamKind::boolean, Dynamics::Param::solo, "Band 1 Solo"},
+        {spectrum, ParamKind::boolean, Spectrum::Param::onInput, "Spectrum On Input"},
+        {spectrum, ParamKind::integer, Spectrum::Param::windowSize, "Spectrum Window Size"},
+        {spectrum, ParamKind::integer, Spectrum::Param::overlap, "Spectrum Overlap"},
+        {spectrum, ParamKind::integer, Spectrum::Param::windowType, "Spectrum Window Type"}};
+    for (const Row &row : rows) EXPECT_EQ(row.name, row.component.param(row.kind, row.index).name);
 }
 
 TEST_F(Parameters, StayInTheirRanges)

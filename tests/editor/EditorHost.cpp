@@ -72,7 +72,7 @@ HWND makeWindow(const ERect &size)
 
 int main()
 {
-    using Entry = AEffect *(*)(audioMasterCallback);
+    using Entry = AEffect *(*)(HostCallback);
     const HMODULE library = LoadLibraryA("tessarine.dll");
     const auto entry =
         library ? reinterpret_cast<Entry>(reinterpret_cast<void *>(GetProcAddress(library, "VSTPluginMain")))

@@ -133,21 +133,15 @@ testing::AssertionResult Picture::isShown(const Platform::Bitmap &shot, Point co
 
 const HostParam &Session::param(int32_t index) const
 {
-    return effect.plugin().hostParameters().at(static_cast<size_t>(index));
+    return effect.plugin().parameters().hostRows()[static_cast<size_t>(index)];
 }
 
-float Session::value(int32_t index) const
-{
-    const HostParam &p = param(index);
-    if (p.kind == DSP::ParamKind::boolean) return p.component->boolParamValue(p.index) ? 1.0f : 0.0f;
-    return p.component->floatParamValue(p.index);
-}
+float Session::value(int32_t index) const { return static_cast<float>(DSP::toNumber(param(index).value())); }
 
 DSP::FloatRange Session::range(int32_t index) const
 {
-    const HostParam &p = param(index);
-    if (p.kind == DSP::ParamKind::boolean) return {0.0f, 1.0f};
-    return p.component->floatParamRange(p.index);
+    const auto &[low, high] = param(index).record().range;
+    return {static_cast<float>(DSP::toNumber(low)), static_cast<float>(DSP::toNumber(high))};
 }
 
 float Session::defaultValue(int32_t index) const
@@ -162,12 +156,7 @@ void Session::put(int32_t index, float wanted)
     desk->wait(0);
 }
 
-bool Session::editing(int32_t index) const
-{
-    const HostParam &p = param(index);
-    return p.kind == DSP::ParamKind::boolean ? p.component->boolParamEditing(p.index)
-                                             : p.component->floatParamEditing(p.index);
-}
+bool Session::editing(int32_t index) const { return param(index).record().editing; }
 
 std::string Session::told()
 {

@@ -7,7 +7,7 @@
 
 namespace {
 
-using Entry = AEffect *(*)(audioMasterCallback);
+using Entry = AEffect *(*)(HostCallback);
 
 constexpr char kLibrary[] = "tessarine.dll"; // Windows looks beside the program first
 

@@ -95,7 +95,8 @@ TEST_F(VSTEditorTest, ReopenedItShowsTheSame)
 TEST_F(VSTEditorTest, IdleUpdatesWhenAsked)
 {
     const ControlRow &row = control("output gain");
-    session.effect.plugin().transformHandle().gain()->setFloatParamValue(0, 5.0f); // behind everybody's back
+    session.effect.plugin().transformHandle().gain()->setFloatParamValue(DSP::Gain::Param::gain,
+                                                                         5.0f); // behind everybody's back
     for (const bool asked : {false, true}) {
         if (asked) session.editor().postUpdate();
         session.effect.dispatch(effEditIdle);

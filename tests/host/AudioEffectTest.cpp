@@ -10,7 +10,7 @@ namespace {
 /// The base classes with nothing added but what they leave open.
 class PlainEffect final : public AudioEffectX {
 public:
-    explicit PlainEffect(audioMasterCallback host) : AudioEffectX(host, 3, 5) {}
+    explicit PlainEffect(HostCallback host) : AudioEffectX(host, 3, 5) {}
     void process(float **, float **, int32_t) override { open(); }
     void open() override
     {
@@ -33,7 +33,7 @@ struct AudioEffectTest : testing::Test {
 
 TEST_F(AudioEffectTest, TakesNoSmallNumberForAnAddress)
 {
-    VstSpeakerArrangement *output = nullptr;
+    SpeakerLayout *output = nullptr;
     for (const intptr_t number : {0, 8, 4088}) // a host may write the number of a pin there
         EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, number, &output));
 }
@@ -78,21 +78,21 @@ TEST(SpeakerArrangements, HoldEverySpeakerOfWhatTheyAreMadeLike)
 {
     PlainEffect effect(nullptr);
     constexpr int32_t kSpeakers = 20; // more than the record has
-    VstSpeakerArrangement *source = nullptr, *copy = nullptr;
+    SpeakerLayout *source = nullptr, *copy = nullptr;
     ASSERT_TRUE(effect.allocateArrangement(&source, kSpeakers));
-    VstSpeakerProperties *const speakers = source->speakers;
+    Speaker *const speakers = source->speakers;
     for (int32_t i = 0; i < kSpeakers; ++i) speakers[i].type = i + 1;
     ASSERT_TRUE(effect.matchArrangement(&copy, source));
-    const VstSpeakerProperties *const copied = copy->speakers;
+    const Speaker *const copied = copy->speakers;
     for (int32_t i = 0; i < kSpeakers; ++i) EXPECT_EQ(i + 1, copied[i].type);
 
-    VstSpeakerArrangement *const kept = copy;
+    SpeakerLayout *const kept = copy;
     EXPECT_TRUE(effect.matchArrangement(&copy, copy));
     EXPECT_FALSE(effect.matchArrangement(&copy, nullptr) || effect.allocateArrangement(&copy, -1) ||
                  effect.allocateArrangement(&copy, INT32_MAX));
     EXPECT_EQ(kept, copy);
-    EXPECT_EQ(kSpeakers, copy->numChannels);
-    for (VstSpeakerArrangement **each : {&source, &copy}) {
+    EXPECT_EQ(kSpeakers, copy->channelCount);
+    for (SpeakerLayout **each : {&source, &copy}) {
         EXPECT_TRUE(effect.deallocateArrangement(each));
         EXPECT_EQ(nullptr, *each);
     }
@@ -110,20 +110,20 @@ TEST(Entry, DescribesTheEffect)
 {
     FakeHost host;
     const LoadedEffect effect;
-    EXPECT_EQ(0, std::memcmp(&effect->magic, "PtsV", 4));
+    EXPECT_EQ(0, std::memcmp(&effect->signature, "PtsV", 4));
     EXPECT_EQ(0, std::memcmp(&effect->uniqueID, "trlQ", 4));
     EXPECT_EQ(1020, effect->version);
     EXPECT_TRUE(effect->numPrograms == 1 && effect->numInputs == 2 && effect->numOutputs == 2);
-    EXPECT_EQ(effFlagsCanMono | effFlagsCanReplacing | effFlagsProgramChunks | effFlagsNoSoundInStop |
-                  (Platform::hasWindowSystem() ? effFlagsHasEditor : 0),
-              effect->flags);
+    EXPECT_EQ(kCanMono | kCanReplace | kProgramsAreChunks | kHasNoTail |
+                  (Platform::hasWindowSystem() ? kHasEditor : 0),
+              effect->capabilities);
     for (int32_t opcode : {effEditGetRect, effEditOpen, effEditIdle, effEditKeyDown})
         EXPECT_TRUE(Platform::hasWindowSystem() || effect.dispatch(opcode) == 0) << opcode;
     for (int32_t opcode : {effGetEffectName, effGetProductString})
         EXPECT_EQ("Tessarine", effect.text(opcode));
     EXPECT_EQ("Veloxon, Inc.", effect.text(effGetVendorString));
     const std::pair<int32_t, intptr_t> answers[] = {{effGetVendorVersion, 1020},
-                                                    {effGetPlugCategory, kPlugCategEffect},
+                                                    {effGetPlugCategory, kEffectCategory},
                                                     {effGetTailSize, 1},
                                                     {effKeysRequired, 0}};
     for (const auto &[opcode, answer] : answers) EXPECT_EQ(answer, effect.dispatch(opcode)) << opcode;

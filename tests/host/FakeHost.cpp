@@ -12,14 +12,14 @@ int FakeHost::count(int32_t opcode) const
 std::vector<FakeHost::Call> FakeHost::takeCalls()
 {
     std::vector<Call> taken = std::exchange(calls, {});
-    std::erase_if(taken, [](const Call &call) { return call.opcode == audioMasterPinConnected; });
+    std::erase_if(taken, [](const Call &call) { return call.opcode == hostChannelConnected; });
     return taken;
 }
 
 intptr_t FakeHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
                           float opt)
 {
-    if (opcode == audioMasterPinConnected) // 0 is the interface's yes
+    if (opcode == hostChannelConnected) // 0 is the interface's yes
         return index < (value == 0 ? connectedInputs : connectedOutputs) ? 0 : 1;
     calls.push_back({opcode, index, value, opt});
     if (opcode == audioMasterGetProductString) std::strcpy(static_cast<char *>(ptr), product.c_str());

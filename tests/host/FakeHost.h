@@ -49,7 +49,7 @@ private:
 /// The effect as a host has it: reached through its record only, but for plugin(). Closed at the end.
 class LoadedEffect {
 public:
-    using Entry = AEffect *(*)(audioMasterCallback);
+    using Entry = AEffect *(*)(HostCallback);
     using Bytes = std::vector<uint8_t>;
 
     /// By the entry of a library, or linked in.

@@ -51,7 +51,7 @@ struct ParameterTest : testing::Test {
 
     const HostParam &row(int32_t index) const
     {
-        return effect.plugin().hostParameters()[static_cast<size_t>(index)];
+        return effect.plugin().parameters().hostRows()[static_cast<size_t>(index)];
     }
     float number(int32_t index) const { return row(index).component->floatParamValue(row(index).index); }
 };

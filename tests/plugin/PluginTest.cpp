@@ -58,6 +58,24 @@ TEST(PluginState, IsRestoredAndTheHostToldOfWhatChanged)
     EXPECT_EQ(plugin.captureState(), before);
 }
 
+TEST(PluginEdits, HoldTheParameterAndReportItsValueInEitherForm)
+{
+    using enum Plugin::EditPhase;
+    TestPlugin plugin;
+    DSP::Component *const gain = plugin.transformHandle().gain();
+    const DSP::ParameterAddress parameter{gain, DSP::ParamKind::real, DSP::Gain::Param::gain};
+    plugin.editParameter(parameter, begin, 0.0f);
+    EXPECT_TRUE(parameter.record().editing);
+    const float db = 3;
+    plugin.editParameter(parameter.kind, value, gain, parameter.index, &db, nullptr, nullptr);
+    EXPECT_EQ(plugin.lastReported, DSP::ParameterValue(3.0f));
+    plugin.editParameter(parameter.kind, end, gain, parameter.index, nullptr, nullptr, nullptr);
+    EXPECT_FALSE(parameter.record().editing);
+    EXPECT_EQ(plugin.parameterReports, 3);
+    plugin.editParameter(static_cast<DSP::ParamKind>(7), begin, gain, 0, &db, nullptr, nullptr);
+    EXPECT_EQ(plugin.parameterReports, 3) << "no such kind";
+}
+
 TEST(PluginMessages, AreNothingWithoutAWindowAndOneRefreshUntilServed)
 {
     using Link = DSP::PluginLink;

@@ -17,10 +17,10 @@ public:
         resume(rate); // the look-ahead follows a new rate at the second
     }
 
-    void notifyParameter(DSP::ParamKind, EditPhase, DSP::Component *, uint32_t, const float *, const bool *,
-                         const uint32_t *) override
+    void notifyParameter(const DSP::ParameterAddress &, EditPhase, const DSP::ParameterValue &value) override
     {
         ++parameterReports;
+        lastReported = value;
     }
     void latencyChanged() override { ++latencyReports; }
     void delayCompensationChanged() override { ++compensationReports; }
@@ -32,6 +32,7 @@ public:
     Audio process(const Audio &input, uint32_t size);
 
     int latencyReports = 0, compensationReports = 0, parameterReports = 0;
+    DSP::ParameterValue lastReported;
 };
 
 inline void TestPlugin::apply(const Reference::Settings &settings)

@@ -33,8 +33,8 @@ void ControlGroup::apply(uint32_t control, NewValue newValue)
         component->setFloatParamValue(param, wanted);
         refresh(members.edits, i);
         refresh(members.sliders, i);
-        frame->getPlugin()->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, component, param,
-                                          &wanted, nullptr, nullptr);
+        frame->getPlugin()->editParameter({component, DSP::ParamKind::real, param}, Plugin::EditPhase::value,
+                                          wanted);
     }
     // The gains' group has one: the curves may be those after the gain, so they are painted with its fields.
     if (members.spectrum) members.spectrum->updateCutoffs();

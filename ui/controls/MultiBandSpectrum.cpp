@@ -102,8 +102,9 @@ void MultiBandSpectrum::updateCursor(int32_t x)
 
 void MultiBandSpectrum::tellPlugin(Plugin::EditPhase phase, uint32_t cutoff)
 {
-    const float hz = crossOver->cutoff(cutoff);
-    frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, crossOver, cutoff, &hz, nullptr, nullptr);
+    frame->getPlugin()->editParameter(
+        {crossOver, DSP::ParamKind::real, DSP::CrossOver::Param::cutoff + cutoff}, phase,
+        crossOver->cutoff(cutoff));
 }
 
 bool MultiBandSpectrum::onMouseDown(Point at, uint32_t)

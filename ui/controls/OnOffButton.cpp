@@ -38,9 +38,8 @@ void OnOffButton::setState(bool on)
 
 void OnOffButton::tellPlugin()
 {
-    const bool value = state;
-    frame->getPlugin()->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, component, boolIndex,
-                                      nullptr, &value, nullptr);
+    frame->getPlugin()->editParameter({component, DSP::ParamKind::boolean, boolIndex},
+                                      Plugin::EditPhase::value, state);
 }
 
 void OnOffButton::slotClicked()

@@ -76,9 +76,7 @@ protected:
     /// Begin, change or end of a gesture, for the plug-in and its host.
     void tellPlugin(Plugin::EditPhase phase)
     {
-        const float now = value;
-        this->frame->getPlugin()->editParameter(DSP::ParamKind::real, phase, component, paramIndex, &now,
-                                                nullptr, nullptr);
+        this->frame->getPlugin()->editParameter({component, DSP::ParamKind::real, paramIndex}, phase, value);
     }
     static constexpr float kCoarse = 10.0f, kFine = 0.1f;
     static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120

@@ -75,8 +75,8 @@ void MainWindow::followLinkKeys()
     DSP::Dynamics *const dynamics = frame->transform().dynamics();
     dynamics->setBandLink(held);
     bandLinkButton->refresh();
-    plugin->editParameter(DSP::ParamKind::boolean, Plugin::EditPhase::value, dynamics,
-                          DSP::Dynamics::kBandLinkParam, nullptr, &held, nullptr);
+    plugin->editParameter({dynamics, DSP::ParamKind::boolean, DSP::Dynamics::Param::bandLink},
+                          Plugin::EditPhase::value, held);
 }
 
 bool MainWindow::bandsLinked(void *window)
@@ -155,9 +155,9 @@ void MainWindow::onFrameMouseCaptured(uint32_t kind, Point at, int32_t, uint32_t
 
 void MainWindow::tellCutoff(uint32_t cutoff)
 {
-    const float hz = frame->transform().crossOver()->cutoff(cutoff);
-    plugin->editParameter(DSP::ParamKind::real, Plugin::EditPhase::value, frame->transform().crossOver(),
-                          cutoff, &hz, nullptr, nullptr);
+    DSP::CrossOver *const crossOver = frame->transform().crossOver();
+    plugin->editParameter({crossOver, DSP::ParamKind::real, DSP::CrossOver::Param::cutoff + cutoff},
+                          Plugin::EditPhase::value, crossOver->cutoff(cutoff));
 }
 
 void MainWindow::changeCutoff(uint32_t cutoff, float hz)

@@ -17,13 +17,8 @@ using Native::TextEdit;
 
 namespace {
 
-// Float and bool parameters of the components, by their place in the lists.
-constexpr uint32_t kGainParam = 0;
-constexpr uint32_t kThreshold = 0, kBandGain = 4, kRatio = 8, kAttack = 12, kRelease = 16; // of band 0
-constexpr uint32_t kBandBypass = 1, kBandSolo = 5;                                         // bools
-constexpr uint32_t kLimiterThreshold = 0, kLimiterMargin = 1, kLimiterAttack = 3, kLimiterRelease = 4;
-constexpr uint32_t kLimiterBypass = 0, kBrickwall = 1; // bools
-constexpr uint32_t kSpectrumOnInput = 0;
+using BandParam = DSP::Dynamics::Param;
+using LimiterParam = DSP::Maximizer::Param;
 
 constexpr float kCutoffScaleUnits = 37.7f, kReleaseScaleUnits = 100.0f;
 
@@ -102,8 +97,9 @@ void MainWindow::createSpectrum(const Images &images)
     wire<&MainWindow::sigSamplingRateChanged, &Native::MultiBandSpectrum::slotSamplingRateChanged>(this,
                                                                                                    spectrum);
     for (uint32_t i = 0; i < DSP::kCutoffs; ++i) {
-        auto *edit = new TextEdit(frame.get(), nullptr, bandName("CrossOver Cutoff %1 Edit", i),
-                                  images.largeField, frame->transform().crossOver(), i, TextEdit::kNone);
+        auto *edit =
+            new TextEdit(frame.get(), nullptr, bandName("CrossOver Cutoff %1 Edit", i), images.largeField,
+                         frame->transform().crossOver(), DSP::CrossOver::Param::cutoff + i, TextEdit::kNone);
         place(edit, {Layout::kCutoffX[i], Layout::kTopFieldY});
         edit->setLogarithmic(true);
         edit->setVisualRange(0.0f, kCutoffScaleUnits);
@@ -122,11 +118,11 @@ void MainWindow::createOutput(const Images &images)
     DSP::Component *const gain = frame->transform().gain();
     outputGainSlider =
         new PixmapSlider(frame.get(), nullptr, "Output Gain Slider", images.slider(images.trackLarge), gain,
-                         kGainParam, PixmapSlider::kAll);
+                         DSP::Gain::Param::gain, PixmapSlider::kAll);
     place(outputGainSlider, Layout::kOutputSlider);
     wheelTargets.push_back(outputGainSlider);
     outputGainEdit = new TextEdit(frame.get(), nullptr, "Output Gain Edit", images.smallField, gain,
-                                  kGainParam, TextEdit::kAll);
+                                  DSP::Gain::Param::gain, TextEdit::kAll);
     place(outputGainEdit, Layout::kOutputEdit);
     wheelTargets.push_back(outputGainEdit);
     wire<&PixmapSlider::sigUserValueChanged, &TextEdit::slotUpdateFloatParamValue>(outputGainSlider,
@@ -155,9 +151,9 @@ void MainWindow::createBand(const Images &images, uint32_t band)
         return made;
     };
     soloButtons.push_back(
-        button("Band %1 Solo Button", "Button_Solo_On_", "Button_Solo_Off_", kBandSolo, Layout::kSolo));
+        button("Band %1 Solo Button", "Button_Solo_On_", "Button_Solo_Off_", BandParam::solo, Layout::kSolo));
     bypassButtons.push_back(button("Band %1 Bypass Button", "Button_Bypass_On_", "Button_Bypass_Off_",
-                                   kBandBypass, Layout::kBypass));
+                                   BandParam::bypass, Layout::kBypass));
     bandMeters[band] = new LevelMeter(frame.get(), nullptr, band, bandName("Band %1 Level Meter", band),
                                       images.meterOff, images.meterOn, nullptr);
     place(bandMeters[band], corner + Layout::kBandMeter);
@@ -166,9 +162,9 @@ void MainWindow::createBand(const Images &images, uint32_t band)
                                images.reductionOff, images.reductionOn);
     place(reductionMeters[band], corner + Layout::kReductionMeter);
 
-    thresholdSliders[band] =
-        new PixmapSlider(frame.get(), nullptr, bandName("Band %1 Threshold Slider", band),
-                         images.slider(images.trackSmall), dynamics, kThreshold + band, PixmapSlider::kNone);
+    thresholdSliders[band] = new PixmapSlider(
+        frame.get(), nullptr, bandName("Band %1 Threshold Slider", band), images.slider(images.trackSmall),
+        dynamics, BandParam::threshold + band, PixmapSlider::kNone);
     place(thresholdSliders[band], corner + Layout::kThresholdSlider);
     wheelTargets.push_back(thresholdSliders[band]);
     const auto edit = [&](const char *pattern, uint32_t param, int32_t y) {
@@ -178,12 +174,12 @@ void MainWindow::createBand(const Images &images, uint32_t band)
         wheelTargets.push_back(made);
         return made;
     };
-    thresholdEdits[band] = edit("Band %1 Threshold Edit", kThreshold, Layout::kThresholdY);
+    thresholdEdits[band] = edit("Band %1 Threshold Edit", BandParam::threshold, Layout::kThresholdY);
     // The name is the window's title, which has always been that of the threshold's field.
-    gainEdits[band] = edit("Band %1 Threshold Edit", kBandGain, Layout::kGainY);
-    ratioEdits[band] = edit("Band %1 Ratio Edit", kRatio, Layout::kRatioY);
-    attackEdits[band] = edit("Band %1 Attack Edit", kAttack, Layout::kAttackY);
-    releaseEdits[band] = edit("Band %1 Release Edit", kRelease, Layout::kReleaseY);
+    gainEdits[band] = edit("Band %1 Threshold Edit", BandParam::gain, Layout::kGainY);
+    ratioEdits[band] = edit("Band %1 Ratio Edit", BandParam::ratio, Layout::kRatioY);
+    attackEdits[band] = edit("Band %1 Attack Edit", BandParam::attack, Layout::kAttackY);
+    releaseEdits[band] = edit("Band %1 Release Edit", BandParam::release, Layout::kReleaseY);
     releaseEdits[band]->setLogarithmic(true);
     releaseEdits[band]->setVisualRange(0.0f, kReleaseScaleUnits);
 }
@@ -198,11 +194,11 @@ void MainWindow::groupButtons()
 
 void MainWindow::createControlGroups()
 {
-    createGroup("Threshold Control Group", kThreshold, thresholdEdits, &thresholdSliders, nullptr);
-    createGroup("Gain Control Group", kBandGain, gainEdits, nullptr, spectrum);
-    createGroup("Ratio Control Group", kRatio, ratioEdits, nullptr, nullptr);
-    createGroup("Attack Control Group", kAttack, attackEdits, nullptr, nullptr);
-    createGroup("Release Control Group", kRelease, releaseEdits, nullptr, nullptr);
+    createGroup("Threshold Control Group", BandParam::threshold, thresholdEdits, &thresholdSliders, nullptr);
+    createGroup("Gain Control Group", BandParam::gain, gainEdits, nullptr, spectrum);
+    createGroup("Ratio Control Group", BandParam::ratio, ratioEdits, nullptr, nullptr);
+    createGroup("Attack Control Group", BandParam::attack, attackEdits, nullptr, nullptr);
+    createGroup("Release Control Group", BandParam::release, releaseEdits, nullptr, nullptr);
 }
 
 void MainWindow::createGroup(const char *groupName, uint32_t firstParameter, const PerBand<TextEdit> &edits,
@@ -230,7 +226,7 @@ void MainWindow::createLimiter(const Images &images)
     DSP::Component *const maximizer = frame->transform().maximizer();
     limiterBypassButton =
         new OnOffButton(frame.get(), nullptr, "Limiter Bypass Button", "Button_Bypass_On_",
-                        "Button_Bypass_Off_", images.buttonFocus, maximizer, kLimiterBypass);
+                        "Button_Bypass_Off_", images.buttonFocus, maximizer, LimiterParam::bypass);
     place(limiterBypassButton, Layout::kLimiterBypass);
     limiterBypassButton->setHotRect(Layout::kSwitchHotRect);
     wire<&OnOffButton::sigUserToggled, &MainWindow::slotUpdateLimiterEnable>(limiterBypassButton, this);
@@ -241,10 +237,11 @@ void MainWindow::createLimiter(const Images &images)
         wheelTargets.push_back(made);
         return made;
     };
-    limiterThresholdEdit = edit("Limiter Threshold Edit", kLimiterThreshold, Layout::kLimiterThresholdY);
-    limiterMarginEdit = edit("Limiter Margin Edit", kLimiterMargin, Layout::kLimiterMarginY);
-    limiterAttackEdit = edit("Limiter Attack Edit", kLimiterAttack, Layout::kLimiterAttackY);
-    limiterReleaseEdit = edit("Limiter Release Edit", kLimiterRelease, Layout::kLimiterReleaseY);
+    limiterThresholdEdit =
+        edit("Limiter Threshold Edit", LimiterParam::threshold, Layout::kLimiterThresholdY);
+    limiterMarginEdit = edit("Limiter Margin Edit", LimiterParam::margin, Layout::kLimiterMarginY);
+    limiterAttackEdit = edit("Limiter Attack Edit", LimiterParam::attack, Layout::kLimiterAttackY);
+    limiterReleaseEdit = edit("Limiter Release Edit", LimiterParam::release, Layout::kLimiterReleaseY);
 }
 
 void MainWindow::createOptions()
@@ -257,12 +254,11 @@ void MainWindow::createOptions()
         place(made, {Layout::kCheckX, y});
         return made;
     };
-    spectrumOnInputButton =
-        box("Spectrum On Input Button", parts.spectrum(0), kSpectrumOnInput, Layout::kSpectrumOnInputY);
-    brickwallButton =
-        box("Enable Brickwall Limiter Button", parts.maximizer(), kBrickwall, Layout::kBrickwallY);
-    bandLinkButton =
-        box("Band Link Button", parts.dynamics(), DSP::Dynamics::kBandLinkParam, Layout::kBandLinkY);
+    spectrumOnInputButton = box("Spectrum On Input Button", parts.spectrum(0),
+                                DSP::Meter::Spectrum::Param::onInput, Layout::kSpectrumOnInputY);
+    brickwallButton = box("Enable Brickwall Limiter Button", parts.maximizer(), LimiterParam::brickwall,
+                          Layout::kBrickwallY);
+    bandLinkButton = box("Band Link Button", parts.dynamics(), BandParam::bandLink, Layout::kBandLinkY);
     wire<&OnOffButton::sigUserToggled, &MainWindow::slotUpdateLimiterAttackRange>(brickwallButton, this);
 }
 

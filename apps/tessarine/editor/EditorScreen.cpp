@@ -7,34 +7,18 @@
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/console/Text.h"
 #include "apps/tessarine/pictures/Drawing.h"
-#include "dsp/component/Bands.h"
 #include "host/VSTEditor.h"
+#include "ui/editor/MainWindow.h"
 
 namespace App {
 
 namespace {
 
-/// The controls that the keyboard reaches, in the order of the Tab key.
-std::vector<std::string> editorControls()
-{
-    std::vector<std::string> names = {"Output Gain Slider", "Output Gain", "Low Cutoff", "Mid Cutoff",
-                                      "High Cutoff"};
-    for (uint32_t band = 1; band <= DSP::kBands; ++band) {
-        for (const char *control :
-             {"Solo", "Bypass", "Threshold Slider", "Threshold", "Gain", "Ratio", "Attack", "Release"})
-            names.push_back(fmt::format("Band {} {}", band, control));
-    }
-    names.insert(names.end(),
-                 {"Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Attack",
-                  "Limiter Release", "Spectrum On Input", "Brickwall Limiter", "Link Band Controls"});
-    return names;
-}
-
 } // namespace
 
 size_t findEditorControl(const std::string &name)
 {
-    const std::vector<std::string> names = editorControls();
+    const std::vector<std::string> names = UI::MainWindow::controlNames();
     for (size_t i = 0; i < names.size(); ++i) {
         if (sameName(names[i], name)) return i;
     }

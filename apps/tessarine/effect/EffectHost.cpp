@@ -8,10 +8,14 @@
 
 namespace App {
 
+namespace {
+constexpr intptr_t kVstVersion = 2400; // of the interface, as answered to the effect
+}
+
 EffectHost::EffectHost(const Layout &wanted) : layout(wanted), effect(VSTPluginMain(answer))
 {
     if (!effect) throw Failure("the effect did not start; there may be too little memory");
-    effect->user = this;
+    effect->hostData = this;
     dispatch(effOpen);
     dispatch(effSetSampleRate, 0, static_cast<float>(layout.rate));
     dispatch(effSetBlockSize, static_cast<intptr_t>(layout.blockFrames));
@@ -26,12 +30,12 @@ EffectHost::~EffectHost()
 // The effect asks from its constructor on, when the record does not belong to this object yet.
 intptr_t EffectHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t, void *ptr, float)
 {
-    const EffectHost *const host = effect ? static_cast<const EffectHost *>(effect->user) : nullptr;
+    const EffectHost *const host = effect ? static_cast<const EffectHost *>(effect->hostData) : nullptr;
     switch (opcode) {
-    case audioMasterVersion: return 2400;
-    case audioMasterGetVendorVersion: return Product::kVersion;
+    case audioMasterVersion: return kVstVersion;
+    case hostVendorVersion: return Product::kVersion;
     case audioMasterGetProductString: std::strcpy(static_cast<char *>(ptr), "Tessarine renderer"); return 1;
-    case audioMasterPinConnected: return host && index < static_cast<int32_t>(host->layout.channels) ? 0 : 1;
+    case hostChannelConnected: return host && index < static_cast<int32_t>(host->layout.channels) ? 0 : 1;
     case audioMasterGetSampleRate: return host ? static_cast<intptr_t>(host->layout.rate) : 0;
     case audioMasterGetBlockSize: return host ? static_cast<intptr_t>(host->layout.blockFrames) : 0;
     default: return 0;

@@ -13,8 +13,7 @@ namespace App {
 struct Parameter {
     std::string name, unit;
     DSP::ParamKind kind = DSP::ParamKind::real;
-    DSP::Component *component = nullptr;
-    uint32_t index = 0; // in the component's list of that kind
+    DSP::ParameterAddress address = {};
     std::optional<int32_t> hostIndex;
     bool saved = false;                                      // in a chunk
     double minimum = 0.0, maximum = 1.0, defaultValue = 0.0; // of a bool 0, 1 and 0 or 1

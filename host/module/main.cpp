@@ -1,7 +1,7 @@
 #include "dsp/numerics/FloatState.h"
 #include "host/VSTPlugin.h"
 
-AEffect *VSTPluginMain(audioMasterCallback host)
+AEffect *VSTPluginMain(HostCallback host)
 {
     if (!host || host(nullptr, audioMasterVersion, 0, 0, nullptr, 0.0f) == 0) return nullptr;
     const DSP::FloatState floatState;
