@@ -1,5 +1,4 @@
 #pragma once
-
 namespace DSP {
 
 /// Bands that the effect splits the sound into.

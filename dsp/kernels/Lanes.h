@@ -1,5 +1,4 @@
 #pragma once
-
 /// Lanes: the vector types that kernels are written in.
 /// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats; MD2, MD4 masks of doubles.
 ///         F8, D4 and I8 are two F4, D2 or I4 side by side; lane 0 is the first in memory. The operations are

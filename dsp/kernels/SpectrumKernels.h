@@ -1,5 +1,4 @@
 #pragma once
-
 namespace DSP::Kernels {
 
 /// Tables of one Fourier transform of real input, made by FftPlan. The input counts as `points` complex

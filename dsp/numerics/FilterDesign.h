@@ -1,5 +1,4 @@
 #pragma once
-
 namespace DSP {
 
 enum class FilterType { lowPass, highPass };

@@ -1,5 +1,4 @@
 #pragma once
-
 /// What a vector operation answers. Callers on the audio path do not look: a refused call changes nothing.
 namespace DSP {
 

@@ -1,4 +1,5 @@
 #include "PluginBase/Util/AlignedBuffer.h"
+
 #include <algorithm>
 #include <cstdint>
 #include <gtest/gtest.h>
@@ -10,15 +11,15 @@ namespace {
 TEST(AlignedBuffer, GrowsWithItsContentsNeverShrinksAndStaysAsItWasWhenNoMemoryCanBeHad)
 {
     Util::AlignedBuffer<double> buffer;
-    std::size_t kept = 0;
-    for (const std::size_t wanted : {1u, 7u, 3u, 64u, 64u, 4097u, 10u}) {
+    size_t kept = 0;
+    for (const size_t wanted : {1u, 7u, 3u, 64u, 64u, 4097u, 10u}) {
         SCOPED_TRACE(wanted);
         const double *before = buffer.data();
         buffer.grow(wanted);
         EXPECT_TRUE(wanted > kept || buffer.data() == before) << "a size seen before moves nothing";
         ASSERT_EQ(buffer.size(), std::max(kept, wanted));
         EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.data()) % 32, 0u);
-        for (std::size_t i = 0; i < buffer.size(); ++i) ASSERT_EQ(buffer[i], i < kept ? i + 1.0 : 0.0) << i;
+        for (size_t i = 0; i < buffer.size(); ++i) ASSERT_EQ(buffer[i], i < kept ? i + 1.0 : 0.0) << i;
         std::iota(buffer.begin(), buffer.end(), 1.0);
         kept = buffer.size();
     }
@@ -26,7 +27,7 @@ TEST(AlignedBuffer, GrowsWithItsContentsNeverShrinksAndStaysAsItWasWhenNoMemoryC
     Util::AlignedBuffer<double> target(100);
     target = std::move(buffer);
     // more than can be asked for: sanitizers abort on what is only too much
-    EXPECT_THROW(target.grow(std::numeric_limits<std::size_t>::max()), std::bad_alloc);
+    EXPECT_THROW(target.grow(std::numeric_limits<size_t>::max()), std::bad_alloc);
     EXPECT_EQ(target.data(), memory);
     EXPECT_EQ(target.size(), kept);
 }

@@ -1,4 +1,5 @@
 #include "PluginBase/Util/ByteStream.h"
+
 #include <gtest/gtest.h>
 #include <new>
 

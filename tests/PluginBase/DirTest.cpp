@@ -1,6 +1,7 @@
 #include "PluginBase/Util/Dir_win.h"
 #include "PluginBase/Util/Exception.h"
 #include "platform/System.h"
+
 #include <filesystem>
 #include <fstream>
 #include <gtest/gtest.h>

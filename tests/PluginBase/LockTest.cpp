@@ -1,4 +1,5 @@
 #include "PluginBase/Util/NamedLock.h"
+
 #include <atomic>
 #include <gtest/gtest.h>
 #include <thread>

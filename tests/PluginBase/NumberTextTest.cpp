@@ -1,4 +1,5 @@
 #include "PluginBase/Util/String.h"
+
 #include <bit>
 #include <clocale>
 #include <cmath>

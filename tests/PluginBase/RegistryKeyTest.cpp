@@ -1,4 +1,5 @@
 #include "PluginBase/Util/RegistryKey.h"
+
 #include <gtest/gtest.h>
 
 namespace {

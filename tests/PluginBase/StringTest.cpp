@@ -1,4 +1,5 @@
 #include "PluginBase/Util/String.h"
+
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <string>

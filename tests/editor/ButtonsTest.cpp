@@ -4,7 +4,7 @@ namespace {
 
 using namespace Platform;
 
-class ButtonsTest : public testing::Test {
+class Buttons : public testing::Test {
 protected:
     std::string states(int32_t firstHost) const
     {
@@ -28,7 +28,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(ButtonsTest, ClicksAndKeysToggle)
+TEST_F(Buttons, ClicksAndKeysToggle)
 {
     for (const ControlRow &row : controlTable()) {
         if (!row.isButton()) continue;
@@ -57,7 +57,7 @@ TEST_F(ButtonsTest, ClicksAndKeysToggle)
     }
 }
 
-TEST_F(ButtonsTest, ThePressCountsOnlyOverTheButton)
+TEST_F(Buttons, ThePressCountsOnlyOverTheButton)
 {
     const ControlRow &row = control("limiter bypass");
     desk.moveTo(row.centre());
@@ -80,7 +80,7 @@ TEST_F(ButtonsTest, ThePressCountsOnlyOverTheButton)
     EXPECT_EQ(session.told(), bracketed(9)) << "a box is hit everywhere";
 }
 
-TEST_F(ButtonsTest, AltMakesOneOfFourTheOnlyOne)
+TEST_F(Buttons, AltMakesOneOfFourTheOnlyOne)
 {
     for (const auto &[kind, host] : {std::pair{"solo ", 35}, std::pair{"bypass ", 31}}) {
         SCOPED_TRACE(kind);
@@ -107,7 +107,7 @@ TEST_F(ButtonsTest, AltMakesOneOfFourTheOnlyOne)
     EXPECT_EQ(session.told(), bracketed(8)) << "has no group";
 }
 
-TEST_F(ButtonsTest, BarsTellWhatIsHeard)
+TEST_F(Buttons, BarsTellWhatIsHeard)
 {
     const std::pair<const char *, const char *> clicks[] = {{"bypass 3", "11011"},
                                                             {"solo 2", "01001"},
@@ -123,7 +123,7 @@ TEST_F(ButtonsTest, BarsTellWhatIsHeard)
     EXPECT_EQ(activeBars(), "11001");
 }
 
-TEST_F(ButtonsTest, WordsWorkTheBoxes)
+TEST_F(Buttons, WordsWorkTheBoxes)
 {
     const std::pair<Point, const char *> words[] = {
         {{500, 378}, "spectrum on input"}, {{500, 398}, "brickwall"}, {{500, 418}, "band link"}};
@@ -136,7 +136,7 @@ TEST_F(ButtonsTest, WordsWorkTheBoxes)
         }
 }
 
-TEST_F(ButtonsTest, BrickwallNarrowsTheAttackOnShow)
+TEST_F(Buttons, BrickwallNarrowsTheAttackOnShow)
 {
     const ControlRow &attack = control("limiter attack");
     const Point brickwall = control("brickwall").centre();

@@ -98,7 +98,7 @@ TEST_P(CutShort, GesturesMayBeClosedFromInsideAnyCall)
     expectClosed();
 }
 
-TEST(CutShortTest, NumbersMayBeTypedWhileTheEditorCloses)
+TEST(CutShort, NumbersMayBeTypedWhileTheEditorCloses)
 {
     Session session;
     for (const auto &[confirm, destroy] : {std::pair(true, false), {false, false}, {false, true}}) {

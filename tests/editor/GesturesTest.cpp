@@ -13,7 +13,7 @@ constexpr float kGapOctaves = 10.0f / 377.0f * 9.9657843f; // between two cutoff
 const char *const kKinds[] = {"output slider", "threshold slider 3", "output gain", "mid cutoff",
                               "gain 2",        "release 4"};
 
-class GesturesTest : public testing::Test {
+class Gestures : public testing::Test {
 protected:
     /// Every value somewhere inside its range.
     void prepare()
@@ -58,7 +58,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(GesturesTest, WheelAndKeysStep)
+TEST_F(Gestures, WheelAndKeysStep)
 {
     struct Step {
         const char *what;
@@ -102,7 +102,7 @@ TEST_F(GesturesTest, WheelAndKeysStep)
     EXPECT_EQ(session.told(), "");
 }
 
-TEST_F(GesturesTest, DragsAreOneGesture)
+TEST_F(Gestures, DragsAreOneGesture)
 {
     struct Drag {
         const char *what;
@@ -151,7 +151,7 @@ TEST_F(GesturesTest, DragsAreOneGesture)
     }
 }
 
-TEST_F(GesturesTest, FieldsAreDraggedWithoutEnd)
+TEST_F(Gestures, FieldsAreDraggedWithoutEnd)
 {
     const ControlRow &row = control("output gain");
     desk.moveTo(row.centre());
@@ -163,7 +163,7 @@ TEST_F(GesturesTest, FieldsAreDraggedWithoutEnd)
     EXPECT_TRUE(session.showsValue(control("output slider"))) << "shows the same parameter";
 }
 
-TEST_F(GesturesTest, TheHandleJumpsUnderThePointer)
+TEST_F(Gestures, TheHandleJumpsUnderThePointer)
 {
     const ControlRow &row = control("output slider"); // 36 dB on 146 pixels
     desk.moveTo(row.corner + Point{5, 26});
@@ -187,7 +187,7 @@ TEST_F(GesturesTest, TheHandleJumpsUnderThePointer)
     EXPECT_EQ(session.told(), "b0 v0 e0 b0 v0 e0");
 }
 
-TEST_F(GesturesTest, AltResets)
+TEST_F(Gestures, AltResets)
 {
     for (const char *kind : kKinds) {
         const ControlRow &row = control(kind);
@@ -206,7 +206,7 @@ TEST_F(GesturesTest, AltResets)
     }
 }
 
-TEST_F(GesturesTest, NumbersAreTyped)
+TEST_F(Gestures, NumbersAreTyped)
 {
     struct Field {
         const char *name, *number;
@@ -239,7 +239,7 @@ TEST_F(GesturesTest, NumbersAreTyped)
     }
 }
 
-TEST_F(GesturesTest, NumbersAreShownInFullAndWithoutMinusZero)
+TEST_F(Gestures, NumbersAreShownInFullAndWithoutMinusZero)
 {
     const std::tuple<const char *, float, const char *> rows[] = {{"low cutoff", 1000.0f, "1000"},
                                                                   {"output gain", -0.04f, "0.0"},
@@ -251,7 +251,7 @@ TEST_F(GesturesTest, NumbersAreShownInFullAndWithoutMinusZero)
     }
 }
 
-TEST_F(GesturesTest, EachControlMovesItsParameterOnce)
+TEST_F(Gestures, EachControlMovesItsParameterOnce)
 {
     prepare();
     session.host.echoesAutomation = true; // sets what it is told, which ends the talk
@@ -268,7 +268,7 @@ TEST_F(GesturesTest, EachControlMovesItsParameterOnce)
     }
 }
 
-TEST_F(GesturesTest, TabWalksOverAllControls)
+TEST_F(Gestures, TabWalksOverAllControls)
 {
     const auto &table = controlTable();
     ASSERT_EQ(session.controls().size(), 45u);

@@ -1,5 +1,4 @@
 #pragma once
-
 #include "host/VSTEditor.h"
 #include "tests/editor/Desk.h"
 #include "tests/host/FakeHost.h"

@@ -52,7 +52,7 @@ std::vector<Label> labels()
     return made;
 }
 
-TEST(LabelsTest, OtherLanguagesKeepToTheirFields)
+TEST(Labels, OtherLanguagesKeepToTheirFields)
 {
     const std::vector<Label> all = labels();
     for (uint32_t index = 1; index < Language::languages; ++index) {
@@ -85,7 +85,7 @@ TEST(LabelsTest, OtherLanguagesKeepToTheirFields)
 
 // Tool tips, and the mark of the focus.
 
-class ToolTipTest : public testing::Test {
+class ToolTips : public testing::Test {
 protected:
     static constexpr uint32_t kTickMs = 33;
 
@@ -111,7 +111,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(ToolTipTest, ComesAfterARestAndGoesWithThePointer)
+TEST_F(ToolTips, ComesAfterARestAndGoesWithThePointer)
 {
     const Point solo = control("solo 1").centre(), nowhere{300, 480};
     desk.moveTo(nowhere);
@@ -135,7 +135,7 @@ TEST_F(ToolTipTest, ComesAfterARestAndGoesWithThePointer)
     EXPECT_TRUE(tip().isEmpty());
 }
 
-TEST_F(ToolTipTest, AClickTakesItAwayForTheWholeDelay)
+TEST_F(ToolTips, AClickTakesItAwayForTheWholeDelay)
 {
     desk.moveTo(control("limiter bypass").centre());
     desk.wait(2050);
@@ -162,7 +162,7 @@ TEST_F(ToolTipTest, AClickTakesItAwayForTheWholeDelay)
     EXPECT_EQ(session.told(), bracketed(11)) << "a tip leaves the mouse to what it lies on";
 }
 
-TEST_F(ToolTipTest, ThePointersShapeTellsWhatCanBeDragged)
+TEST_F(ToolTips, ThePointersShapeTellsWhatCanBeDragged)
 {
     const auto shape = [&] { return session.system().shownCursor(); };
     const Point line{14 + 251, 100}, field = control("gain 1").centre();
@@ -179,7 +179,7 @@ TEST_F(ToolTipTest, ThePointersShapeTellsWhatCanBeDragged)
     EXPECT_EQ(shape(), CursorKind::arrow);
 }
 
-TEST_F(ToolTipTest, TheMarkOfTheFocusStaysForThreeSeconds)
+TEST_F(ToolTips, TheMarkOfTheFocusStaysForThreeSeconds)
 {
     const ControlRow &row = control("ratio 1");
     const auto expectMark = [&](bool marked) {

@@ -6,7 +6,7 @@ namespace {
 
 using namespace Platform;
 
-class LinksTest : public testing::Test {
+class Links : public testing::Test {
 protected:
     void expectValues(int32_t first, float wanted)
     {
@@ -17,7 +17,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(LinksTest, BandsMoveTogether)
+TEST_F(Links, BandsMoveTogether)
 {
     for (const char *kind : {"threshold slider", "threshold", "gain", "ratio", "attack", "release"}) {
         SCOPED_TRACE(kind);
@@ -43,7 +43,7 @@ TEST_F(LinksTest, BandsMoveTogether)
     }
 }
 
-TEST_F(LinksTest, BandsTakeOneNumberAndTheirDefaults)
+TEST_F(Links, BandsTakeOneNumberAndTheirDefaults)
 {
     session.put(30, 1.0f);
     session.told();
@@ -58,7 +58,7 @@ TEST_F(LinksTest, BandsTakeOneNumberAndTheirDefaults)
     expectValues(14, 0.0f);
 }
 
-TEST_F(LinksTest, TheKeysLinkFromTheNextStepOn)
+TEST_F(Links, TheKeysLinkFromTheNextStepOn)
 {
     const ControlRow &row = control("gain 2");
     desk.moveTo(row.centre());
@@ -75,7 +75,7 @@ TEST_F(LinksTest, TheKeysLinkFromTheNextStepOn)
     EXPECT_NEAR(session.value(17), 1.0f, 1e-4f);
 }
 
-TEST_F(LinksTest, TheBoxFollowsTheKeys)
+TEST_F(Links, TheBoxFollowsTheKeys)
 {
     const ControlRow &box = control("band link");
     desk.wait(40);

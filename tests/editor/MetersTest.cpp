@@ -18,7 +18,7 @@ Bar steady(int32_t segments, double db)
 constexpr int32_t kOutputSegments = 47, kBandSegments = 38;
 const double kSlopeDb = 20.0 * std::log10(1.0 + 1.0 / 16.0); // 1 kHz an octave below the cutoff
 
-class MetersTest : public testing::Test {
+class Meters : public testing::Test {
 protected:
     testing::AssertionResult showsMeter(Point corner, Bar left, Bar right)
     {
@@ -81,7 +81,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(MetersTest, AToneOfKnownLevelShows)
+TEST_F(Meters, AToneOfKnownLevelShows)
 {
     EXPECT_TRUE(showsOutput({}, {}));
     tick();
@@ -95,7 +95,7 @@ TEST_F(MetersTest, AToneOfKnownLevelShows)
     EXPECT_TRUE(showsReadout("Green", "-12.0"));
 }
 
-TEST_F(MetersTest, TheReadoutSaysHowNearTheTopIs)
+TEST_F(Meters, TheReadoutSaysHowNearTheTopIs)
 {
     playSteadily(-30.0, -5.0);
     EXPECT_TRUE(showsReadout("Yellow", "-5.0"));
@@ -111,7 +111,7 @@ TEST_F(MetersTest, TheReadoutSaysHowNearTheTopIs)
     EXPECT_TRUE(showsOutput(left, {48 - 15, 48 - 15})) << "but for a click";
 }
 
-TEST_F(MetersTest, BarsFallOneSegmentATick)
+TEST_F(Meters, BarsFallOneSegmentATick)
 {
     playSteadily(-12.0, -12.0);
     const int32_t full = steady(kBandSegments, -12.0 - kSlopeDb).peak;
@@ -125,7 +125,7 @@ TEST_F(MetersTest, BarsFallOneSegmentATick)
     EXPECT_TRUE(showsBand(1, {}, {}));
 }
 
-TEST_F(MetersTest, BypassEmptiesThemAll)
+TEST_F(Meters, BypassEmptiesThemAll)
 {
     session.put(11, -32.5f);
     session.put(19, 4.0f);
@@ -143,7 +143,7 @@ TEST_F(MetersTest, BypassEmptiesThemAll)
     EXPECT_TRUE(showsReadout("Green", "-Inf"));
 }
 
-TEST_F(MetersTest, GainReductionHangsFromTheTop)
+TEST_F(Meters, GainReductionHangsFromTheTop)
 {
     session.put(11, static_cast<float>(-32.0 - kSlopeDb)); // 20 dB below the tone in its band
     session.put(19, 4.0f);                                 // leaves 5 of them

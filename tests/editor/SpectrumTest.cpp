@@ -13,7 +13,7 @@ int32_t columnOf(double hz)
 }
 float hertzAt(int32_t column) { return static_cast<float>(20.0 * std::exp2(column * kOctaves / 377.0)); }
 
-class SpectrumTest : public testing::Test {
+class SpectrumControls : public testing::Test {
 protected:
     static Point at(int32_t column, int32_t row = 80) { return kPlace.corner() + Point{column, row}; }
     /// The columns with a line of dots over the whole height.
@@ -36,7 +36,7 @@ protected:
 
 using Columns = std::vector<int32_t>;
 
-TEST_F(SpectrumTest, LinesAreDragged)
+TEST_F(SpectrumControls, LinesAreDragged)
 {
     EXPECT_EQ(lines(), (Columns{low, mid, high}));
     desk.moveTo(at(mid + 3));
@@ -66,7 +66,7 @@ TEST_F(SpectrumTest, LinesAreDragged)
     EXPECT_EQ(session.told(), bracketed(1) + " " + bracketed(3));
 }
 
-TEST_F(SpectrumTest, LinesAreHitWithinFivePixels)
+TEST_F(SpectrumControls, LinesAreHitWithinFivePixels)
 {
     session.put(1, hertzAt(100));
     session.put(2, hertzAt(110));
@@ -81,7 +81,7 @@ TEST_F(SpectrumTest, LinesAreHitWithinFivePixels)
     EXPECT_EQ(session.told(), "b2 e2 b2 e2");
 }
 
-TEST_F(SpectrumTest, ResetsKeepTheOrder)
+TEST_F(SpectrumControls, ResetsKeepTheOrder)
 {
     session.put(1, 3000.0f); // its default, 120 Hz, is legal by itself
     session.put(2, 5000.0f);
@@ -100,7 +100,7 @@ TEST_F(SpectrumTest, ResetsKeepTheOrder)
     EXPECT_EQ(lines(), (Columns{low, mid, high}));
 }
 
-TEST_F(SpectrumTest, AToneStandsInItsPlaceAndColour)
+TEST_F(SpectrumControls, AToneStandsInItsPlaceAndColour)
 {
     const UI::Native::SurfaceRef ground = UI::Native::loadSurface("MultiBandSpectrum_Background.png");
     const auto topOf = [&](int32_t column) {

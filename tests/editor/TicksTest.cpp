@@ -15,7 +15,7 @@ namespace {
 using testing::ElementsAre;
 using Paints = std::vector<Platform::OffscreenWindowSystem::PaintRecord>;
 
-class TicksTest : public testing::Test {
+class Ticks : public testing::Test {
 protected:
     OffscreenDesk &desk() { return static_cast<OffscreenDesk &>(*hosted.desk); }
     Platform::OffscreenWindowSystem &system() { return desk().system; }
@@ -46,7 +46,7 @@ protected:
     UI::MainWindow &root = hosted.mainWindow();
 };
 
-TEST_F(TicksTest, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
+TEST_F(Ticks, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
 {
     for (const float fps : {60.0f, 47.0f, 34.0f, 30.0f, 20.0f, 5.0f}) {
         SCOPED_TRACE(fps);
@@ -65,7 +65,7 @@ TEST_F(TicksTest, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
     EXPECT_EQ(system().timerCount(), 0u) << "a new rate starts nothing";
 }
 
-TEST_F(TicksTest, StandAnyRate)
+TEST_F(Ticks, StandAnyRate)
 {
     for (const bool threaded : {false, true}) {
         settings.setRenderingThread(threaded);
@@ -76,7 +76,7 @@ TEST_F(TicksTest, StandAnyRate)
     }
 }
 
-TEST_F(TicksTest, StopWhileOneIsPendingWithoutWaitingForIt)
+TEST_F(Ticks, StopWhileOneIsPendingWithoutWaitingForIt)
 {
     settings.setRenderingThread(true);
     desk().wait(0);
@@ -90,7 +90,7 @@ TEST_F(TicksTest, StopWhileOneIsPendingWithoutWaitingForIt)
 }
 
 /// Some hosts do so when keys that the tick notices tick the link box.
-TEST_F(TicksTest, MayCloseTheEditorFromInsideOne)
+TEST_F(Ticks, MayCloseTheEditorFromInsideOne)
 {
     for (const bool threaded : {false, true}) {
         settings.setRenderingThread(threaded);
@@ -110,7 +110,7 @@ TEST_F(TicksTest, MayCloseTheEditorFromInsideOne)
     }
 }
 
-TEST_F(TicksTest, LeaveTheOpacityAloneUnlessItIsAnother)
+TEST_F(Ticks, LeaveTheOpacityAloneUnlessItIsAnother)
 {
     EXPECT_FALSE(system().opacity()) << "opaque is how a window is";
     const std::pair<float, int> rows[] = {{50, 128}, {20, 51}, {99, 252}, {100, 255}, {-5, 0}, {300, 255}};
@@ -124,7 +124,7 @@ TEST_F(TicksTest, LeaveTheOpacityAloneUnlessItIsAnother)
     }
 }
 
-TEST_F(TicksTest, PaintTheSpectrumAloneWhenNothingMoves)
+TEST_F(Ticks, PaintTheSpectrumAloneWhenNothingMoves)
 {
     settle();
     const Paints paints = paintsIn(330);
@@ -133,7 +133,7 @@ TEST_F(TicksTest, PaintTheSpectrumAloneWhenNothingMoves)
     EXPECT_LE(paints.size(), 10u) << "one for each tick";
 }
 
-TEST_F(TicksTest, PaintTheMetersOwnRectanglesWhenASoundComes)
+TEST_F(Ticks, PaintTheMetersOwnRectanglesWhenASoundComes)
 {
     settle();
     hosted.play(Signals::sine(HostedEffect::kRate, 1000, 4410, -12));

@@ -7,7 +7,7 @@ namespace {
 
 using namespace Platform;
 
-class VSTEditorTest : public testing::Test {
+class VSTEditors : public testing::Test {
 protected:
     /// The answer to a key of the host.
     intptr_t hostKey(int32_t character, int32_t virtualKey, float modifier = 0.0f)
@@ -19,7 +19,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(VSTEditorTest, TellsItsSize)
+TEST_F(VSTEditors, TellsItsSize)
 {
     for (const bool open : {true, false}) {
         if (!open) session.close();
@@ -32,7 +32,7 @@ TEST_F(VSTEditorTest, TellsItsSize)
     EXPECT_EQ(hostKey(0, 12), -1) << "closed";
 }
 
-TEST_F(VSTEditorTest, HostKeysReachTheControls)
+TEST_F(VSTEditors, HostKeysReachTheControls)
 {
     const ControlRow &row = control("gain 2");
     session.window(row).setFocus();
@@ -58,7 +58,7 @@ TEST_F(VSTEditorTest, HostKeysReachTheControls)
     EXPECT_EQ(session.effect.dispatch(effEditKeyUp, 0, 15), -1);
 }
 
-TEST_F(VSTEditorTest, HostKeysMoveTheFocus)
+TEST_F(VSTEditors, HostKeysMoveTheFocus)
 {
     struct Key {
         int32_t character, virtualKey;
@@ -77,7 +77,7 @@ TEST_F(VSTEditorTest, HostKeysMoveTheFocus)
     EXPECT_EQ(session.told(), "");
 }
 
-TEST_F(VSTEditorTest, ReopenedItShowsTheSame)
+TEST_F(VSTEditors, ReopenedItShowsTheSame)
 {
     for (int32_t host = 0; host < 39; ++host)
         session.effect.set(host, static_cast<float>(host % 7) / 8.0f + 0.1f);
@@ -92,7 +92,7 @@ TEST_F(VSTEditorTest, ReopenedItShowsTheSame)
     EXPECT_EQ(desk.pixels(), before);
 }
 
-TEST_F(VSTEditorTest, IdleUpdatesWhenAsked)
+TEST_F(VSTEditors, IdleUpdatesWhenAsked)
 {
     const ControlRow &row = control("output gain");
     session.effect.plugin().transformHandle().gain()->setFloatParamValue(DSP::Gain::Param::gain,
@@ -105,7 +105,7 @@ TEST_F(VSTEditorTest, IdleUpdatesWhenAsked)
     }
 }
 
-TEST_F(VSTEditorTest, KeysWithoutAUseAreTheHosts)
+TEST_F(VSTEditors, KeysWithoutAUseAreTheHosts)
 {
     using Kind = Event::Kind;
     const auto isTaken = [](UI::Native::WindowBase &by, Kind kind, uint32_t key) {
@@ -126,7 +126,7 @@ TEST_F(VSTEditorTest, KeysWithoutAUseAreTheHosts)
         EXPECT_TRUE(isTaken(proxy, kind, kKeyTab));
 }
 
-TEST_F(VSTEditorTest, ANewDelayReachesTheHost)
+TEST_F(VSTEditors, ANewDelayReachesTheHost)
 {
     session.host.takeCalls();
     session.effect.global().setDelayCompensation(false);

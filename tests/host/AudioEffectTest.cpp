@@ -20,7 +20,7 @@ public:
     bool outOfMemory = false;
 };
 
-struct AudioEffectTest : testing::Test {
+struct AudioEffects : testing::Test {
     FakeHost host;
     PlainEffect effect{FakeHost::callback};
     AEffect *const record = effect.getAeffect();
@@ -31,21 +31,21 @@ struct AudioEffectTest : testing::Test {
     }
 };
 
-TEST_F(AudioEffectTest, TakesNoSmallNumberForAnAddress)
+TEST_F(AudioEffects, TakesNoSmallNumberForAnAddress)
 {
     SpeakerLayout *output = nullptr;
     for (const intptr_t number : {0, 8, 4088}) // a host may write the number of a pin there
         EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, number, &output));
 }
 
-TEST_F(AudioEffectTest, LetsNoExceptionReachTheHost)
+TEST_F(AudioEffects, LetsNoExceptionReachTheHost)
 {
     effect.outOfMemory = true;
     EXPECT_EQ(0, dispatch(effOpen));
     record->process(record, nullptr, nullptr, 1);
 }
 
-TEST_F(AudioEffectTest, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
+TEST_F(AudioEffects, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
 {
     static char text[65];
     const struct {

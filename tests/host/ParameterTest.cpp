@@ -45,7 +45,7 @@ std::vector<Expected> expectedTable()
     return table;
 }
 
-struct ParameterTest : testing::Test {
+struct HostParameterList : testing::Test {
     FakeHost host;
     LoadedEffect effect;
 
@@ -56,7 +56,7 @@ struct ParameterTest : testing::Test {
     float number(int32_t index) const { return row(index).component->floatParamValue(row(index).index); }
 };
 
-TEST_F(ParameterTest, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
+TEST_F(HostParameterList, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
 {
     const std::vector<Expected> table = expectedTable();
     ASSERT_EQ(static_cast<size_t>(effect->numParams), table.size());
@@ -104,7 +104,7 @@ TEST(ParameterNames, AreShortForTheHostThatCutsThem)
     }
 }
 
-TEST_F(ParameterTest, RefreshTheEditorOnlyWhenAValueChanges)
+TEST_F(HostParameterList, RefreshTheEditorOnlyWhenAValueChanges)
 {
     RecordingWindow window(effect.plugin());
     effect.set(0, 0.5f); // as it was

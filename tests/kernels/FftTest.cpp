@@ -49,7 +49,7 @@ Buffer forward(const FftPlan &plan, const Buffer &in)
 Buffer raised(const FftPlan &plan, const Buffer &in, float before = 0)
 {
     Buffer window(in.size()), magnitudes(in.size() / 2 + 1), work(plan.workLength());
-    std::fill(window.begin(), window.end(), 1.f);
+    std::fill(window.begin(), window.end(), 1.0f);
     std::fill(magnitudes.begin(), magnitudes.end(), before);
     plan.raiseMagnitudes(in.data(), window.data(), magnitudes.data(), work.data());
     return magnitudes;
@@ -73,12 +73,12 @@ TEST_P(Fft, IsThePlainSumInEverySet)
     const FftPlan plainest(GetParam(), *available().front());
     const Buffer bins = forward(plainest, sound), magnitudes = raised(plainest, sound);
     for (size_t k = 0; k < expected.size(); ++k) {
-        ASSERT_NEAR(bins[2 * k], double(expected[k].real()), tolerance) << k;
-        ASSERT_NEAR(bins[2 * k + 1], double(expected[k].imag()), tolerance) << k;
+        ASSERT_NEAR(bins[2 * k], static_cast<double>(expected[k].real()), tolerance) << k;
+        ASSERT_NEAR(bins[2 * k + 1], static_cast<double>(expected[k].imag()), tolerance) << k;
         ASSERT_NEAR(magnitudes[k], double(2 * std::abs(expected[k])), 2 * tolerance) << k;
     }
-    EXPECT_EQ(bins[1], 0.f);
-    EXPECT_EQ(bins[length + 1], 0.f);
+    EXPECT_EQ(bins[1], 0.0f);
+    EXPECT_EQ(bins[length + 1], 0.0f);
     for (const auto *table : available()) {
         const FftPlan plan(GetParam(), *table);
         EXPECT_TRUE(sameBits(forward(plan, sound), bins)) << table->name;

@@ -40,27 +40,27 @@ double worstError(const std::vector<float> &bases, float exponent)
         worst = std::max(worst, std::fabs(results[i] - truth) /
                                     std::ldexp(1.0L, std::max(std::ilogb(truth), -126) - 23));
     }
-    return double(worst);
+    return static_cast<double>(worst);
 }
 
 TEST(Power, StaysWithinTwoUlpsOverTheWholeRange)
 {
     for (const auto &bases :
-         {floats(1.f, kMost, 4999), floats(0.5f, 2.5f, 503), floats(0x1p-100f, 1.f, 49999)})
-        for (float exponent : {-1.f, 1.f / 30 - 1, -0.9f, -0.5f, -1.f / 3, -0.01f, 0.77f})
+         {floats(1.0f, kMost, 4999), floats(0.5f, 2.5f, 503), floats(0x1p-100f, 1.0f, 49999)})
+        for (float exponent : {-1.0f, 1.0f / 30 - 1, -0.9f, -0.5f, -1.0f / 3, -0.01f, 0.77f})
             EXPECT_LT(worstError(bases, exponent), 1.75) << exponent << " from " << bases[0];
 }
 
 TEST(Power, IsOneWhereItMustBeAndNeverNaN)
 {
     const float infinity = HUGE_VALF, nan = std::nanf("");
-    const std::vector<float> odd = {0.f, -0.f, 1e-45f, 2.f, kMost, infinity, -1.f, -infinity, nan};
+    const std::vector<float> odd = {0.0f, -0.0f, 1e-45f, 2.0f, kMost, infinity, -1.0f, -infinity, nan};
     for (const auto *table : available()) {
-        for (float exponent : {-infinity, -1e30f, -1.f, -1e-40f, 0.f, 1e-40f, 1.f, 77.f, infinity, nan})
+        for (float exponent : {-infinity, -1e30f, -1.0f, -1e-40f, 0.0f, 1e-40f, 1.0f, 77.0f, infinity, nan})
             for (float result : powers(*table, odd, exponent)) EXPECT_FALSE(std::isnan(result)) << exponent;
-        for (float exponent : {-1.f, -0.7f, -1e-9f, 0.f, 0.3f, 1.f})
-            EXPECT_EQ(powers(*table, {1.f}, exponent)[0], 1.f) << exponent;
-        for (float one : powers(*table, {1e-30f, 0.1f, 7.f, kMost}, 0.f)) EXPECT_EQ(one, 1.f);
+        for (float exponent : {-1.0f, -0.7f, -1e-9f, 0.0f, 0.3f, 1.0f})
+            EXPECT_EQ(powers(*table, {1.0f}, exponent)[0], 1.0f) << exponent;
+        for (float one : powers(*table, {1e-30f, 0.1f, 7.0f, kMost}, 0.0f)) EXPECT_EQ(one, 1.0f);
     }
 }
 

@@ -21,7 +21,7 @@ template <int blocks>
 void fill(Block (&target)[blocks], std::mt19937 &random, bool odd)
 {
     constexpr float kInfinity = std::numeric_limits<float>::infinity();
-    const float values[] = {0.f,   -0.f,   1.f,       1e-40f,     -1e-42f,
+    const float values[] = {0.0f,  -0.0f,  1.0f,      1e-40f,     -1e-42f,
                             3e38f, -3e38f, kInfinity, -kInfinity, std::nanf("")};
     for (Block &block : target)
         for (float &sample : block.samples)
@@ -134,11 +134,11 @@ std::vector<Written> transcript(const Table &set, bool odd)
         hear("block.scale", d, frames);
         set.block.copy(d, out[7].samples, frames);
         hear("block.copy", out[7].samples, frames);
-        set.power.power(in[2].samples, -1.0f + 0.01f * float(round), out[6].samples, frames);
+        set.power.power(in[2].samples, -1.0f + 0.01f * static_cast<float>(round), out[6].samples, frames);
         hear("power.power", out[6].samples, frames);
         const float found[] = {set.block.peak(a, frames), set.block.least(a, 0.5f, frames)};
         hear("block.peak and least", found, 2);
-        const auto silenced = float(set.block.silenceGarbage(a, 2, frames));
+        const auto silenced = static_cast<float>(set.block.silenceGarbage(a, 2, frames));
         hear("block.silenceGarbage, count", &silenced, 1);
         hear("block.silenceGarbage", a, frames);
     }

@@ -29,7 +29,7 @@ TEST(Images, AreAllThereWithTheirPixels)
 {
     std::set<Pixels> seen;
     const EmbeddedFile *file = embeddedFiles;
-    for (; file->data != nullptr; ++file) {
+    for (; file->data; ++file) {
         SCOPED_TRACE(file->name);
         const PixmapRef pixmap = loadPixmap(file->name);
         const SurfaceRef surface = loadSurface(file->name);

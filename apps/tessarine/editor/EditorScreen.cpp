@@ -12,10 +12,6 @@
 
 namespace App {
 
-namespace {
-
-} // namespace
-
 size_t findEditorControl(const std::string &name)
 {
     const std::vector<std::string> names = UI::MainWindow::controlNames();

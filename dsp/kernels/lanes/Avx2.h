@@ -1,5 +1,4 @@
 #pragma once
-
 /// Eight floats, eight int32 and four doubles in the 32-byte registers of AVX2; the halves come from Sse2.h.
 /// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
 // One operation a line.

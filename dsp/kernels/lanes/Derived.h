@@ -1,5 +1,4 @@
 #pragma once
-
 /// Operations that are made of those in the file of the set and read the same in all of them.
 /// Meaning: dsp/kernels/Lanes.h, the only file that includes this one.
 // One operation a line.

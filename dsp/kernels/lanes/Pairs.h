@@ -1,5 +1,4 @@
 #pragma once
-
 /// Eight floats, eight int32 and four doubles as two halves: for sets whose registers hold 16 bytes.
 /// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
 // One operation a line.

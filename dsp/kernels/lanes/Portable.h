@@ -1,5 +1,4 @@
 #pragma once
-
 /// Four floats, four int32 and two doubles in the compiler's own vector types: no processor is named.
 /// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
 // One operation a line.

@@ -1,5 +1,4 @@
 #pragma once
-
 #ifdef __AVX2__
 #include <immintrin.h>
 #else
