@@ -1,6 +1,6 @@
 #include "dsp/component/Automation.h"
 
-#include "dsp/component/ParameterAccess.h"
+#include "dsp/component/Component.h"
 
 namespace DSP {
 
@@ -9,14 +9,13 @@ namespace {
 template <class V>
 bool setValues(Component &component, int64_t sample, uint32_t rate)
 {
-    using Access = ParameterAccess<V>;
+    constexpr ParamKind kind = kKindOf<V>;
     bool moved = false;
-    for (uint32_t i = 0; i < Access::count(component); ++i) {
-        if (!Access::isAutomatable(component, i) || Access::isEdited(component, i)) continue;
+    for (uint32_t i = 0; i < component.numParams(kind); ++i) {
+        const ParamRecord &record = component.param(kind, i);
+        if (!record.automatable || record.editing) continue;
         const std::optional<V> value = component.envelopeHandler().valueAt<V>(i, sample, rate);
-        if (!value || *value == Access::value(component, i)) continue;
-        Access::set(component, i, *value);
-        moved = true;
+        if (value && component.setParamValue(kind, i, *value)) moved = true;
     }
     return moved;
 }

@@ -79,7 +79,6 @@ protected:
 
     /// Last call of a concrete constructor, when the parameter lists are complete.
     void finishConstruction();
-    void notifyParameterChanged() {} // for setters; nothing asks what was touched
     void requestActiveUpdate();
     void requestLatencyUpdate();
 

@@ -31,16 +31,15 @@ public:
         return withList(*this, kind,
                         [&](auto &list) { return ParameterValue(list[i].getters(*owner, list[i].indices)); });
     }
+    bool setParamValue(ParamKind kind, uint32_t i, ParameterValue value) override
+    {
+        return withList(*this, kind, [&]<class V>(std::vector<Param<T, V>> &list) {
+            return list[i].setters(*owner, list[i].indices, std::get<V>(value));
+        });
+    }
 
 protected:
     using Component::Component;
-
-    void storeParamValue(ParamKind kind, uint32_t i, ParameterValue value) override
-    {
-        withList(*this, kind, [&]<class V>(std::vector<Param<T, V>> &list) {
-            list[i].setters(*owner, list[i].indices, std::get<V>(value));
-        });
-    }
 
     // Each appends a record with ParamRecord's defaults and returns it so that the caller can set the rest.
     // The next append invalidates the reference.

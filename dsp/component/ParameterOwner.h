@@ -12,19 +12,14 @@ public:
     virtual const ParamRecord &param(ParamKind kind, uint32_t i) const = 0;
     virtual ParamRecord &param(ParamKind kind, uint32_t i) = 0;
     virtual ParameterValue paramValue(ParamKind kind, uint32_t i) const = 0;
-    /// Calls the parameter's setter with a value of its kind. True if the value moved.
-    bool setParamValue(ParamKind kind, uint32_t i, ParameterValue value)
-    {
-        const ParameterValue before = paramValue(kind, i);
-        storeParamValue(kind, i, value);
-        return paramValue(kind, i) != before;
-    }
+    /// Calls the parameter's setter, which compares: true if the value changed. `value` is of its kind.
+    virtual bool setParamValue(ParamKind kind, uint32_t i, ParameterValue value) = 0;
 
 // The operations of one kind under names of its own; V is the type of its values.
 #define TESSARINE_PARAM_FAMILY(Kind, kindName, list, V)                                                      \
     uint32_t num##Kind##Params() const { return numParams(list); }                                           \
     V kindName##ParamValue(uint32_t i) const { return std::get<V>(paramValue(list, i)); }                    \
-    void set##Kind##ParamValue(uint32_t i, V value) { storeParamValue(list, i, value); }                     \
+    void set##Kind##ParamValue(uint32_t i, V value) { setParamValue(list, i, value); }                       \
     const String &kindName##ParamName(uint32_t i) const { return param(list, i).name; }                      \
     const String &kindName##ParamLabel(uint32_t i) const { return param(list, i).label; }                    \
     Range<V> kindName##ParamRange(uint32_t i) const { return rangeOf<V>(param(list, i)); }                   \
@@ -57,7 +52,6 @@ public:
 protected:
     ParameterOwner() = default;
     ~ParameterOwner() = default;
-    virtual void storeParamValue(ParamKind kind, uint32_t i, ParameterValue value) = 0;
 
 private:
     template <class V>

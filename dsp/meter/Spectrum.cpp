@@ -61,23 +61,22 @@ void Spectrum::setSampleRate(uint32_t hz)
     decay = hopDecay();
 }
 
-void Spectrum::setWindowSize(uint32_t index)
+bool Spectrum::setWindowSize(uint32_t index)
 {
-    choose(windowSize, std::min(index, intParamRange(Param::windowSize).maximum));
+    return choose(windowSize, std::min(index, intParamRange(Param::windowSize).maximum));
 }
-void Spectrum::setOverlap(uint32_t index)
+bool Spectrum::setOverlap(uint32_t index)
 {
-    choose(overlap, std::min(index, intParamRange(Param::overlap).maximum));
+    return choose(overlap, std::min(index, intParamRange(Param::overlap).maximum));
 }
-void Spectrum::setWindowType(uint32_t type)
+bool Spectrum::setWindowType(uint32_t type)
 {
-    choose(windowType, std::min(type, intParamRange(Param::windowType).maximum));
+    return choose(windowType, std::min(type, intParamRange(Param::windowType).maximum));
 }
 
-void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
+bool Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
 {
-    if (value == setting) return;
-    notifyParameterChanged();
+    if (value == setting) return false;
     const Util::Hold choosing(settingLock);
     const uint32_t before = setting.exchange(value);
     try {
@@ -86,6 +85,7 @@ void Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
         setting = before;
         throw;
     }
+    return true;
 }
 
 void Spectrum::setStagger(uint32_t samples)

@@ -35,10 +35,10 @@ public:
     uint32_t getWindowSize() const { return windowSize; }
     uint32_t getOverlap() const { return overlap; }
     uint32_t getWindowType() const { return windowType; }
-    void setOnInput(bool on) { onInput = on; }
-    void setWindowSize(uint32_t index);
-    void setOverlap(uint32_t index);
-    void setWindowType(uint32_t type);
+    bool setOnInput(bool on) { return onInput.change(on); }
+    bool setWindowSize(uint32_t index);
+    bool setOverlap(uint32_t index);
+    bool setWindowType(uint32_t type);
 
     /// Indices in the parameter lists.
     struct Param {
@@ -53,7 +53,7 @@ public:
 
 private:
     void declareParameters();
-    void choose(Util::Shared<uint32_t> &setting, uint32_t value);
+    bool choose(Util::Shared<uint32_t> &setting, uint32_t value);
     /// Starts over with an analysis for the present settings, which is made before the lock is taken.
     void rebuild();
     /// Takes `count` samples that fit the frame.

@@ -83,17 +83,17 @@ struct Getters {
 /// The member function of T that writes a value, chosen as for Getters.
 template <class T, class V>
 struct Setters {
-    void (T::*plain)(V) = nullptr;
-    void (T::*one)(uint32_t, V) = nullptr;
-    void (T::*two)(uint32_t, uint32_t, V) = nullptr;
-    void (T::*three)(uint32_t, uint32_t, uint32_t, V) = nullptr;
+    bool (T::*plain)(V) = nullptr;
+    bool (T::*one)(uint32_t, V) = nullptr;
+    bool (T::*two)(uint32_t, uint32_t, V) = nullptr;
+    bool (T::*three)(uint32_t, uint32_t, uint32_t, V) = nullptr;
 
-    void operator()(T &owner, const BoundIndices &i, V value) const
+    bool operator()(T &owner, const BoundIndices &i, V value) const
     {
         if (one) return (owner.*one)(i[0].value, value);
         if (two) return (owner.*two)(i[0].value, i[1].value, value);
         if (three) return (owner.*three)(i[0].value, i[1].value, i[2].value, value);
-        (owner.*plain)(value);
+        return (owner.*plain)(value);
     }
 };
 

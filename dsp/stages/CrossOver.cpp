@@ -38,7 +38,7 @@ void CrossOver::declareParameters()
         param.automatable = true;
     }
     const auto bandSwitches = [this](const char *pattern, bool (CrossOver::*get)(uint32_t) const,
-                                     void (CrossOver::*set)(uint32_t, bool)) {
+                                     bool (CrossOver::*set)(uint32_t, bool)) {
         for (uint32_t band = 0; band < kBands; ++band)
             addBool(ParamGroup::crossover, String(pattern).arg(band + 1), false, {.one = get}, {.one = set})
                 .indices = {OptionalIndex(band)};
@@ -47,12 +47,12 @@ void CrossOver::declareParameters()
     bandSwitches("Crossover Band %1 Mute", &CrossOver::bandMute, &CrossOver::setBandMute);
 }
 
-void CrossOver::setBandBypass(uint32_t band, bool on) { setBit(bypassBits, band, on); }
-void CrossOver::setBandMute(uint32_t band, bool on) { setBit(muteBits, band, on); }
+bool CrossOver::setBandBypass(uint32_t band, bool on) { return setBit(bypassBits, band, on); }
+bool CrossOver::setBandMute(uint32_t band, bool on) { return setBit(muteBits, band, on); }
 
-void CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
+bool CrossOver::setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on)
 {
-    if (bits.change(on ? bits | 1u << band : bits & ~(1u << band))) notifyParameterChanged();
+    return bits.change(on ? bits | 1u << band : bits & ~(1u << band));
 }
 
 void CrossOver::setSampleRate(uint32_t hz)
@@ -102,10 +102,9 @@ void CrossOver::reset()
     banks[activeBank].clear();
 }
 
-void CrossOver::setCutoff(uint32_t index, float hz)
+bool CrossOver::setCutoff(uint32_t index, float hz)
 {
-    if (hz == cutoffs[index]) return;
-    notifyParameterChanged();
+    if (hz == cutoffs[index]) return false;
     const Util::Hold setting(settingLock);
     cutoffs[index] = hz;
     FilterBank next;
@@ -114,6 +113,7 @@ void CrossOver::setCutoff(uint32_t index, float hz)
     if (fadeRemaining == 0) activeBank ^= 1;
     fadeRemaining = fadeLength;
     if (inOrder) banks[activeBank] = next;
+    return true;
 }
 
 void CrossOver::process(const Block &block)

@@ -26,11 +26,11 @@ public:
     void reset() override;
 
     float cutoff(uint32_t index) const { return cutoffs[index]; } // Hz
-    void setCutoff(uint32_t index, float hz);
+    bool setCutoff(uint32_t index, float hz);
     bool bandBypass(uint32_t band) const { return bypassBits >> band & 1; }
-    void setBandBypass(uint32_t band, bool on);
+    bool setBandBypass(uint32_t band, bool on);
     bool bandMute(uint32_t band) const { return muteBits >> band & 1; }
-    void setBandMute(uint32_t band, bool on);
+    bool setBandMute(uint32_t band, bool on);
 
     /// `hz` kept in the legal range and `minOctaves` away from its neighbours; changes nothing.
     float limitCutoff(uint32_t index, float hz, float minOctaves) const;
@@ -53,7 +53,7 @@ private:
     void updateFade();
     /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
     bool designFilters(FilterBank &bank, uint32_t hz) const;
-    void setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
+    bool setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
     /// Blends the filters that are going into the start of the bands that the coming ones have written. False
     /// if they have lost their stability.
     bool crossFade(const Block &block);

@@ -27,7 +27,7 @@ Dynamics::Dynamics(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Squash")
 void Dynamics::declareParameters()
 {
     const auto real = [this](const char *pattern, const char *unit, FloatRange range, float initial,
-                             float (Dynamics::*get)(uint32_t) const, void (Dynamics::*set)(uint32_t, float)) {
+                             float (Dynamics::*get)(uint32_t) const, bool (Dynamics::*set)(uint32_t, float)) {
         for (uint32_t band = 0; band < kBands; ++band)
             addFloat(ParamGroup::dynamics, String(pattern).arg(band + 1), unit, range, initial, {.one = get},
                      {.one = set})
@@ -42,7 +42,7 @@ void Dynamics::declareParameters()
     addBool(ParamGroup::dynamics, "Dynamics Band Link", false, {.plain = &Dynamics::getBandLink},
             {.plain = &Dynamics::setBandLink});
     const auto bandSwitch = [this](const char *pattern, bool (Dynamics::*get)(uint32_t) const,
-                                   void (Dynamics::*set)(uint32_t, bool)) {
+                                   bool (Dynamics::*set)(uint32_t, bool)) {
         for (uint32_t band = 0; band < kBands; ++band)
             addBool(ParamGroup::dynamics, String(pattern).arg(band + 1), false, {.one = get}, {.one = set})
                 .indices = {OptionalIndex(band)};
@@ -55,23 +55,20 @@ void Dynamics::declareParameters()
 }
 
 template <class V>
-void Dynamics::change(uint32_t band, V BandSettings::*field, V value)
+bool Dynamics::change(uint32_t band, V BandSettings::*field, V value)
 {
     const Util::Hold setting(settingLock);
     BandSettings next = bands[band].settings.load();
-    if (next.*field == value) return;
+    if (next.*field == value) return false;
     next.*field = value;
     bands[band].settings.store(next);
     designBand(bands[band]);
-    notifyParameterChanged();
+    return true;
 }
-template void Dynamics::change(uint32_t, float BandSettings::*, float);
-template void Dynamics::change(uint32_t, bool BandSettings::*, bool);
+template bool Dynamics::change(uint32_t, float BandSettings::*, float);
+template bool Dynamics::change(uint32_t, bool BandSettings::*, bool);
 
-void Dynamics::setBandLink(bool on)
-{
-    if (bandLink.change(on)) notifyParameterChanged();
-}
+bool Dynamics::setBandLink(bool on) { return bandLink.change(on); }
 
 uint32_t Dynamics::latency() const { return lookAheadSamples(sampleRate) - 1; }
 

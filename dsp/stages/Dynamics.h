@@ -34,7 +34,7 @@ public:
     void readPeaks(uint32_t band, float &left, float &right);
 
     bool getBandLink() const { return bandLink; }
-    void setBandLink(bool on);
+    bool setBandLink(bool on);
     float threshold(uint32_t band) const { return settings(band).thresholdDb; }
     float gain(uint32_t band) const { return settings(band).gainDb; }
     float ratio(uint32_t band) const { return settings(band).ratio; }
@@ -42,13 +42,13 @@ public:
     float release(uint32_t band) const { return settings(band).releaseMs; }
     bool bypass(uint32_t band) const { return settings(band).bypass; }
     bool solo(uint32_t band) const { return settings(band).solo; }
-    void setThreshold(uint32_t band, float db) { change(band, &BandSettings::thresholdDb, db); }
-    void setGain(uint32_t band, float db) { change(band, &BandSettings::gainDb, db); }
-    void setRatio(uint32_t band, float ratio) { change(band, &BandSettings::ratio, ratio); }
-    void setAttack(uint32_t band, float ms) { change(band, &BandSettings::attackMs, ms); }
-    void setRelease(uint32_t band, float ms) { change(band, &BandSettings::releaseMs, ms); }
-    void setBypass(uint32_t band, bool on) { change(band, &BandSettings::bypass, on); }
-    void setSolo(uint32_t band, bool on) { change(band, &BandSettings::solo, on); }
+    bool setThreshold(uint32_t band, float db) { return change(band, &BandSettings::thresholdDb, db); }
+    bool setGain(uint32_t band, float db) { return change(band, &BandSettings::gainDb, db); }
+    bool setRatio(uint32_t band, float ratio) { return change(band, &BandSettings::ratio, ratio); }
+    bool setAttack(uint32_t band, float ms) { return change(band, &BandSettings::attackMs, ms); }
+    bool setRelease(uint32_t band, float ms) { return change(band, &BandSettings::releaseMs, ms); }
+    bool setBypass(uint32_t band, bool on) { return change(band, &BandSettings::bypass, on); }
+    bool setSolo(uint32_t band, bool on) { return change(band, &BandSettings::solo, on); }
 
     /// Indices in the parameter lists; add the band to all but bandLink.
     struct Param {
@@ -86,7 +86,7 @@ private:
     BandSettings settings(uint32_t band) const { return bands[band].settings.load(); }
     /// Stores another value and designs the band anew; nothing for the value that it has.
     template <class V>
-    void change(uint32_t band, V BandSettings::*field, V value);
+    bool change(uint32_t band, V BandSettings::*field, V value);
     void designBand(Band &band) { band.coefficients.store(design(band.settings.load(), sampleRate)); }
     void clearMeters();
     void loadCoefficients(Block &block) const;

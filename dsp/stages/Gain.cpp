@@ -27,12 +27,12 @@ void Gain::process(const Block &block)
     if (block.right) scaleSamples(factor, block.right, block.frames);
 }
 
-void Gain::setGain(float db)
+bool Gain::setGain(float db)
 {
     const Util::Hold setting(settingLock);
-    if (db == gainDb) return;
-    gainDb = std::clamp(db, kGainRangeDb.minimum, kGainRangeDb.maximum);
+    if (!gainDb.change(std::clamp(db, kGainRangeDb.minimum, kGainRangeDb.maximum))) return false;
     gainLinear = gainFactor(gainDb);
+    return true;
 }
 
 } // namespace DSP

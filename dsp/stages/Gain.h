@@ -14,7 +14,7 @@ public:
 
     float gain() const { return gainDb; }
     /// Limits to the range. Any thread, no lock.
-    void setGain(float db);
+    bool setGain(float db);
 
     /// Indices in the parameter lists.
     struct Param {

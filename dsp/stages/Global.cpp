@@ -22,7 +22,7 @@ Global::Global(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Global")
 void Global::declareParameters()
 {
     const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
-                             float (Global::*get)() const, void (Global::*set)(float)) {
+                             float (Global::*get)() const, bool (Global::*set)(float)) {
         addFloat(ParamGroup::global, paramName, unit, range, initial, {.plain = get}, {.plain = set});
     };
     real("Global: FPS", "fps", {5, 60}, 30, &Global::getFps, &Global::setFps);
@@ -32,7 +32,7 @@ void Global::declareParameters()
     floatParams.back().group = ParamGroup::gain;
 
     const auto flag = [this](const char *paramName, bool initial, bool (Global::*get)() const,
-                             void (Global::*set)(bool)) {
+                             bool (Global::*set)(bool)) {
         addBool(ParamGroup::global, paramName, initial, {.plain = get}, {.plain = set});
     };
     flag("Global Bypass", false, &Global::getBypass, &Global::setBypass);
@@ -47,7 +47,7 @@ void Global::declareParameters()
          &Global::setShowBackgroundGrid);
 
     const auto choice = [this](const char *paramName, uint32_t initial, const std::vector<String> &names,
-                               uint32_t (Global::*get)() const, void (Global::*set)(uint32_t)) {
+                               uint32_t (Global::*get)() const, bool (Global::*set)(uint32_t)) {
         addChoice(ParamGroup::global, paramName, initial, names, {.plain = get}, {.plain = set});
     };
     choice("Global: DX Automation Highlight", kNoHighlight, {"Red", "Blue", "Green", "Yellow", "None"},
@@ -72,56 +72,69 @@ void Global::declareParameters()
     bypassParam.valueNames = {"Unbypassed\nUNBPS\nUB\nU", "Bypassed\nBYPS\nGBP\nB"};
 }
 
-void Global::setFps(float value)
+bool Global::setFps(float value)
 {
-    if (!fps.change(value)) return;
+    if (!fps.change(value)) return false;
     framePeriodMs = Math::roundHalfAwayFromZero(1000.0 / value);
     if (!renderingThread) plugin.postMessage(PluginLink::renderTimingChanged);
+    return true;
 }
 
-void Global::setAutomationZipperSamples(float samples)
+bool Global::setAutomationZipperSamples(float samples)
 {
     // in this order NaN gives the minimum
-    automationZipperSamples = std::max(kZipperRange.minimum, std::min(samples, kZipperRange.maximum));
+    return automationZipperSamples.change(
+        std::max(kZipperRange.minimum, std::min(samples, kZipperRange.maximum)));
 }
 
-void Global::setBypass(bool on)
+bool Global::setBypass(bool on)
 {
-    if (bypass.change(on) && on) plugin.resetChain();
+    if (!bypass.change(on)) return false;
+    if (on) plugin.resetChain();
+    return true;
 }
 
-void Global::setRenderingThread(bool on)
+bool Global::setRenderingThread(bool on)
 {
-    if (renderingThread.change(on)) plugin.postMessage(PluginLink::renderTimingChanged);
+    if (!renderingThread.change(on)) return false;
+    plugin.postMessage(PluginLink::renderTimingChanged);
+    return true;
 }
 
-void Global::setDelayCompensation(bool on)
+bool Global::setDelayCompensation(bool on)
 {
-    if (delayCompensation.change(on)) plugin.delayCompensationChanged();
+    if (!delayCompensation.change(on)) return false;
+    plugin.delayCompensationChanged();
+    return true;
 }
 
-void Global::setMeterEnable(bool on)
+bool Global::setMeterEnable(bool on)
 {
-    if (!meterEnable.change(on)) return;
+    if (!meterEnable.change(on)) return false;
     plugin.propagateMeterEnable();
     requestActiveUpdate();
+    return true;
 }
 
-void Global::setShowBackgroundGrid(bool on)
+bool Global::setShowBackgroundGrid(bool on)
 {
-    if (showBackgroundGrid.change(on)) plugin.postMessage(PluginLink::backgroundGridChanged);
+    if (!showBackgroundGrid.change(on)) return false;
+    plugin.postMessage(PluginLink::backgroundGridChanged);
+    return true;
 }
 
-void Global::setDxHighlight(uint32_t colour)
+bool Global::setDxHighlight(uint32_t colour)
 {
-    if (!highlightColour.change(colour)) return;
+    if (!highlightColour.change(colour)) return false;
     for (Component *component : plugin.componentList()) component->setHighlightColour(colour);
+    return true;
 }
 
-void Global::setGlobalBufferSize(uint32_t index)
+bool Global::setGlobalBufferSize(uint32_t index)
 {
-    globalBufferSize = std::min(index, kAutoBufferSize);
+    const bool changed = globalBufferSize.change(std::min(index, kAutoBufferSize));
     requestLatencyUpdate();
+    return changed;
 }
 
 GlobalDerived::GlobalDerived(PluginLink &pluginLink) : ComponentImpl(pluginLink, "GlobalDerived")

@@ -30,22 +30,22 @@ public:
     /// Milliseconds between two render ticks of the editor.
     uint32_t getFramePeriodMs() const { return framePeriodMs; }
 
-    void setFps(float value);
-    void setOpacity(float percent) { opacity = percent; }
-    void setAutomationZipperSamples(float samples);
+    bool setFps(float value);
+    bool setOpacity(float percent) { return opacity.change(percent); }
+    bool setAutomationZipperSamples(float samples);
     /// Turning bypass on clears the chain: audio state never survives it.
-    void setBypass(bool on);
-    void setRenderingThread(bool on);
-    void setDelayCompensation(bool on);
-    void setMeterEnable(bool on);
-    void setAnimationEnable(bool on) { animationEnable = on; }
-    void setAnimatedFocusEnable(bool on) { animatedFocusEnable = on; }
-    void setProcessAsMono(bool on) { processAsMono = on; }
-    void setShowBackgroundGrid(bool on);
+    bool setBypass(bool on);
+    bool setRenderingThread(bool on);
+    bool setDelayCompensation(bool on);
+    bool setMeterEnable(bool on);
+    bool setAnimationEnable(bool on) { return animationEnable.change(on); }
+    bool setAnimatedFocusEnable(bool on) { return animatedFocusEnable.change(on); }
+    bool setProcessAsMono(bool on) { return processAsMono.change(on); }
+    bool setShowBackgroundGrid(bool on);
     /// Index of the colour that marks automated controls; 4 is none.
-    void setDxHighlight(uint32_t colour);
-    void setPresetChangeMode(uint32_t mode) { presetChangeMode = mode; }
-    void setGlobalBufferSize(uint32_t index);
+    bool setDxHighlight(uint32_t colour);
+    bool setPresetChangeMode(uint32_t mode) { return presetChangeMode.change(mode); }
+    bool setGlobalBufferSize(uint32_t index);
 
     /// Index of "Global Bypass" in the bool list.
     static constexpr uint32_t kBypassParam = 0;

@@ -30,7 +30,7 @@ Maximizer::Maximizer(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Maximi
 void Maximizer::declareParameters()
 {
     const auto real = [this](const char *paramName, const char *unit, FloatRange range, float initial,
-                             float (Maximizer::*get)() const, void (Maximizer::*set)(float)) {
+                             float (Maximizer::*get)() const, bool (Maximizer::*set)(float)) {
         addFloat(ParamGroup::maximizer, paramName, unit, range, initial, {.plain = get}, {.plain = set})
             .automatable = true;
     };
@@ -50,17 +50,18 @@ void Maximizer::declareParameters()
 }
 
 template <class V>
-void Maximizer::change(V MaximizerSettings::*field, V value)
+bool Maximizer::change(V MaximizerSettings::*field, V value)
 {
     const Util::Hold setting(settingLock);
     MaximizerSettings next = settings.load();
-    if (next.*field == value) return;
+    if (next.*field == value) return false;
     next.*field = value;
     settings.store(next);
     coefficients.store(design(next, sampleRate));
+    return true;
 }
-template void Maximizer::change(float MaximizerSettings::*, float);
-template void Maximizer::change(bool MaximizerSettings::*, bool);
+template bool Maximizer::change(float MaximizerSettings::*, float);
+template bool Maximizer::change(bool MaximizerSettings::*, bool);
 
 void Maximizer::setSampleRate(uint32_t hz)
 {

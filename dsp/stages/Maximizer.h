@@ -32,13 +32,13 @@ public:
     float release() const { return settings.load().releaseMs; }
     bool getBypass() const { return settings.load().bypass; }
     bool getBrickwall() const { return settings.load().brickwall; }
-    void setThreshold(float db) { change(&MaximizerSettings::thresholdDb, db); }
-    void setMargin(float db) { change(&MaximizerSettings::marginDb, db); }
-    void setRatio(float value) { change(&MaximizerSettings::ratio, value); }
-    void setAttack(float ms) { change(&MaximizerSettings::attackMs, ms); }
-    void setRelease(float ms) { change(&MaximizerSettings::releaseMs, ms); }
-    void setBypass(bool on) { change(&MaximizerSettings::bypass, on); }
-    void setBrickwall(bool on) { change(&MaximizerSettings::brickwall, on); }
+    bool setThreshold(float db) { return change(&MaximizerSettings::thresholdDb, db); }
+    bool setMargin(float db) { return change(&MaximizerSettings::marginDb, db); }
+    bool setRatio(float value) { return change(&MaximizerSettings::ratio, value); }
+    bool setAttack(float ms) { return change(&MaximizerSettings::attackMs, ms); }
+    bool setRelease(float ms) { return change(&MaximizerSettings::releaseMs, ms); }
+    bool setBypass(bool on) { return change(&MaximizerSettings::bypass, on); }
+    bool setBrickwall(bool on) { return change(&MaximizerSettings::brickwall, on); }
 
     /// Smallest gain factor since the last call, without the lift to the margin; 1 is no reduction.
     float readGainReduction() { return reduction.read(); }
@@ -66,7 +66,7 @@ private:
     void declareParameters();
     /// Stores another value and designs anew; nothing for the value that it has.
     template <class V>
-    void change(V MaximizerSettings::*field, V value);
+    bool change(V MaximizerSettings::*field, V value);
     void processChunk(const MaximizerCoefficients &now, uint32_t frames, float *left, float *right);
     /// Gains from envelopes, in place, then the delayed samples scaled by them.
     void processSoft(const MaximizerCoefficients &now, uint32_t frames, const Lines &lines, float *gains,

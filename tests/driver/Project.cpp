@@ -119,16 +119,16 @@ void changeOption(VSTPlugin &plugin, Random &random, bool withoutThreads)
     DSP::Global &options = *plugin.transformHandle().global();
     const bool on = random.chance(0.5);
     switch (random.below(11)) {
-    case 0: return options.setDelayCompensation(on);
-    case 1: return options.setProcessAsMono(on);
-    case 2: return options.setBypass(on);
-    case 3: return options.setMeterEnable(on);
-    case 4: return options.setAnimationEnable(on);
-    case 5: return options.setShowBackgroundGrid(on);
-    case 6: return options.setPresetChangeMode(random.below(3));
-    case 7: return options.setFps(random.real(5, 80));
-    case 8: return options.setAutomationZipperSamples(random.real(1, 600));
-    case 9: return plugin.transformHandle().spectrum(0)->setOnInput(on);
+    case 0: options.setDelayCompensation(on); return;
+    case 1: options.setProcessAsMono(on); return;
+    case 2: options.setBypass(on); return;
+    case 3: options.setMeterEnable(on); return;
+    case 4: options.setAnimationEnable(on); return;
+    case 5: options.setShowBackgroundGrid(on); return;
+    case 6: options.setPresetChangeMode(random.below(3)); return;
+    case 7: options.setFps(random.real(5, 80)); return;
+    case 8: options.setAutomationZipperSamples(random.real(1, 600)); return;
+    case 9: plugin.transformHandle().spectrum(0)->setOnInput(on); return;
     default:
         if (!withoutThreads) options.setRenderingThread(on);
     }
