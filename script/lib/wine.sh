@@ -70,7 +70,7 @@ tests_win32() {
     tests_dsp) echo '-*/??' ;; # the first ten seeds of each
     tests_plugin) echo 'SameBits.*' ;;
     tests_host) echo '-Module.LeavesNothingBehindHoweverOftenItIsLoaded:Threads.*:*Stack.*' ;;
-    tests_editor) echo 'ButtonsTest.*' ;;
+    tests_editor) echo 'Buttons.*' ;;
     *) echo '*' ;;
     esac
 }

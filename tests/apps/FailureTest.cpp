@@ -44,7 +44,6 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --set 'Band 1 Ration=4'", 1, "'Band 1 Ratio'"},
     {"render good.wav out.wav --set 'Band 1 Ratio=31'", 1, "it takes 1 to 30 x:1"},
     {"render good.wav out.wav --set 'Band 1 Ratio=nan'", 1, "cannot be 'nan'"},
-    {"render good.wav out.wav --set 'Band 1 Ratio=4 dB'", 1, "cannot be '4 dB'"},
     {"render good.wav out.wav --set 'Limiter Bypass=maybe'", 1, "it takes off or on"},
     {"render good.wav out.wav --set 'Global: Preset Change Mode=1.5'", 1, "it takes 0 to 2"},
     {"render good.wav out.wav --set 'Crossover Low Cutoff=5000'", 1, "ascending order"},
@@ -56,7 +55,6 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --chunk large.chunk", 1, "large.chunk is larger than 1 MiB"},
     {"render good.wav out.wav --chunk ./out.wav", 1, "the output would overwrite the chunk ./out.wav"},
     {"render good.wav out.wav --chunk ''", 2, "the name of the chunk is empty"},
-    {"chunk --print good.wav", 1, "good.wav is damaged or no chunk"},
     {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not kept"},
     {"chunk a --print --set Gain=1", 2, "--print excludes --set"},
 
@@ -67,7 +65,6 @@ constexpr Refusal kRefusals[] = {
 
     {"render good.wav out.wav --loudness nan", 2, "the loudness cannot be 'nan'; give a number"},
     {"render good.wav out.wav --loudness -71", 2, "the loudness cannot be '-71'"},
-    {"render good.wav out.wav --loudness -14 --true-peak inf", 2, "the true peak cannot be 'inf'"},
     {"render good.wav out.wav --true-peak -1", 2, "--loudness"},
     {"render good.wav out.wav --loudness -14 --set ' gain = 3'", 1, "chooses 'Gain' itself"},
     {"render good.wav out.wav --loudness -14 --set 'Global Bypass=on'", 1, "'Global Bypass'"},
@@ -83,15 +80,12 @@ constexpr Refusal kRefusals[] = {
     {"editor --png e.png --in good.wav --at 3.5", 1, "good.wav has no moment 3.5 s, it ends at 1.00 s"},
     {"editor --png e.png --focus 'Band 1 Tresh'", 1, "the nearest are 'Band 1 Threshold'"},
     {"editor --png e.png --language klingon", 2, "choose one of english, japanese"},
-    {"editor --png e.png --scale 150", 2, "choose one of 100, 200, 300"},
     {"editor --png e.png --point 547,3", 2, "from 0,0 to 546,487"},
-    {"editor --png e.png --press 7", 2, "no pixel '7'"},
 
     {"", 2, "a command is missing"},
     {"paint", 2, "there is no command 'paint'"},
     {"render good.wav", 2, "OUT is required"},
     {"render good.wav out.wav --block 0", 2, "--block"},
-    {"latency --rate 0", 2, "--rate"},
 };
 
 using Failures = Sandbox;

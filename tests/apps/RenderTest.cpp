@@ -73,19 +73,6 @@ TEST_F(Render, NeutralChainWithoutFiltersGivesBackEverySampleOfIntegerFiles)
     }
 }
 
-TEST_F(Render, BlockSizeChangesNoByte)
-{
-    write("in.wav", kWavFloat, 44100, Signals::music(3, 44100, 30000, 0.0));
-    std::set<std::string> results;
-    for (const char *block : {"1", "512", "65536"}) {
-        succeed("render in.wav out.wav --set 'Band 1 Comp Threshold=-30' --set 'Band 1 Ratio=8'"
-                " --set 'Limiter Threshold=-12' --block " +
-                std::string(block));
-        results.insert(readBytes("out.wav"));
-    }
-    EXPECT_EQ(1u, results.size());
-}
-
 TEST_F(Render, SamplesStayAsTheyAreWhereTheContainerCanHoldThem)
 {
     const struct {

@@ -1,53 +1,26 @@
 // A small host for Windows: opens the shipped library's editor in a window of its own, plays sound through the
 // effect and prints every gesture that it is told of. script/drive-editor is the person in front of it.
-#include <atomic>
-#include <cmath>
-#include <cstdint>
 #include <cstdio>
-#include <random>
 #include <thread>
-#include <vector>
 #include <windows.h>
 
-#include "host/vst2.h"
+#include "tests/host/Module.h"
 
 namespace {
 
-constexpr int32_t kBlock = 512; // frames
-constexpr float kRate = 44100.0f;
+constexpr uint32_t kBlock = 512, kRate = 44100; // frames, Hz
 
-intptr_t hostCall(AEffect *effect, int32_t opcode, int32_t index, intptr_t, void *, float opt)
+void printEdits(FakeHost &host, const LoadedEffect &effect)
 {
-    switch (opcode) {
-    case audioMasterVersion: return 2400;
-    case audioMasterBeginEdit: std::printf("begin %d\n", static_cast<int>(index)); break;
-    case audioMasterEndEdit: std::printf("end %d\n", static_cast<int>(index)); break;
-    case audioMasterAutomate: {
-        char text[64] = {};
-        effect->dispatcher(effect, effGetParamDisplay, index, 0, text, 0.0f);
-        std::printf("value %d %.6f %s\n", static_cast<int>(index), static_cast<double>(opt), text);
-        break;
-    }
-    default: return 0;
+    for (const FakeHost::Call &call : host.takeCalls()) {
+        const auto index = static_cast<int>(call.index);
+        if (call.opcode == audioMasterBeginEdit) std::printf("begin %d\n", index);
+        if (call.opcode == audioMasterEndEdit) std::printf("end %d\n", index);
+        if (call.opcode == audioMasterAutomate)
+            std::printf("value %d %.6f %s\n", index, static_cast<double>(call.opt),
+                        effect.text(effGetParamDisplay, index).c_str());
     }
     std::fflush(stdout);
-    return 1;
-}
-
-/// Noise with a tone in it, so that all bands have something to show.
-void playSound(AEffect *effect, const std::atomic<bool> &stop)
-{
-    std::minstd_rand random;
-    std::uniform_real_distribution<float> white(-0.2f, 0.2f);
-    for (int32_t frame = 0; !stop; Sleep(static_cast<DWORD>(1000.0f * kBlock / kRate))) {
-        std::vector<float> left(kBlock);
-        for (float &sample : left)
-            sample = white(random) +
-                     0.3f * std::sin(6.2831853f * 330.0f / kRate * static_cast<float>(frame++ % 44100));
-        std::vector<float> right = left;
-        float *channels[] = {left.data(), right.data()};
-        effect->processReplacing(effect, channels, channels, kBlock);
-    }
 }
 
 LRESULT CALLBACK windowProcedure(HWND window, UINT message, WPARAM word, LPARAM number)
@@ -68,46 +41,44 @@ HWND makeWindow(const ERect &size)
                            size.bottom, nullptr, nullptr, look.hInstance, nullptr);
 }
 
-} // namespace
-
-int main()
+void run(LoadedEffect::Entry entry)
 {
-    using Entry = AEffect *(*)(HostCallback);
-    const HMODULE library = LoadLibraryA("tessarine.dll");
-    const auto entry =
-        library ? reinterpret_cast<Entry>(reinterpret_cast<void *>(GetProcAddress(library, "VSTPluginMain")))
-                : nullptr;
-    AEffect *const effect = entry ? entry(&hostCall) : nullptr;
-    if (!effect) {
-        std::fprintf(stderr, "tessarine.dll is not beside this program, or does not load\n");
-        return 1;
-    }
-    const auto tell = [&](int32_t opcode, intptr_t value = 0, void *data = nullptr, float number = 0.0f) {
-        return effect->dispatcher(effect, opcode, 0, value, data, number);
-    };
-    tell(effOpen);
-    tell(effSetSampleRate, 0, nullptr, kRate);
-    tell(effSetBlockSize, kBlock);
-    tell(effMainsChanged, 1);
+    FakeHost host;
+    const LoadedEffect effect(entry);
+    effect.dispatch(effOpen);
+    effect.setRate(kRate);
+    effect.dispatch(effSetBlockSize, 0, kBlock);
+    effect.switchOn();
     ERect *size = nullptr;
-    tell(effEditGetRect, 0, &size);
-    const HWND window = makeWindow(*size);
-    const bool open = tell(effEditOpen, 0, window) != 0;
-    std::printf("open %d\n", open);
+    effect.dispatch(effEditGetRect, 0, 0, &size);
+    std::printf("open %d\n", effect.dispatch(effEditOpen, 0, 0, makeWindow(*size)) != 0);
     std::fflush(stdout);
-
-    std::atomic<bool> stop = false;
-    std::thread audio([&] { playSound(effect, stop); });
+    const std::jthread audio([&](const std::stop_token &ended) { // all bands have something to show
+        const Audio music = Signals::music(1, kRate, 1000 * kBlock, -6);
+        for (uint32_t block = 0; !ended.stop_requested(); ++block) {
+            effect.process(Signals::slice(music, block % 1000 * kBlock, kBlock));
+            Sleep(1000 * kBlock / kRate);
+        }
+    });
     MSG message;
     while (GetMessageA(&message, nullptr, 0, 0) > 0) {
         TranslateMessage(&message);
         DispatchMessageA(&message);
+        printEdits(host, effect);
     }
-    stop = true;
-    audio.join();
-    tell(effEditClose);
-    tell(effClose);
-    FreeLibrary(library);
+    effect.dispatch(effEditClose);
+}
+
+} // namespace
+
+int main()
+{
+    const Module module;
+    if (!module.entry()) {
+        std::fprintf(stderr, "tessarine.dll is not beside this program, or does not load\n");
+        return 1;
+    }
+    run(module.entry());
     std::printf("closed\n");
     return 0;
 }

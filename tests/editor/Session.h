@@ -89,13 +89,3 @@ private:
     bool isMarked(const ControlRow &row) { return mainWindow().showsFocus() && window(row).hasFocus(); }
     std::vector<FakeHost::Call> lastEdits;
 };
-
-inline Audio tone(double hz, double db, uint32_t frames, double rate = HostedEffect::kRate)
-{
-    Audio audio;
-    const double step = 2.0 * 3.14159265358979 * hz / rate;
-    for (uint32_t i = 0; i < frames; ++i)
-        audio.left.push_back(static_cast<float>(Signals::fromDb(db) * std::sin(step * i)));
-    audio.right = audio.left;
-    return audio;
-}

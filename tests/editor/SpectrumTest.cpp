@@ -100,34 +100,4 @@ TEST_F(SpectrumControls, ResetsKeepTheOrder)
     EXPECT_EQ(lines(), (Columns{low, mid, high}));
 }
 
-TEST_F(SpectrumControls, AToneStandsInItsPlaceAndColour)
-{
-    const UI::Native::SurfaceRef ground = UI::Native::loadSurface("MultiBandSpectrum_Background.png");
-    const auto topOf = [&](int32_t column) {
-        const Bitmap shot = desk.shot();
-        int32_t row = 0;
-        while (row < 166 && pixel(shot, at(column, row)) == pixel(ground->bitmap(), {column, row})) ++row;
-        return row;
-    };
-    session.play(tone(1000.0, -12.0, 65536));
-    desk.wait(40);
-    session.tick();                          // at the latest
-    const int32_t peak = columnOf(1000) - 1; // columns of several bins are drawn one to the left
-    int32_t top = 166, where = 0;
-    for (int32_t column = peak - 6; column <= peak + 6; ++column)
-        if (topOf(column) < top) top = topOf(where = column);
-    EXPECT_NEAR(where, peak, 1);
-    // 80 dB on 166 pixels: 12 dB, the filter's half, the window's six, and up to 1.5 dB between two bins.
-    EXPECT_GE(top, 38);
-    EXPECT_LE(top, 42);
-    EXPECT_GT(topOf(columnOf(200)), 140);
-    EXPECT_GT(topOf(columnOf(6000)), 140);
-    for (int i = 0; i < 20; ++i) { // 120 dB a second
-        session.play(Signals::silence(2048));
-        desk.wait(40);
-    }
-    session.tick();
-    EXPECT_EQ(topOf(where), 166) << "silence draws nothing";
-}
-
 } // namespace

@@ -65,17 +65,6 @@ TEST_F(Ticks, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
     EXPECT_EQ(system().timerCount(), 0u) << "a new rate starts nothing";
 }
 
-TEST_F(Ticks, StandAnyRate)
-{
-    for (const bool threaded : {false, true}) {
-        settings.setRenderingThread(threaded);
-        for (const float fps : {0.0f, -1.0f, 1e-30f, 1e30f, NAN, INFINITY}) {
-            settings.setFps(fps);
-            desk().wait(40);
-        }
-    }
-}
-
 TEST_F(Ticks, StopWhileOneIsPendingWithoutWaitingForIt)
 {
     settings.setRenderingThread(true);

@@ -3,8 +3,9 @@
 #include <algorithm>
 #include <gtest/gtest.h>
 #include <memory>
-#include <random>
 #include <vector>
+
+#include "tests/signals/Signals.h"
 
 namespace {
 
@@ -14,14 +15,6 @@ using Signal = std::vector<double>;
 
 /// Two different sections with an a0 that is not 1: a low pass and a high pass.
 const Signal kTaps = {0.02, 0.04, 0.02, 2.0, -3.1, 1.25, 0.9, -1.8, 0.9, 0.5, -0.85, 0.4};
-
-Signal noise(size_t length)
-{
-    std::mt19937 random(11);
-    Signal result(length);
-    for (double &value : result) value = std::uniform_real_distribution(-1.0, 1.0)(random);
-    return result;
-}
 
 /// b[0] x[n] + b[1] x[n-1] ... - a[1] y[n-1] ..., over a[0], straight from the definition.
 Signal section(const double *b, const Signal &x)
@@ -60,7 +53,9 @@ class Iir : public testing::TestWithParam<Filter (*)(const double *)> {};
 
 TEST_P(Iir, FollowsTheDifferenceEquationHoweverTheBlocksAreCutAndWhoeverGoesOn)
 {
-    const Signal in = noise(2000), expected = section(&kTaps[6], section(&kTaps[0], in));
+    const Audio noise = Signals::noise(11, 2000, 0);
+    const Signal in(noise.left.begin(), noise.left.end()),
+        expected = section(&kTaps[6], section(&kTaps[0], in));
     for (const int block : {1, 3, 64, 2000}) {
         Filter filter = GetParam()(nullptr);
         Signal out = in, line(4);

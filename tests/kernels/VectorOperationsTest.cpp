@@ -10,8 +10,9 @@
 #include <gtest/gtest.h>
 #include <limits>
 #include <numeric>
-#include <random>
 #include <vector>
+
+#include "tests/signals/Signals.h"
 
 namespace {
 
@@ -23,11 +24,7 @@ constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 
 Floats noise(int length, unsigned seed)
 {
-    std::mt19937 random(seed);
-    std::uniform_real_distribution<float> sample(-1.0f, 1.0f);
-    Floats result(static_cast<size_t>(length));
-    for (float &value : result) value = sample(random);
-    return result;
+    return Signals::noise(seed, static_cast<uint32_t>(length), 0).left;
 }
 
 /// One operation on floats: `in` and `out` are its arrays, the same ones where it works in place.

@@ -42,23 +42,18 @@ void PlayedEffect::useWindow(Random &random)
 void PlayedEffect::setEnvelopes(Random &random)
 {
     const bool on = random.chance(0.5);
-    const auto set = [&](DSP::Component &component, DSP::ParamKind kind, uint32_t i, float from, float to,
-                         double probability) {
-        constexpr uint32_t kLongest = 400000; // 40 ms
-        DSP::Envelope envelope;
-        if (on && random.chance(probability))
-            envelope.push_back({0, 1 + random.below(kLongest), from, to, 0, 0});
-        component.envelopeHandler().setEnvelope(kind, i, std::move(envelope));
-    };
+    constexpr uint32_t kLongest = 400000; // 40 ms
     for (DSP::Component *const component : effect.plugin().componentList()) {
-        for (uint32_t i = 0; i < component->numFloatParams(); ++i) {
-            const auto [low, high] = component->floatParamRange(i);
-            set(*component, DSP::ParamKind::real, i, random.real(low, high), random.real(low, high), 0.3);
-        }
-        for (uint32_t i = 0; i < component->numBoolParams(); ++i) {
-            const float from = random.chance(0.5) ? 1.0f : 0.0f;
-            set(*component, DSP::ParamKind::boolean, i, from, 1 - from, 0.05);
-        }
+        for (const auto &[kind, probability] :
+             {std::pair(DSP::ParamKind::real, 0.3), {DSP::ParamKind::boolean, 0.05}})
+            for (uint32_t i = 0; i < component->numParams(kind); ++i) {
+                const auto &[low, high] = component->param(kind, i).range;
+                const auto any = [&] { return random.real(DSP::toNumber(low), DSP::toNumber(high)); };
+                DSP::Envelope envelope;
+                if (on && random.chance(probability))
+                    envelope.push_back({0, 1 + random.below(kLongest), any(), any(), 0, 0});
+                component->envelopeHandler().setEnvelope(kind, i, std::move(envelope));
+            }
         component->envelopeHandler().setEnabled(on);
     }
 }

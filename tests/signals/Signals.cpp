@@ -155,10 +155,7 @@ Audio music(uint64_t seed, uint32_t rate, uint32_t frames, double db)
 
 Audio musicThenSilence(uint64_t seed, uint32_t rate, uint32_t frames, double db)
 {
-    Audio audio = music(seed, rate, frames / 2, db);
-    audio.left.resize(frames);
-    audio.right.resize(frames);
-    return audio;
+    return append(music(seed, rate, frames / 2, db), silence(frames - frames / 2));
 }
 
 Audio hostile(uint64_t seed, uint32_t rate, uint32_t frames)

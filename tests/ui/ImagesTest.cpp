@@ -48,25 +48,6 @@ TEST(Images, AreAllThereWithTheirPixels)
         EXPECT_FALSE(loadPixmap(name) || loadSurface(name)) << name;
 }
 
-TEST(Images, HaveAlphaWithTheFirstPixelThatIsNotOpaque)
-{
-    for (const uint32_t alpha : {255, 254}) {
-        const uint32_t pixel = alpha << 24 | 0x123456;
-        png_image image{};
-        image.version = PNG_IMAGE_VERSION;
-        image.width = image.height = 1;
-        image.format = PNG_FORMAT_BGRA;
-        uint8_t file[1000];
-        png_alloc_size_t size = sizeof file;
-        ASSERT_TRUE(png_image_write_to_memory(&image, file, &size, 0, &pixel, 0, nullptr));
-        embeddedCache["Pixel.png"] = {file, static_cast<uint32_t>(size)};
-        const PixmapRef pixmap = loadPixmap("Pixel.png");
-        EXPECT_EQ(pixmap->hasAlpha, alpha == 254);
-        EXPECT_EQ(pixmap->pixels[0], pixel ^ 0xFF000000);
-    }
-    embeddedCache.clear();
-}
-
 TEST(Images, CutShortAreRefused)
 {
     const EmbeddedData whole = findEmbeddedFile("Slider_Handle_Normal.png");
