@@ -39,7 +39,7 @@ void Dynamics::declareParameters()
     real("Band %1 Attack", "ms", {0, 500}, 10, &Dynamics::attack, &Dynamics::setAttack);
     real("Band %1 Release", "ms", {0, 5000}, 100, &Dynamics::release, &Dynamics::setRelease);
 
-    addBool(ParamGroup::dynamics, "Dynamics Band Link", false, {.plain = &Dynamics::getBandLink},
+    addBool(ParamGroup::dynamics, "Dynamics Band Link", false, {.plain = &Dynamics::bandLink},
             {.plain = &Dynamics::setBandLink});
     const auto bandSwitch = [this](const char *pattern, bool (Dynamics::*get)(uint32_t) const,
                                    bool (Dynamics::*set)(uint32_t, bool)) {
@@ -68,7 +68,7 @@ bool Dynamics::change(uint32_t band, V BandSettings::*field, V value)
 template bool Dynamics::change(uint32_t, float BandSettings::*, float);
 template bool Dynamics::change(uint32_t, bool BandSettings::*, bool);
 
-bool Dynamics::setBandLink(bool on) { return bandLink.change(on); }
+bool Dynamics::setBandLink(bool on) { return linked.change(on); }
 
 uint32_t Dynamics::latency() const { return lookAheadSamples(sampleRate) - 1; }
 

@@ -33,7 +33,7 @@ public:
     /// Largest input magnitudes since the last call.
     void readPeaks(uint32_t band, float &left, float &right);
 
-    bool getBandLink() const { return bandLink; }
+    bool bandLink() const { return linked; }
     bool setBandLink(bool on);
     float threshold(uint32_t band) const { return settings(band).thresholdDb; }
     float gain(uint32_t band) const { return settings(band).gainDb; }
@@ -96,7 +96,7 @@ private:
     static void report(Band &band, bool bypass, bool stereo, const Kernels::DynamicsPeaks &peaks, uint32_t b);
 
     uint32_t bandIndex = 0;
-    Util::Shared<bool> bandLink = false;       // read by the editor only
+    Util::Shared<bool> linked = false;         // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     Util::Shared<float> envelopeDecay = 0.0f;  // of the peak detectors, per sample
     std::array<Band, kBands> bands;

@@ -36,15 +36,15 @@ void Maximizer::declareParameters()
     };
     real("Limiter Threshold", "dB", {-20, 0}, 0, &Maximizer::threshold, &Maximizer::setThreshold);
     real("Limiter Margin", "dB", {-5, 0}, 0, &Maximizer::margin, &Maximizer::setMargin);
-    real("Limiter Ratio", "x:1", {1, 25}, 20, &Maximizer::getRatio, &Maximizer::setRatio);
+    real("Limiter Ratio", "x:1", {1, 25}, 20, &Maximizer::ratio, &Maximizer::setRatio);
     floatParams.back().automatable = false;
     real("Limiter Attack", "ms", {1, 20}, 4, &Maximizer::attack, &Maximizer::setAttack);
     real("Limiter Release", "ms", {10, 500}, 500, &Maximizer::release, &Maximizer::setRelease);
 
-    addBool(ParamGroup::maximizer, "Limiter Bypass", false, {.plain = &Maximizer::getBypass},
+    addBool(ParamGroup::maximizer, "Limiter Bypass", false, {.plain = &Maximizer::bypass},
             {.plain = &Maximizer::setBypass})
         .automatable = true;
-    addBool(ParamGroup::maximizer, "Limiter Brickwall Mode", false, {.plain = &Maximizer::getBrickwall},
+    addBool(ParamGroup::maximizer, "Limiter Brickwall Mode", false, {.plain = &Maximizer::brickwall},
             {.plain = &Maximizer::setBrickwall})
         .automatable = true;
 }

@@ -27,11 +27,11 @@ public:
 
     float threshold() const { return settings.load().thresholdDb; }
     float margin() const { return settings.load().marginDb; }
-    float getRatio() const { return settings.load().ratio; }
+    float ratio() const { return settings.load().ratio; }
     float attack() const { return settings.load().attackMs; }
     float release() const { return settings.load().releaseMs; }
-    bool getBypass() const { return settings.load().bypass; }
-    bool getBrickwall() const { return settings.load().brickwall; }
+    bool bypass() const { return settings.load().bypass; }
+    bool brickwall() const { return settings.load().brickwall; }
     bool setThreshold(float db) { return change(&MaximizerSettings::thresholdDb, db); }
     bool setMargin(float db) { return change(&MaximizerSettings::marginDb, db); }
     bool setRatio(float value) { return change(&MaximizerSettings::ratio, value); }

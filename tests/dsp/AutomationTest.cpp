@@ -97,7 +97,7 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
     }
     EXPECT_LT(errorDb(automatic.output, byHand.output, peakOf(sound)), -100);
     EXPECT_EQ(automatic.plugin.chainResets, byHand.plugin.chainResets);
-    EXPECT_EQ(automatic.chain.maximizer()->getRatio(), byHand.chain.maximizer()->getRatio());
+    EXPECT_EQ(automatic.chain.maximizer()->ratio(), byHand.chain.maximizer()->ratio());
 }
 
 TEST(Automation, OfTheBypassYieldsToTheUser)

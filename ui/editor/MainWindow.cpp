@@ -82,7 +82,7 @@ void MainWindow::followLinkKeys()
 bool MainWindow::bandsLinked(void *window)
 {
     const auto &self = *static_cast<const MainWindow *>(window);
-    return self.frame->transform().dynamics()->getBandLink() || self.altShiftHeld();
+    return self.frame->transform().dynamics()->bandLink() || self.altShiftHeld();
 }
 
 // Focus.
@@ -193,7 +193,7 @@ void MainWindow::slotCutoffReset(uint32_t cutoff)
 
 void MainWindow::slotUpdateLimiterAttackRange()
 {
-    const bool brickwall = frame->transform().maximizer()->getBrickwall();
+    const bool brickwall = frame->transform().maximizer()->brickwall();
     limiterAttackEdit->setDisplayRange(kAttackLowestMs,
                                        brickwall ? kBrickwallAttackHighestMs : kAttackHighestMs);
 }
@@ -225,7 +225,7 @@ void MainWindow::slotUpdatePanelEnables()
 
 void MainWindow::slotUpdateLimiterEnable()
 {
-    const bool bypassed = frame->transform().maximizer()->getBypass();
+    const bool bypassed = frame->transform().maximizer()->bypass();
     if (!paintBar(Layout::limiterBar(), limiterBarColour, bypassed ? kInactiveColour : kLimiterColour))
         return;
     limiterTitle->redraw();

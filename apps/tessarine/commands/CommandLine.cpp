@@ -10,12 +10,6 @@ namespace {
 
 constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
 
-std::string version()
-{
-    constexpr int32_t kNumber = Product::kVersion;
-    return fmt::format("tessarine {}.{}.{}", kNumber / 1000, kNumber / 100 % 10, kNumber % 100);
-}
-
 /// Help, or what is wrong in one line.
 Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::string &firstWord)
 {
@@ -68,7 +62,7 @@ void runCommandLine(int argc, const char *const *argv)
     CLI::App app("Tessarine: four-band dynamics for sound files", "tessarine");
     app.require_subcommand(1);
     app.set_help_all_flag("--help-all", "Help of all commands");
-    app.set_version_flag("--version", version(), "Show the version");
+    app.set_version_flag("--version", fmt::format("tessarine {}", Product::kVersionText), "Show the version");
     for (const auto add : {addRender, addParams, addLatency, addResponse, addChunk, addEditor}) add(app);
     try {
         app.parse(argc, argv);

@@ -106,8 +106,8 @@ void hearFile(AudioReader &reader, const std::vector<Trials> &trials)
 
 std::vector<LimiterMode> modesToTry(const EffectSetup &setup, const TransformHandle &chain)
 {
-    if (chain.maximizer()->getBypass()) return {LimiterMode::bypassed};
-    if (chain.maximizer()->getBrickwall()) return {LimiterMode::brickwall};
+    if (chain.maximizer()->bypass()) return {LimiterMode::bypassed};
+    if (chain.maximizer()->brickwall()) return {LimiterMode::brickwall};
     if (assigns(setup.settings, kModeName)) return {LimiterMode::soft};
     return {LimiterMode::soft, LimiterMode::brickwall};
 }
