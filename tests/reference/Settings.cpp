@@ -30,7 +30,7 @@ BandSettings drawBand(Random &random)
     return band;
 }
 
-MaximizerSettings drawMaximizer(Random &random)
+static MaximizerSettings drawMaximizer(Random &random)
 {
     MaximizerSettings maximizer;
     maximizer.thresholdDb = value(random, -20, 0);
@@ -42,7 +42,7 @@ MaximizerSettings drawMaximizer(Random &random)
     return maximizer;
 }
 
-SpectrumSettings drawSpectrum(Random &random)
+static SpectrumSettings drawSpectrum(Random &random)
 {
     return {random.chance(0.5), random.below(5), random.below(6), random.below(5)};
 }

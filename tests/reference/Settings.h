@@ -32,8 +32,6 @@ struct Settings {
 };
 
 BandSettings drawBand(Signals::Random &random);
-MaximizerSettings drawMaximizer(Signals::Random &random);
-SpectrumSettings drawSpectrum(Signals::Random &random);
 /// Cutoffs far apart, close, equal or crossed.
 void drawCutoffs(Signals::Random &random, float (&cutoffs)[3]);
 /// All but global bypass; a tenth of the switches is on.
