@@ -1,5 +1,4 @@
 #include "dsp/kernels/Fft.h"
-#include "dsp/operations/FourierTransform.h"
 
 #include <algorithm>
 #include <bit>
@@ -87,21 +86,6 @@ TEST_P(Fft, IsThePlainSumInEverySet)
 }
 
 INSTANTIATE_TEST_SUITE_P(Orders, Fft, testing::Range(FftPlan::kLeastOrder, FftPlan::kMostOrder + 1));
-
-/// The transform among the vector operations is the same plan behind another door.
-TEST(FourierTransform, GivesThePlansBits)
-{
-    IppsFFTSpec_R_32f *spec = nullptr;
-    const Buffer in = offsetNoise(512);
-    ASSERT_EQ(ippsFFTInitAlloc_R_32f(&spec, 9, kFftScaleInverse, 1), 0);
-    int bytes = 0;
-    ASSERT_EQ(ippsFFTGetBufSize_R_32f(spec, &bytes), 0);
-    Buffer out(514);
-    Util::AlignedBuffer<uint8_t> work(static_cast<size_t>(bytes));
-    EXPECT_EQ(ippsFFTFwd_RToCCS_32f(in.data(), out.data(), spec, work.data()), 0);
-    EXPECT_TRUE(sameBits(out, forward(FftPlan(9), in)));
-    EXPECT_EQ(ippsFFTFree_R_32f(spec), 0);
-}
 
 TEST(FftMagnitudes, KeepNeitherInfinityNorNaN)
 {

@@ -1,6 +1,3 @@
-#include "dsp/kernels/VectorOperations.h"
-
-#include "dsp/kernels/DenormalGuard.h"
 #include "dsp/operations/Arithmetic.h"
 
 #include <algorithm>
@@ -12,6 +9,7 @@
 #include <numeric>
 #include <vector>
 
+#include "dsp/kernels/VectorOperations.h"
 #include "tests/signals/Signals.h"
 
 namespace {
@@ -87,27 +85,6 @@ TEST(VectorOperations, OddValuesSurviveOrGoAsPromisedAndSumsAreClose)
     float product = 0;
     ippsDotProd_32f(a.data(), b.data(), 101, &product);
     EXPECT_NEAR(product, std::inner_product(a.begin(), a.end(), b.begin(), 0.0), 1e-4);
-}
-
-TEST(DenormalGuard, IsTheSameWaveHoweverTheBlocksAreCut)
-{
-    constexpr uint32_t kFrames = 1000;
-    for (const uint8_t start : {0, 127, 200, 255})
-        for (const uint32_t block : {1u, 7u, 128u, 129u, kFrames}) {
-            Floats stereo[] = {Floats(kFrames), Floats(kFrames)}, mono(kFrames);
-            uint8_t phase = start;
-            for (uint32_t i = 0; i < kFrames; i += block) {
-                const uint32_t count = std::min(block, kFrames - i);
-                addDenormalGuard(count, mono.data() + i, nullptr, &phase, false);
-                addDenormalGuard(count, stereo[0].data() + i, stereo[1].data() + i, &phase, true);
-            }
-            for (uint32_t i = 0; i < kFrames; ++i) {
-                const float sign = static_cast<uint8_t>(start + i) > 127 ? -1.0f : 1.0f;
-                ASSERT_EQ(stereo[0][i], sign * 1e-10f) << i << " by " << block;
-                ASSERT_EQ(stereo[1][i], sign * 2e-10f);
-                ASSERT_EQ(mono[i], stereo[0][i]);
-            }
-        }
 }
 
 } // namespace
