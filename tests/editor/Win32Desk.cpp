@@ -11,6 +11,7 @@ constexpr char kHostClass[] = "Tessarine test host";
 constexpr Point kCorner{40, 30}; // of the host window on the screen
 constexpr UINT kMostDoubleClickMs = 5000;
 constexpr UINT kLookMs = 10; // how often the one who answers looks for the prompt
+constexpr int kSettlingRounds = 10;
 
 bool isExtended(uint32_t key)
 {
@@ -208,12 +209,23 @@ void Win32Desk::doubleClick()
 
 void Win32Desk::wheel(int32_t delta) { useMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta)); }
 
+/// After a prompt the screen reports the window under the pointer, which makes Wine release all keys: press them later.
+void Win32Desk::settleAfterPrompt()
+{
+    if (!std::exchange(promptAnswered, false)) return;
+    for (int round = 0; round < kSettlingRounds; ++round) {
+        pump(Timers::held);
+        Sleep(kLookMs);
+    }
+}
+
 void Win32Desk::keyDown(uint32_t key)
 {
-    holdKeys();
-    useKey(key, true);
+    settleAfterPrompt();
     keysHeld.insert(key);
+    holdKeys();
     pump(Timers::held);
+    holdKeys();
 }
 
 void Win32Desk::keyUp(uint32_t key)
@@ -256,4 +268,5 @@ void Win32Desk::typeAnswer()
     const Answer typed = std::exchange(answer, std::nullopt).value_or(Answer{"", false});
     for (const char character : typed.text) typeCharacter(character);
     typeKey(typed.confirm ? VK_RETURN : VK_ESCAPE);
+    promptAnswered = true;
 }

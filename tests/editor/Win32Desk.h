@@ -40,10 +40,12 @@ private:
     void typeAnswer();
     static void pump(Timers timers);
     static void holdKeys();
+    void settleAfterPrompt();
     static void useMouse(DWORD flags, DWORD data = 0);
 
     HWND host = nullptr;
     std::optional<Answer> answer; // of the next prompt
+    bool promptAnswered = false; // since the last key that was held
     UINT_PTR promptTimer = 0;
     static inline HWND answered = nullptr; // the prompt that has been dealt with
     static inline std::set<uint32_t> keysHeld;
