@@ -43,21 +43,20 @@ int32_t Programs::saveChunk(size_t current, bool onlyCurrent, void **data)
 
 int32_t Programs::loadChunk(size_t current, bool onlyCurrent, const void *data, int32_t size)
 {
+    chunkLoaded = false;
     if (size <= 0) return 0;
     try {
         const size_t first = onlyCurrent ? current : 0, end = onlyCurrent ? current + 1 : programs.size();
         const size_t bytes = std::min(static_cast<size_t>(size), (end - first) * kMostChunkBytes);
         Util::ByteStream stream(static_cast<uint32_t>(bytes), data);
-        bool taken = false;
         for (size_t i = first; i < end; ++i) {
             ProgramEntry program;
             if (!read(stream, program)) break;
             if (!plugin.isValidState(program.state)) continue;
             programs[i] = std::move(program);
-            taken = true;
+            chunkLoaded = true;
         }
-        if (!taken) return 0;
-        load(current);
+        if (chunkLoaded) load(current);
         return size;
     } catch (const Util::Exception::DataStreamIO &) {
         return 0;
@@ -69,7 +68,8 @@ bool Programs::read(Util::DataStream &stream, ProgramEntry &program)
 {
     if (stream.bytesLeft() < sizeof(uint32_t)) return false;
     const uint32_t stateBytes = stream.getUInt32();
-    if (stateBytes > kMostStateBytes || stream.bytesLeft() < stateBytes) return false;
+    if (stateBytes > kMostStateBytes) throw Util::Exception::DataStreamIO("state too long");
+    if (stream.bytesLeft() < stateBytes) return false;
     program.state.resize(stateBytes);
     stream.readBytes(program.state);
 

@@ -19,9 +19,12 @@ public:
     /// Stores the present values in `current` and points `data` to a chunk of that program or of all, which
     /// stays valid until the next call. Returns its bytes, or 0 if it cannot be written.
     int32_t saveChunk(size_t current, bool onlyCurrent, void **data);
-    /// Loads `current` from a chunk of that program or of all. Returns `size`; 0, and nothing changed, for a
-    /// chunk that saveChunk did not write.
+    /// Loads `current` from a chunk of that program or of all. Skips a program that the chunk cuts short or whose
+    /// state is not valid; if it skips all, nothing changes. Returns `size`, or 0 where a state would be longer than
+    /// any that saveChunk writes.
     int32_t loadChunk(size_t current, bool onlyCurrent, const void *data, int32_t size);
+    /// True if the last call of loadChunk loaded a program.
+    bool lastChunkLoaded() const { return chunkLoaded; }
 
 private:
     struct ProgramEntry {
@@ -32,5 +35,6 @@ private:
 
     Plugin &plugin;
     std::vector<ProgramEntry> programs;
+    bool chunkLoaded = false;
     std::vector<uint8_t> chunkBuffer; // the chunk that the host was given last
 };

@@ -38,6 +38,7 @@ public:
     // Programs and chunks; see Programs.
     int32_t getChunk(void **data, bool isPreset) override;
     int32_t setChunk(void *data, int32_t size, bool isPreset) override;
+    bool lastChunkLoaded() const { return programs.lastChunkLoaded(); }
     void setProgram(int32_t program) override;
     void setProgramName(char *name) override;
     void getProgramName(char *name) override;

@@ -36,7 +36,8 @@ DrivenEffect::Bytes DrivenEffect::chunk() const
 bool DrivenEffect::setChunk(Bytes chunk, bool isPreset) const
 {
     chunk.shrink_to_fit(); // without a spare byte, so that reading past the end shows
-    return dispatch(effSetChunk, isPreset, static_cast<intptr_t>(chunk.size()), chunk.data()) != 0;
+    dispatch(effSetChunk, isPreset, static_cast<intptr_t>(chunk.size()), chunk.data());
+    return plugin().lastChunkLoaded();
 }
 
 bool DrivenEffect::offer(const Bytes &offered, bool isPreset) const

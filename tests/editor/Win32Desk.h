@@ -45,7 +45,7 @@ private:
 
     HWND host = nullptr;
     std::optional<Answer> answer; // of the next prompt
-    bool promptAnswered = false; // since the last key that was held
+    bool promptAnswered = false;  // since the last key that was held
     UINT_PTR promptTimer = 0;
     static inline HWND answered = nullptr; // the prompt that has been dealt with
     static inline std::set<uint32_t> keysHeld;

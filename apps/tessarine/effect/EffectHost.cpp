@@ -63,8 +63,8 @@ std::string EffectHost::chunk() const
 
 bool EffectHost::setChunk(std::string chunk)
 {
-    return effect->dispatcher(effect, effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data(),
-                              0.0f) != 0;
+    effect->dispatcher(effect, effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data(), 0.0f);
+    return VSTPlugin::of(effect)->lastChunkLoaded(); // the call itself answers with the size in any case
 }
 
 void EffectHost::start() { dispatch(effMainsChanged, 1); }
