@@ -7,16 +7,20 @@ namespace DSP {
 
 /// Past samples laid out in a row, so that block code reads any delay with one pointer. New samples are
 /// written at `write`; the row is moved back to its start only when it is full.
-/// Thread  one at a time; resize() allocates, the rest never does
+/// Thread  one at a time; reserve() allocates, resize() only beyond what was reserved, the others never
 class DelayLine {
 public:
+    /// Allocates for resize() with these lengths. Keeps the samples.
+    void reserve(uint32_t history, uint32_t mostFrames)
+    {
+        line.grow(capacityFor(history, mostFrames) + kOverrun);
+    }
     /// Holds `history` samples of the past, all of them `past`, and takes blocks of up to `mostFrames`.
     void resize(uint32_t history, uint32_t mostFrames, float past = 0.0f)
     {
-        const uint32_t room = history + kBlocksBetweenMoves * mostFrames;
-        line.grow(room + kOverrun);
-        length = history; // only now that there is room for it
-        capacity = room;
+        reserve(history, mostFrames);
+        length = history; // only after reserve(), which may throw
+        capacity = capacityFor(history, mostFrames);
         clear(past);
     }
     void clear(float past = 0.0f)
@@ -39,6 +43,10 @@ public:
 
 private:
     static constexpr uint32_t kBlocksBetweenMoves = 8;
+    static constexpr uint32_t capacityFor(uint32_t history, uint32_t mostFrames)
+    {
+        return history + kBlocksBetweenMoves * mostFrames;
+    }
     static constexpr uint32_t kOverrun = 8; // a vector pass may touch so many samples behind a block
 
     Util::AlignedBuffer<float> line;

@@ -79,8 +79,17 @@ void Dynamics::setSampleRate(uint32_t hz)
         sampleRate = hz;
         envelopeDecay = peakDecay(hz);
         for (Band &band : bands) designBand(band);
+        reserveDelays();
     }
     clearMeters();
+}
+
+/// The lines get their new length at the next reset, which may happen on the audio thread and must not allocate there.
+void Dynamics::reserveDelays()
+{
+    const Util::Hold hold(lock);
+    for (auto *lines : {&state.delayLeft, &state.delayRight})
+        for (DelayLine &line : *lines) line.reserve(latency(), kChunk);
 }
 
 void Dynamics::suspend()
@@ -101,7 +110,7 @@ void Dynamics::reset()
 {
     const Util::Hold hold(lock);
     clearMeters();
-    const uint32_t history = lookAheadSamples(sampleRate) - 1;
+    const uint32_t history = latency();
     for (uint32_t b = 0; b < kBands; ++b) {
         // The left line's length is taken for both, so if memory is short the right one must not be the shorter.
         state.delayRight[b].resize(history, kChunk);

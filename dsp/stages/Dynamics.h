@@ -88,6 +88,7 @@ private:
     template <class V>
     bool change(uint32_t band, V BandSettings::*field, V value);
     void designBand(Band &band) { band.coefficients.store(design(band.settings.load(), sampleRate)); }
+    void reserveDelays();
     void clearMeters();
     void loadCoefficients(Block &block) const;
     /// Takes out of the block, and silences, the bands that another band's solo shuts.

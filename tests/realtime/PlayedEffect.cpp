@@ -15,9 +15,10 @@ void PlayedEffect::restart(Format format)
     options().setBypass(false);
     options().envelopeHandler().setEnvelope(DSP::ParamKind::boolean, DSP::Global::kBypassParam, {});
     effect.switchTo(false);
-    effect.dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(format.rate));
     effect.dispatch(effSetBlockSize, 0, kMostFrames);
     effect.switchTo(true);
+    effect.dispatch(effSetSampleRate, 0, 0, nullptr,
+                    static_cast<float>(format.rate)); // some hosts do so while on
     tick();
 }
 

@@ -16,7 +16,7 @@ public:
 
     PlayedEffect();
 
-    /// Switched off, told the format, and on again.
+    /// Switches the effect off and on again and sets the format.
     void restart(Format format);
     /// One thing that the person or the host does, and a tick with all that it paints.
     void useWindow(Random &random);

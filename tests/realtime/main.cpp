@@ -97,6 +97,8 @@ void play(PlayedEffect &effect, PlayedEffect::Format format, uint64_t seed, Figu
     std::atomic<bool> stopping = false;
     std::thread audioThread([&] { audio->run(controls, stopping); });
     while (!audio->isWarm()) std::this_thread::sleep_for(milliseconds(1));
+    DSP::Global &options = effect.options();
+    options.setProcessAsMono(!options.getProcessAsMono()); // the next block resets the chain, at its new rate
     std::thread automation([&] {
         for (Random random(seed + 1); !stopping; std::this_thread::sleep_for(milliseconds(1)))
             effect.automate(random);
