@@ -1,5 +1,7 @@
 #include "dsp/operations/FourierTransform.h"
 
+#include <cstring>
+
 #include "dsp/kernels/Fft.h"
 
 namespace DSP {
@@ -7,6 +9,19 @@ namespace DSP {
 struct IppsFFTSpec_R_32f {
     FftPlan plan;
 };
+
+namespace {
+
+constexpr size_t kAlignment = Util::AlignedBuffer<float>::kAlignment;
+
+/// Floats that an array of `count` takes if the next one is to be aligned.
+size_t alignedCount(size_t count)
+{
+    constexpr size_t kFloats = kAlignment / sizeof(float);
+    return (count + kFloats - 1) / kFloats * kFloats;
+}
+
+} // namespace
 
 VectorStatus ippsFFTInitAlloc_R_32f(IppsFFTSpec_R_32f **spec, int order, int flag, int)
 {
@@ -20,7 +35,9 @@ VectorStatus ippsFFTInitAlloc_R_32f(IppsFFTSpec_R_32f **spec, int order, int fla
 VectorStatus ippsFFTGetBufSize_R_32f(const IppsFFTSpec_R_32f *spec, int *size)
 {
     if (!spec || !size) return kVectorNullPointer;
-    *size = static_cast<int>(spec->plan.workLength() * sizeof(float));
+    const auto length = static_cast<size_t>(spec->plan.length());
+    const size_t floats = length + alignedCount(length + 2) + spec->plan.workLength();
+    *size = static_cast<int>(floats * sizeof(float) + kAlignment);
     return kVectorOk;
 }
 
@@ -28,7 +45,13 @@ VectorStatus ippsFFTFwd_RToCCS_32f(const float *src, float *dst, const IppsFFTSp
                                    uint8_t *buffer)
 {
     if (!src || !dst || !spec || !buffer) return kVectorNullPointer;
-    spec->plan.forward(src, dst, reinterpret_cast<float *>(buffer));
+    const auto length = static_cast<size_t>(spec->plan.length());
+    const size_t misalignment = reinterpret_cast<uintptr_t>(buffer) % kAlignment;
+    auto *const in = reinterpret_cast<float *>(buffer + (kAlignment - misalignment) % kAlignment);
+    float *const out = in + length, *const work = out + alignedCount(length + 2);
+    std::memcpy(in, src, length * sizeof(float));
+    spec->plan.forward(in, out, work);
+    std::memcpy(dst, out, (length + 2) * sizeof(float));
     return kVectorOk;
 }
 

@@ -5,16 +5,15 @@
 
 /// The real Fourier transform among the vector operations, over an FftPlan. Part of the interface; no stage uses
 /// it.
-/// Shape   samples, bins and work buffer start at a multiple of 32 bytes and are three different arrays
-/// Thread  InitAlloc and Free allocate; the rest any, several at once with a work buffer each
-/// Errors  a null pointer gives -8, an order that FftPlan does not take or a scaled transform -6. Memory that
-///         is out throws std::bad_alloc
+/// Shape   2^order samples, order FftPlan::kLeastOrder to kMostOrder. Arrays may have any address; samples and bins
+///         may be the same array
+/// Thread  InitAlloc and Free: allocate. The others: any, several at once with a work buffer each
+/// Errors  -8 for a null pointer, -6 for another order or a scaled transform; std::bad_alloc
 namespace DSP {
 
 struct IppsFFTSpec_R_32f;
 
-/// `flag` says where the scale 1 / length goes; a forward transform without it is what there is:
-/// kFftScaleInverse or kFftNoScale. `hint` weighed speed against accuracy and is not looked at.
+/// `flag` is kFftScaleInverse or kFftNoScale: neither scales the forward transform. `hint` is ignored.
 inline constexpr int kFftScaleInverse = 2, kFftNoScale = 8;
 VectorStatus ippsFFTInitAlloc_R_32f(IppsFFTSpec_R_32f **spec, int order, int flag, int hint);
 
