@@ -50,6 +50,7 @@ public:
     Picture &drawNumber(const String &strip, std::string_view number, Point at);
 
     testing::AssertionResult isShown(const Platform::Bitmap &shot, Point corner) const;
+    Platform::Bitmap &bitmap() { return surface->bitmap(); }
 
 private:
     UI::Native::SurfaceRef surface;

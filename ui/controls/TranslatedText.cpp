@@ -25,29 +25,25 @@ TranslatedText::TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, 
       row(textRow)
 {
     const TextRow &place = source.row(row);
-    int32_t x = place.x + placeOffset.x, labelWidth = place.width;
-    const std::u16string words = source.string(row);
-    const Platform::FontRef font = source.labelFont();
-    if (font && !words.empty()) {
-        // The click counts on the words, as far as the label's field has room for them.
-        const std::u16string_view shown = fitting(words, *font, place.width);
-        labelWidth = std::max(Platform::windowSystem().measureText(*font, shown).width, 1);
-        if (place.alignment == TextRow::right) x += place.width - labelWidth;
+    setGeometry(place.x + placeOffset.x, place.y + placeOffset.y, place.width, place.height);
+    makeCanvas(place.width, place.height);
+    shown = {0, place.width};
+    if (source.labelFont()) words = source.string(row);
+    if (!words.empty()) {
+        words = fitting(words, *source.labelFont(), place.width);
+        const int32_t wordsWidth = Platform::windowSystem().measureText(*source.labelFont(), words).width;
+        const int32_t left = place.alignment == TextRow::right ? place.width - wordsWidth : 0;
+        shown = {left, left + std::max(wordsWidth, 1)};
     }
-    setGeometry(x, place.y + placeOffset.y, labelWidth, place.height);
-    makeCanvas(labelWidth, place.height);
     redraw();
 }
 
 void TranslatedText::redraw()
 {
     copyBackground();
-    const std::u16string words = source.string(row);
-    const Platform::FontRef font = source.labelFont();
-    if (font && !words.empty()) {
-        Platform::windowSystem().drawText(canvas->bitmap(), *font, kLabelColour,
-                                          {0, source.row(row).textInset}, fitting(words, *font, width()),
-                                          false);
+    if (!words.empty()) {
+        Platform::windowSystem().drawText(canvas->bitmap(), *source.labelFont(), kLabelColour,
+                                          {shown.left, source.row(row).textInset}, words, false);
     } else {
         if (!image) image = loadPixmap(String("TranslatedText%1.png").arg(row));
         drawPixmap(image, canvas, {});
@@ -55,8 +51,9 @@ void TranslatedText::redraw()
     present();
 }
 
-bool TranslatedText::onMouseDown(Point, uint32_t)
+bool TranslatedText::onMouseDown(Point at, uint32_t)
 {
+    if (at.x < shown.left || at.x >= shown.right) return false;
     sigClicked();
     return true;
 }

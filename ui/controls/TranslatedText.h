@@ -24,7 +24,11 @@ public:
 private:
     const TextSource &source;
     const uint32_t row;
-    PixmapRef image; // of the words, once it has been shown
+    std::u16string words; // empty for the image
+    struct {
+        int32_t left, right;
+    } shown;         // columns that the words take: clicks count there, while ink may reach further
+    PixmapRef image; // loaded when first drawn
 };
 
 } // namespace UI::Native
