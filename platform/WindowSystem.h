@@ -133,7 +133,8 @@ struct WindowRequest {
     WindowClient *client = nullptr;
     bool visible = true;
     bool clipSiblings = true, clipChildren = true;
-    bool takesTab = false; // WS_TABSTOP: hosts may give it the focus
+    bool takesTab = false;    // WS_TABSTOP: hosts may give it the focus
+    bool arrowCursor = false; // of the class; otherwise the window sets the cursor itself
 };
 
 /// What a text prompt shows and lets pass.

@@ -63,7 +63,7 @@ uint32_t lastError() { return GetLastError(); }
 std::optional<RegistryValue> readRegistry(RegistryRoot root, const std::string &path, const std::string &name)
 {
     HKEY opened = nullptr;
-    if (RegOpenKeyExA(rootKey(root), path.c_str(), 0, KEY_ALL_ACCESS, &opened) != ERROR_SUCCESS) return {};
+    if (RegOpenKeyExA(rootKey(root), path.c_str(), 0, KEY_READ, &opened) != ERROR_SUCCESS) return {};
     const Key key(opened);
     DWORD type = 0, size = 0;
     if (RegQueryValueExA(opened, name.c_str(), nullptr, &type, nullptr, &size) != ERROR_SUCCESS) return {};

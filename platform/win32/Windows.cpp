@@ -134,6 +134,7 @@ WindowHandle Win32WindowSystem::createWindow(const WindowRequest &request)
         made.style = CS_DBLCLKS;
         made.lpfnWndProc = &windowProcedure;
         made.hInstance = module();
+        if (request.arrowCursor) made.hCursor = LoadCursorA(nullptr, IDC_ARROW);
         made.lpszClassName = request.className.c_str();
         RegisterClassExA(&made);
     }

@@ -19,7 +19,8 @@ KeyboardProxy::KeyboardProxy(FrameBase *ownerFrame)
          .visible = false,
          .clipSiblings = false,
          .clipChildren = false,
-         .takesTab = true});
+         .takesTab = true,
+         .arrowCursor = true});
 }
 
 std::optional<intptr_t> KeyboardProxy::onEvent(Platform::WindowHandle window, const Event &event)
