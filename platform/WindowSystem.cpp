@@ -5,7 +5,8 @@
 
 namespace Platform {
 
-/// What the system itself offers, made at first use; null where there is none. Each back end has its own.
+/// The operating system's window system, created at first use; null if there is none. Defined by each back
+/// end.
 WindowSystem *nativeWindowSystem();
 
 namespace {

@@ -39,8 +39,8 @@ struct Reading {
     size_t consumed;
 };
 
-/// Infinity or zero for a well-formed number outside the range of double. `text` has no sign. Such a number is
-/// hundreds of digits away from 1, so the first digit's position plus the exponent is precise enough.
+/// Infinity or zero for a well-formed number outside the range of double. `text` has no sign. Such a number
+/// is hundreds of digits away from 1, so the first digit's position plus the exponent is precise enough.
 double beyondRange(std::string_view text, bool hexadecimal)
 {
     const size_t mantissaEnd = std::min(text.find_first_of(hexadecimal ? "pP" : "eE"), text.size());
