@@ -5,8 +5,7 @@
 
 namespace Platform {
 
-/// The operating system's window system, created at first use; null if there is none. Defined by each back
-/// end.
+/// The operating system's window system, created at first use; null if there is none. Back ends define it.
 WindowSystem *nativeWindowSystem();
 
 namespace {

@@ -27,7 +27,7 @@ constexpr uint32_t kKeyBack = 8, kKeyTab = 9, kKeyReturn = 13, kKeyShift = 16, k
 /// An event of a window. Members that a kind does not use are 0.
 struct Event {
     enum class Kind : uint32_t {
-        leftDown = 0, // the editor's mouse handlers use the first eight as numbers
+        leftDown = 0, // the editor uses the first eight as numbers of mouse events
         leftUp = 1,
         leftDouble = 2,
         rightDown = 3,
