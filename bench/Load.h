@@ -7,7 +7,7 @@ namespace Bench {
 constexpr uint32_t kRate = 44100; // Hz
 
 /// Frames of one measurement: 32 hops of the spectra, so that every measurement has the same work, and a
-/// multiple of all block sizes used.
+/// multiple of every block size in the report.
 constexpr uint32_t kMeasuredFrames = 32 * 2048;
 constexpr uint32_t kMinuteFrames = 41 * kMeasuredFrames; // slightly more than a minute
 

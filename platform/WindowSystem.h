@@ -27,7 +27,7 @@ constexpr uint32_t kKeyBack = 8, kKeyTab = 9, kKeyReturn = 13, kKeyShift = 16, k
 /// An event of a window. Members that a kind does not use are 0.
 struct Event {
     enum class Kind : uint32_t {
-        leftDown = 0, // the editor uses the first eight as numbers of mouse events
+        leftDown = 0, // the editor passes on the values 0 to 7 as mouse event numbers
         leftUp = 1,
         leftDouble = 2,
         rightDown = 3,
@@ -55,7 +55,7 @@ struct Event {
     };
 
     Kind kind;
-    Point at{}; // mouse: in the window's own pixels
+    Point at{}; // mouse: in window coordinates
     uint32_t modifiers = 0;
     int32_t wheel = 0;     // 120 per notch, positive away from the user
     uint32_t key = 0;      // virtual key, or the code of a character
@@ -171,7 +171,7 @@ public:
     /// is the host's main window.
     virtual void setOpacity(WindowHandle window, uint8_t opacity) = 0;
 
-    // Painting. Rectangles are in the window's coordinates.
+    // Painting. Rectangles are in window coordinates.
     virtual void invalidate(WindowHandle window, const OptionalRect &area, bool erase) = 0;
     virtual void validate(WindowHandle window, const OptionalRect &area) = 0;
     /// Paints the window and all its children at once.

@@ -85,7 +85,7 @@ private:
 
         const Table *base;
         std::span<const MetaEntry> rows;
-        std::map<std::string_view, uint32_t> map; // to the position in `rows`; duplicates: the last
+        std::map<std::string_view, uint32_t> map; // to the position in `rows`; the last of duplicates
         uint32_t offset;                          // global index of the first row
     };
     Table signals, slots;

@@ -170,7 +170,7 @@ void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_
     if (destroying || signal >= connections.size()) return;
     auto &list = connections[signal];
     if (!list) list = std::make_unique<ConnectionList>();
-    receiver->senders.reserve(receiver->senders.size() + 1); // now, so that bad_alloc connects neither side
+    receiver->senders.reserve(receiver->senders.size() + 1); // may throw: before either side is connected
     list->connections.push_back(
         std::make_unique<Connection>(Connection{receiver, row->signature, kind, index}));
     receiver->senders.push_back(this);
@@ -234,7 +234,7 @@ bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
     return true;
 }
 
-// Removes one entry only: `senders` has one entry per connection, which the receiver's destructor needs.
+// Removes only one entry: `senders` has one per connection, and the destructor needs the remaining ones.
 void Object::forgetSender(const Object *sender)
 {
     const auto first = std::find(senders.begin(), senders.end(), sender);

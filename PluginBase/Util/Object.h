@@ -17,7 +17,7 @@ public:
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
     /// Deletes the children and all connections of this object. Senders that were connected to this object
-    /// lose all their connections, also those to other receivers.
+    /// lose all their connections, including those to other receivers.
     virtual ~Object();
 
     virtual const MetaObject *metaObject() const { return &meta(); }

@@ -118,7 +118,7 @@ void wire(typename Reflection::Member<Signal>::Class *sender,
 ///         using Slots = MetaRows<Meta<&Button::slotSwitch, "bOn">>;
 ///     };
 ///
-/// Signal names begin with "sig". A class without own signals or slots omits that table.
+/// Signal names begin with "sig". A class that adds no signals, or no slots, omits that table.
 template <class Self, class Base>
 class Reflected : public Base {
 public:

@@ -8,7 +8,7 @@
 
 namespace Util {
 
-/// A plain record that several threads read and one at a time writes, without a lock. It is copied word by
+/// A plain record that any thread reads and one thread at a time writes, without a lock. It is copied word by
 /// word with relaxed memory order, so a reader may see a mix of fields from the last two stores.
 /// Thread  load: any. store: one at a time; callers must synchronise
 template <class T>

@@ -14,7 +14,7 @@ constexpr uint32_t kDefaultPrecision = 6, kLargestPrecision = 99;
 constexpr size_t kLongestReal = 1023;
 constexpr char kNoBreakSpace = static_cast<char>(160);
 
-// Not the C library's functions: they depend on the locale that the host has set.
+// Replacements for the C library's functions, which depend on the locale that the host has set.
 bool isSpace(char c) { return c == ' ' || (c >= 9 && c <= 13) || c == kNoBreakSpace; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }

@@ -86,13 +86,13 @@ public:
         return realNumber(value, precision < 0 ? OptionalIndex() : static_cast<uint32_t>(precision), format);
     }
 
-    /// Parses the whole string as strtod does in the "C" locale: decimal with '.' or ',', hexadecimal,
-    /// infinity or NaN. Otherwise, or with a space at either end, returns 0. `ok` (may be null) receives the
-    /// success.
+    /// Parses the whole string as strtod does in the "C" locale: decimal with '.' or ',', hexadecimal, infinity
+    /// or NaN. Returns 0 on failure and for a space at either end. Sets `ok` (may be null) to true on success.
     double toDouble(bool *ok = nullptr) const;
 
-    /// Replaces the marker ("%0" to "%9") with the lowest digit; of several, the first. Appends the value if
-    /// there is no marker. Calls can be chained; the next call also replaces markers inside the value.
+    /// Replaces the lowest-numbered marker ("%0" to "%9") with the value; of equal ones, the first. Appends
+    /// the value if there is no marker. Calls can be chained; the next call also replaces markers inside the
+    /// value.
     String arg(const String &value) const;
     String arg(const char *value) const { return arg(String(value)); }
     String arg(uint32_t value, uint32_t radix = 10) const { return arg(number(value, radix)); }

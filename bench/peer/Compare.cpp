@@ -11,8 +11,8 @@
 #include "bench/Load.h"
 #include "bench/peer/Peer.h"
 
-// tessarine_peer: runs this effect and its nearest open-source peer alternately in one process, and measures
-// time or lets an instruction counter measure.
+// tessarine_peer: times this effect and its nearest open-source peer alternately in one process, or runs the
+// peer for an instruction counter.
 
 namespace {
 
@@ -22,7 +22,7 @@ struct Options {
     bool brickwall = false, count = false, meters = false;
 };
 
-/// Most hosts do this, and the peer may depend on it.
+/// Sets flush-to-zero and denormals-are-zero, as most hosts do: the peer may depend on it.
 void flushDenormals()
 {
 #if defined(__SSE2__)

@@ -17,7 +17,7 @@ class OffscreenFont final : public Font {
 public:
     /// A glyph and its bitmap, valid until the next call of load().
     struct Glyph {
-        const FT_Bitmap *image = nullptr; // null if the glyph is empty
+        const FT_Bitmap *image = nullptr; // null if not drawn or empty
         int32_t left = 0, top = 0;        // corner of the image: right of the pen, above the baseline
         int32_t advance = 0;
     };

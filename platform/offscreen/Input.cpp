@@ -85,7 +85,7 @@ bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message 
 
 void OffscreenWindowSystem::pump()
 {
-    constexpr size_t kMostAnswers = 4; // for posts by handlers; a limit, as other threads may post endlessly
+    constexpr size_t kMostAnswers = 4; // posted by handlers; limited, as other threads may post endlessly
     size_t left;
     {
         const std::lock_guard hold(messageMutex);

@@ -57,7 +57,7 @@ public:
 
     struct PaintRecord {
         WindowHandle window;
-        Rect area; // in the window's coordinates
+        Rect area; // in window coordinates
     };
     std::vector<PaintRecord> paints; // grows until the reader clears it
     const std::string &title(WindowHandle window) const;

@@ -30,7 +30,7 @@ DIGIT = 0xE4ECF2            # numbers in a field
 ACCENT = 0x2FA8FF           # keyboard focus, pressed handle, checked box
 
 BANDS = WINDOW["kBarColours"]                       # title bars; the editor recolours them
-CURVES = SPECTRUM_CODE["kCurveColours"]             # spectra, as the editor draws them
+CURVES = SPECTRUM_CODE["kCurveColours"]             # spectra
 LIMITER_BAR, INACTIVE_BAR = WINDOW["kLimiterColour"], WINDOW["kInactiveColour"]
 
 GREEN, YELLOW, RED = 0x3DDC84, 0xFFD83D, 0xFF4B3E   # level
