@@ -3,20 +3,20 @@
 #include "bench/Chain.h"
 #include "dsp/kernels/Kernels.h"
 
-// tessarine_bench: Google Benchmark cases for each stage and for the whole effect, for looking at one thing
-// closely. They run on the kernels that TESSARINE_ISA or the processor chooses.
+// tessarine_bench: Google Benchmark cases for each stage and for the whole effect. They use the kernels that
+// TESSARINE_ISA or the processor selects.
 
 namespace Bench {
 namespace {
 
-/// Sounds that a stage works on in place, block after block. When they are used up they come back fresh, off
-/// the clock.
+/// Sounds that a stage processes in place, block by block. At the end they are restored while the clock is
+/// paused.
 struct Tracks {
     explicit Tracks(std::vector<Audio> sounds)
         : fresh(std::move(sounds)), used(fresh), left(fresh.size()), right(left)
     {
     }
-    /// Moves on to the next `frames`.
+    /// Advances to the next block of `frames`.
     void next(uint32_t frames, benchmark::State &state)
     {
         if (position + frames > fresh[0].frames()) {
@@ -33,7 +33,7 @@ struct Tracks {
     }
 
     std::vector<Audio> fresh, used;
-    std::vector<float *> left, right; // the present block of each track
+    std::vector<float *> left, right; // the current block of each track
     uint32_t position = 0;
 };
 
@@ -43,7 +43,7 @@ const Audio &piece()
     return sound;
 }
 
-/// The music as it arrives at the limiter, about 9 dB over its threshold.
+/// Music about 9 dB above the limiter's threshold, as in the chain.
 const Audio &loudPiece()
 {
     static const Audio sound = [] {
@@ -80,7 +80,7 @@ const std::vector<Audio> &bands()
     return sounds;
 }
 
-/// Runs one block for each turn of the benchmark; its frames are the benchmark's first argument.
+/// Runs one block per iteration; the benchmark's first argument is the block size in frames.
 template <class Block>
 void overTracks(benchmark::State &state, const std::vector<Audio> &sounds, Block block)
 {
@@ -157,7 +157,7 @@ void levelMeter(benchmark::State &state)
     });
 }
 
-/// All four, as in the chain.
+/// All four spectra, as in the chain.
 void spectra(benchmark::State &state)
 {
     Chain chain;
@@ -177,7 +177,7 @@ void chainOnly(benchmark::State &state)
     });
 }
 
-/// Through the record that a host holds.
+/// The whole effect, called through its AEffect record as by a host.
 template <bool brickwall>
 void effect(benchmark::State &state)
 {

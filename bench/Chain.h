@@ -4,8 +4,8 @@
 
 namespace Bench {
 
-/// A plug-in without a host, under the standard load: what the chain costs without the record's shell, and
-/// the home of single stages.
+/// A plug-in without a host, under the standard load: for the cost of the chain without the host shell, and
+/// of single stages.
 class Chain final : public Plugin {
 public:
     explicit Chain(bool brickwall = false) : Plugin(kVst)

@@ -6,7 +6,7 @@
 #include "bench/Load.h"
 #include "dsp/kernels/Kernels.h"
 
-// tessarine_count: plays the standard load for an instruction counter, or for the clock if there is none.
+// tessarine_count: plays the standard load for an instruction counter, or prints the time if there is none.
 
 namespace {
 
@@ -15,8 +15,8 @@ struct Options {
     bool brickwall = false, moveCutoffs = false, silence = false, eachBlock = false, showKernels = false;
 };
 
-/// Plays with only the effect counted; returns ns per frame of each piece of kMeasuredFrames, looks at the
-/// meters included.
+/// Counts instructions of the effect only. Returns ns per frame of each piece of kMeasuredFrames, including
+/// the meter readings.
 std::vector<double> measure(Bench::Load &load, const Options &options)
 {
     std::vector<double> pieces;
@@ -43,7 +43,7 @@ void printReductions(const Bench::Load &load)
     uint32_t band = 0;
     for (const Bench::Reductions &r : load.reductions()) {
         const std::string name = band < DSP::kBands ? fmt::format("band {}", band + 1) : "limiter";
-        fmt::print("{:8} {:5.1f} dB on average, at work {:3.0f} % of the time\n", name, r.meanDb,
+        fmt::print("{:8} {:5.1f} dB on average, active {:3.0f} % of the time\n", name, r.meanDb,
                    100 * r.share);
         ++band;
     }
@@ -51,16 +51,16 @@ void printReductions(const Bench::Load &load)
 
 } // namespace
 
-int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): it says what was wrong
+int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): ends with a message
 {
     Options options;
-    CLI::App app{"Plays the standard load for an instruction counter; without one it prints ns per frame."};
-    app.add_option("--block", options.block, "frames of a block")->check(CLI::Range(1, 4096));
-    app.add_option("--frames", options.frames, "frames to measure, after a second that is not");
+    CLI::App app{"Plays the standard load for an instruction counter; without one, prints ns per frame."};
+    app.add_option("--block", options.block, "frames per block")->check(CLI::Range(1, 4096));
+    app.add_option("--frames", options.frames, "frames to measure, after a warm-up of 65536 frames");
     app.add_flag("--brickwall", options.brickwall, "limiter in brickwall mode");
     app.add_flag("--cutoffs", options.moveCutoffs, "move a cutoff before every block");
     app.add_flag("--silence", options.silence, "measure silence after the music");
-    app.add_flag("--kernels", options.showKernels, "only say which kernels run");
+    app.add_flag("--kernels", options.showKernels, "print the kernels in use and exit");
     app.add_flag("--each-block", options.eachBlock, "write a count for every block");
     CLI11_PARSE(app, argc, argv);
     if (options.showKernels) {

@@ -15,7 +15,7 @@ bool Counting::isWatched() { return RUNNING_ON_VALGRIND; }
 
 Counting::Counting()
 {
-    // Watching begins with the first count: what comes before is most of a run and of no interest.
+    // Instrumentation starts with the first count, because the set-up before it takes most of a run.
     [[maybe_unused]] static const bool begun = [] {
         CALLGRIND_START_INSTRUMENTATION;
         return true;

@@ -1,17 +1,18 @@
 #pragma once
 namespace Bench {
 
-/// Switches for the instruction counter that may be watching the process from outside (Callgrind, started
-/// with --instr-atstart=no --collect-atstart=no). Without one they do nothing and cost next to nothing.
+/// Controls Callgrind, if it runs this process (with --instr-atstart=no --collect-atstart=no). Otherwise has
+/// no effect and negligible cost.
 class Counting {
 public:
+    /// True if Valgrind runs this process.
     static bool isWatched();
-    /// Counts while the object lives.
+    /// Counts instructions during the object's lifetime.
     Counting();
     ~Counting();
     Counting(const Counting &) = delete;
     Counting &operator=(const Counting &) = delete;
-    /// Ends a part: writes what was counted since the last one, and counts on from 0.
+    /// Writes the count since the previous call and restarts it at 0.
     static void endPart();
 };
 

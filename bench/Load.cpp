@@ -9,7 +9,7 @@ namespace {
 constexpr float kCutoffsHz[] = {120, 1000, 6000};
 constexpr float kMovedCutoffHz = 1100;
 constexpr uint64_t kSeed = 4;
-// Peaks. Hum and hiss give the outer bands something to do at all times.
+// Peak levels. Hum and hiss keep the lowest and the highest band active at all times.
 constexpr double kMusicDb = -1, kHumDb = -16, kHissDb = -18;
 constexpr double kHumHz = 55;
 

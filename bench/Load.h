@@ -6,42 +6,41 @@ namespace Bench {
 
 constexpr uint32_t kRate = 44100; // Hz
 
-/// The length of one measurement: 32 hops of the spectra, so that every one holds the same work, and a whole
-/// number of blocks of every size up to 4096.
+/// Frames of one measurement: 32 hops of the spectra, so that every measurement has the same work, and a
+/// multiple of every block size in the report.
 constexpr uint32_t kMeasuredFrames = 32 * 2048;
-constexpr uint32_t kMinuteFrames = 41 * kMeasuredFrames; // and a little
+constexpr uint32_t kMinuteFrames = 41 * kMeasuredFrames; // slightly more than a minute
 
-/// What every figure is measured under: all four bands compress (-30 dB, 4:1, 10 and 100 ms, 12 dB of gain),
-/// the limiter works at -6 dB, the spectra run. Bands are split at 120, 1000 and 6000 Hz.
+/// Applies the standard load, which all figures use: all four bands compress (-30 dB, 4:1, 10 and 100 ms, 12
+/// dB of gain), the limiter's threshold is -6 dB, the spectra run. Cutoffs are 120, 1000 and 6000 Hz.
 void setStandard(const TransformHandle &chain, bool brickwall);
 
-/// Seeded music that keeps all bands and the limiter working, in pieces of kMeasuredFrames; longer music
-/// starts with the shorter.
+/// Seeded music that keeps all bands and the limiter active, in pieces of kMeasuredFrames. Longer music
+/// starts with the same samples as shorter music.
 Audio music(uint32_t frames);
 
-/// How far the gains go down, in dB as a mean over the looks at the meters, and the share of looks with more
-/// than half a dB.
+/// Mean gain reduction in dB over all meter readings, and the share of readings above 0.5 dB (0 to 1).
 struct Reductions {
     double meanDb = 0, share = 0;
 };
 
-/// The whole effect under the standard load, called through its record as a host calls it.
+/// The whole effect under the standard load, called through its AEffect record as by a host.
 class Load {
 public:
-    /// Plays `musicFrames` of music, over and over: a multiple of kMeasuredFrames.
+    /// Loops `musicFrames` of music, a multiple of kMeasuredFrames.
     Load(uint32_t blockFrames, bool brickwall, uint32_t musicFrames);
 
-    /// The next block of the music, or of silence.
+    /// Processes the next block of the music, or a block of silence.
     void playBlock();
-    /// Whole blocks that hold `frames` or more; looks at the meters on the way.
+    /// Processes at least `frames`, in whole blocks, and reads the meters 30 times a second.
     void play(uint32_t frames);
-    /// Reads all meters, as an editor does 30 times a second, if it is time to.
+    /// Reads all meters like an editor: does nothing until 1/30 s after the last reading.
     void lookAtMeters();
-    /// Moves the middle cutoff, each time to another place, as a host's automation does.
+    /// Toggles the middle cutoff between 1000 and 1100 Hz, as a host's automation does.
     void moveCutoff();
     void setSilent(bool on) { silent = on; }
 
-    /// Of the four bands and the limiter, over all looks at the meters so far.
+    /// Gain reductions of the four bands and the limiter so far.
     std::vector<Reductions> reductions() const;
 
 private:

@@ -1,4 +1,4 @@
-"""Counting with Callgrind, and reading where the instructions went."""
+"""Runs Callgrind and reads the instruction counts of each stage."""
 
 import collections
 import os
@@ -7,8 +7,8 @@ import subprocess
 import tempfile
 import threading
 
-# Which source files make up a stage. A function of any other file (vector passes, locks, the C library) counts for the
-# stages that call it.
+# The source files of each stage. Functions of other files (vector passes, locks, the C library) count towards the
+# stages that call them.
 STAGES = {
     "crossover": r"dsp/(stages/(CrossOver|FilterBank)|numerics/FilterDesign|kernels/CrossOver\w*)",
     "compressor": r"dsp/(stages/Dynamics|kernels/Dynamics\w*)",
@@ -37,7 +37,7 @@ def stage_of_file(file):
 
 
 class Profile:
-    """One run: instructions in all, and by stage."""
+    """Instruction counts of one run: total and by stage."""
 
     def __init__(self, program, environment):
         with tempfile.TemporaryDirectory() as folder:
@@ -90,7 +90,7 @@ class Profile:
         def of(function, path=()):
             if function in shares:
                 return shares[function]
-            files = sorted(self.files.get(function, ()), key=lambda file: file.endswith(".h"))  # inlined code comes last
+            files = sorted(self.files.get(function, ()), key=lambda file: file.endswith(".h"))  # inlined code last
             own = next(filter(None, map(stage_of_file, files)), None)
             share = collections.Counter()
             if own:
@@ -114,12 +114,12 @@ class Profile:
 
 
 def parts(program, environment):
-    """Instructions of each part of a run that ends its parts itself."""
-    # Tens of thousands of parts, each written as a whole profile, go through a pipe: only their totals are kept.
+    """Instructions of each part of a run; the program ends its parts with Counting::endPart."""
+    # Callgrind writes tens of thousands of whole profiles. A pipe avoids storing them: only the totals are kept.
     with tempfile.TemporaryDirectory() as folder:
         pipe = os.path.join(folder, "out")
         os.mkfifo(pipe)
-        keep_open = os.open(pipe, os.O_RDWR)  # the writer closes it after each part
+        keep_open = os.open(pipe, os.O_RDWR)  # Callgrind closes it after each part
         totals = []
 
         def read():
@@ -135,4 +135,4 @@ def parts(program, environment):
         finally:
             os.close(keep_open)
             reader.join()
-    return totals[:-1]  # the last is what the program does behind its last part
+    return totals[:-1]  # without the code after the last part

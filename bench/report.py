@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Measures the effect and its peer and prints one table; script/bench calls it with the folder of the programs."""
+"""Measures the effect and its peer and prints the tables; script/bench calls it with the folder of the programs."""
 
 import argparse
 import concurrent.futures
@@ -12,20 +12,20 @@ sys.dont_write_bytecode = True
 import callgrind
 
 BLOCKS = [64, 256, 512, 4096]  # frames
-PIECE = 65536  # frames of one count
+PIECE = 65536  # frames per count
 MINUTE = 41 * PIECE
 MODES = {"soft": [], "brickwall": ["--brickwall"]}
 
-# The most that each figure may be.
+# Upper limit of each figure.
 LIMITS = {
-    "instructions a frame": {
+    "instructions per frame": {
         ("sse2", "soft"): 900, ("sse2", "brickwall"): 1050, ("avx2", "soft"): 550, ("avx2", "brickwall"): 650,
     },
     "time against the peer": {"sse2": 0.25, "avx2": 0.15},
     "block 64 against 4096": 1.2,
     "worst block against the median": 4.0,
     "a cutoff moved before every block": {512: 1.5, 64: 2.5},
-    "silence against music": {"instructions": 1.0, "time": 1.05},  # the clock is not as sure as the counter
+    "silence against music": {"instructions": 1.0, "time": 1.05},  # times vary, counts do not
 }
 
 
@@ -42,7 +42,7 @@ class Bench:
         return callgrind.run(self.program(name, *options), {"TESSARINE_ISA": path}).strip()
 
     def count(self, path, *options):
-        """A promise of a profile of one piece."""
+        """A future of the profile of one piece."""
         program = self.program("tessarine_count", "--frames", PIECE, *options)
         return self.workers.submit(callgrind.Profile, program, {"TESSARINE_ISA": path})
 
@@ -56,13 +56,13 @@ class Bench:
         return self.workers.submit(callgrind.Profile, program, {})
 
     def time_with_peer(self, path, mode):
-        """ns per frame by block: this effect and the peer, by turns."""
+        """ns per frame by block size: (this effect, peer), measured alternately."""
         turns = 5 if self.quick else 9
         lines = self.output("tessarine_peer", path, "--turns", turns, *MODES[mode]).splitlines()
         return {int(block): (float(ours), float(peer)) for block, ours, peer in map(str.split, lines)}
 
     def time_silence(self, path):
-        """ns per frame: of music, and of the silence behind it, by turns."""
+        """ns per frame of music and of the silence after it, measured alternately."""
         times = {"": [], "--silence": []}
         for _ in range(3 if self.quick else 9):
             for option in times:
@@ -90,7 +90,7 @@ def per_frame(profile):
 
 
 def measure_counts(bench):
-    """Everything that is counted runs at once: a count does not mind other work on the machine."""
+    """All counts run in parallel: other load on the machine does not affect them."""
     promises = {"peer": {b: bench.count_peer(b) for b in BLOCKS}}
     fast = [p for p in bench.paths if p != "portable"]
     promises["worst"] = {(p, m): bench.count_parts(p, *MODES[m]) for p in fast for m in MODES}
@@ -107,9 +107,9 @@ def report_counts(bench, counts, table, verdicts):
         for mode in MODES:
             values = [per_frame(counts["whole"][path, mode, b]) for b in BLOCKS]
             table.row(f"{path}, {mode}", *(f"{v:.0f}" for v in values), f"{values[0] / values[-1]:.2f}")
-            if (path, mode) in LIMITS["instructions a frame"]:
-                verdicts.verdict(f"{path}, {mode}: instructions a frame, block 512", values[2],
-                                 LIMITS["instructions a frame"][path, mode])
+            if (path, mode) in LIMITS["instructions per frame"]:
+                verdicts.verdict(f"{path}, {mode}: instructions per frame, block 512", values[2],
+                                 LIMITS["instructions per frame"][path, mode])
                 verdicts.verdict(f"{path}, {mode}: instructions of block 64 against 4096", values[0] / values[-1],
                                  LIMITS["block 64 against 4096"])
     table.row("peer", *(f"{per_frame(counts['peer'][b]):.0f}" for b in BLOCKS),
@@ -154,7 +154,7 @@ def report_silence(bench, counts, table, verdicts):
 
 
 def report_times(bench, table, verdicts):
-    """Returns the ratio of times at block 512 on the best path."""
+    """Returns the ratio of times (this effect to peer) in soft mode at block 512 on the fastest path."""
     table.title("Time, ns per stereo frame", *(f"block {b}" for b in BLOCKS), "64 / 4096")
     ratios = {}
     for path in bench.paths:
@@ -178,7 +178,7 @@ def write_document(path, text):
     with open(path) as file:
         page = file.read()
     page, found = re.subn(r"(<!-- table -->\n```\n).*?(```\n)", lambda m: m[1] + text + m[2], page, flags=re.S)
-    if not found: raise SystemExit(f"bench: {path} has no place for the table")
+    if not found: raise SystemExit(f"bench: {path} has no code block after '<!-- table -->'")
     with open(path, "w") as file:
         file.write(page)
 

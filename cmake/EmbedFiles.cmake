@@ -1,8 +1,8 @@
-# The table of the files that are part of the program.
+# Embeds files into the program.
 #
-# embed_files(OUTPUT FILES...) makes a C++ source OUTPUT that defines UI::Native::embeddedFiles, in the byte order of
-# the names; it is made anew when a file changes, comes or goes. Run as a script (with LIST and OUTPUT) this file is
-# the generator itself.
+# embed_files(OUTPUT FILES...) generates a C++ source OUTPUT that defines UI::Native::embeddedFiles, sorted by the bytes
+# of the names. It is regenerated when a file is changed, added or removed. In script mode (with LIST and OUTPUT) this
+# file is the generator.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
     function(embed_files output)
         set(list ${output}.txt)

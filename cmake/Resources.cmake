@@ -1,11 +1,12 @@
-# The editor's texts, its dialog and its cursor, as the resources of a program.
+# The editor's strings, dialog and cursor as resources of a program.
 #
-# The texts are in resources/strings: a file per language, named by its index, and in it a line per row of the editor's
-# text table: the row's number and its text in double quotes. Text number 377 + 45 * index + row is made from it.
+# The strings are in resources/strings, one file per language; its name starts with the index of the language. Each line
+# is a row of the editor's text table: the row's number and the string in double quotes. The resource number of a string
+# is 377 + 45 * index + row.
 #
-# tessarine_strings(OUTPUT) makes a C++ source that defines Platform::embeddedStrings, or a .rc file, by the ending of
-# OUTPUT. tessarine_windows_resources(TARGET) puts all resources into a program or library for Windows; elsewhere there
-# is nothing to do. Run as a script (with FILES and OUTPUT) this file is the generator itself.
+# tessarine_strings(OUTPUT) generates a .rc file, or a C++ source that defines Platform::embeddedStrings, depending on
+# the extension of OUTPUT. tessarine_windows_resources(TARGET) adds all resources to a target on Windows and does
+# nothing on other systems. In script mode (with FILES and OUTPUT) this file is the generator.
 if(NOT CMAKE_SCRIPT_MODE_FILE)
     set(TESSARINE_RESOURCES_SCRIPT ${CMAKE_CURRENT_LIST_FILE})
 
@@ -15,7 +16,7 @@ if(NOT CMAKE_SCRIPT_MODE_FILE)
             OUTPUT ${output}
             COMMAND ${CMAKE_COMMAND} "-DFILES=${files}" -DOUTPUT=${output} -P ${TESSARINE_RESOURCES_SCRIPT}
             DEPENDS ${files} ${TESSARINE_RESOURCES_SCRIPT}
-            COMMENT "Collecting the editor's texts"
+            COMMENT "Generating the editor's strings"
             VERBATIM)
     endfunction()
 
@@ -39,7 +40,7 @@ cmake_minimum_required(VERSION 3.25)
 set(ROWS 45)
 set(FIRST_ID 377)
 
-# Every character becomes its number, so that no compiler's idea of a code page matters, nor what follows in the text.
+# Escapes every character as \xHHHH, so that neither the compiler's code page nor the next character matters.
 function(escape_utf8 hex output)
     set(text "")
     while(NOT hex STREQUAL "")
@@ -53,9 +54,9 @@ function(escape_utf8 hex output)
             set(rest "${CMAKE_MATCH_4}")
             set(code "(0x${CMAKE_MATCH_1} & 0xf) << 12 | (0x${CMAKE_MATCH_2} & 0x3f) << 6 | 0x${CMAKE_MATCH_3} & 0x3f")
         else()
-            message(FATAL_ERROR "not UTF-8, or beyond the basic plane: ${hex}")
+            message(FATAL_ERROR "not UTF-8, or above U+FFFF: bytes ${hex}")
         endif()
-        math(EXPR code "(${code}) + 0x10000" OUTPUT_FORMAT HEXADECIMAL) # the 1 keeps the zeros in front
+        math(EXPR code "(${code}) + 0x10000" OUTPUT_FORMAT HEXADECIMAL) # keeps leading zeros
         string(REPLACE "0x1" "\\x" code ${code})
         string(APPEND text ${code})
         set(hex "${rest}")
@@ -67,10 +68,10 @@ set(entries "")
 foreach(file IN LISTS FILES)
     cmake_path(GET file FILENAME name)
     if(NOT name MATCHES "^([0-9]+)-")
-        message(FATAL_ERROR "${name} does not begin with the number of a language")
+        message(FATAL_ERROR "${name}: the file name must start with the index of a language and a hyphen")
     endif()
     math(EXPR base "${FIRST_ID} + ${ROWS} * ${CMAKE_MATCH_1}")
-    file(READ ${file} hex HEX) # as numbers: brackets and semicolons mean something to CMake
+    file(READ ${file} hex HEX) # hexadecimal: CMake interprets brackets and semicolons
     string(REGEX REPLACE "(..)" "\\1 " hex "${hex}")
     string(REPLACE "0a " ";" lines "${hex}")
     set(row 0)
@@ -79,18 +80,18 @@ foreach(file IN LISTS FILES)
         if(line STREQUAL "" OR line MATCHES "^23") # a comment
             continue()
         endif()
-        # digits, a blank, and the text in quotes, which holds neither a quote nor a backslash
+        # digits, a space and the string in quotes
         if(NOT line MATCHES "^((3[0-9])+)2022(.*)22$")
-            message(FATAL_ERROR "${name}: row ${row} has to be a number and a text in quotes")
+            message(FATAL_ERROR "${name}: row ${row} must be a number, a space and a string in double quotes")
         endif()
         set(digits ${CMAKE_MATCH_1})
         set(body "${CMAKE_MATCH_3}")
         if(body MATCHES "^(..)*(22|5c|0d)")
-            message(FATAL_ERROR "${name}: the text of row ${row} holds a quote, a backslash or a Windows line end")
+            message(FATAL_ERROR "${name}: the string of row ${row} contains a quote, a backslash or a carriage return")
         endif()
         string(REGEX REPLACE "3(.)" "\\1" number ${digits})
         if(NOT number EQUAL row)
-            message(FATAL_ERROR "${name}: row ${number} stands where row ${row} should")
+            message(FATAL_ERROR "${name}: found row ${number}, expected row ${row}")
         endif()
         escape_utf8("${body}" text)
         math(EXPR id "${base} + ${row}")
@@ -102,7 +103,7 @@ foreach(file IN LISTS FILES)
         math(EXPR row "${row} + 1")
     endforeach()
     if(NOT row EQUAL ROWS)
-        message(FATAL_ERROR "${name} has ${row} rows instead of ${ROWS}")
+        message(FATAL_ERROR "${name}: found ${row} rows, expected ${ROWS}")
     endif()
 endforeach()
 

@@ -1,4 +1,4 @@
-# The version of the project as C++ and the Windows resources read it: hosts get major * 1000 + minor * 100 + patch.
+# The project version for C++ and the Windows resources. Hosts get major * 1000 + minor * 100 + patch.
 math(EXPR TESSARINE_VERSION_NUMBER
     "${PROJECT_VERSION_MAJOR} * 1000 + ${PROJECT_VERSION_MINOR} * 100 + ${PROJECT_VERSION_PATCH}")
 configure_file(${CMAKE_CURRENT_LIST_DIR}/Version.h.in ${PROJECT_BINARY_DIR}/plugin/Version.h @ONLY)

@@ -1,4 +1,4 @@
-# Windows, 64 bit, by Debian's MinGW with POSIX threads; tests run under Wine.
+# 64-bit Windows with Debian's MinGW and POSIX threads; tests run under Wine.
 set(TESSARINE_MINGW x86_64-w64-mingw32)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 include(${CMAKE_CURRENT_LIST_DIR}/mingw.cmake)

@@ -4,14 +4,14 @@
 
 namespace Platform {
 
-/// Pixels in memory that the window system can copy to the screen. Rows run from the top down.
-/// Shape   `colour`: one 32-bit word a pixel, rows without a gap. `mask`: one byte a pixel, 0 black and 1
-///         white, rows filled up to a multiple of four bytes. All is 0 at first
+/// Pixels in memory that the window system can copy to the screen, top row first.
+/// Shape   `colour`: one 32-bit word per pixel, rows without padding. `mask`: one byte per pixel, 0 black and
+///         1 white, rows padded to a multiple of four bytes. Initially all 0
 /// Thread  one at a time
-/// Errors  a side below 1 or above kMaxSide, or no memory: the bitmap is empty
+/// Errors  a side below 1 or above kMaxSide, or out of memory: the bitmap is empty
 class Bitmap {
 public:
-    /// Far beyond any screen; keeps every size that is computed from two sides within 32 bits.
+    /// Pixels. Larger than any screen, and small enough that no byte count of a bitmap exceeds 32 bits.
     static constexpr int32_t kMaxSide = 16384;
 
     enum class Format { colour, mask };
@@ -31,7 +31,7 @@ public:
     int32_t width() const { return columns; }
     int32_t height() const { return rows; }
     Format format() const { return pixelFormat; }
-    /// From row to row.
+    /// Distance between the starts of two rows.
     uint32_t bytesPerRow() const
     {
         const auto pixels = static_cast<uint32_t>(columns);
@@ -39,12 +39,11 @@ public:
     }
     /// Null if empty.
     void *pixels() const { return memory; }
-    /// What the system calls the bitmap by, to copy from it or to draw text into it; null if it has no such
-    /// thing.
+    /// The system's handle, to copy from the bitmap or draw text into it; null if the system has none.
     void *handle() const { return systemHandle; }
 
 private:
-    /// False, with everything left as it is, for an impossible size.
+    /// Returns false and changes nothing if a side is out of range.
     bool setSize(int32_t width, int32_t height)
     {
         if (width < 1 || height < 1 || width > kMaxSide || height > kMaxSide) return false;

@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <cstdint>
 
-/// A place in pixels; x to the right, y down.
+/// A position in pixels; x to the right, y down.
 struct Point {
     int32_t x = 0, y = 0;
 
@@ -36,7 +36,7 @@ struct Rect {
     constexpr bool operator==(const Rect &) const = default;
 };
 
-/// A part of a window, or all of it when not `present`.
+/// A part of a window; the whole window if not `present`.
 struct OptionalRect {
     Rect rect;
     bool present = false;

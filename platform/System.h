@@ -6,16 +6,15 @@
 #include <optional>
 #include <string>
 
-/// What the rooms above need from the operating system and the C++ library does not give. Each back end
-/// (posix/, win32/) implements all of it; CMake picks one. Paths are 8-bit text in the system's own code
-/// page. Nothing here throws except for lack of memory.
+/// Services of the operating system that the C++ library lacks. Each back end (posix/, win32/) implements all
+/// of them; CMake picks one. Paths are 8-bit strings in the system's code page. Functions throw nothing but
+/// std::bad_alloc.
 namespace Platform {
 
-/// Mutual exclusion that its owner may enter again.
-/// Cost    without contention a handful of instructions and no system call; a thread that has to wait sleeps
-///         in the kernel
-/// Thread  any; leave() only by the thread that entered, once for each enter()
-/// Errors  none: destroying a lock that somebody holds is the caller's fault
+/// A recursive mutex.
+/// Cost    uncontended: a few instructions and no system call; a waiting thread sleeps in the kernel
+/// Thread  any; leave() only on the thread that entered, once for each enter()
+/// Errors  none; the caller must not destroy a lock that a thread holds
 class RecursiveLock {
 public:
     RecursiveLock();
@@ -26,26 +25,26 @@ public:
     void leave();
 
 private:
-    /// Room for any back end's lock, held in place so that an enter() follows no pointer.
+    /// Large enough for any back end's lock; in place, so that enter() follows no pointer.
     alignas(void *) std::byte storage[6 * sizeof(void *)];
 };
 
-/// One thread below all others in priority, for work that may come late. It has to notice by itself that it
-/// shall stop, by asking sleep() or stopRequested(); it is never killed.
+/// A thread of lowest priority, for work that may be delayed. It is never killed: `body` must return when
+/// sleep() returns false or stopRequested() returns true.
 /// Thread  start(), join(): the owner. sleep(): the started thread. requestStop(), stopRequested(): any
 class LowPriorityThread {
 public:
     LowPriorityThread();
-    /// Asks for the end and waits for it.
+    /// Requests the stop and waits for it.
     ~LowPriorityThread();
-    /// Runs `body` on a new thread. False if the system gives none, or one is already running.
+    /// Runs `body` on a new thread. False if the thread is already running or the system cannot create one.
     bool start(std::function<void()> body);
     void requestStop();
     bool stopRequested() const;
-    /// Waits at most `milliseconds`; returns at once, with false, when the end has been asked for.
+    /// Waits `milliseconds` and returns true; returns false at once when a stop is requested.
     bool sleep(uint32_t milliseconds);
-    /// Waits at most `milliseconds` for the end of the body; true if no thread runs any more. After false the
-    /// owner may serve what the thread waits for and join again.
+    /// Waits at most `milliseconds` for `body` to return; true if the thread has ended. After false the owner
+    /// may serve the thread's requests and call join() again.
     bool join(uint32_t milliseconds);
 
 private:
@@ -53,39 +52,38 @@ private:
     std::unique_ptr<State> state;
 };
 
-/// Milliseconds since some moment; wraps after 49.7 days, so compare by unsigned difference only. Never
-/// blocks.
+/// Milliseconds since an arbitrary start; wraps after 49.7 days, so compare by unsigned difference only.
+/// Never blocks.
 uint32_t tickCount();
 
-/// The character between the parts of a path in this system's native writing.
+/// The separator in this system's native paths.
 char pathSeparator();
 
-/// Path of the library or program that this code is linked into; empty on failure.
+/// Path of the library or program that contains this code; empty on failure.
 std::string modulePath();
 
-/// True if something of that name exists, of whatever kind.
+/// True if a file of that name exists, of any kind, directories included.
 bool pathExists(const std::string &path);
 
-/// Makes one directory whose parent exists. On failure lastError() tells why.
+/// Creates one directory; its parent must exist. On failure lastError() returns the reason.
 bool makeDirectory(const std::string &path);
 
-/// The path with shortened parts written in full, where the system has such; elsewhere the path itself. Empty
-/// if the system does not find it.
+/// Expands short (8.3) names on Windows; elsewhere returns the path itself. Empty if it does not exist.
 std::string longPathName(const std::string &path);
 
-/// The calling thread's latest failure as the system numbers it.
+/// The system's error number of the calling thread's latest failure.
 uint32_t lastError();
 
 enum class RegistryRoot : uint32_t { currentUser = 0x80000001, localMachine = 0x80000002 };
 
-/// A value as the registry holds it.
+/// A value as stored in the registry.
 struct RegistryValue {
     static constexpr uint32_t kText = 1, kExpandableText = 2, kDword = 4;
     uint32_t type;
     std::string bytes;
 };
 
-/// Looks a value up; nothing if the key or the value is missing, or the system keeps no registry.
+/// Reads a value; nullopt if the key or the value is missing, or if the system has no registry.
 std::optional<RegistryValue> readRegistry(RegistryRoot root, const std::string &key,
                                           const std::string &value);
 

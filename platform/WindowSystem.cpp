@@ -5,7 +5,7 @@
 
 namespace Platform {
 
-/// What the system itself offers, made at first use; null where there is none. Each back end has its own.
+/// The operating system's window system, created at first use; null if there is none. Back ends define it.
 WindowSystem *nativeWindowSystem();
 
 namespace {

@@ -9,9 +9,9 @@
 
 namespace Util {
 
-/// Storage for samples that starts on a 32-byte boundary, as wide vector loads want it. Room once taken is
-/// kept: after the largest block so far there is nothing left to allocate.
-/// Errors  no memory: std::bad_alloc, and the buffer stays as it was
+/// Sample storage aligned to 32 bytes for wide vector loads. It never shrinks: once it has grown to the
+/// largest block, grow() allocates no more.
+/// Errors  out of memory: std::bad_alloc, and the buffer is unchanged
 /// Thread  one at a time; grow() allocates only beyond the largest size so far
 template <class T>
 class AlignedBuffer {
@@ -30,7 +30,7 @@ public:
         return *this;
     }
 
-    /// Makes room for at least `elements`, which may move the data; what is there stays, what is new is zero.
+    /// Grows to at least `elements`, which may move the data. Keeps the old elements and zeroes the new ones.
     void grow(size_t elements)
     {
         if (elements <= count) return;

@@ -7,7 +7,7 @@
 
 namespace Util {
 
-static_assert(std::endian::native == std::endian::little, "scalars are stored as they lie in memory");
+static_assert(std::endian::native == std::endian::little, "streams copy scalars in memory order");
 
 static uint32_t swapped(uint32_t value) { return __builtin_bswap32(value); }
 
@@ -41,7 +41,7 @@ DataStream &ByteStream::readString(String &text)
     uint32_t length = static_cast<uint32_t>(stored);
     if (byteOrder == otherOrder) length = swapped(length);
     if (length > kLongestText || length == 0 || !holds(length)) return *this;
-    text = String(reinterpret_cast<const char *>(buffer.data() + place), length); // up to the first zero
+    text = String(reinterpret_cast<const char *>(buffer.data() + place), length); // stops at the first zero
     place += length;
     return *this;
 }
@@ -49,7 +49,7 @@ DataStream &ByteStream::readString(String &text)
 DataStream &ByteStream::write(const void *source, uint32_t count)
 {
     const uint64_t farEnd = uint64_t{place} + count;
-    if (farEnd > UINT32_MAX) throw std::bad_alloc(); // no place beyond can be named
+    if (farEnd > UINT32_MAX) throw std::bad_alloc(); // positions have 32 bits
     const auto end = static_cast<size_t>(farEnd);
     if (end > buffer.size()) {
         if (end > buffer.capacity()) buffer.reserve(std::max(end, buffer.capacity() + buffer.capacity() / 2));

@@ -4,12 +4,11 @@
 namespace Util {
 
 /// A stream over a growable buffer in memory. Writing beyond the end fills the gap with zeros.
-/// Errors  as DataStream; a text longer than kLongestText is taken for damage and reads as empty. An item
-///         longer than the whole stream reads as if it were past the end
+/// Errors  as DataStream; a string longer than kLongestText counts as corrupt and reads as empty
 class ByteStream final : public DataStream {
 public:
     explicit ByteStream(uint32_t reserve);
-    ByteStream(uint32_t size, const void *data); // a copy of the bytes
+    ByteStream(uint32_t size, const void *data); // copies the bytes
 
     const std::vector<uint8_t> &bytes() const { return buffer; }
     void setByteOrder(uint32_t order) { byteOrder = order; }
@@ -61,9 +60,9 @@ public:
     void skip(uint32_t count) override { seek(position() + count); }
 
 private:
-    /// Whether `count` bytes stand at the position.
+    /// True if at least `count` bytes follow the position.
     bool holds(uint32_t count) const { return count <= size() && place <= size() - count; }
-    /// Copies `count` bytes and moves on; false, and nothing done, if they are not there.
+    /// Copies `count` bytes and advances the position. If fewer follow, returns false and changes nothing.
     bool take(void *target, uint32_t count);
     DataStream &write(const void *source, uint32_t count);
 

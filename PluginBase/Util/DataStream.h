@@ -8,17 +8,17 @@
 namespace Util {
 
 namespace Exception {
-/// For streams that can fail, such as one over a file; a stream over memory never throws it.
+/// Thrown by streams that can fail, such as file streams; memory streams never throw it.
 class DataStreamIO : public ::Exception::Base {
 public:
     using ::Exception::Base::Base;
 };
 } // namespace Exception
 
-/// Typed reading and writing with one position for both. Scalars take their size in bytes, little-endian; a
-/// text is a 32-bit length and its bytes; a block is its bytes alone.
-/// Errors  reading past the end gives 0, an empty text or an empty block, and does not move; nothing is
-///         thrown. Who must know asks bytesLeft first
+/// Typed reading and writing with one shared position. Scalars are little-endian. A string is a 32-bit length
+/// followed by its bytes; a block is its bytes without a length.
+/// Errors  reading past the end returns 0, an empty string or an empty block and keeps the position; it does
+///         not throw. Call bytesLeft first to detect it
 class DataStream {
 public:
     enum ByteOrder : uint32_t { machineOrder = 0, sameOrder = 1, otherOrder = 2 };
@@ -27,7 +27,7 @@ public:
     DataStream(const DataStream &) = delete;
     DataStream &operator=(const DataStream &) = delete;
 
-    virtual DataStream &readBytes(std::vector<uint8_t> &block) = 0; // as many as the block holds
+    virtual DataStream &readBytes(std::vector<uint8_t> &block) = 0; // reads block.size() bytes
     virtual DataStream &readString(String &text) = 0;
     virtual DataStream &readDouble(double &) = 0;
     virtual DataStream &readFloat(float &) = 0;
@@ -68,12 +68,12 @@ public:
     virtual uint32_t position() const = 0;
     virtual uint32_t size() const = 0;
     virtual uint32_t bytesLeft() const = 0;
-    virtual void seek(uint32_t position) = 0; // unchecked: may lie beyond the end
+    virtual void seek(uint32_t position) = 0; // unchecked, may be beyond the end
     virtual void skip(uint32_t count) = 0;
     virtual ~DataStream() = default;
 
 protected:
-    uint32_t byteOrder = machineOrder; // `otherOrder` swaps the length of a text, and nothing else
+    uint32_t byteOrder = machineOrder; // `otherOrder` swaps only the lengths of strings
 };
 
 } // namespace Util

@@ -9,7 +9,7 @@ void makeOne(const String &path, const String &wanted, const char *file = __buil
              int32_t line = __builtin_LINE()) // clang 14 has no std::source_location
 {
     if (Platform::makeDirectory(path.c_str())) return;
-    const uint32_t error = Platform::lastError(); // before anything else can replace it
+    const uint32_t error = Platform::lastError(); // before another call replaces it
     Exception::FileIO failure("_mkdir() failed", wanted, FileErrorKind::write);
     failure.setOrigin(file, line, error);
     throw failure;

@@ -5,7 +5,7 @@
 
 namespace Exception {
 
-/// Root of what this code throws: a name, where it was thrown, and what the system had to say.
+/// Base class of this library's exceptions: a name, the source location and the system's error number.
 class Base {
 public:
     static constexpr int32_t kNoLine = -1;
@@ -14,9 +14,9 @@ public:
     explicit Base(const String &name);
     Base(const Base &) = default;
     virtual ~Base() = default;
-    /// Several lines for the reader of a log.
+    /// Several lines for a log.
     virtual String report() const;
-    /// Says where it was thrown, and Platform::lastError() at that moment.
+    /// Records where it was thrown, and the value of Platform::lastError() at that time.
     void setOrigin(const String &file, int32_t line, uint32_t lastError);
 
     String name;
@@ -46,7 +46,7 @@ namespace Exception {
 class FileIO : public ::Exception::Base {
 public:
     FileIO(const String &name, const String &path, FileErrorKind kind);
-    /// The base's lines, and the path (without one the detail) with the text of the kind.
+    /// Adds a line with the path, or `detail` if the path is empty, and the kind of error.
     String report() const override;
 
     String detail;

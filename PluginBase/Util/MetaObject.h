@@ -13,7 +13,8 @@
 class Object;
 class String;
 
-/// Values of one emission: a pointer to each, in the emitter's frame, valid during the delivery only.
+/// Pointers to the arguments of one emission. They point into the emitter's stack frame, so they are valid
+/// during delivery only.
 using SignalArgs = std::vector<const void *>;
 
 struct MetaParameter {
@@ -21,7 +22,7 @@ struct MetaParameter {
     const char *type; // "uint", "float", "bool", "const String&"
 };
 
-/// A signal or slot as it is declared, and how it is called.
+/// The declaration of a signal or slot, and a function that calls it.
 struct MetaMethod {
     std::string_view name;
     const MetaParameter *parameters; // null if none
@@ -30,17 +31,17 @@ struct MetaMethod {
     void (*call)(Object &object, const SignalArgs &args);
 };
 
-/// A row of a class's table; its place fixes its index.
+/// A row of a class's table; its position in the table determines its index.
 struct MetaEntry {
     const char *signature; // "sigProxy(uint,float)"
     const MetaMethod *method;
 };
 
-/// A class's own rows, each a Meta (Reflected.h).
+/// The rows that a class adds to its base class's, each a Meta (Reflected.h).
 template <class... Rows>
 struct MetaRows {
     static constexpr std::array<MetaEntry, sizeof...(Rows)> entries = {Rows::entry...};
-    /// Place of a member's row.
+    /// Position of a member's row.
     template <class Member>
     static consteval uint32_t row()
     {
@@ -52,8 +53,8 @@ struct MetaRows {
     }
 };
 
-/// What a class of the Object family emits and receives. Indices are global: a class's own rows follow those
-/// of its base class. One record per class, made at first use, on the window's thread.
+/// The signals and slots of a class derived from Object. Indices are global: a class's own rows follow those
+/// of its base class. There is one record per class, created at first use on the window thread.
 class MetaObject {
 public:
     MetaObject(const MetaObject *parent, const char *className, std::span<const MetaEntry> signals,
@@ -61,13 +62,14 @@ public:
     MetaObject(const MetaObject &) = delete;
     MetaObject &operator=(const MetaObject &) = delete;
 
-    /// Global index of a signature without prefix; a class's own row hides a base class's of the same text.
+    /// Global index of a signature without its prefix. A row of a derived class hides a base class's row with
+    /// the same signature.
     OptionalIndex findSignal(std::string_view signature) const { return signals.find(signature); }
     OptionalIndex findSlot(std::string_view signature) const { return slots.find(signature); }
-    /// Null if there is no such row.
+    /// Null if the index is out of range.
     const MetaEntry *signal(uint32_t index) const { return signals.row(index); }
     const MetaEntry *slot(uint32_t index) const { return slots.row(index); }
-    /// Of the class and all its ancestors.
+    /// Number of signals of the class and all its base classes.
     uint32_t signalCount() const { return signals.offset + static_cast<uint32_t>(signals.rows.size()); }
     uint32_t signalOffset() const { return signals.offset; }
     uint32_t slotOffset() const { return slots.offset; }
@@ -83,7 +85,7 @@ private:
 
         const Table *base;
         std::span<const MetaEntry> rows;
-        std::map<std::string_view, uint32_t> map; // to the place in `rows`; of equal texts the last
+        std::map<std::string_view, uint32_t> map; // to the position in `rows`; the last of duplicates
         uint32_t offset;                          // global index of the first row
     };
     Table signals, slots;

@@ -6,8 +6,8 @@
 
 namespace Util {
 
-/// A recursive lock that knows what it guards, for the reader of a debugger or a trace.
-/// Thread  enter(), leave(): any. name(): the thread that made the lock, as no thread shares texts
+/// A recursive lock with a name, for debuggers and traces.
+/// Thread  enter(), leave(): any. name(): only the thread that created the lock, as String is not thread-safe
 class NamedLock {
 public:
     explicit NamedLock(String lockName) : text(std::move(lockName)) {}
@@ -20,7 +20,7 @@ private:
     String text;
 };
 
-/// Holds a lock to the end of the scope.
+/// Holds a lock until the end of the scope.
 class [[nodiscard]] Hold {
 public:
     explicit Hold(NamedLock &wanted) : lock(wanted) { lock.enter(); }

@@ -13,7 +13,7 @@ bool isBlank(char c) { return c == ' ' || c == '\t'; }
 
 bool isPunctuation(char c) { return c == ',' || c == '(' || c == ')'; }
 
-/// A connection's text with its blanks reduced; empty unless it begins with a prefix.
+/// Removes redundant spaces from a prefixed signature; returns "" if the prefix is missing.
 std::string normalised(const char *text)
 {
     if (!text || (*text != kSlot && *text != kSignal)) return {};
@@ -30,14 +30,14 @@ std::string normalised(const char *text)
     return result;
 }
 
-/// The part of a signature behind its opening parenthesis.
+/// The part of a signature after its opening parenthesis.
 std::string_view parameters(std::string_view signature)
 {
     const size_t open = signature.find('(');
     return open == std::string_view::npos ? std::string_view() : signature.substr(open + 1);
 }
 
-/// Whether a member takes the leading parameters of a signal, or all of them.
+/// True if a member's parameters are the first parameters of the signal, all of them or none.
 bool isCompatible(std::string_view signal, std::string_view member)
 {
     const std::string_view given = parameters(signal), taken = parameters(member);
@@ -47,7 +47,7 @@ bool isCompatible(std::string_view signal, std::string_view member)
     return given.substr(0, shared) == taken.substr(0, shared) && given[shared] == ',';
 }
 
-/// What connect() and disconnect() look up: the row of a prefixed text in a class.
+/// The row of a prefixed signature in an object's class; null if not found.
 struct Member {
     char kind = 0;
     OptionalIndex index;
@@ -68,7 +68,7 @@ struct Member {
 } // namespace
 
 struct Object::Connection {
-    Object *receiver; // null once it has died
+    Object *receiver; // null once it is destroyed
     const char *member;
     char kind;
     uint32_t index;
@@ -76,11 +76,11 @@ struct Object::Connection {
 
 struct Object::ConnectionList {
     std::vector<std::unique_ptr<Connection>> connections;
-    uint32_t deliveries = 0; // running just now, one inside the other
-    bool abandoned = false;  // the sender has died: the last delivery deletes the list
+    uint32_t deliveries = 0; // nesting depth of deliveries in progress
+    bool abandoned = false;  // the sender is destroyed: the last delivery deletes the list
 };
 
-/// The time of a delivery, which a receiver may also end by throwing.
+/// Counts a delivery in progress, also if a receiver throws.
 struct Object::Delivery {
     explicit Delivery(ConnectionList *delivered) : list(delivered) { ++list->deliveries; }
     ~Delivery()
@@ -96,7 +96,7 @@ private:
 
 struct Object::Cut {
     Object *receiver = nullptr;   // null: any
-    const char *member = nullptr; // the row's own text; null: any
+    const char *member = nullptr; // the row's signature; null: any
 };
 
 Object::Object(const String &objectName) : name(objectName) {}
@@ -112,7 +112,7 @@ Object::~Object()
     for (Object *sender : sendersOfMine)
         if (std::find(senders.begin(), senders.end(), sender) != senders.end())
             disconnect(sender, nullptr, nullptr, nullptr);
-    // What is left is being delivered, and must not find a dead object.
+    // Connections being delivered cannot be removed, so they must not keep a dangling receiver.
     const std::vector<Object *> stillSending = senders;
     for (Object *sender : stillSending) sender->dropReferencesTo(this);
     senders.clear();
@@ -170,7 +170,7 @@ void Object::addConnection(uint32_t signal, Object *receiver, char kind, uint32_
     if (destroying || signal >= connections.size()) return;
     auto &list = connections[signal];
     if (!list) list = std::make_unique<ConnectionList>();
-    receiver->senders.reserve(receiver->senders.size() + 1); // no memory: neither side may know it alone
+    receiver->senders.reserve(receiver->senders.size() + 1); // may throw: before either side is connected
     list->connections.push_back(
         std::make_unique<Connection>(Connection{receiver, row->signature, kind, index}));
     receiver->senders.push_back(this);
@@ -184,7 +184,7 @@ Object::ConnectionList *Object::connectionsFor(uint32_t index) const
 void Object::activate(ConnectionList *list, SignalArgs &args)
 {
     const Delivery running(list);
-    // Indices and sizes are read afresh: a receiver may connect, and anybody may die.
+    // Size and entries are reread each time: receivers may connect, and any object may be destroyed.
     for (size_t i = 0; i < list->connections.size(); ++i) {
         const Connection connection = *list->connections[i];
         if (!connection.receiver) continue;
@@ -214,7 +214,7 @@ void Object::disconnect(Object *sender, const char *signal, Object *receiver, co
     sender->cut(sender->connections[from.index.value], what);
 }
 
-/// False if it came upon a connection that is being delivered, and stopped.
+/// Returns false if it stopped at a connection that is being delivered.
 bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
 {
     auto &rows = list->connections;
@@ -234,7 +234,7 @@ bool Object::cut(std::unique_ptr<ConnectionList> &list, const Cut &what)
     return true;
 }
 
-// One entry for one connection: while there is a connection, its receiver must know whom to tell of its death.
+// Removes only one entry: `senders` has one per connection, and the destructor needs the remaining ones.
 void Object::forgetSender(const Object *sender)
 {
     const auto first = std::find(senders.begin(), senders.end(), sender);

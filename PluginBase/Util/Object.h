@@ -5,26 +5,26 @@
 #include "PluginBase/Util/MetaObject.h"
 #include "PluginBase/Util/String.h"
 
-/// Root of everything in the editor: has a name, owns children, and emits signals that are connected by the
-/// text of their signatures to slots or signals of other objects. Texts are compared in connect() only;
-/// delivery goes by index. Classes derive through Reflected (Reflected.h), which supplies the virtual part.
-/// Thread   the window's, all of it
-/// Lifetime an object may die while a signal of its own, or one that it receives, is being delivered: what is
-///          still to come for it is dropped
+/// Base class of everything in the editor: has a name, owns children, and emits signals that are connected by
+/// signature to slots or signals of other objects. Signatures are compared in connect() only; delivery uses
+/// indices. Classes derive through Reflected (Reflected.h), which implements the virtual functions.
+/// Thread   the window thread only
+/// Lifetime an object may be destroyed while a signal that it sends or receives is being delivered; its
+///          remaining deliveries are dropped
 class Object {
 public:
     explicit Object(const String &name);
     Object(const Object &) = delete;
     Object &operator=(const Object &) = delete;
-    /// Deletes the children. Cuts all connections of every object that was connected to this one, also those
-    /// to third objects, and all of its own.
+    /// Deletes the children and all connections of this object. Senders that were connected to this object
+    /// lose all their connections, including those to other receivers.
     virtual ~Object();
 
     virtual const MetaObject *metaObject() const { return &meta(); }
     virtual const char *className() const { return metaObject()->className; }
-    /// Emits the signal again with these values. False without such a signal, or with too few values.
+    /// Emits the signal with these arguments. False if the index is unknown or arguments are missing.
     virtual bool invokeSignal(uint32_t index, SignalArgs &args);
-    /// Calls the slot. False without such a slot, or with too few values.
+    /// Calls the slot. False if the index is unknown or arguments are missing.
     virtual bool invokeSlot(uint32_t index, SignalArgs &args);
 
     static const MetaObject &meta();
@@ -32,31 +32,32 @@ public:
     using Slots = MetaRows<>;
 
     const String &objectName() const { return name; }
-    /// Takes ownership, once.
+    /// Takes ownership; adding the same child again has no effect.
     void addChild(Object *child);
 
-    /// Connects `signal` ("2" before its signature) to `member` ("1" before a slot's, "2" before a signal's),
-    /// which takes the signal's parameters or fewer. Made twice it delivers twice. False, and nothing is
-    /// connected, for a null, a text that is not found, or parameters that do not fit.
+    /// Connects `signal` (prefix "2") to `member` (prefix "1" for a slot, "2" for a signal), which takes the
+    /// first parameters of the signal, all of them or none. Connecting twice delivers twice. Returns false
+    /// and does not connect if a pointer is null, a signature is unknown or the parameters do not match.
     [[nodiscard]] static bool connect(Object *sender, const char *signal, Object *receiver,
                                       const char *member);
-    /// The same for connections that the editor needs: a refusal ends a debug build, and is counted in others.
+    /// As connect(), for connections that the editor needs: a refusal aborts a debug build and is counted in
+    /// refusedConnections() in others.
     static void mustConnect(Object *sender, const char *signal, Object *receiver, const char *member);
     static uint32_t refusedConnections() { return refusals; }
-    /// Cuts what fits; null fits everything. Stops at a connection that is just being delivered.
+    /// Removes matching connections; null matches everything. Stops at a connection that is being delivered.
     static void disconnect(Object *sender, const char *signal, Object *receiver, const char *member);
 
 protected:
     struct ConnectionList;
-    /// The receivers of a signal; null if there never were any.
+    /// The receivers of a signal; may be null if there are none.
     ConnectionList *connectionsFor(uint32_t index) const;
-    /// Calls them in the order of connection; those that a receiver adds meanwhile are called too.
+    /// Calls the receivers in the order of connection, including those that a receiver adds meanwhile.
     static void activate(ConnectionList *list, SignalArgs &args);
 
 private:
     struct Connection;
     struct Delivery;
-    struct Cut; // what a disconnect takes away
+    struct Cut; // selects the connections to remove
     using Connections = std::vector<std::unique_ptr<ConnectionList>>;
 
     bool invoke(const MetaEntry *row, const SignalArgs &args);
@@ -69,7 +70,7 @@ private:
     String name;
     bool destroying = false;
     Connections connections;       // by global signal index; empty before the first connection
-    std::vector<Object *> senders; // one entry for each connection to this object
+    std::vector<Object *> senders; // one entry per connection to this object
     std::vector<Object *> children;
     static inline uint32_t refusals = 0;
 };

@@ -1,8 +1,7 @@
 #pragma once
 #include <cstdint>
 
-/// A number that may be missing: a position that was not found, a length or precision that was not given. A
-/// missing one has value 0.
+/// An optional position, length or precision. `value` is 0 if it is missing.
 struct OptionalIndex {
     uint32_t value = 0;
     bool found = false;

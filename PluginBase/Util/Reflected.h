@@ -8,7 +8,7 @@
 
 namespace Reflection {
 
-/// The types that signals carry, as signatures spell them.
+/// Spelling of a parameter type in a signature; null for types that signals cannot carry.
 template <class T>
 constexpr const char *kTypeText = nullptr;
 template <>
@@ -20,7 +20,7 @@ inline constexpr const char *kTypeText<bool> = "bool";
 template <>
 inline constexpr const char *kTypeText<const String &> = "const String&";
 
-/// A text as an argument of a template.
+/// A string literal as a template argument.
 template <size_t N>
 struct Text {
     consteval Text(const char (&from)[N]) { std::copy_n(from, N, characters); }
@@ -30,7 +30,7 @@ struct Text {
 template <auto Method>
 consteval std::string_view nameOf()
 {
-    constexpr std::string_view function = __PRETTY_FUNCTION__; // has "Method = &Class::name" in it
+    constexpr std::string_view function = __PRETTY_FUNCTION__; // contains "Method = &Class::name"
     constexpr size_t end = function.find_first_of(";]", function.find("Method = "));
     constexpr size_t begin = function.rfind(':', end) + 1;
     static_assert(begin != 0 && begin < end);
@@ -40,14 +40,14 @@ consteval std::string_view nameOf()
 template <auto Method>
 struct Member;
 
-/// A signal's emitter or a slot. Its texts are taken from its declaration, so that no signature is typed.
+/// A signal's emitter or a slot. Its signature is derived from the C++ declaration at compile time.
 template <class Owner, class... Parameters, void (Owner::*Method)(Parameters...)>
 struct Member<Method> {
     using Class = Owner;
     static constexpr uint32_t kParameters = sizeof...(Parameters);
     static constexpr std::string_view kName = nameOf<Method>();
 
-    /// "2sigProxy(uint,float)", "1slotProxyUInt()": as Object::connect() takes it.
+    /// The prefixed signature for Object::connect(), e.g. "2sigProxy(uint,float)" or "1slotProxyUInt()".
     static constexpr auto kText = [] {
         constexpr size_t kTypes = (std::string_view(kTypeText<Parameters>).size() + ... + 0);
         constexpr size_t kCommas = kParameters == 0 ? 0 : kParameters - 1;
@@ -69,7 +69,7 @@ struct Member<Method> {
         [[maybe_unused]] size_t i = 0;
         return {{{names[i++], kTypeText<Parameters>}...}};
     }
-    /// Unpacks the leading values of an emission.
+    /// Calls the method with the first arguments of an emission.
     static void call(Object &object, const SignalArgs &args)
     {
         callWith(static_cast<Class &>(object), args, std::index_sequence_for<Parameters...>());
@@ -85,7 +85,7 @@ private:
 
 } // namespace Reflection
 
-/// A row of a class's table: a signal's emitter or a slot, with the names of its parameters.
+/// A row of a class's table: a signal's emitter or a slot, with its parameter names.
 template <auto Method, Reflection::Text... Names>
 struct Meta {
     using Member = Reflection::Member<Method>;
@@ -95,11 +95,11 @@ struct Meta {
     static constexpr MetaEntry entry = {Member::kText.data() + 1, &method};
 };
 
-/// A signal or slot as a text for Object::connect().
+/// The prefixed signature of a signal or slot for Object::connect().
 template <auto Method>
 inline constexpr const char *kConnectionText = Reflection::Member<Method>::kText.data();
 
-/// Connects a signal to a slot or to another signal, which must succeed: see Object::mustConnect().
+/// Connects a signal to a slot or to another signal with Object::mustConnect().
 template <auto Signal, auto Receiving>
 void wire(typename Reflection::Member<Signal>::Class *sender,
           typename Reflection::Member<Receiving>::Class *receiver)
@@ -107,7 +107,7 @@ void wire(typename Reflection::Member<Signal>::Class *sender,
     Object::mustConnect(sender, kConnectionText<Signal>, receiver, kConnectionText<Receiving>);
 }
 
-/// Supplies the virtual part of Object to a class from what it declares:
+/// Implements Object's virtual functions from a class's declarations:
 ///
 ///     class Button : public Reflected<Button, Window> {
 ///     public:
@@ -118,7 +118,7 @@ void wire(typename Reflection::Member<Signal>::Class *sender,
 ///         using Slots = MetaRows<Meta<&Button::slotSwitch, "bOn">>;
 ///     };
 ///
-/// Names of signals begin with "sig". A class without signals, or without slots, leaves that table out.
+/// Signal names begin with "sig". A class that adds no signals, or no slots, omits that table.
 template <class Self, class Base>
 class Reflected : public Base {
 public:
@@ -134,7 +134,7 @@ public:
     const MetaObject *metaObject() const override { return &meta(); }
 
 protected:
-    /// Emits one of the class's own signals; without a receiver nothing is allocated.
+    /// Emits a signal that `Self` declares. Does not allocate if there is no receiver.
     template <auto Signal, class... Values>
     void emitSignal(const Values &...values)
     {
@@ -146,7 +146,7 @@ protected:
     }
 
 private:
-    /// None where the class has merely inherited its base class's.
+    /// Empty if the class inherits the table of its base class.
     template <class Rows, class Inherited>
     static std::span<const MetaEntry> own()
     {

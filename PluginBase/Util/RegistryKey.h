@@ -7,8 +7,8 @@
 
 namespace Util {
 
-/// Reads typed values of one registry key. What is missing, of another type or out of reach gives the
-/// caller's fallback; so does everything on a system without a registry. The key is open only during a call.
+/// Reads typed values of one registry key. Returns the caller's fallback if the value is missing, unreadable
+/// or of another type, or if the system has no registry. The key is open only during a call.
 class RegistryKey {
 public:
     explicit RegistryKey(const String &path,
@@ -17,8 +17,7 @@ public:
     uint32_t readDword(const String &value, uint32_t fallback) const;
     String readString(const String &value, const String &fallback) const;
 
-    /// What the two readers make of a value as it is stored. A text loses its last byte, where the terminator
-    /// belongs; one of no bytes is "".
+    /// Converts a stored value. Drops the last byte of a string as its terminator; zero bytes give "".
     static uint32_t dwordOf(const std::optional<Platform::RegistryValue> &stored, uint32_t fallback);
     static String stringOf(const std::optional<Platform::RegistryValue> &stored, const String &fallback);
 

@@ -3,9 +3,8 @@
 
 namespace Util {
 
-/// A plain value that several threads read and write without a lock. A reader sees some value that was
-/// stored, possibly one block old; nothing is ordered by it. On every processor we build for, a load or store
-/// of it is one ordinary instruction.
+/// A plain value that several threads read and write without a lock, with relaxed memory order. A reader may
+/// see a value that is one block old. On all supported processors, a load or store is one instruction.
 template <class T>
 class Shared {
 public:
@@ -24,7 +23,8 @@ public:
     operator T() const { return load(); }
     T load() const { return value.load(std::memory_order_relaxed); }
     void store(T next) { value.store(next, std::memory_order_relaxed); }
-    /// Stores another value; false for the same. Of two threads that do so at once both may be told true.
+    /// Stores a value and returns true if it differs from the stored one. If two threads change it at the
+    /// same time, both may get true.
     bool change(T next)
     {
         if (load() == next) return false;

@@ -8,9 +8,9 @@
 
 namespace Util {
 
-/// A plain record that several threads read and one at a time writes, without a lock. It crosses word by word,
-/// so a reader may see some fields of the newest store and some of the one before; nothing is ordered by it.
-/// Thread  load: any. store: writers exclude each other
+/// A plain record that any thread reads and one thread at a time writes, without a lock. It is copied word by
+/// word with relaxed memory order, so a reader may see a mix of fields from the last two stores.
+/// Thread  load: any. store: one at a time; callers must synchronise
 template <class T>
 class SharedRecord {
     static_assert(std::is_trivially_copyable_v<T> && sizeof(T) % sizeof(uint32_t) == 0);
@@ -21,7 +21,7 @@ public:
     {
         std::array<uint32_t, kWords> copy;
         for (size_t i = 0; i < kWords; ++i) copy[i] = words[i].load(std::memory_order_relaxed);
-        return std::bit_cast<T>(copy); // not memcpy: GCC 12.2 at -O2 reads the record before the words
+        return std::bit_cast<T>(copy); // not memcpy: GCC 12.2 -O2 reads the result before `copy` is filled
     }
     void store(const T &record)
     {

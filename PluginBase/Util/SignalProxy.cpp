@@ -4,13 +4,13 @@ namespace Util {
 
 namespace {
 
-/// Puts a proxy between its sender and a receiver, by the texts of its own slot and signal.
+/// Connects a sender to a receiver through a proxy; `in` and `out` are the proxy's slot and signal.
 void insert(Object *sender, const char *signal, Object *proxy, const char *in, const char *out,
             Object *receiver, const char *slot)
 {
     Object::mustConnect(sender, signal, proxy, in);
     Object::mustConnect(proxy, out, receiver, slot);
-    sender->addChild(proxy); // last: a constructor that throws leaves no child
+    sender->addChild(proxy); // last: a throwing constructor must not leave a child
 }
 
 } // namespace

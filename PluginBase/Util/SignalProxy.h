@@ -3,12 +3,12 @@
 
 namespace Util {
 
-/// Adds a number to a signal, so that one receiver can tell many senders apart. It belongs to the sender.
+/// Adds a number to a signal, so that one receiver can distinguish several senders. The sender owns it.
 class SignalProxy : public Reflected<SignalProxy, Object> {
 public:
     static constexpr const char *kClassName = "Util::SignalProxy";
 
-    /// Connects `signal` of the sender to `slot`, which takes a uint, of the receiver.
+    /// Connects `signal` of the sender to `slot` of the receiver, which must take a uint.
     SignalProxy(Object *sender, const char *signal, Object *receiver, const char *slot, uint32_t number);
 
     void sigProxy(uint32_t number) { emitSignal<kWithNumber>(number); }
@@ -25,12 +25,12 @@ private:
     const bool flag = false;
 };
 
-/// The same for a signal with a float.
+/// As SignalProxy, for a signal with a float.
 class SignalProxyFloat : public Reflected<SignalProxyFloat, Object> {
 public:
     static constexpr const char *kClassName = "Util::SignalProxyFloat";
 
-    /// The slot takes a uint and a float.
+    /// The slot must take a uint and a float.
     SignalProxyFloat(Object *sender, const char *signal, Object *receiver, const char *slot, uint32_t number);
 
     void sigProxy(uint32_t number, float value) { emitSignal<&SignalProxyFloat::sigProxy>(number, value); }

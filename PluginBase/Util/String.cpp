@@ -14,7 +14,7 @@ constexpr uint32_t kDefaultPrecision = 6, kLargestPrecision = 99;
 constexpr size_t kLongestReal = 1023;
 constexpr char kNoBreakSpace = static_cast<char>(160);
 
-// None of the C library's own classification: it follows the locale that the host has set.
+// Replacements for the C library's functions, which depend on the locale that the host has set.
 bool isSpace(char c) { return c == ' ' || (c >= 9 && c <= 13) || c == kNoBreakSpace; }
 bool isDigit(char c) { return c >= '0' && c <= '9'; }
 char lower(char c) { return c >= 'A' && c <= 'Z' ? static_cast<char>(c - 'A' + 'a') : c; }
@@ -39,8 +39,8 @@ struct Reading {
     size_t consumed;
 };
 
-/// Value of a well-formed number that a double cannot hold: infinity or zero. `text` is without a sign. Such
-/// a number lies hundreds of digits away from 1, so the place of its first digit tells which.
+/// Infinity or zero for a well-formed number outside the range of double. `text` has no sign. Such a number
+/// is hundreds of digits away from 1, so the first digit's position plus the exponent is precise enough.
 double beyondRange(std::string_view text, bool hexadecimal)
 {
     const size_t mantissaEnd = std::min(text.find_first_of(hexadecimal ? "pP" : "eE"), text.size());
@@ -58,7 +58,7 @@ double beyondRange(std::string_view text, bool hexadecimal)
     return magnitude > 0 ? std::numeric_limits<double>::infinity() : 0.0;
 }
 
-/// strtod in the "C" locale.
+/// As strtod in the "C" locale.
 Reading readReal(std::string_view text)
 {
     const bool negative = text.starts_with('-');
@@ -68,7 +68,7 @@ Reading readReal(std::string_view text)
     if (body.size() > 2 && body[0] == '0' && lower(body[1]) == 'x' && (isHexDigit(body[2]) || body[2] == '.'))
         prefix = 2;
     body.remove_prefix(prefix);
-    // from_chars would take a second sign, of the number or of a hexadecimal exponent.
+    // from_chars would accept a second sign, before the number or before a hexadecimal exponent.
     if (body.starts_with('-')) return {0, 0};
     if (prefix != 0) body = body.substr(0, body.find("+-"));
     const auto format = prefix != 0 ? std::chars_format::hex : std::chars_format::general;
@@ -81,7 +81,7 @@ Reading readReal(std::string_view text)
     return {negative ? -value : value, sign + prefix + length};
 }
 
-/// Place of the marker that `arg` replaces next, or npos.
+/// Position of the marker that `arg` replaces next, or npos.
 size_t lowestMarker(const std::string &text)
 {
     size_t best = std::string::npos;
@@ -194,8 +194,8 @@ String String::number(uint32_t value, uint32_t radix) { return digits(value, rad
 
 String String::number(int32_t value, uint32_t radix) { return digits(value, radix); }
 
-// std::to_chars with a precision is defined by printf's result in the "C" locale, and is one code on every
-// system, where the C libraries differ in signs of NaN, digits of the exponent and the locale's decimal mark.
+// std::to_chars gives printf's result in the "C" locale on every system. C libraries differ in the sign of
+// NaN, the digits of the exponent and the locale's decimal mark.
 String String::realNumber(double value, OptionalIndex precision, char format)
 {
     const auto style = lower(format) == 'e'   ? std::chars_format::scientific
@@ -217,7 +217,7 @@ double String::toDouble(bool *ok) const
     if (isEmpty()) return 0.0;
     const String pointed = trimmed().replace(',', '.');
     const Reading read = readReal(pointed.bytes());
-    // Against the length before trimming, on purpose: what is typed with a blank around it is refused.
+    // Compared with the untrimmed length on purpose: a number with leading or trailing spaces is refused.
     if (read.consumed != length()) return 0.0;
     if (ok) *ok = true;
     return read.value;

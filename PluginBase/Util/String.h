@@ -7,27 +7,27 @@
 
 #include "PluginBase/Util/OptionalIndex.h"
 
-/// The text type of the system: 8-bit characters of the system's code page, one byte each. Copies share one
-/// buffer that is never written again; whoever changes a text installs a new buffer, and the others keep
-/// theirs. A text that was never given is null: it has no buffer, and reads and compares as "".
-/// Thread  one at a time; making and changing allocate, so no audio code builds texts
-/// Errors  positions out of range give empty texts and zeros; no memory: std::bad_alloc
+/// A string of 8-bit characters in the system's code page. Copies share one immutable buffer; changing a
+/// string gives it a new buffer and leaves the copies unchanged. A default-constructed string is null: it has
+/// no buffer and reads and compares as "".
+/// Thread  one at a time; construction and changes allocate, so audio code must not use strings
+/// Errors  positions out of range give empty strings and zeros; out of memory: std::bad_alloc
 class String {
 public:
     using Buffer = std::shared_ptr<const std::string>;
 
     String() = default;
     String(const char *characters);
-    /// At most `maxLength` characters, fewer if a zero comes before.
+    /// Copies at most `maxLength` characters and stops at a zero.
     String(const char *characters, uint32_t maxLength);
     explicit String(std::string characters);
-    /// One character. Takes `char` alone, so that no number turns into a character unnoticed.
+    /// A string of one character. Accepts only `char`, so that numbers do not convert implicitly.
     template <std::same_as<char> Character>
     String(Character character) : String(std::string(1, character))
     {
     }
 
-    /// Installs a buffer, which nobody may change afterwards; null makes the text null.
+    /// Replaces the buffer, which must not change afterwards; null makes the string null.
     void setText(Buffer buffer);
 
     bool isNull() const { return !text; }
@@ -35,11 +35,11 @@ public:
     uint32_t length() const { return text ? static_cast<uint32_t>(text->size()) : 0; }
     /// Never null.
     const char *c_str() const { return text ? text->c_str() : ""; }
-    /// The character, or 0 beyond the end.
+    /// Returns 0 beyond the end.
     char at(uint32_t position) const { return position < length() ? (*text)[position] : '\0'; }
     bool sharesTextWith(const String &other) const { return text == other.text; }
 
-    /// Byte by byte, unsigned. A null pointer is below every text and equal to none.
+    /// Compares unsigned bytes. A null pointer is less than every string and equal to none.
     friend bool operator==(const String &a, const String &b) { return a.bytes() == b.bytes(); }
     friend std::strong_ordering operator<=>(const String &a, const String &b)
     {
@@ -53,51 +53,50 @@ public:
 
     String left(uint32_t count) const;
     String right(uint32_t count) const;
-    /// `count` characters from `position`, or all to the end.
+    /// Returns `count` characters from `position`; default: up to the end.
     String mid(uint32_t position, OptionalIndex count = {}) const;
     friend String operator+(const String &a, const String &b);
     String &operator+=(const String &other);
     void truncate(uint32_t count);
     String replace(char from, char to) const;
-    /// Without whitespace at both ends: blank, 9 to 13, and the no-break space 160.
+    /// Removes whitespace at both ends: space, characters 9 to 13, and the no-break space 160.
     String trimmed() const;
-    /// Trimmed, and each inner run of whitespace made one blank.
+    /// Trims, and replaces each inner run of whitespace with one space.
     String simplified() const;
 
-    /// First position at or after `from`. Case folding knows 'A' to 'Z' only.
+    /// First position at or after `from`. Case folding covers 'A' to 'Z' only.
     OptionalIndex find(char wanted, uint32_t from = 0, bool caseSensitive = true) const;
-    /// Last position at or before `from`, or of the whole text.
+    /// Last position at or before `from`; default: in the whole string.
     OptionalIndex findLast(char wanted, OptionalIndex from = {}, bool caseSensitive = true) const;
 
-    /// Digits 0 to 9, A to Z; a radix outside 2 to 36 counts as 10.
+    /// Uses the digits 0 to 9 and A to Z. A radix outside 2 to 36 counts as 10.
     static String number(uint32_t value, uint32_t radix = 10);
     static String number(int32_t value, uint32_t radix = 10);
-    /// What printf writes for %f, %e, %g and their capital forms in the "C" locale, whatever the host has
-    /// set. Without a precision six digits; above 99 counts as 99; another format letter counts as 'f'.
+    /// Formats as printf's %f, %e, %g and their capital forms do in the "C" locale, whatever locale the host
+    /// uses. Precision is at most 99 (default: 6). An unknown format letter counts as 'f'.
     template <std::floating_point Real>
     static String number(Real value, OptionalIndex precision = {}, char format = 'f')
     {
         return realNumber(value, precision, format);
     }
-    /// The same with -1 (or any negative) for no precision.
+    /// As above; a negative precision selects the default.
     template <std::floating_point Real>
     static String number(Real value, int32_t precision, char format = 'f')
     {
         return realNumber(value, precision < 0 ? OptionalIndex() : static_cast<uint32_t>(precision), format);
     }
 
-    /// The text as a number, with '.' or ',' for the decimal mark; also hexadecimal, infinity and
-    /// not-a-number, as strtod reads them in the "C" locale. Sets `ok` (may be null) only if the whole text
-    /// is a number, where a blank at either end already spoils it; otherwise the result is 0.
+    /// Parses the whole string as strtod does in the "C" locale: decimal with '.' or ',', hexadecimal, infinity
+    /// or NaN. Returns 0 on failure and for a space at either end. Sets `ok` (may be null) to true on success.
     double toDouble(bool *ok = nullptr) const;
 
-    /// Replaces the marker with the lowest digit ("%0" to "%9"), of equals the first; without a marker the
-    /// value is appended, and an empty text becomes the value. Calls chain, and a value is searched by the
-    /// next call too.
+    /// Replaces the lowest-numbered marker ("%0" to "%9") with the value; of equal ones, the first. Appends
+    /// the value if there is no marker. Calls can be chained; the next call also replaces markers inside the
+    /// value.
     String arg(const String &value) const;
     String arg(const char *value) const { return arg(String(value)); }
     String arg(uint32_t value, uint32_t radix = 10) const { return arg(number(value, radix)); }
-    /// In radix 16 as unsigned, so that -1 gives "FFFFFFFF".
+    /// Radix 16 formats the value as unsigned: -1 gives "FFFFFFFF".
     String arg(int32_t value, uint32_t radix = 10) const;
     template <std::floating_point Real>
     String arg(Real value, int32_t precision = -1, char format = 'f') const
@@ -107,13 +106,13 @@ public:
 
 private:
     static String realNumber(double value, OptionalIndex precision, char format);
-    /// Contents for comparing and searching, also of a null text.
+    /// The contents; empty if the string is null.
     const std::string &bytes() const;
 
     Buffer text;
 };
 
-/// Picks from alternatives, such as a long and a short form of a name: the longest piece of at most
-/// `maxLength` characters (0: any length), of equals the first. If none fits, the first piece cut to
-/// `maxLength`.
+/// Splits `text` at `separator` into alternatives, such as a long and a short name. Returns the longest one
+/// of at most `maxLength` characters (0: no limit); of equally long ones, the first. If none fits, returns
+/// the first one cut to `maxLength`.
 String fitToLength(const String &text, uint32_t maxLength, char separator);

@@ -11,8 +11,8 @@
 #include "bench/Load.h"
 #include "bench/peer/Peer.h"
 
-// tessarine_peer: this effect and its nearest open peer by turns in one process, by the clock or by a counter
-// of instructions.
+// tessarine_peer: times this effect and its nearest open-source peer alternately in one process, or runs the
+// peer for an instruction counter.
 
 namespace {
 
@@ -22,7 +22,7 @@ struct Options {
     bool brickwall = false, count = false, meters = false;
 };
 
-/// As hosts have it; the peer may count on it.
+/// Sets flush-to-zero and denormals-are-zero, as most hosts do: the peer may depend on it.
 void flushDenormals()
 {
 #if defined(__SSE2__)
@@ -45,7 +45,7 @@ double timePerFrame(Effect &effect)
     return (Bench::processorTime() - start) / kFrames;
 }
 
-/// This effect and the peer at one size of block, and what they took in each turn.
+/// This effect and the peer at one block size, and their ns per frame in each turn.
 struct Rivals {
     Rivals(const Bench::Lv2World &world, uint32_t blockFrames, bool brickwall)
         : block(blockFrames), load(block, brickwall, kMusicFrames), peer(world, block, kMusicFrames)
@@ -66,8 +66,8 @@ struct Rivals {
     std::vector<double> ours, theirs;
 };
 
-/// One line for each block: its frames, ns per frame of this effect and of the peer. The sizes take turns
-/// too, so that a change in the machine's speed hits them all.
+/// Prints one line per block size: frames, ns per frame of this effect and of the peer. The sizes alternate
+/// too, so that a change of the machine's speed affects all of them.
 void compare(const Bench::Lv2World &world, const Options &options)
 {
     std::vector<std::unique_ptr<Rivals>> sizes;
@@ -79,7 +79,7 @@ void compare(const Bench::Lv2World &world, const Options &options)
         fmt::print("{} {:.2f} {:.2f}\n", size->block, median(size->ours), median(size->theirs));
 }
 
-/// What Callgrind is to count: the peer alone.
+/// Runs only the peer, for Callgrind.
 void count(const Bench::Lv2World &world, uint32_t block)
 {
     Bench::Peer peer(world, block, 2 * Bench::kMeasuredFrames);
@@ -103,17 +103,17 @@ void showMeters(const Bench::Lv2World &world, uint32_t block)
 
 } // namespace
 
-int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): it says what was wrong
+int main(int argc, char **argv) // NOLINT(bugprone-exception-escape): ends with a message
 {
     Options options;
     CLI::App app{
-        "Times this effect against its nearest open peer. Each line: frames of a block, ns per frame of this "
-        "effect, ns per frame of the peer."};
-    app.add_option("--blocks", options.blocks, "frames of a block")->delimiter(',');
-    app.add_option("--turns", options.turns, "measurements of each, by turns; the median counts");
+        "Compares the speed of this effect with its nearest open-source peer. Prints frames per block, ns "
+        "per frame of this effect and ns per frame of the peer."};
+    app.add_option("--blocks", options.blocks, "block sizes in frames, separated by commas")->delimiter(',');
+    app.add_option("--turns", options.turns, "alternating measurements of each effect; prints the median");
     app.add_flag("--brickwall", options.brickwall, "limiter in brickwall mode");
-    app.add_flag("--count", options.count, "play the peer once for an instruction counter");
-    app.add_flag("--meters", options.meters, "show the least gains of the peer's bands and limiter");
+    app.add_flag("--count", options.count, "play only the peer, for an instruction counter");
+    app.add_flag("--meters", options.meters, "show the lowest gains of the peer's bands and limiter");
     CLI11_PARSE(app, argc, argv);
 
     flushDenormals();

@@ -12,7 +12,7 @@ const LilvPlugin *Lv2World::find(const char *uri) const
     const Node name(lilv_new_uri(world.get(), uri));
     const LilvPlugin *const plugin =
         lilv_plugins_get_by_uri(lilv_world_get_all_plugins(world.get()), name.get());
-    if (!plugin) throw std::runtime_error(std::string("there is no effect ") + uri);
+    if (!plugin) throw std::runtime_error(std::string("LV2 effect is not installed: ") + uri);
     return plugin;
 }
 
@@ -32,7 +32,7 @@ Lv2Effect::Lv2Effect(const Lv2World &world, const char *uri, double rate, const 
 {
     const LilvPlugin *const plugin = world.find(uri);
     instance.reset(lilv_plugin_instantiate(plugin, rate, nullptr));
-    if (!instance) throw std::runtime_error(std::string("cannot start the effect ") + uri);
+    if (!instance) throw std::runtime_error(std::string("cannot start LV2 effect ") + uri);
 
     const uint32_t ports = lilv_plugin_get_num_ports(plugin);
     controls.resize(ports);
@@ -44,7 +44,7 @@ Lv2Effect::Lv2Effect(const Lv2World &world, const char *uri, double rate, const 
             continue;
         }
         if (!world.is(plugin, port,
-                      LILV_URI_CONTROL_PORT)) { // of the peer, ports for messages, which it can do without
+                      LILV_URI_CONTROL_PORT)) { // the peer's message ports, which are optional
             lilv_instance_connect_port(instance.get(), i, nullptr);
             continue;
         }

@@ -7,13 +7,13 @@
 
 namespace Bench {
 
-/// All LV2 effects of the system.
+/// All installed LV2 effects.
 class Lv2World {
 public:
     Lv2World();
-    /// Throws std::runtime_error if there is none of that name.
+    /// Throws std::runtime_error if the effect is not installed.
     const LilvPlugin *find(const char *uri) const;
-    /// Whether a port is of that class.
+    /// True if a port is of that class.
     bool is(const LilvPlugin *plugin, const LilvPort *port, const char *classUri) const;
 
 private:
@@ -26,17 +26,17 @@ private:
     std::unique_ptr<LilvWorld, Free> world;
 };
 
-/// A stereo LV2 effect that needs nothing of its host but audio and control ports: no features, no messages.
+/// A stereo LV2 effect that needs only audio and control ports: no host features, no messages.
 class Lv2Effect {
 public:
-    using Settings = std::map<std::string, float>; // by the symbol of the port
+    using Settings = std::map<std::string, float>; // by port symbol
 
-    /// Controls without a setting take their defaults. Throws std::runtime_error if the effect does not fit
-    /// or lacks one of the controls.
+    /// Controls without a setting keep their defaults. Throws std::runtime_error if the effect is not
+    /// installed, does not start or is not stereo, std::out_of_range if it lacks a control.
     Lv2Effect(const Lv2World &world, const char *uri, double rate, const Settings &settings);
 
     void run(float *const in[2], float *const out[2], uint32_t frames);
-    /// Value of a control, for instance of a meter.
+    /// Value of a control, e.g. of a meter.
     float control(const std::string &symbol) const { return controls[portOf.at(symbol)]; }
 
 private:
@@ -45,7 +45,7 @@ private:
     };
 
     std::unique_ptr<LilvInstance, Stop> instance;
-    std::vector<float> controls; // one a port, whatever its kind
+    std::vector<float> controls; // one per port of any kind
     std::map<std::string, uint32_t> portOf;
     std::vector<uint32_t> inputs, outputs; // audio ports
 };

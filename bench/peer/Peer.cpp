@@ -20,14 +20,14 @@ Lv2Effect::Settings Peer::compressorSettings()
         {"freq0", 120},
         {"freq1", 1000},
         {"freq2", 6000},
-        // the gain of the standard load, so that the limiter has work
+        // the gain of the standard load, so that the limiter is active
         {"level_out", Signals::fromDb(12)},
     };
     for (uint32_t band = 0; band < kBands; ++band) {
         const auto set = [&](const char *name, float value) {
             settings[name + std::to_string(band)] = value;
         };
-        set("bypass", 0); // its default leaves the bands alone
+        set("bypass", 0); // by default the bands are bypassed
         set("threshold", Signals::fromDb(-30));
         set("ratio", 4);
         set("attack", 10);

@@ -4,15 +4,15 @@
 
 namespace Bench {
 
-/// The nearest open effects of the same work, Calf's multiband compressor with filters of 4th order and its
-/// limiter, set like the standard load and fed the same music.
+/// The nearest open-source equivalent: Calf's multiband compressor (4th-order filters) and limiter, with the
+/// settings and the music of the standard load.
 class Peer {
 public:
     Peer(const Lv2World &world, uint32_t blockFrames, uint32_t musicFrames);
     void playBlock();
-    /// Whole blocks that hold `frames` or more.
+    /// Processes at least `frames`, in whole blocks.
     void play(uint32_t frames);
-    /// Least gains that its meters have shown, in dB: four bands and the limiter.
+    /// Lowest gains that the meters have shown, in dB: four bands and the limiter.
     const std::vector<double> &leastGainsDb() const { return leastDb; }
     void lookAtMeters();
 

@@ -3,12 +3,12 @@
 
 namespace Platform {
 
-/// A text of the module's string table, as the build makes it from resources/strings.
+/// An entry of the string table that the build generates from resources/strings.
 struct EmbeddedString {
     uint32_t id;
     const char16_t *text; // null ends the table
 };
-/// By rising number.
+/// In ascending order of `id`.
 extern const EmbeddedString embeddedStrings[];
 
 } // namespace Platform

@@ -18,7 +18,7 @@ using Set = std::unique_ptr<FcFontSet, decltype(&FcFontSetSortDestroy)>;
 
 const FcChar8 *bytes(const char *text) { return reinterpret_cast<const FcChar8 *>(text); }
 
-/// All scalable faces of the system, the best ones for the request first.
+/// All scalable faces of the system, best match first.
 Set sortedFaces(const FontRequest &request)
 {
     const Pattern wanted(FcPatternCreate(), &FcPatternDestroy);
@@ -27,7 +27,7 @@ Set sortedFaces(const FontRequest &request)
     FcPatternAddInteger(wanted.get(), FC_SLANT, FC_SLANT_ROMAN);
     FcPatternAddBool(wanted.get(), FC_SCALABLE, FcTrue);
     FcPatternAddBool(wanted.get(), FC_VARIABLE, FcFalse);
-    // Without it the nearest to a Japanese face that is missing would be one without Japanese letters.
+    // Otherwise the substitute for a missing Japanese face could lack Japanese characters.
     if (request.face.starts_with("MS ")) FcPatternAddString(wanted.get(), FC_LANG, bytes("ja"));
     FcConfigSubstitute(nullptr, wanted.get(), FcMatchPattern);
     FcDefaultSubstitute(wanted.get());
@@ -35,7 +35,7 @@ Set sortedFaces(const FontRequest &request)
     return Set(FcFontSort(nullptr, wanted.get(), FcTrue, nullptr, &result), &FcFontSetSortDestroy);
 }
 
-/// Pixels, always up: a letter must not be cut.
+/// Converts font units to pixels. Rounds up, so that no glyph is clipped.
 int32_t scaled(int32_t units, uint32_t em, FT_Face face)
 {
     const int32_t perEm = std::max<int32_t>(face->units_per_EM, 1);
@@ -72,7 +72,7 @@ std::shared_ptr<OffscreenFont> OffscreenFont::make(Library library, const FontRe
     return nullptr;
 }
 
-/// The extent of a line is the one that Windows goes by, where the face tells it.
+/// Uses the line height of Windows (OS/2 table) if the face has it.
 void OffscreenFont::chooseSize(FT_Face face, int32_t height)
 {
     const auto *const metrics = static_cast<const TT_OS2 *>(FT_Get_Sfnt_Table(face, FT_SFNT_OS2));
@@ -101,7 +101,7 @@ FT_Face OffscreenFont::open(File &file)
     return file.face.get();
 }
 
-/// The first face that has the letter; if none has, the first one's sign for that.
+/// The first face with the character, or the first face and its glyph for missing characters.
 std::pair<FT_Face, FT_UInt> OffscreenFont::find(char32_t character)
 {
     FT_Face first = nullptr;

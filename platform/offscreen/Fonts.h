@@ -10,15 +10,15 @@
 
 namespace Platform {
 
-/// A font of FreeType: the face that was asked for, or the system's nearest, and after it all others of the
-/// system for the letters that it lacks.
+/// A FreeType font: the requested face or the nearest match, with all other system faces as fallback for
+/// missing characters.
 /// Thread  one at a time
 class OffscreenFont final : public Font {
 public:
-    /// A glyph and its bitmap, valid until the next one is loaded.
+    /// A glyph and its bitmap, valid until the next call of load().
     struct Glyph {
-        const FT_Bitmap *image = nullptr; // null where nothing is to be drawn
-        int32_t left = 0, top = 0;        // of the image: right of the pen, above the base line
+        const FT_Bitmap *image = nullptr; // null if not drawn or empty
+        int32_t left = 0, top = 0;        // corner of the image: right of the pen, above the baseline
         int32_t advance = 0;
     };
 
@@ -27,7 +27,7 @@ public:
     static std::shared_ptr<OffscreenFont> make(Library library, const FontRequest &request);
 
     Glyph load(char32_t character, bool draw);
-    /// Pixels from the top of a line to its base line, and to its bottom.
+    /// Pixels from the top of a line to its baseline.
     int32_t ascent() const { return lineAscent; }
     int32_t lineHeight() const { return lineAscent + lineDescent; }
 
@@ -36,7 +36,7 @@ private:
         std::string path;
         int32_t index; // of the face in the file
         bool hasFailed;
-        std::shared_ptr<FT_FaceRec_> face; // null until it is needed
+        std::shared_ptr<FT_FaceRec_> face; // null until first use
     };
 
     explicit OffscreenFont(Library shared) : library(std::move(shared)) {}
@@ -44,17 +44,17 @@ private:
     void chooseSize(FT_Face face, int32_t height);
     std::pair<FT_Face, FT_UInt> find(char32_t character);
 
-    const Library library; // outlives the faces below
+    const Library library; // must outlive the faces below
     std::vector<File> files;
     uint32_t em = 0; // pixels
     int32_t lineAscent = 0, lineDescent = 0;
 };
 
-/// What all fonts of one window system share.
+/// The FreeType library that all fonts of one window system share.
 class OffscreenWindowSystem::Fonts {
 public:
     Fonts();
-    OffscreenFont::Library library; // null if it cannot be had
+    OffscreenFont::Library library; // null if FreeType cannot be initialised
 };
 
 } // namespace Platform

@@ -38,7 +38,7 @@ void OffscreenWindowSystem::sendRenderTick(WindowHandle window)
     messageServed.wait(hold, [&] { return answered; });
 }
 
-/// Threads that wait for an answer of a window that has gone are let go.
+/// Discards a destroyed window's messages and releases the threads that wait for its ticks.
 void OffscreenWindowSystem::dropMessages(WindowHandle window)
 {
     const std::lock_guard hold(messageMutex);
@@ -76,7 +76,7 @@ bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message 
             {.kind = message.answered ? Event::Kind::renderTick : Event::Kind::custom, .id = message.code});
     if (message.answered) {
         const std::lock_guard hold(messageMutex);
-        if (std::erase(answering, message.answered) == 0) return true; // its thread has been let go
+        if (std::erase(answering, message.answered) == 0) return true; // its thread has been released
         *message.answered = true;
         messageServed.notify_all();
     }
@@ -85,7 +85,7 @@ bool OffscreenWindowSystem::serveMessage(const std::function<bool(const Message 
 
 void OffscreenWindowSystem::pump()
 {
-    constexpr size_t kMostAnswers = 4; // that handlers post; what threads go on posting is for the next time
+    constexpr size_t kMostAnswers = 4; // posted by handlers; limited, as other threads may post endlessly
     size_t left;
     {
         const std::lock_guard hold(messageMutex);
@@ -163,7 +163,7 @@ WindowHandle OffscreenWindowSystem::windowAt(Point screen) const
 
 void OffscreenWindowSystem::deliverMouse(Event::Kind kind, int32_t wheel)
 {
-    // A wheel turns for the window with the focus, all else happens under the pointer.
+    // Wheel events go to the focused window, other mouse events to the window under the pointer.
     const WindowHandle aimed = kind == Event::Kind::wheel && focused ? focused : windowAt(pointerAt);
     const WindowHandle target = captured ? captured : aimed;
     const Point at = pointerAt - toScreen(target, {});

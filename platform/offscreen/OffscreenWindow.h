@@ -6,16 +6,16 @@ namespace Platform {
 struct OffscreenWindowSystem::Window {
     WindowHandle handle = nullptr, parent = nullptr;
     std::string className, title;
-    Rect place{}; // in the parent, or on the screen
+    Rect place{}; // in the parent; on the screen without a parent
     WindowClient *client = nullptr;
     bool visible = true;
     std::vector<WindowHandle> children; // from the lowest to the topmost
     Bitmap pixels;
-    Rect dirty{};       // asks for a paint event; empty if nothing does
-    bool erase = false; // and for an erase event before it
+    Rect dirty{};       // area that needs a paint event; empty: none
+    bool erase = false; // an erase event must precede the paint event
 
     Rect bounds() const { return Rect::at({}, place.width(), place.height()); }
-    /// Fresh pixels of the window's size, all of them to be painted.
+    /// Allocates new pixels of the window's size and marks them as dirty.
     void resize()
     {
         pixels = Bitmap(place.width(), place.height(), Bitmap::Format::colour);

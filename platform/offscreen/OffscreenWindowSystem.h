@@ -12,32 +12,32 @@
 
 namespace Platform {
 
-/// Windows in memory. Whoever owns it plays the user and the clock: nothing happens until it is told to.
-/// Every window keeps its own pixels; a screenshot lays them over each other as a screen would show them.
-/// Thread  one, but for post and sendRenderTick
+/// Windows in memory. Input and time come only from calls by the owner, which simulates the user and the
+/// clock. Every window has its own pixels; a screenshot composes them as a screen does.
+/// Thread  one, except post and sendRenderTick
 class OffscreenWindowSystem final : public WindowSystem {
 public:
     OffscreenWindowSystem();
     ~OffscreenWindowSystem() override;
 
-    // The host's part.
+    // Actions of the host.
 
-    /// A window for an editor to live in, its corner at `origin` on the screen.
+    /// Creates a parent window for an editor, its corner at `origin` on the screen.
     WindowHandle makeHostWindow(int32_t width, int32_t height, Point origin = {});
-    /// Time passes: timers go off as they come due, and after each everything pending is served.
+    /// Advances the clock: fires timers as they become due and calls pump() after each.
     void advance(uint32_t ms);
-    /// Serves posted events, waiting ticks and paints, until there are none but what threads post meanwhile.
+    /// Handles posted events, waiting ticks and paint requests, except those that threads add meanwhile.
     void pump();
-    /// What the screen shows of a window and its children, 0xRRGGBB.
+    /// A window and its children as the screen shows them, 0xRRGGBB.
     Bitmap screenshot(WindowHandle window) const;
 
-    // The user's part. Each is served at once.
+    // Actions of the user. Each calls pump().
 
-    /// Screen coordinates.
+    /// In screen coordinates.
     void movePointer(Point at);
     void pressButton(uint32_t button = kLeftButton);
     void releaseButton(uint32_t button = kLeftButton);
-    /// Press, release, and the second press as a double click, and its release.
+    /// Presses and releases the left button, sends the second press as `leftDouble`, and releases again.
     void doubleClick();
     void turnWheel(int32_t delta);
     void pressKey(uint32_t key);
@@ -47,21 +47,21 @@ public:
         pressKey(key);
         releaseKey(key);
     }
-    /// Takes the mouse away from whoever has it, as a dialog of the host does.
+    /// Takes the mouse capture from its window, as a dialog of the host does.
     void stealMouse();
 
-    /// Answers a prompt with what the user types and confirms; nothing cancels. Without one all are cancelled.
+    /// Returns the string that the user enters in a prompt, or nullopt to cancel. Default: cancel.
     std::function<std::optional<std::string>(const PromptRequest &)> onPrompt;
 
-    // What can be observed.
+    // State for tests.
 
     struct PaintRecord {
         WindowHandle window;
-        Rect area; // in the window's own pixels
+        Rect area; // in window coordinates
     };
-    std::vector<PaintRecord> paints; // cleared by whoever reads it
+    std::vector<PaintRecord> paints; // grows until the reader clears it
     const std::string &title(WindowHandle window) const;
-    /// On the screen; empty for a window that does not exist or cannot be seen.
+    /// In screen coordinates; empty if the window does not exist or is hidden.
     Rect screenRect(WindowHandle window) const;
     std::vector<WindowHandle> children(WindowHandle window) const;
     bool isVisible(WindowHandle window) const;
@@ -121,7 +121,7 @@ private:
     struct Message {
         WindowHandle window;
         uint32_t code;
-        bool *answered; // of a tick that a thread waits for; null for a posted event
+        bool *answered; // set when a tick's thread may continue; null for a posted event
     };
     class Fonts;
 
@@ -142,19 +142,19 @@ private:
     std::vector<Timer> timers;
     std::set<uint32_t> keysDown;
     uint32_t buttonsDown = 0; // bits of a modifier mask
-    uint32_t now = 1000;      // ms; not 0, which some mean as "never"
+    uint32_t now = 1000;      // ms; not 0, which some code uses for "never"
     Point pointerAt{-1, -1};
-    bool pointerMoved = false; // by setPointer, and not reported yet
+    bool pointerMoved = false; // by setPointer, mouse event still pending
     WindowHandle focused = nullptr, captured = nullptr;
     CursorKind cursorKind = CursorKind::arrow;
     std::optional<uint8_t> shownOpacity;
-    uintptr_t lastNumber = 0; // of windows: a handle is never used twice
+    uintptr_t lastNumber = 0; // counts windows, so that no handle is reused
     std::unique_ptr<Fonts> fontLibrary;
 
-    mutable std::mutex messageMutex; // guards what follows
+    mutable std::mutex messageMutex; // guards the members below
     std::condition_variable messageServed;
     std::deque<Message> messages;
-    std::vector<bool *> answering; // ticks being handled, while their threads wait
+    std::vector<bool *> answering; // ticks being handled whose threads still wait
 };
 
 } // namespace Platform

@@ -11,7 +11,7 @@ namespace {
 constexpr size_t kMaxText = 1024; // 16-bit words
 constexpr char32_t kReplacement = 0xFFFD;
 
-/// The characters up to a zero; halves of a pair that stand alone are replaced.
+/// Decodes UTF-16 up to the first zero; an unpaired surrogate becomes U+FFFD.
 std::u32string characters(std::u16string_view text)
 {
     const std::u16string_view shown = text.substr(0, std::min(text.find(u'\0'), kMaxText));
@@ -40,7 +40,7 @@ uint32_t blended(uint32_t ground, uint32_t colour, uint32_t coverage)
     return result;
 }
 
-/// `left` and `top` may be anywhere; what is outside the bitmap is left out.
+/// `left` and `top` may be outside the bitmap; the glyph is clipped to it.
 void drawGlyph(Bitmap &to, const FT_Bitmap &image, int64_t left, int64_t top, uint32_t colour)
 {
     for (uint32_t y = 0; y < image.rows; ++y) {
@@ -56,7 +56,7 @@ void drawGlyph(Bitmap &to, const FT_Bitmap &image, int64_t left, int64_t top, ui
     }
 }
 
-/// Fonts are handed out as const; loading a glyph changes only what they remember.
+/// Fonts are const to callers; loading a glyph changes only their caches.
 OffscreenFont &ours(const Font &font)
 {
     return const_cast<OffscreenFont &>(static_cast<const OffscreenFont &>(font));

@@ -207,7 +207,7 @@ void OffscreenWindowSystem::invalidateTree(WindowHandle window)
 
 namespace {
 
-/// Writes into a window's own pixels.
+/// Writes into a window's pixels.
 class MemoryContext final : public DeviceContext {
 public:
     MemoryContext(Bitmap &target, const Rect &allowed) : to(target), clip(allowed) {}
@@ -248,7 +248,7 @@ std::unique_ptr<DeviceContext> OffscreenWindowSystem::windowContext(WindowHandle
     return std::make_unique<MemoryContext>(found->pixels, found->bounds());
 }
 
-/// Lets one window paint; false if none needs it, or none that is asked does.
+/// Lets windows paint until one changes its dirty area; returns false if none does.
 bool OffscreenWindowSystem::paintNext()
 {
     for (const auto &[handle, window] : windows) {

@@ -23,8 +23,7 @@ struct LowPriorityThread::State {
 
     void run(const std::function<void()> &body)
     {
-        // Linux gives each thread a niceness of its own; where the whole process has one, it keeps its
-        // priority.
+        // Only if the thread has its own ID, as on Linux; otherwise this would slow down the whole process.
         if (gettid() != getpid()) setpriority(PRIO_PROCESS, static_cast<id_t>(gettid()), kLowestNiceness);
         body();
         const std::lock_guard hold(mutex);

@@ -2,7 +2,7 @@ namespace Platform {
 
 class WindowSystem;
 
-/// This system's windows are not served yet: an editor opens only where another window system is put in place.
+/// No native windows on this system: an editor opens only after useWindowSystem().
 WindowSystem *nativeWindowSystem() { return nullptr; }
 
 } // namespace Platform

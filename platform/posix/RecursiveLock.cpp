@@ -6,13 +6,13 @@
 namespace Platform {
 namespace {
 
-/// Mutex of three states over a kernel wait queue. Drepper, "Futexes Are Tricky" (2011), mutex 2, with an
-/// owner on top. A third of the instructions of a recursive pthread mutex.
+/// A futex with three states: Drepper, "Futexes Are Tricky" (2011), mutex 2, plus an owner for recursion.
+/// Takes a third of the instructions of a recursive pthread mutex.
 struct Lock {
     enum State : uint32_t { kFree, kHeld, kAwaited };
     std::atomic<uint32_t> state{kFree};
-    uint32_t depth = 0;                       // touched by the owner alone
-    std::atomic<const void *> owner{nullptr}; // equals a thread's own mark only if that thread wrote it
+    uint32_t depth = 0;                       // accessed only by the owner
+    std::atomic<const void *> owner{nullptr}; // the owner's thread pointer; only that thread can store it
 };
 static_assert(sizeof(Lock) <= sizeof(RecursiveLock) && alignof(Lock) <= alignof(RecursiveLock));
 
@@ -24,8 +24,8 @@ void take(Lock &lock, const void *self)
     lock.depth = 1;
 }
 
-/// Sleeps until the lock is ours. Once one thread has waited the lock stays marked until nobody does, so that
-/// no leave() misses a sleeper. Kept apart so that the uncontended path needs no stack.
+/// Sleeps until this thread has the lock. Takes it as kAwaited, because other threads may still wait and
+/// leave() must wake one. Not inlined, so that the uncontended path needs no stack frame.
 [[gnu::noinline]] void waitAndTake(Lock &lock, const void *self)
 {
     while (lock.state.exchange(Lock::kAwaited) != Lock::kFree) lock.state.wait(Lock::kAwaited);

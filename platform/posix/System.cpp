@@ -11,7 +11,7 @@
 namespace Platform {
 namespace {
 
-constexpr mode_t kDirectoryMode = 0777; // less what the user's mask takes away
+constexpr mode_t kDirectoryMode = 0777; // before the user's umask
 
 std::string resolved(const char *path)
 {
@@ -37,11 +37,11 @@ std::string findModule()
     if (dladdr(reinterpret_cast<const void *>(&modulePath), &found) == 0 || !found.dli_fname) return {};
     std::string path = found.dli_fname;
     if (path.starts_with('/')) return path;
-    // A program that the shell found on its search path is known here by its bare name alone.
+    // For a program that the shell found on its PATH, dladdr returns the bare name.
     return path.find('/') == std::string::npos ? resolved("/proc/self/exe") : resolved(path.c_str());
 }
 
-// Found when the library is loaded: its path may be relative, and the host may change its folder later.
+// Resolved at load time: the path may be relative, and the host may change the working directory later.
 const std::string kModulePath = findModule();
 } // namespace
 

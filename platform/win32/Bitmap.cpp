@@ -5,9 +5,9 @@
 namespace Platform {
 namespace {
 
-constexpr LONG kDotsPerMetre = 72; // what the header asks for; nobody looks at it
+constexpr LONG kDotsPerMetre = 72; // ignored by Windows here
 
-/// The colour table stands behind the header.
+/// The colour table must follow the header.
 struct BitmapFormat {
     BITMAPINFOHEADER header{};
     RGBQUAD colours[2] = {{0x00, 0x00, 0x00, 0}, {0xFF, 0xFF, 0xFF, 0}};

@@ -9,7 +9,7 @@ namespace {
 class Win32Cursor final : public Cursor {
 public:
     explicit Win32Cursor(HCURSOR loaded) : handle(loaded) {}
-    const HCURSOR handle; // the system's own, or of the module's resources: neither is freed
+    const HCURSOR handle; // shared, from the system or the module's resources: never destroyed
 };
 
 } // namespace

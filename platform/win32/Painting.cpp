@@ -4,7 +4,7 @@ namespace Platform {
 
 namespace {
 
-/// A memory context with a bitmap selected, for as long as the object lives.
+/// A memory context with a bitmap selected into it, for the object's lifetime.
 class SelectedBitmap {
 public:
     SelectedBitmap(HDC like, const Bitmap &bitmap)

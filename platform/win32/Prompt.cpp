@@ -92,7 +92,7 @@ void Prompt::reject(HWND dialog)
     EndDialog(dialog, 1);
 }
 
-/// Takes out what may not be typed, and leaves the selection where it was among the rest.
+/// Removes forbidden characters and keeps the selection on the remaining text.
 void Prompt::filter(HWND field) const
 {
     DWORD from = 0, to = 0;

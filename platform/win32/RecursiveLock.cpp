@@ -6,7 +6,7 @@
 namespace Platform {
 namespace {
 
-/// Looks this often before it sleeps: the holder is usually out within a few hundred instructions.
+/// Spins before it sleeps, because the holder usually leaves within a few hundred instructions.
 constexpr DWORD kSpinCount = 400;
 
 CRITICAL_SECTION *sectionIn(std::byte *storage)

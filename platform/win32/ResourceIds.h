@@ -1,5 +1,5 @@
 #pragma once
-// Numbers of the module's resources, for the sources and for windres.
+// Numbers of the module's resources, for C++ and windres.
 
 #define TESSARINE_PROMPT_DIALOG 374
 #define TESSARINE_PROMPT_FIELD 1042

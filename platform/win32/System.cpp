@@ -10,7 +10,7 @@ namespace {
 constexpr DWORD kModulePathRoom = 4096; // 4095 characters and the zero
 constexpr int kAccessExistence = 0;
 
-/// The library or program whose code this function is, not the host's.
+/// The library or program that contains this code, not the host.
 HMODULE thisModule()
 {
     HMODULE module = nullptr;
@@ -19,7 +19,7 @@ HMODULE thisModule()
     return module;
 }
 
-/// Predefined root keys are 32-bit numbers that a 64-bit system wants sign-extended.
+/// 64-bit Windows needs the predefined 32-bit root keys sign-extended.
 HKEY rootKey(RegistryRoot root)
 {
     return reinterpret_cast<HKEY>(static_cast<LONG_PTR>(static_cast<LONG>(root)));
@@ -40,7 +40,7 @@ std::string modulePath()
 {
     std::string path(kModulePathRoom, '\0');
     const DWORD length = GetModuleFileNameA(thisModule(), path.data(), kModulePathRoom);
-    path.resize(length < kModulePathRoom ? length : 0); // a path that was cut is none
+    path.resize(length < kModulePathRoom ? length : 0); // a truncated path is useless
     return path;
 }
 
@@ -54,7 +54,7 @@ std::string longPathName(const std::string &path)
     if (needed == 0) return {};
     std::string longName(needed + 1, '\0');
     const DWORD length = GetLongPathNameA(path.c_str(), longName.data(), needed + 1);
-    longName.resize(length <= needed ? length : 0); // it may have been renamed in between
+    longName.resize(length <= needed ? length : 0); // longer if renamed meanwhile
     return longName;
 }
 

@@ -17,7 +17,7 @@ public:
     const HFONT handle;
 };
 
-/// A memory context with a font, and a bitmap if there is one to draw on.
+/// A memory context with a font and, for drawing, a bitmap.
 class TextContext {
 public:
     explicit TextContext(const Font &font, HGDIOBJ bitmap = nullptr) : context(CreateCompatibleDC(nullptr))
@@ -69,7 +69,7 @@ void Win32WindowSystem::drawText(Bitmap &to, const Font &font, uint32_t colour, 
     SetTextColor(target.context, RGB(colour >> 16 & 0xFF, colour >> 8 & 0xFF, colour & 0xFF));
     SetBkMode(target.context, TRANSPARENT);
     TextOutW(target.context, at.x, at.y, wide(shown), static_cast<int>(shown.size()));
-    GdiFlush(); // the pixels are read directly afterwards
+    GdiFlush(); // callers then read the pixels directly
 }
 
 TextSize Win32WindowSystem::measureText(const Font &font, std::u16string_view text)

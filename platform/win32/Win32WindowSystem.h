@@ -5,7 +5,7 @@
 
 namespace Platform {
 
-/// The window system of Windows: handles are HWNDs, pixels are copied by GDI.
+/// The window system of Windows: handles are HWNDs, GDI copies pixels.
 class Win32WindowSystem final : public WindowSystem {
 public:
     Win32WindowSystem();
@@ -56,7 +56,7 @@ public:
     std::optional<std::string> promptText(const PromptRequest &request) override;
 
     static HWND native(WindowHandle window) { return reinterpret_cast<HWND>(window); }
-    /// The library or program that this code stands in; its resources are ours.
+    /// The library or program that contains this code and its resources.
     static HINSTANCE module();
 
 private:

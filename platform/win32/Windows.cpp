@@ -80,7 +80,7 @@ LRESULT CALLBACK Win32WindowSystem::windowProcedure(HWND window, UINT message, W
     WindowClient *const client = system.client(handle);
     if (client && message == WM_NCHITTEST && !client->takesMouse()) return HTTRANSPARENT;
     const auto event = client ? system.translate(window, message, word, number) : std::nullopt;
-    try { // the system's own code stands between here and any handler
+    try { // exceptions must not pass through Windows, which called this procedure
         if (event)
             if (const auto result = client->onEvent(handle, *event)) return *result;
     } catch (const std::exception &) {
@@ -166,8 +166,8 @@ void Win32WindowSystem::setClient(WindowHandle window, WindowClient *client)
 
 WindowClient *Win32WindowSystem::client(WindowHandle window) const
 {
-    // Only windows of our classes hold one: a host's may hold anything there. The class is asked, as a host
-    // may have put a procedure of its own before ours.
+    // Only this effect's window classes store a client; a host's window may store anything. Compares the
+    // class's procedure, because a host may have subclassed the window.
     const HWND known = native(window);
     const auto procedure = reinterpret_cast<WNDPROC>(GetClassLongPtrA(known, GCLP_WNDPROC));
     if (!window || procedure != &windowProcedure) return nullptr;
@@ -224,7 +224,7 @@ void Win32WindowSystem::setOpacity(WindowHandle window, uint8_t opacity)
 
 void Win32WindowSystem::invalidate(WindowHandle window, const OptionalRect &area, bool erase)
 {
-    if (!window) return; // to Windows that would be the whole screen
+    if (!window) return; // null means the whole screen to Windows
     const RECT part = toNative(area.rect);
     InvalidateRect(native(window), area.present ? &part : nullptr, erase);
 }
@@ -260,7 +260,7 @@ void Win32WindowSystem::post(WindowHandle window, uint32_t code)
 
 void Win32WindowSystem::sendRenderTick(WindowHandle window)
 {
-    // A tick whose handling ends the ticks would else wait for this thread, and this thread for it.
+    // The time limit prevents a deadlock: a handler may wait for this thread to end.
     constexpr UINT kLongestMs = 200;
     DWORD_PTR answer;
     if (window)
@@ -269,7 +269,7 @@ void Win32WindowSystem::sendRenderTick(WindowHandle window)
 
 void Win32WindowSystem::serveRenderTicks(WindowHandle window)
 {
-    MSG message; // looking for one also serves what other threads have sent
+    MSG message; // PeekMessage also handles messages that other threads have sent
     PeekMessageA(&message, native(window), renderTickMessage, renderTickMessage, PM_REMOVE);
 }
 

@@ -1,4 +1,4 @@
-"""Renders the skin: into a folder, as pictures to look at, or to check what is committed. See script/images."""
+"""Renders the skin's images, draws them on a sheet, or compares them with the committed ones. See script/images."""
 import argparse
 import filecmp
 import pathlib
@@ -13,9 +13,9 @@ IMAGES = 84
 def render():
     """All images by name."""
     images = {}
-    for room in (background, controls, labels, meters, numbers):
-        images.update(room.images())
-    assert len(images) == IMAGES, f"the editor knows {IMAGES} images, not {len(images)}"
+    for module in (background, controls, labels, meters, numbers):
+        images.update(module.images())
+    assert len(images) == IMAGES, f"the editor uses {IMAGES} images, but {len(images)} were rendered"
     return dict(sorted(images.items()))
 
 
@@ -36,27 +36,27 @@ def write_cursors(folder):
 
 
 def check(folder, images):
-    """What is wrong with the committed images, a line each."""
+    """Yields a message for each outdated image or cursor and each low contrast."""
     with tempfile.TemporaryDirectory() as fresh:
         write(pathlib.Path(fresh), images)
         for name in sorted({path.name for path in [*pathlib.Path(fresh).iterdir(), *folder.glob("*.png")]}):
             old, new = folder / name, pathlib.Path(fresh) / name
             if not old.exists() or not new.exists() or not filecmp.cmp(old, new, shallow=False):
-                yield f"{old} is not what the skin's description gives"
+                yield f"{old} differs from a fresh rendering"
     for name, cursor in cursors.cursors().items():
         old = cursor_folder(folder) / f"{name}.cur"
         if not old.exists() or old.read_bytes() != cursor:
-            yield f"{old} is not what the skin's description gives"
-    for what, ratio, least in sheet.legibility(images["Background"]):
+            yield f"{old} differs from a fresh rendering"
+    for pair, ratio, least in sheet.legibility(images["Background"]):
         if ratio < least:
-            yield f"{what}: the contrast is {ratio:.1f}, and has to be {least} at least"
+            yield f"{pair}: the contrast is {ratio:.1f}, but must be at least {least}"
 
 
 def main():
-    parser = argparse.ArgumentParser(prog="script/images", description="renders the images of the editor")
-    parser.add_argument("--check", action="store_true", help="only compare what is committed with a fresh rendering")
+    parser = argparse.ArgumentParser(prog="script/images", description="Renders the editor's images and cursor.")
+    parser.add_argument("--check", action="store_true", help="only compare the committed files with a fresh rendering")
     parser.add_argument("--sheet", metavar="DIR", type=pathlib.Path,
-                        help="only draw all images on one sheet, and the editor in three states, into DIR")
+                        help="only draw a sheet of all images, and the editor in three states, into DIR")
     parser.add_argument("folder", type=pathlib.Path, help=argparse.SUPPRESS)
     options = parser.parse_args()
     images = render()
@@ -65,8 +65,8 @@ def main():
         for fault in faults:
             print(f"images: {fault}", file=sys.stderr)
         if faults:
-            sys.exit("images: make them anew with: script/images")
-        print(f"{len(images)} images are what the skin's description gives, and legible")
+            sys.exit("images: to render them again, run: script/images")
+        print(f"{len(images)} images and the cursor are up to date; all contrasts are sufficient")
     elif options.sheet:
         options.sheet.mkdir(parents=True, exist_ok=True)
         sheet.contact_sheet(images).write(options.sheet / "images.png")
@@ -74,11 +74,11 @@ def main():
             picture = sheet.mock(images, state)
             picture.write(options.sheet / f"editor-{state}.png")
             sheet.enlarged(picture, 3).write(options.sheet / f"editor-{state}-300.png")
-        print(f"pictures to look at are in {options.sheet}")
+        print(f"wrote the sheet and the pictures of the editor to {options.sheet}")
     else:
         write(options.folder, images)
         write_cursors(cursor_folder(options.folder))
-        print(f"wrote {len(images)} images to {options.folder}, and the cursor beside it")
+        print(f"wrote {len(images)} images to {options.folder} and the cursor to {cursor_folder(options.folder)}")
 
 
 main()

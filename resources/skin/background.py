@@ -1,4 +1,4 @@
-"""The panel that everything stands on: bars, wells' edges, scales, units and the name."""
+"""The background of the editor: panels, title bars, edges of fields and meters, scales, units and the name."""
 from skin import palette as p
 from skin.canvas import Canvas, inset, mix
 from skin.controls import slider_row
@@ -74,7 +74,7 @@ def band_panel(canvas, left):
     for step in range(7):
         db = -p.METER_DB * step // 6
         row = meter_y + level_row(p.SMALL_METER, db)
-        tick(canvas, meter_x + p.SMALL_METER[0] + 1, row, 1)  # longer ones would read as minus signs
+        tick(canvas, meter_x + p.SMALL_METER[0] + 1, row, 1)  # longer ticks would look like minus signs
         scale_text(canvas, str(-db), left + 38, row, 0.5)
         tick(canvas, left + 46, p.BAND_SLIDER[1] + slider_row(p.SMALL_TRACK[1], step / 6), 1)
     for db in range(0, -p.REDUCTION_DB - 1, -10):

@@ -1,4 +1,4 @@
-"""A small drawing surface on cairo: whole pixels, flat colours, hinted words."""
+"""A small drawing surface on cairo: whole pixels, flat colours, hinted text."""
 import sys
 
 import cairo
@@ -11,13 +11,13 @@ def rgb(colour):
 
 
 def mix(a, b, share):
-    """The colour `share` of the way from a to b."""
+    """Interpolates from colour a (share 0) to colour b (share 1)."""
     parts = [round((a >> s & 255) + ((b >> s & 255) - (a >> s & 255)) * share) for s in (16, 8, 0)]
     return parts[0] << 16 | parts[1] << 8 | parts[2]
 
 
 def contrast(a, b):
-    """Contrast of two colours by WCAG 2.1, 1 to 21."""
+    """Contrast ratio of two colours by WCAG 2.1, 1 to 21."""
     def luminance(colour):
         linear = [c / 12.92 if c <= 0.04045 else ((c + 0.055) / 1.055) ** 2.4 for c in rgb(colour)]
         return 0.2126 * linear[0] + 0.7152 * linear[1] + 0.0722 * linear[2]
@@ -26,7 +26,7 @@ def contrast(a, b):
 
 
 class Canvas:
-    """An image of `width` by `height` pixels: filled with `ground`, or transparent where that is None."""
+    """An image of `width` by `height` pixels, filled with the colour `ground` (None: transparent)."""
 
     def __init__(self, width, height, ground=None):
         self.width, self.height = width, height
@@ -46,7 +46,7 @@ class Canvas:
         self.context.set_font_options(options)
 
     def narrow(self, scale):
-        """Makes what follows narrower; letters then stand where they fall, as whole pixels would bunch them."""
+        """Scales later drawing horizontally. Turns off hinted spacing, because narrowed letters would be uneven."""
         self.context.scale(scale, 1)
         if scale != 1:
             self.space_letters(cairo.HINT_METRICS_OFF)
@@ -60,7 +60,7 @@ class Canvas:
         self.context.fill()
 
     def shade(self, x, y, width, height, top, bottom, opacity=1.0):
-        """Fills from one colour at the top to another at the bottom, a colour to a row."""
+        """Fills with a vertical gradient, one colour per row."""
         for row in range(height):
             self.fill(x, y + row, width, 1, mix(top, bottom, row / max(height - 1, 1)), opacity)
 
@@ -88,7 +88,7 @@ class Canvas:
         return self.context.text_extents(words).x_advance
 
     def text(self, words, x, baseline, font, size, colour, opacity=1.0, align=0.0):
-        """Words from x, around x (align 0.5) or up to x (align 1)."""
+        """Draws text that starts at x, is centred at x (align 0.5) or ends at x (align 1)."""
         x -= round(self.text_width(words, font, size) * align)
         self.ink(colour, opacity)
         self.context.move_to(x, baseline)
@@ -99,13 +99,13 @@ class Canvas:
         self.context.paint_with_alpha(opacity)
 
     def draw_part(self, other, left, top, width, height, x, y):
-        """A rectangle of `other`, put at x, y."""
+        """Draws a rectangle of `other` with its corner at x, y."""
         self.context.set_source_surface(other.surface, x - left, y - top)
         self.context.rectangle(x, y, width, height)
         self.context.fill()
 
     def pixel(self, x, y):
-        """Colour of a pixel of an opaque image."""
+        """Colour of a pixel, 0xRRGGBB; the image must be opaque."""
         self.surface.flush()
         at = y * self.surface.get_stride() + 4 * x
         return int.from_bytes(self.surface.get_data()[at:at + 4], sys.byteorder) & 0xFFFFFF
@@ -116,7 +116,7 @@ class Canvas:
 
 
 def inset(canvas, x, y, width, height):
-    """The edge that makes the rectangle look sunk into the panel around it."""
+    """Draws an edge around the rectangle that makes it look recessed."""
     canvas.fill(x - 1, y - 1, width + 2, 1, p.PANEL_SHADE)
     canvas.fill(x - 1, y, 1, height, mix(p.PANEL, p.PANEL_SHADE, 0.6))
     canvas.fill(x + width, y, 1, height, mix(p.PANEL, p.PANEL_LIGHT, 0.5))

@@ -9,7 +9,7 @@ WHITE, BLACK = 0xFFFFFF, 0x000000
 
 
 def switch_face(canvas, x, y, lit, pressed, letter):
-    """A square key of 15 pixels: dark glass, or lit in its colour."""
+    """Draws a button of 15 by 15 pixels: dark, or in the colour `lit`."""
     size = 15
     if lit:
         top, bottom = (mix(lit, BLACK, 0.22), mix(lit, BLACK, 0.10)) if pressed else (mix(lit, WHITE, 0.25), lit)
@@ -38,12 +38,12 @@ def switches():
         for state, lit in (("Off", None), ("On", colour)):
             for look, pressed in (("Normal", 0), ("Pressed", 1)):
                 canvas = Canvas(SWITCH, SWITCH)
-                canvas.round(1, 2, 15, 15, 2.5, WHITE, 0.18)  # light caught by the edge of the bar below the key
+                canvas.round(1, 2, 15, 15, 2.5, WHITE, 0.18)  # highlight below the button
                 switch_face(canvas, 1, 1, lit, pressed, letter)
                 yield f"Button_{name}_{state}_{look}", canvas
     focus = Canvas(SWITCH, SWITCH)
     focus.round(0, 0, SWITCH, SWITCH, 3.5, p.ACCENT)
-    focus.context.set_operator(0)  # clears the inside again
+    focus.context.set_operator(0)  # clear: removes the inside
     focus.round(2, 2, SWITCH - 4, SWITCH - 4, 1.5, BLACK)
     yield "Button_FocusOverlay", focus
     for state, lit in (("Off", None), ("On", p.BYPASS)):
@@ -78,12 +78,12 @@ def check_boxes():
 
 
 def slider_row(height, share):
-    """Row of a track at which the middle of the handle stands for a share of the way from top to bottom."""
+    """Row of the handle's centre on a track, for a position between 0 (top) and 1 (bottom)."""
     return p.HANDLE // 2 + math.floor((height - p.HANDLE) * share + 0.5)
 
 
 def track(size, marks, middle=None):
-    """A groove under the middle of the handle, with marks beside it at the given shares of the way down."""
+    """The groove of a slider, with marks next to it at positions between 0 (top) and 1 (bottom)."""
     width, height = size
     canvas = Canvas(width, height, p.PANEL)
     for share in marks:
@@ -104,7 +104,7 @@ def handle(pressed):
     canvas.round(1, 1, 11, 10, 1.5, bottom)
     canvas.shade(1, 2, 11, 8, top, bottom)
     canvas.fill(2, 1, 9, 1, WHITE, 0.9)
-    for row in (3, 9):  # ribs for the finger
+    for row in (3, 9):  # grip lines
         canvas.fill(3, row, 7, 1, BLACK, 0.18)
     canvas.fill(1, 6, 11, 1, p.ACCENT if pressed else 0x2A2E34)
     canvas.fill(1, 7, 11, 1, WHITE, 0.5)

@@ -1,4 +1,4 @@
-"""The mouse pointer while a number field is dragged, which has no end: four arrows and the place they leave."""
+"""The mouse cursor during a drag in a number field: four arrows around a dot, as the drag has no limits."""
 import math
 import struct
 import sys
@@ -7,13 +7,13 @@ from skin.canvas import Canvas
 
 SIDE = 32
 WHITE, OUTLINE = 0xFFFFFF, 0x121519
-TIP, BARB, SPREAD = 13.5, 8, 5.5      # from the middle: end and base of an arrow's head, and half its width
-SHAFT, REST = 1.5, 3.5                # half the width of an arrow's shaft, and its distance from the middle
+TIP, BARB, SPREAD = 13.5, 8, 5.5        # arrow head: distances of tip and base from the centre, half width
+SHAFT, REST = 1.5, 3.5                  # arrow shaft: half width, distance from the centre
 EDGE = 1.25                             # width of the outline
 
 
 def arrow(context):
-    """The outline of the arrow to the right, the origin being the middle."""
+    """The path of the arrow that points right; the origin is the centre of the cursor."""
     context.move_to(REST, -SHAFT)
     for x, y in ((BARB, -SHAFT), (BARB, -SPREAD), (TIP, 0), (BARB, SPREAD), (BARB, SHAFT), (REST, SHAFT)):
         context.line_to(x, y)
@@ -23,7 +23,7 @@ def arrow(context):
 def drag():
     canvas = Canvas(SIDE, SIDE)
     context = canvas.context
-    context.translate(SIDE / 2 + 0.5, SIDE / 2 + 0.5)  # the middle of the pixel that the hot spot is
+    context.translate(SIDE / 2 + 0.5, SIDE / 2 + 0.5)  # centre of the hot spot's pixel
     for ink, width in ((OUTLINE, 2 * EDGE), (WHITE, 0)):
         canvas.ink(ink)
         context.set_line_width(width)
@@ -43,7 +43,7 @@ def drag():
 
 
 def container(canvas, hot):
-    """A .cur file: one image of 32-bit pixels with straight alpha, and a mask for displays without it."""
+    """A .cur file: one image of 32-bit pixels with straight alpha, and a mask for displays without alpha."""
     canvas.surface.flush()
     data, stride = bytes(canvas.surface.get_data()), canvas.surface.get_stride()
     pixels, mask = bytearray(), bytearray()

@@ -1,13 +1,13 @@
-"""The English words of the editor, a picture to each row of its text table."""
+"""The English labels and tool tips of the editor: one image per row of its text table."""
 from skin import palette as p
 from skin.canvas import Canvas
 from skin.shared import text_rows
 
 NARROW_LABEL, NARROW_OPTION, NARROW_TIP = 0.94, 0.94, 0.885    # so that the longest of each kind fits
-SPACE = " \u200a"    # a hair wider than a space; narrowed words run together without it
+SPACE = " \u200a"    # a space and a hair space, because narrowing makes spaces too small
 ROWS = text_rows()
 TITLES = [(words, width) for _, _, width, _, _, words in ROWS[:7]]
-# Words, width, where they stand (0 left, 1 right) and how narrow they are. The first has a narrower image than field.
+# Text, width, alignment (0 left, 1 right) and horizontal scale. The first image is narrower than its field.
 LABELS = [("crossover:", 48, 0, NARROW_LABEL)] + \
     [(words, width, 1, 1) for _, _, width, _, _, words in ROWS[8:21]] + \
     [(words.replace(" ", SPACE), width, 1, NARROW_OPTION) for _, _, width, _, _, words in ROWS[21:24]]
@@ -21,14 +21,14 @@ def title(row, words, width):
     if row in DARK_TITLES:
         canvas.text(words, 0, 13, p.TITLE_FONT, p.TITLE_SIZE, p.LABEL)
     else:
-        for x, y, strength in ((0, 1, 0.55), (1, 1, 0.35)):  # a shadow, for the lighter bars
+        for x, y, strength in ((0, 1, 0.55), (1, 1, 0.35)):  # a shadow, for contrast on the lighter bars
             canvas.text(words, x, 13 + y, p.TITLE_FONT, p.TITLE_SIZE, 0x000000, strength)
         canvas.text(words, 0, 13, p.TITLE_FONT, p.TITLE_SIZE, p.TITLE)
     return canvas
 
 
 def label(words, width, height, baseline, colour, align, narrow=1.0):
-    """Words at the left or, with align 1, up to the right edge, `narrow` times as wide as their font has them."""
+    """An image of a text, aligned left (align 0) or right (align 1) and scaled horizontally by `narrow`."""
     canvas = Canvas(width, height)
     canvas.narrow(narrow)
     canvas.text(words, width / narrow * align, baseline, p.LABEL_FONT, p.LABEL_SIZE, colour, align=align)

@@ -1,19 +1,19 @@
-"""Level and gain-reduction meters, dark and lit, and the spectrum's ground."""
+"""Level and gain-reduction meters, unlit and lit, and the background of the spectrum."""
 import math
 
 from skin import palette as p
 from skin.canvas import Canvas, mix
 
-SEGMENT = p.LEVEL["kSegmentHeight"]                             # rows, the gap included
+SEGMENT = p.LEVEL["kSegmentHeight"]                             # rows, including the gap
 REDUCTION_SEGMENT = p.REDUCTION_CODE["kSegmentHeight"]
 BARS, BAR_WIDTH = (p.LEVEL["kLeftBar"], p.LEVEL["kRightBar"]), p.LEVEL["kBarWidth"]
-OVER = p.LEVEL["kLeftLight"], p.LEVEL["kRightLight"]            # columns of the over lights
-WARN_SEGMENTS = p.LEVEL["kWarningSegments"]                     # yellow ones at the top
-DIM = 0.86              # how far an unlit segment goes to the ground
+OVER = p.LEVEL["kLeftLight"], p.LEVEL["kRightLight"]            # columns of the clip lights
+WARN_SEGMENTS = p.LEVEL["kWarningSegments"]                     # yellow, at the top
+DIM = 0.86              # mix of an unlit segment: 0 is its colour, 1 the background
 
 
 def level_row(meter, db):
-    """Row of a level meter at which a bar of so many dB ends."""
+    """Row of a level meter at which a bar of `db` ends."""
     _, height, segments = meter
     return height - 2 - math.floor(SEGMENT * (segments + 1) * (db + p.METER_DB) / p.METER_DB + 0.5)
 
@@ -44,7 +44,7 @@ def level_meter(meter, lit):
     width, height, segments = meter
     canvas = well(width, height)
     for left, over in zip(BARS, OVER):
-        # The segment above the top one shows only as a peak, close under the over light.
+        # The extra lit segment above the top one is for peaks only, just below the clip light.
         for segment in range(1, segments + (2 if lit else 1)):
             light(canvas, left, height - SEGMENT * segment - 2, BAR_WIDTH, SEGMENT - 1,
                   level_colour(segment, segments), lit)
@@ -61,7 +61,7 @@ def reduction_meter(lit):
 
 
 def frequency_column(hz):
-    """Column of the spectrum for a frequency: logarithmic over its three decades."""
+    """Column of a frequency in the spectrum, on a logarithmic scale over three decades."""
     low, high = p.SPECTRUM_HZ
     return math.floor(math.log2(hz / low) / math.log2(high / low) * p.SPECTRUM[2] + 0.5)
 

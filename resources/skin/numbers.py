@@ -1,4 +1,4 @@
-"""The digit strips: glyphs set by hand, pixel by pixel, as seven rows are too few for an outline font."""
+"""The digit strips. The glyphs are drawn pixel by pixel, as an outline font is illegible in seven rows."""
 from skin import palette as p
 from skin.canvas import Canvas
 from skin.shared import glyphs
@@ -7,7 +7,7 @@ ROWS = 7
 STRIP, WIDTHS = glyphs()
 FIELD_GLYPHS = 12   # fields show no "Inf"
 
-# '#' is full ink, '+' is a third of it, which rounds a corner.
+# '#' is opaque, '+' has an opacity of 0.35, which rounds a corner.
 GLYPHS = {
     "0": ("+###+", "#...#", "#...#", "#...#", "#...#", "#...#", "+###+"),
     "1": ("..#", "+##", "..#", "..#", "..#", "..#", "..#"),

@@ -1,4 +1,4 @@
-"""What the skin shares with the editor. It is written in the editor's sources, and read from there."""
+"""Reads constants and tables that the skin shares with the editor from the editor's sources."""
 import pathlib
 import re
 
@@ -6,7 +6,7 @@ EDITOR = pathlib.Path(__file__).resolve().parents[2] / "ui"
 
 
 def constants(source):
-    """Constants of a source by their names: numbers, and tuples of numbers."""
+    """The constants of a source file by name: numbers and tuples of numbers."""
     values = {}
 
     def value(text):
@@ -22,7 +22,7 @@ def constants(source):
 
 
 def text_rows():
-    """The rows of the editor's text table: x, y, width, height, alignment, words."""
+    """The rows of the editor's text table: x, y, width, height, alignment, text."""
     table = (EDITOR / "editor/TextTable.cpp").read_text()
     labels = re.findall(r'\{(\d+), (\d+), (\d+), (\d+), \d+, \d+, TextRow::(\w+), "([^"]*)"\}', table)
     tips = re.findall(r'tip\(\d+, "([^"]*)"\)', table)
@@ -30,6 +30,6 @@ def text_rows():
 
 
 def glyphs():
-    """The glyphs of a strip, and the columns that each of them takes, its gap to the next included."""
+    """The glyphs of a strip, and their widths in columns, including the gap to the next glyph."""
     rows = re.findall(r"\{'(.)', \d+, (\d+)\}", (EDITOR / "draw/GlyphStrip.cpp").read_text())
     return "".join(glyph for glyph, _ in rows), tuple(int(width) for _, width in rows)

@@ -1,4 +1,4 @@
-"""Pictures to look at: all images with their names, and the whole editor put together in three states."""
+"""Pictures for review: a sheet of all images with their names, and the whole editor in three states."""
 import math
 
 import cairo
@@ -20,8 +20,8 @@ def enlarged(image, factor):
 
 
 def contact_sheet(images, width=1640):
-    """Every image at 100 % and 400 % on its own kind of ground, the large ones at 100 % only."""
-    canvas = Canvas(width, 4000, 0x6A7078)  # cut to what is used, below
+    """Every image at 100 % and 400 % (large images: 100 % only) on a background as in the editor."""
+    canvas = Canvas(width, 4000, 0x6A7078)  # cropped below
     x, y, tallest = 10, 10, 0
     for name, image in images.items():
         large = image.width > 200
@@ -48,7 +48,7 @@ STATES = ("idle", "busy", "bypassed")
 
 
 class Mock:
-    """Draws the editor from its images the way the editor does."""
+    """Composes the editor from its images as the editor does."""
 
     def __init__(self, images):
         self.images = images
@@ -126,7 +126,7 @@ class Mock:
 
 
 def label_places():
-    """Row, place and size of every label, as the editor's text table has them."""
+    """Row, position and size of every label in the editor's text table."""
     for row, (x, y, width, height, _, _) in enumerate(text_rows()[:24]):
         bands = [row] if row < 4 else range(4) if 12 <= row <= 16 else [None]
         for band in bands:
@@ -135,7 +135,7 @@ def label_places():
 
 
 def band_curve(column, low, high):
-    """Row of a made-up spectrum, pink with a few resonances, inside one band."""
+    """Row of a synthetic spectrum, pink with a few resonances, limited to one band."""
     hz = 20 * 1000 ** (column / p.SPECTRUM[2])
     db = -22 - 3.5 * math.log2(max(hz, 60) / 60) * 0.9 + 5 * math.sin(column * 0.21) * math.sin(column * 0.047 + 1)
     db += 2.5 * math.sin(column * 1.7) * min(1, column / 150)
@@ -203,13 +203,13 @@ def tip(m, name, x, y):
 
 
 def legibility(background):
-    """Contrasts that have to hold, as (what, ratio, least)."""
+    """Yields the required contrasts: name of the colour pair, ratio, least ratio."""
     for ground in ("PANEL", "PANEL_BAR"):
-        yield f"the labels' ink on {ground}", contrast(p.LABEL, getattr(p, ground)), 7
+        yield f"labels on {ground}", contrast(p.LABEL, getattr(p, ground)), 7
     yield "units and scales on the panel", contrast(p.QUIET, p.PANEL), 4.5
     yield "numbers in a field", contrast(p.DIGIT, p.WELL), 7
-    yield "words of a tool tip", contrast(p.TIP, 0xFFFFE1), 7
-    # Other languages than English are drawn in black, straight on the background.
+    yield "text of a tool tip", contrast(p.TIP, 0xFFFFE1), 7
+    # The editor draws labels in languages other than English in black, directly on the background.
     for row, x, y, width, height in label_places():
         if row > 3 and row != 5:
             darkest = min(contrast(0, background.pixel(column, line))
