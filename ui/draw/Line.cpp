@@ -46,8 +46,7 @@ void drawSmoothLine(const LineJob &job)
 {
     const int32_t spanX = std::abs(job.x1 - job.x0), spanY = std::abs(job.y1 - job.y0);
     const bool steep = spanY > spanX;
-    const int32_t dx = steep ? spanY : spanX,
-                  dy = steep ? spanX : spanY; // extents along and across the longer axis
+    const int32_t dx = steep ? spanY : spanX, dy = steep ? spanX : spanY; // along and across the longer axis
     const int32_t stepX = sign(job.x1 - job.x0), stepY = sign(job.y1 - job.y0);
     const float length = std::max(std::sqrt(static_cast<float>(dx) * static_cast<float>(dx) +
                                             static_cast<float>(dy) * static_cast<float>(dy)),
