@@ -6,7 +6,7 @@
 
 /// Maps the host's calls through an AEffect record to virtual functions: the VST 1 part of the interface. All
 /// functions except `process` have a harmless default.
-/// Thread  the caller's; nothing here locks
+/// Thread  any; nothing here locks
 /// Errors  failures return 0, false or an empty string; no exception reaches the host. The host owns the string
 ///         buffers: overrides document the longest string that they write
 class AudioEffect {
@@ -19,7 +19,7 @@ public:
     // Parameter values are normalised: 0 to 1.
     virtual void setParameter(int32_t index, float value);
     virtual float getParameter(int32_t index);
-    /// Reports a value to the host that the user has set.
+    /// Sends the host a value that the user has set.
     virtual void setParameterAutomated(int32_t index, float value);
 
     /// process adds to the outputs, processReplacing overwrites them. One pointer per channel, `frames` samples
@@ -68,7 +68,7 @@ public:
     virtual int32_t getMasterVersion();
     virtual int32_t getCurrentUniqueId();
     virtual void masterIdle();
-    /// True if the channel is connected or the host does not support the question.
+    /// True if the channel is connected or the host does not report it.
     virtual bool isInputConnected(int32_t index);
     virtual bool isOutputConnected(int32_t index);
 

@@ -2,7 +2,7 @@
 
 bool isHostTab(int32_t code)
 {
-    constexpr int32_t kTab = 2, kLetterT = 116; // some hosts send a lower-case T
+    constexpr int32_t kTab = 2, kLetterT = 116; // some hosts send the letter t for the Tab key
     return code == kTab || code == kLetterT;
 }
 

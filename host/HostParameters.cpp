@@ -31,7 +31,7 @@ String valueText(const HostParam &param)
 
 const HostParam *HostParameters::find(int32_t index) const
 {
-    const auto row = static_cast<uint32_t>(index); // a negative index exceeds every list
+    const auto row = static_cast<uint32_t>(index); // a negative index becomes a huge row number
     return row < hostParams.size() ? &hostParams[row] : nullptr;
 }
 

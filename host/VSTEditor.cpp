@@ -26,7 +26,7 @@ std::string VSTEditor::className(const char *stem) const
 intptr_t VSTEditor::open(void *parent)
 {
     close();
-    close(); // the first may have ended a gesture, and the host may have reopened the editor in that callback
+    close(); // the host may have reopened the editor when the first call ended a gesture
     if (mainWindow) return 0;
     systemWindow = parent;
     parentWindow = static_cast<Platform::WindowHandle>(parent);

@@ -14,7 +14,7 @@ namespace {
 constexpr int32_t kNumPrograms = 1;
 constexpr uint32_t kMostProgramName = 23; // characters shown to the host
 
-/// The rate rounded to whole Hz; 0 if it is NaN or exceeds uint32_t.
+/// The rate rounded to whole Hz; 0 if it is NaN or does not fit a uint32_t.
 uint32_t wholeRate(float rate)
 {
     constexpr double kHighest = std::numeric_limits<uint32_t>::max();

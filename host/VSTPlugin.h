@@ -22,7 +22,7 @@ public:
     /// The effect that owns a record returned by VSTPluginMain.
     static VSTPlugin *of(AEffect *effect);
 
-    using Plugin::sampleRate; // of the chain; getSampleRate() returns the host's, which may be fractional
+    using Plugin::sampleRate; // the chain's rate; getSampleRate() returns the host's, which may be fractional
 
     // Parameters; see HostParameters.
     void setParameter(int32_t index, float value) override;
@@ -59,7 +59,7 @@ public:
     void processReplacing(float **inputs, float **outputs, int32_t frames) override;
     void suspend() override;
     void resume() override;
-    /// Ignores rates that round to 0 or exceed uint32_t.
+    /// Ignores rates that round to 0 or do not fit a uint32_t.
     void setSampleRate(float rate) override;
 
     void latencyChanged() override;

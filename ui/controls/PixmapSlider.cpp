@@ -116,7 +116,7 @@ bool PixmapSlider::onWheel(Point, int32_t delta, uint32_t mods)
 
 bool PixmapSlider::onKeyDown(uint32_t key, uint32_t mods, bool)
 {
-    return stepByKey(key, mods, 3.0f, static_cast<float>(height())); // the height exceeds every range
+    return stepByKey(key, mods, 3.0f, static_cast<float>(height())); // exceeds every range
 }
 
 } // namespace UI::Native

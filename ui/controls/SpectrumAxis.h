@@ -15,7 +15,8 @@ public:
     SpectrumAxis(int32_t width, int32_t height);
 
     int32_t column(float hz) const;
-    float frequency(int32_t column) const; // Hz
+    /// Frequency in Hz at a column.
+    float frequency(int32_t column) const;
     /// Converts a distance in columns to octaves.
     float octaves(int32_t columns) const { return static_cast<float>(columns) / freqScale; }
     /// Row of a linear magnitude, clamped to the picture.

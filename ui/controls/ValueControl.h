@@ -79,7 +79,8 @@ protected:
         this->frame->getPlugin()->editParameter({component, DSP::ParamKind::real, paramIndex}, phase, value);
     }
     static constexpr float kCoarse = 10.0f, kFine = 0.1f;
-    static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 unit per notch of 120
+    // A wheel notch of 120 is 1 unit.
+    static constexpr float kUnitsPerWheelTick = 0.008333334f;
     /// Handles the keys that step a value: arrows by 1, page keys by `page`, End and Home by `whole`.
     bool stepByKey(uint32_t key, uint32_t mods, float page, float whole)
     {

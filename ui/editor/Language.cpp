@@ -8,7 +8,7 @@ namespace {
 
 constexpr int32_t kFontHeight = -10; // pixels; negative: height of the letters
 
-/// Reads the host's language setting, whose numbers differ from Index; English if there is no setting.
+/// Converts the host's language setting to an Index; English if there is no setting.
 Language::Index hostLanguage()
 {
     const Util::RegistryKey preferences("SOFTWARE\\Adobe\\Audition\\2.0\\Prefs",

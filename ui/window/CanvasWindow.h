@@ -32,7 +32,7 @@ protected:
     /// True if the control should draw its focus mark.
     bool showsFocus() const;
     bool hasCapture() const;
-    /// True if the held keys make a click reset the value: Alt, but Alt and Shift only with Ctrl.
+    /// True if a click should reset the value: Alt is down, without Shift or with both Shift and Ctrl.
     bool wantsReset() const;
 
     SurfaceRef canvas;

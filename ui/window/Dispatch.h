@@ -14,7 +14,7 @@ namespace UI::Native {
 /// Thread  window thread
 class Dispatch {
 public:
-    /// Create one of these while handling an event.
+    /// Marks one event as being handled until the scope is destroyed.
     class Scope {
     public:
         explicit Scope(std::shared_ptr<Dispatch> dispatch) : state(std::move(dispatch)) { ++state->depth; }

@@ -46,7 +46,7 @@ public:
     void addWindow(WindowBase *window);
     void forgetWindow(WindowBase *window);
 
-    /// First ends the drag of the window that had the capture.
+    /// Ends any drag, then captures the mouse for `window`.
     void setMouseCapture(WindowBase *window);
     void releaseMouseCapture();
     WindowBase *mouseCaptureWindow() const { return mouseCapture; }
@@ -90,7 +90,7 @@ protected:
     Plugin *const plugin;
     FrameClient *mainWindow = nullptr;
     WindowBase *mouseCapture = nullptr;
-    bool holdsMouse = false; // true while the system's capture is with mouseCapture
+    bool holdsMouse = false; // the system has given the capture to mouseCapture
     KeyboardProxy *keyboardProxy = nullptr;
     std::vector<Platform::FontRef> fonts;
     std::vector<WindowBase *> windows; // owned

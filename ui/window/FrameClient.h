@@ -6,7 +6,7 @@
 
 namespace UI::Native {
 
-/// The main window's interface to the frame and its windows.
+/// The interface through which the frame and its windows call the main window.
 class FrameClient {
 public:
     /// The editor's window inside the host's window; parent of the frame's windows.

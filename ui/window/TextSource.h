@@ -12,7 +12,7 @@ struct TextRow {
 
     int32_t x, y, width, height; // pixels; all 0 for a tool tip
     int32_t textInset;           // pixels above text that is drawn with a font
-    uint32_t stringId;           // in the string table of language 0
+    uint32_t stringId;           // of the English string; see Language::string
     Alignment alignment;
     const char *english;
 };
