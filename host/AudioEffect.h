@@ -27,7 +27,7 @@ public:
     virtual void process(float **inputs, float **outputs, int32_t frames) = 0;
     virtual void processReplacing(float **inputs, float **outputs, int32_t frames);
 
-    /// Handles one request from the host: the opcodes up to effSetChunk.
+    /// Handles one request from the host. This class supports the opcodes up to effSetChunk.
     virtual intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
 
     virtual void open() {}
