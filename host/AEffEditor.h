@@ -3,7 +3,7 @@
 
 class AudioEffect;
 
-/// An effect's editor as the host drives it: all calls on the host's window thread.
+/// An effect's editor. The host makes all calls on its window thread.
 class AEffEditor {
 public:
     explicit AEffEditor(AudioEffect *owner) : effect(owner) {}
@@ -11,20 +11,20 @@ public:
     AEffEditor &operator=(const AEffEditor &) = delete;
     virtual ~AEffEditor() = default;
 
-    /// Points `rect` to the editor's rectangle; 0 if it has none.
+    /// Points `rect` to the editor's rectangle. Returns 0 if there is none.
     virtual intptr_t getRect(ERect **rect)
     {
         *rect = nullptr;
         return 0;
     }
-    /// Shows the editor inside the host's window; 0 on failure.
+    /// Opens the editor in the host's window. Returns 0 on failure.
     virtual intptr_t open(void *parent)
     {
         systemWindow = parent;
         return 0;
     }
     virtual void close() {}
-    /// Called by the host regularly while the editor is open.
+    /// The host calls this regularly while the editor is open.
     virtual void idle()
     {
         if (!updateFlag) return;
@@ -32,12 +32,12 @@ public:
         update();
     }
     virtual void update() {}
-    /// Asks for an update() at the next idle().
+    /// Requests an update() at the next idle().
     virtual void postUpdate() { updateFlag = 1; }
-    /// 1 if the editor took the key, -1 if the host may have it.
+    /// Returns 1 if the editor handled the key, -1 if the host should handle it.
     virtual intptr_t onKeyDown(const VstKeyCode &) { return -1; }
     virtual intptr_t onKeyUp(const VstKeyCode &) { return -1; }
-    /// How knobs turn: 0 circular, 1 relative circular, 2 linear.
+    /// Mouse motion that turns knobs: 0 circular, 1 relative circular, 2 linear.
     virtual intptr_t setKnobMode(int32_t) { return 0; }
     virtual bool onWheel(float) { return false; }
 

@@ -11,13 +11,13 @@
 namespace {
 
 constexpr intptr_t kIdentity = fourCharacters("NvEf");
-constexpr uint32_t kNumberWidth = 7;              // columns of a number's text
-constexpr int32_t kFirstHugeNumber = 100'000'000; // more digits than a host's value field holds
+constexpr uint32_t kNumberWidth = 7;              // characters of a formatted number
+constexpr int32_t kFirstHugeNumber = 100'000'000; // too long for a host's value field
 
 AudioEffect *owner(AEffect *effect) { return static_cast<AudioEffect *>(effect->object); }
 
-/// One call of the host: run in the float state that all our results are defined for, and no exception gets
-/// out.
+/// Runs a call from the host in the floating-point state that the DSP code requires. Catches all exceptions,
+/// because the host cannot handle them.
 template <class Call>
 auto answer(Call call) noexcept -> decltype(call())
 {
@@ -180,7 +180,7 @@ void AudioEffect::setFlag(EffectCapability flag, bool on)
         cEffect.capabilities &= ~flag;
 }
 
-// The audio thread compares the delay while the window thread may set it.
+// Atomic: the audio thread may read the delay while the window thread sets it.
 void AudioEffect::setInitialDelay(int32_t samples)
 {
     std::atomic_ref(cEffect.initialDelay).store(samples, std::memory_order_relaxed);
@@ -227,7 +227,7 @@ void AudioEffect::ms2string(float samples, char *text) { float2string(samples * 
 
 void AudioEffect::float2string(float value, char *text)
 {
-    // As many decimals as the width leaves room for.
+    // Show as many decimals as fit.
     constexpr int32_t kMostDecimals = 5;
     String digits = String::number(value, kMostDecimals);
     const OptionalIndex point = digits.find('.');

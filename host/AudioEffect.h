@@ -4,11 +4,11 @@
 #include "host/AEffEditor.h"
 #include "host/vst2.h"
 
-/// Turns the host's calls through an AEffect record into virtual operations, those of VST 1. Everything has a
-/// harmless default but `process`.
-/// Thread  whatever the host calls on; nothing here locks
-/// Errors  answers are 0, false or an empty text; no exception leaves the record's entries. Text buffers are
-///         the host's: each operation names the longest text it writes, the defaults write an empty one
+/// Maps the host's calls through an AEffect record to virtual functions: the VST 1 part of the interface. All
+/// functions except `process` have a harmless default.
+/// Thread  any; nothing here locks
+/// Errors  failures return 0, false or an empty string; no exception reaches the host. The host owns the string
+///         buffers: overrides document the longest string that they write
 class AudioEffect {
 public:
     AudioEffect(HostCallback host, int32_t programs, int32_t parameters);
@@ -16,17 +16,18 @@ public:
     AudioEffect &operator=(const AudioEffect &) = delete;
     virtual ~AudioEffect();
 
-    /// Parameter values in host terms: 0 to 1.
+    // Parameter values are normalised: 0 to 1.
     virtual void setParameter(int32_t index, float value);
     virtual float getParameter(int32_t index);
-    /// Tells the host of a value that the user has set.
+    /// Sends the host a value that the user has set.
     virtual void setParameterAutomated(int32_t index, float value);
 
-    /// Audio: adds to the outputs, or overwrites them. One pointer per channel, `frames` samples each.
+    /// process adds to the outputs, processReplacing overwrites them. One pointer per channel, `frames` samples
+    /// each.
     virtual void process(float **inputs, float **outputs, int32_t frames) = 0;
     virtual void processReplacing(float **inputs, float **outputs, int32_t frames);
 
-    /// Answers one request of the host; opcodes up to effSetChunk here.
+    /// Handles one request from the host. This class supports the opcodes up to effSetChunk.
     virtual intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
 
     virtual void open() {}
@@ -39,7 +40,7 @@ public:
     virtual void getParameterDisplay(int32_t index, char *text);
     virtual void getParameterName(int32_t index, char *text);
     virtual float getVu() { return 0.0f; }
-    /// Points `data` to the effect's state and returns its bytes.
+    /// Points `data` to the effect's state and returns its size in bytes.
     virtual int32_t getChunk(void **data, bool isPreset);
     virtual int32_t setChunk(void *data, int32_t size, bool isPreset);
     virtual void setSampleRate(float rate) { sampleRate = rate; } // Hz
@@ -57,34 +58,34 @@ public:
     virtual void programsAreChunks(bool on = true) { setFlag(kProgramsAreChunks, on); }
     virtual void setRealtimeQualities(int32_t n) { cEffect.realtimeQuality = n; }
     virtual void setOfflineQualities(int32_t n) { cEffect.offlineQuality = n; }
-    /// The delay that the host compensates, in samples. Readable on any thread through initialDelay().
+    /// Sets the delay that the host compensates, in samples. Any thread may read it through initialDelay().
     virtual void setInitialDelay(int32_t samples);
 
     virtual float getSampleRate() { return sampleRate; }
     virtual int32_t getBlockSize() { return blockSize; }
 
-    /// Version of the host's interface; 1 if it does not say.
+    /// VST version of the host; 1 if the host does not report one.
     virtual int32_t getMasterVersion();
     virtual int32_t getCurrentUniqueId();
     virtual void masterIdle();
-    /// Whether the host has something on that channel; true if it does not say.
+    /// True if the channel is connected or the host does not report it.
     virtual bool isInputConnected(int32_t index);
     virtual bool isOutputConnected(int32_t index);
 
-    /// Numbers as right-aligned texts, most of them 7 characters wide.
+    // Write numbers as right-aligned strings, usually 7 characters wide.
     virtual void dB2string(float value, char *text);
     virtual void Hz2string(float samples, char *text);
     virtual void ms2string(float samples, char *text);
     virtual void float2string(float value, char *text);
     virtual void long2string(int32_t value, char *text);
 
-    /// The record for the host; lives as long as this object.
+    /// The record for the host. It lives as long as this object.
     AEffect *getAeffect() { return &cEffect; }
 
 protected:
     void setFlag(EffectCapability flag, bool on);
     int32_t initialDelay();
-    /// The host's answer, or 0 without a host.
+    /// Returns the host's result, or 0 if there is no host.
     intptr_t callHost(HostOpcode opcode, int32_t index = 0, intptr_t value = 0, void *ptr = nullptr,
                       float opt = 0.0f);
 

@@ -4,7 +4,8 @@
 
 namespace {
 
-/// A host that tries numbers out must not make us write to them: no system maps its lowest page.
+/// Reads `value` as a pointer. Returns null for small or misaligned values: some hosts probe opcodes with small
+/// numbers, and no system maps its lowest page.
 template <class T>
 T *pointerIn(intptr_t value)
 {
@@ -13,10 +14,10 @@ T *pointerIn(intptr_t value)
     return address < kLowestPage || address % alignof(T) != 0 ? nullptr : reinterpret_cast<T *>(address);
 }
 
-/// The modifier bits of a key arrive as a float.
+/// Hosts pass a key's modifier bits as a float.
 uint8_t modifierIn(float opt)
 {
-    return opt >= 0.0f && opt < 256.0f ? static_cast<uint8_t>(opt) : 0; // false for what is not a number, too
+    return opt >= 0.0f && opt < 256.0f ? static_cast<uint8_t>(opt) : 0; // NaN fails both comparisons
 }
 
 } // namespace

@@ -1,16 +1,16 @@
 #pragma once
 #include "host/AudioEffect.h"
 
-/// The operations that VST 2 added: what the host may ask beyond AudioEffect, and what the effect may ask of
-/// the host. Adds no data.
+/// The VST 2 part of the interface: further requests from the host, and the effect's requests to the host. Adds
+/// no data members.
 class AudioEffectX : public AudioEffect {
 public:
     using AudioEffect::AudioEffect;
 
-    /// Opcodes effProcessEvents to effBeginLoadProgram here, all others by AudioEffect.
+    /// Handles the opcodes effProcessEvents to effBeginLoadProgram and passes all others to AudioEffect.
     intptr_t dispatcher(int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt) override;
 
-    // Asked by the host. The first line of a pair of arrangements is the input's.
+    // Requests from the host. Of two speaker arrangements, the first describes the inputs.
     virtual int32_t processEvents(HostEvents *) { return 0; }
     virtual bool canParameterBeAutomated(int32_t) { return true; }
     virtual bool string2parameter(int32_t, char *) { return false; }
@@ -38,14 +38,14 @@ public:
     virtual bool getProductString(char *) { return false; }
     virtual int32_t getVendorVersion() { return 0; }
     virtual intptr_t vendorSpecific(int32_t, intptr_t, void *, float) { return 0; }
-    /// 1 yes, -1 no, 0 never heard of it.
+    /// Returns 1 for yes, -1 for no, 0 for an unknown capability.
     virtual int32_t canDo(const char *) { return 0; }
     virtual int32_t getGetTailSize() { return 0; }
     virtual int32_t fxIdle() { return 0; }
     virtual void *getIcon() { return nullptr; }
     virtual bool setViewPosition(int32_t, int32_t) { return false; }
     virtual bool getParameterProperties(int32_t, VstParameterProperties *) { return false; }
-    /// The host hears the opposite.
+    /// The dispatcher returns the opposite to the host: 1 if the editor needs no keys.
     virtual bool keysRequired() { return false; }
     virtual int32_t getVstVersion() { return 2300; }
     virtual int32_t getMidiProgramName(int32_t, MidiProgram *) { return 0; }
@@ -63,17 +63,17 @@ public:
     virtual int32_t beginLoadBank(void *) { return 0; }
     virtual int32_t beginLoadProgram(void *) { return 0; }
 
-    // Asked of the host. Without one, and where it does not know, the answer is 0, false or null.
+    // Requests to the host. They return 0, false or null if there is no host or it does not support the request.
     virtual void wantEvents(int32_t filter = 1);
     virtual HostTime *getTimeInfo(int32_t filter);
     virtual int32_t tempoAt(int32_t position);
     virtual int32_t getNumAutomatableParameters();
     virtual int32_t getParameterQuantization();
-    /// Delay or channels have changed: the host reads the record again.
+    /// Makes the host read the record again, after a change of delay or channels.
     virtual bool ioChanged();
     virtual bool needIdle();
     virtual bool sizeWindow(int32_t width, int32_t height);
-    /// Take over what the host says, if it says something, and return what now holds.
+    // Store the host's value if it reports one, and return the stored value.
     virtual float updateSampleRate();
     virtual int32_t updateBlockSize();
     virtual int32_t getInputLatency();
@@ -91,7 +91,7 @@ public:
     virtual void setOutputSampleRate(float rate);
     virtual SpeakerLayout *getInputSpeakerArrangement();
     virtual SpeakerLayout *getOutputSpeakerArrangement();
-    /// Texts of up to 64 characters with the terminator.
+    // `text`: up to 64 bytes, terminator included.
     virtual bool getHostVendorString(char *text);
     virtual bool getHostProductString(char *text);
     virtual int32_t getHostVendorVersion();
@@ -102,7 +102,7 @@ public:
     virtual bool closeWindow(HostWindow *window);
     virtual void *getDirectory();
     virtual bool updateDisplay();
-    /// Bracket what the user does to one parameter.
+    // Mark the start and end of a user's edit of one parameter.
     virtual bool beginEdit(int32_t index);
     virtual bool endEdit(int32_t index);
     virtual bool openFileSelector(FileDialog *selector);
@@ -113,8 +113,8 @@ public:
     virtual void isSynth(bool on = true) { setFlag(kIsInstrument, on); }
     virtual void noTail(bool on = true) { setFlag(kHasNoTail, on); }
 
-    // Speaker arrangements on the heap; false if something is missing. What was in `*arrangement` is freed
-    // first.
+    // Speaker arrangements on the heap. A previous `*arrangement` is freed first. False for a null pointer or
+    // an invalid channel count, or if memory runs out.
     virtual bool allocateArrangement(SpeakerLayout **arrangement, int32_t channels);
     virtual bool deallocateArrangement(SpeakerLayout **arrangement);
     virtual bool copySpeaker(Speaker *to, const Speaker *from);

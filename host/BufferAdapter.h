@@ -3,20 +3,21 @@
 
 class Plugin;
 
-/// Carries a block from the host's buffers through the chain and back. The chain destroys its input and must
-/// not see the host's output before it is done, so it works on buffers that grow with the longest block.
-/// Thread  one call at a time: VSTPlugin holds its audio lock around each
+/// Runs a block from the host's buffers through the chain. The chain overwrites its input, and the host's
+/// outputs must not change before the block is complete, so the chain works on copies. Their buffers grow with
+/// the longest block.
+/// Thread  one call at a time; VSTPlugin holds its audio lock during each call
 class BufferAdapter {
 public:
     enum class Output { add, replace };
 
-    /// `blockScale`: samples in a buffer for each frame.
+    /// `blockScale`: buffer size in samples per frame.
     BufferAdapter(Plugin &owner, uint32_t blockScale) : plugin(owner), scale(blockScale) {}
 
-    /// `channels` that the host connects on each side, 1 or 2. With `asMono` the chain runs the left one and
-    /// both outputs get it.
+    /// `channels`: 1 or 2, the same for inputs and outputs. With `asMono` the chain processes only the left input
+    /// and both outputs receive the result.
     void setLayout(uint32_t channels, bool asMono);
-    /// One pointer per channel. A missing channel leaves the outputs as they are.
+    /// One pointer per channel. If a pointer is null, the outputs stay unchanged.
     void process(float **inputs, float **outputs, uint32_t frames, Output output);
 
 private:

@@ -1,7 +1,6 @@
 #include "host/AudioEffectX.h"
 
-// What AudioEffectX asks of the host. Where an operation says nothing else, its arguments travel in the slots
-// of the same name.
+// Requests from AudioEffectX to the host.
 
 void AudioEffectX::wantEvents(int32_t filter) { callHost(audioMasterWantMidi, 0, filter); }
 
@@ -121,7 +120,7 @@ intptr_t AudioEffectX::hostVendorSpecific(int32_t index, intptr_t value, void *p
 
 int32_t AudioEffectX::canHostDo(const char *text)
 {
-    // The interface has one kind of pointer; hosts only read this text.
+    // The callback takes non-const pointers only; hosts do not modify this string.
     return static_cast<int32_t>(callHost(audioMasterCanDo, 0, 0, const_cast<char *>(text)));
 }
 

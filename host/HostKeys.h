@@ -1,8 +1,8 @@
 #pragma once
 #include <cstdint>
 
-/// A key as the host numbers it, VstKeyCode's `virt` or else its character, that moves the focus.
+/// True for a key that moves the focus. `code` is VstKeyCode's `virt`, or its character if `virt` is 0.
 bool isHostTab(int32_t code);
 
-/// The Windows virtual key for a host's key; 0 for keys that are the host's own.
+/// Converts a host key code to a Windows virtual key. Returns 0 for keys that the host should handle.
 uint32_t virtualKeyOf(int32_t code);

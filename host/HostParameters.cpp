@@ -7,7 +7,7 @@
 
 namespace {
 
-// Far beyond the 8 characters of the interface; hosts of our time bring room for 24 and more.
+// The interface specifies 8 characters, but current hosts provide at least 24.
 constexpr uint32_t kLongestName = 23, kLongestShortName = 15, kLongestDisplay = 23;
 constexpr int32_t kDisplayDecimals = 2;
 
@@ -31,7 +31,7 @@ String valueText(const HostParam &param)
 
 const HostParam *HostParameters::find(int32_t index) const
 {
-    const auto row = static_cast<uint32_t>(index); // beyond the list if negative
+    const auto row = static_cast<uint32_t>(index); // a negative index becomes a huge row number
     return row < hostParams.size() ? &hostParams[row] : nullptr;
 }
 

@@ -6,7 +6,7 @@
 
 namespace {
 
-constexpr uint32_t kMostStateBytes = 200000; // a larger size is damage
+constexpr uint32_t kMostStateBytes = 200000; // a larger size means a corrupt chunk
 constexpr uint32_t kBytesOfSizes = 2 * sizeof(uint32_t);
 constexpr uint32_t kMostChunkBytes =
     kBytesOfSizes + kMostStateBytes + Util::ByteStream::kLongestText; // per program
@@ -63,7 +63,7 @@ int32_t Programs::loadChunk(size_t current, bool onlyCurrent, const void *data, 
     }
 }
 
-/// False if the stream does not hold a whole program; what follows is then no program either.
+/// False if the stream ends within the program; no other program can follow.
 bool Programs::read(Util::DataStream &stream, ProgramEntry &program)
 {
     if (stream.bytesLeft() < sizeof(uint32_t)) return false;
@@ -76,7 +76,7 @@ bool Programs::read(Util::DataStream &stream, ProgramEntry &program)
     if (stream.bytesLeft() < sizeof(uint32_t)) return false;
     const uint32_t nameStart = stream.position();
     const int32_t nameBytes = stream.getLong();
-    const bool tooLong = nameBytes > static_cast<int32_t>(Util::ByteStream::kLongestText); // reads as no name
+    const bool tooLong = nameBytes > static_cast<int32_t>(Util::ByteStream::kLongestText); // name reads empty
     if (nameBytes < 0 || (!tooLong && stream.bytesLeft() < static_cast<uint32_t>(nameBytes))) return false;
     stream.seek(nameStart);
     stream.readString(program.name);

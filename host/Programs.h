@@ -4,26 +4,27 @@
 #include "PluginBase/Util/DataStream.h"
 #include "plugin/Plugin.h"
 
-/// The programs of the effect and the chunk in which a host keeps them: for each program the size of its
-/// state image, the image and the name. Program indices are the caller's duty.
-/// Thread  the host's main thread; audio may run meanwhile
+/// The effect's programs and the chunk in which hosts store them. For each program the chunk contains the size
+/// of its state image, the image and the name. Callers must pass valid program indices.
+/// Thread  the host's main thread; audio may run at the same time
 class Programs {
 public:
-    /// `count` programs of default values; loads the first.
+    /// Creates `count` programs with default values and loads the first.
     Programs(Plugin &owner, size_t count);
 
     String &name(size_t program) { return programs[program].name; }
     void load(size_t program) { plugin.loadValidState(programs[program].state); }
     void copy(size_t from, size_t to) { programs[to] = programs[from]; }
 
-    /// Stores the present values in `current` and points `data` to a chunk of that program or of all, which
-    /// stays valid until the next call. Returns its bytes, or 0 if it cannot be written.
+    /// Stores the current values in program `current`, then points `data` to a chunk of that program or of all
+    /// programs. The chunk stays valid until the next call. Returns its size in bytes, or 0 if writing fails.
     int32_t saveChunk(size_t current, bool onlyCurrent, void **data);
-    /// Loads `current` from a chunk of that program or of all. Skips a program that the chunk cuts short or whose
-    /// state is not valid; if it skips all, nothing changes. Returns `size`, or 0 where a state would be longer than
-    /// any that saveChunk writes.
+    /// Reads a chunk of program `current` or of all programs, then loads `current`. Skips truncated programs and
+    /// invalid states: a state must have the right size, magic number, version and length, and its saved
+    /// parameters must be finite. Does not check parameter ranges or bytes after the last program. Changes nothing
+    /// if it skips all programs. Returns `size`, or 0 if `size` is not positive or a state exceeds 200000 bytes.
     int32_t loadChunk(size_t current, bool onlyCurrent, const void *data, int32_t size);
-    /// True if the last call of loadChunk loaded a program.
+    /// True if the last call of loadChunk accepted a program.
     bool lastChunkLoaded() const { return chunkLoaded; }
 
 private:
@@ -36,5 +37,5 @@ private:
     Plugin &plugin;
     std::vector<ProgramEntry> programs;
     bool chunkLoaded = false;
-    std::vector<uint8_t> chunkBuffer; // the chunk that the host was given last
+    std::vector<uint8_t> chunkBuffer; // returned by the last saveChunk
 };

@@ -8,9 +8,9 @@
 namespace {
 
 constexpr int32_t kDeclaredSpeakers = std::extent_v<decltype(SpeakerLayout::speakers)>;
-constexpr int32_t kMostSpeakers = 4096; // more is a host's mistake, not a room
+constexpr int32_t kMostSpeakers = 4096; // a larger count is a host error
 
-/// Bytes of a record with `channels` speakers; there is room for the declared ones at least.
+/// Size of a record for `channels` speakers in bytes. A record has at least the declared number of speakers.
 size_t bytesFor(int32_t channels)
 {
     return offsetof(SpeakerLayout, speakers) +

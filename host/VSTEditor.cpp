@@ -26,7 +26,7 @@ std::string VSTEditor::className(const char *stem) const
 intptr_t VSTEditor::open(void *parent)
 {
     close();
-    close(); // again, if a host that was told of a gesture's end opened it from inside that call
+    close(); // the host may have reopened the editor when the first call ended a gesture
     if (mainWindow) return 0;
     systemWindow = parent;
     parentWindow = static_cast<Platform::WindowHandle>(parent);
@@ -46,9 +46,9 @@ intptr_t VSTEditor::open(void *parent)
         mainWindow = std::make_unique<UI::MainWindow>(window(), plugin);
         mainWindow->open();
         plugin->setEditorWindow(this);
-        plugin->requestRefresh(); // of what changed while it opened
+        plugin->requestRefresh(); // parameters may have changed during opening
         mainWindow->startTicking();
-    } catch (...) { // memory is short
+    } catch (...) { // out of memory
         close();
         throw;
     }
@@ -58,7 +58,8 @@ intptr_t VSTEditor::open(void *parent)
 void VSTEditor::close()
 {
     if (!mainWindow && !window()) return;
-    // Closed from here on: the end of a gesture is a call of the host, who may close or open from inside it.
+    // Mark the editor as closed first: ending a gesture calls the host, which may close or open the editor from
+    // that callback.
     std::unique_ptr<UI::MainWindow> closing = std::move(mainWindow);
     const Platform::WindowHandle old = nativeWindow.exchange(nullptr);
     parentWindow = nullptr;
@@ -66,7 +67,7 @@ void VSTEditor::close()
     plugin->setEditorWindow(nullptr);
     if (closing) {
         const std::shared_ptr<UI::Native::Dispatch> events = closing->getFrame().dispatch();
-        const UI::Native::Dispatch::Scope scope(events); // a control may be at work, here or further out
+        const UI::Native::Dispatch::Scope scope(events); // a control may still be handling an event
         closing->getFrame().abandonDrag();
         closing->stopTicking();
         events->park(std::move(closing));
@@ -76,7 +77,8 @@ void VSTEditor::close()
     unregisterClasses();
 }
 
-/// Left alone, they would point into a library that is unloaded; another open editor keeps them.
+/// A class that stays registered would point into the unloaded library. The system keeps a class while another
+/// editor uses it.
 void VSTEditor::unregisterClasses() const
 {
     for (const char *stem : {"PluginWindow", "Window", "KeyboardProxyWindow"})
@@ -92,7 +94,7 @@ void VSTEditor::post(uint32_t code)
 
 std::optional<intptr_t> VSTEditor::onEvent(Platform::WindowHandle, const Event &event)
 {
-    if (event.kind == Event::Kind::destroyed) nativeWindow = nullptr; // the host's doing, or close()'s
+    if (event.kind == Event::Kind::destroyed) nativeWindow = nullptr; // by the host or by close()
     if (!mainWindow) return std::nullopt;
     const UI::Native::Dispatch::Scope scope(mainWindow->getFrame().dispatch());
     return mainWindow->handleMessage(event) ? std::optional<intptr_t>(1) : std::nullopt;

@@ -12,11 +12,11 @@ class MainWindow;
 }
 class VSTPlugin;
 
-/// The effect's editor as the host drives it: a child window in the host's, with the main window in it.
-/// State   closed <-> open, any number of times; what the editor shows lives in the parameters
-/// Thread  the host's window thread; post() any
-/// Errors  open() gives 0 where the system makes no window. A host that destroys its window first, or that
-///         closes the editor from inside a call of ours, finds everything in order
+/// The effect's editor: a child of the host's window that contains the main window.
+/// State   closed <-> open, any number of times; the parameters hold all values that the editor shows
+/// Thread  the host's window thread; post(): any
+/// Errors  open() returns 0 if the system cannot create the window. The host may destroy its window before
+///         close(), and may close the editor inside a callback from the effect
 class VSTEditor final : public AEffEditor, public EditorWindow, private Platform::WindowClient {
 public:
     static constexpr int16_t kWidth = UI::Layout::kWidth, kHeight = UI::Layout::kHeight; // pixels

@@ -12,9 +12,9 @@
 namespace {
 
 constexpr int32_t kNumPrograms = 1;
-constexpr uint32_t kMostProgramName = 23; // characters that a host is shown
+constexpr uint32_t kMostProgramName = 23; // characters shown to the host
 
-/// The rate in whole Hz, or 0 for one that the chain cannot be told.
+/// The rate rounded to whole Hz; 0 if it is NaN or does not fit a uint32_t.
 uint32_t wholeRate(float rate)
 {
     constexpr double kHighest = std::numeric_limits<uint32_t>::max();
@@ -54,10 +54,10 @@ VSTPlugin::VSTPlugin(HostCallback host)
 VSTPlugin::~VSTPlugin()
 {
     {
-        const Util::Hold lastBlock(
-            audioLock); // waits for one that still runs: it uses the buffers and the editor
+        // Wait for a running block: it uses the buffers and the editor.
+        const Util::Hold lastBlock(audioLock);
     }
-    editor.reset(); // its windows show what is about to go
+    editor.reset(); // its windows use the components, which are destroyed later
 }
 
 VSTPlugin *VSTPlugin::of(AEffect *effect)
@@ -67,7 +67,7 @@ VSTPlugin *VSTPlugin::of(AEffect *effect)
 
 bool VSTPlugin::hostWantsShortNames()
 {
-    char product[4 * kProductRoom] = {}; // for hosts that write more than the interface allows
+    char product[4 * kProductRoom] = {}; // some hosts write more than the interface allows
     getHostProductString(product);
     product[sizeof product - 1] = '\0';
     return std::strcmp(product, "Live") == 0;
@@ -88,7 +88,8 @@ void VSTPlugin::notifyParameter(const DSP::ParameterAddress &parameter, EditPhas
     const auto hostIndex = static_cast<int32_t>(record.hostIndex.value);
     if (phase == EditPhase::begin) beginEdit(hostIndex);
     if (phase == EditPhase::value) {
-        // A change by itself is a whole gesture; what the host brings about in the middle of it belongs to it.
+        // A single change is reported as a whole gesture. Changes that the host makes during these callbacks
+        // belong to the same gesture.
         const bool alone = !record.editing;
         if (alone) {
             record.editing = true;
@@ -170,7 +171,7 @@ void VSTPlugin::resume()
     const Util::Hold hold(audioLock);
     const uint32_t rate = wholeRate(getSampleRate()), channels = connectedChannels();
     if (channels == 0 || rate == 0) {
-        suspend(); // an effect that played must not go on over channels that no longer match
+        suspend(); // stop processing with a layout that no longer matches
         return;
     }
     setChannelCount(channels, channels);
@@ -179,8 +180,8 @@ void VSTPlugin::resume()
     Plugin::resume(rate);
 }
 
-/// Channels that the host connects on each side; 0 for a layout that the effect refuses: nothing connected, or
-/// mixed widths.
+/// Number of connected input channels; 0 for an unsupported layout: nothing connected, or a different number of
+/// outputs.
 uint32_t VSTPlugin::connectedChannels()
 {
     if (!isInputConnected(0)) return 0;
@@ -199,13 +200,13 @@ void VSTPlugin::setSampleRate(float rate)
 {
     const uint32_t whole = wholeRate(rate);
     if (whole == 0) return;
-    AudioEffectX::setSampleRate(rate); // first: if memory is short below, the next block tries again
+    AudioEffectX::setSampleRate(rate); // first: if memory runs out below, the next block retries
     if (whole != hostSampleRate) {
         const bool wasActive = active;
         if (wasActive) Plugin::suspend();
         hostSampleRate = whole;
         Plugin::resume(whole);
-        if (!wasActive) Plugin::suspend(); // the chain has seen the rate, and rests as before
+        if (!wasActive) Plugin::suspend(); // the chain has the new rate; restore its state
     }
 }
 
@@ -222,7 +223,7 @@ void VSTPlugin::latencyChanged()
 
 void VSTPlugin::delayCompensationChanged()
 {
-    // The host is called by whoever serves the message, never by the audio thread.
+    // Only post a message: this may be the audio thread, which must not call the host.
     if (static_cast<int32_t>(delayForHost()) != initialDelay()) postMessage(latencyMoved);
 }
 

@@ -8,22 +8,21 @@
 #include "plugin/Plugin.h"
 #include "plugin/Product.h"
 
-/// The effect as a VST 2 host sees it: adapts the host's parameters and buffers to the plug-in's components
-/// and chain.
-/// State   suspended when made; resume(), or a block that comes before it -> active; suspend(), or a resume()
-///         that finds a layout to refuse -> suspended
-/// Thread  process, processReplacing: audio. setParameter, getParameter: any. Everything else: the main thread
-///         of the host. A block, resume and suspend exclude each other; setSampleRate relies on a host that
-///         does not change the rate while it plays
+/// The VST 2 effect: connects the host's parameters and buffers to the plug-in's components and chain.
+/// State   initially suspended; resume(), or a block while suspended -> active; suspend(), or resume() with an
+///         unsupported channel layout -> suspended
+/// Thread  process, processReplacing: audio. setParameter, getParameter: any. All other functions: the host's
+///         main thread. Blocks, resume and suspend exclude each other. The host must not call setSampleRate
+///         during playback
 class VSTPlugin final : public Plugin, public AudioEffectX {
 public:
     explicit VSTPlugin(HostCallback host);
     ~VSTPlugin() override;
 
-    /// The effect behind a record that VSTPluginMain returned.
+    /// The effect that owns a record returned by VSTPluginMain.
     static VSTPlugin *of(AEffect *effect);
 
-    using Plugin::sampleRate; // the chain's; the host's own, which may have a fraction, is getSampleRate()
+    using Plugin::sampleRate; // the chain's rate; getSampleRate() returns the host's, which may be fractional
 
     // Parameters; see HostParameters.
     void setParameter(int32_t index, float value) override;
@@ -55,12 +54,12 @@ public:
     int32_t getGetTailSize() override { return 1; } // no tail
     bool keysRequired() override { return true; }
 
-    // Audio. A layout that the effect refuses, a missing channel or no frames leave the outputs as they are.
+    // Audio. An unsupported layout, a null channel pointer or zero frames leave the outputs unchanged.
     void process(float **inputs, float **outputs, int32_t frames) override;
     void processReplacing(float **inputs, float **outputs, int32_t frames) override;
     void suspend() override;
     void resume() override;
-    /// Ignores rates that round to 0 or that no uint32_t holds.
+    /// Ignores rates that round to 0 or do not fit a uint32_t.
     void setSampleRate(float rate) override;
 
     void latencyChanged() override;
@@ -83,9 +82,9 @@ private:
     Util::NamedLock audioLock;
     BufferAdapter buffers;
     Util::Shared<uint32_t> reportedLatency = 0; // samples
-    uint32_t hostSampleRate = 44100;            // Hz, the chain's
+    uint32_t hostSampleRate = 44100;            // Hz, rounded
 };
 
-/// The entry of the library: the host hands its callback over and receives the effect's record, or null if
-/// the host has no version or memory is short. effClose destroys the effect.
+/// The library's entry point. Takes the host's callback and returns the effect's record, or null if the host
+/// reports no version or memory runs out. effClose destroys the effect.
 extern "C" AEffect *VSTPluginMain(HostCallback host);

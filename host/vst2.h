@@ -2,13 +2,13 @@
 #include <cstddef>
 #include <cstdint>
 
-/// The binary interface between a VST 2 host and an effect. This header was written from the published binary
-/// layout: numbers, record layouts and the plain C calling convention, none of which may be changed. VST is a
-/// trademark of its respective owner.
+/// The binary interface between a VST 2 host and an effect, written from the published binary layout: opcode
+/// numbers, record layouts and the C calling convention. None of these may change. VST is a trademark of its
+/// respective owner.
 
 struct AEffect;
 
-/// The effect calls its host through this.
+/// The effect calls its host through this function.
 using HostCallback = intptr_t (*)(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
                                   float opt);
 
@@ -18,7 +18,7 @@ using ProcessEntry = void (*)(AEffect *effect, float **inputs, float **outputs, 
 using SetParameterEntry = void (*)(AEffect *effect, int32_t index, float value);
 using GetParameterEntry = float (*)(AEffect *effect, int32_t index);
 
-/// Four characters as the number that the host compares: the first in the highest byte.
+/// Packs four characters into an identifier, the first in the highest byte.
 constexpr int32_t fourCharacters(const char (&text)[5])
 {
     uint32_t packed = 0;
@@ -26,8 +26,8 @@ constexpr int32_t fourCharacters(const char (&text)[5])
     return static_cast<int32_t>(packed);
 }
 
-/// What the host knows of an effect. The host reads the fields at any time and calls through the five
-/// entries.
+/// The record that an effect gives to the host. The host may read the fields at any time and calls the five
+/// functions.
 struct AEffect {
     int32_t signature; // kEffectSignature
     DispatcherEntry dispatcher;
@@ -79,12 +79,12 @@ enum EffectCapability : int32_t {
     kCanReplace = 1 << 4,
     kProgramsAreChunks = 1 << 5,
     kIsInstrument = 1 << 8,
-    kHasNoTail = 1 << 9, // no tail: silence in gives silence out
+    kHasNoTail = 1 << 9, // output is silent as soon as the input is
     kWorksAsynchronously = 1 << 10,
     kHasOwnBuffer = 1 << 11,
 };
 
-/// Requests of the host, through AEffect::dispatcher.
+/// Requests from the host, through AEffect::dispatcher.
 enum EffectOpcode : int32_t {
     effOpen,
     effClose,
@@ -161,13 +161,13 @@ enum EffectOpcode : int32_t {
 };
 static_assert(effProcessEvents == 25 && effKeysRequired == 57 && effBeginLoadProgram == 76);
 
-/// Requests of the effect, through the HostCallback.
+/// Requests from the effect, through the HostCallback.
 enum HostOpcode : int32_t {
     audioMasterAutomate,
     audioMasterVersion,
     hostCurrentId,
     hostIdle,
-    hostChannelConnected, // value 0 asks for an input, 1 for an output; the answer 0 means connected
+    hostChannelConnected, // value: 0 input, 1 output; result: 0 connected
     audioMasterWantMidi = 6,
     audioMasterGetTime,
     hostTempo = 10,
@@ -211,15 +211,15 @@ static_assert(audioMasterIOChanged == 13 && audioMasterGetProductString == 33 &&
 
 enum EffectCategory : int32_t { kUnknownCategory, kEffectCategory, kInstrumentCategory };
 
-/// Editor rectangle in pixels; right and bottom lie outside.
+/// Editor rectangle in pixels; right and bottom are exclusive.
 struct ERect {
     int16_t top, left, bottom, right;
 };
 
-/// A key press as the host forwards it.
+/// A key press forwarded by the host.
 struct VstKeyCode {
     int32_t character; // ASCII, may be 0
-    uint8_t virt;      // the interface's own numbering of keys without a character
+    uint8_t virt;      // VST key code for keys without a character
     uint8_t modifier;  // bit 0 shift, 1 alternate, 2 command, 3 control
 };
 
@@ -231,7 +231,7 @@ struct Speaker {
 };
 static_assert(sizeof(Speaker) == 112);
 
-/// A layout of up to 8 speakers; more follow after the record.
+/// A layout of up to 8 speakers; further speakers follow the record in memory.
 struct SpeakerLayout {
     int32_t type;
     int32_t channelCount;
@@ -239,7 +239,7 @@ struct SpeakerLayout {
 };
 static_assert(sizeof(SpeakerLayout) == 904);
 
-// Records that pass through this effect unread.
+// Records that this effect never reads.
 struct MidiKey;
 struct MidiCategory;
 struct MidiProgram;
@@ -253,5 +253,5 @@ struct HostTime;
 struct VariableBlock;
 struct HostWindow;
 
-// Longest texts with their terminators that the interface promises room for.
+// Sizes of the host's string buffers in bytes, terminator included.
 constexpr uint32_t kLabelRoom = 8, kEffectNameRoom = 32, kVendorRoom = 64, kProductRoom = 64;

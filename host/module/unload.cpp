@@ -1,6 +1,6 @@
-// The library carries a C++ runtime of its own. That sets memory aside for exceptions when it is loaded, and has no
-// destructor that gives it back: a host that loads and unloads us would lose 73 KB each time. Only for a library that
-// is linked so; with the system's runtime it would be the memory of all others.
+// The library is linked statically with the C++ runtime, which reserves memory for exceptions on loading and never
+// frees it. A host that loads and unloads the library would lose 73 KB each time. Only for static linking: a shared
+// runtime's reserve belongs to the whole process.
 
 namespace __gnu_cxx {
 void __freeres();
@@ -8,7 +8,7 @@ void __freeres();
 
 namespace {
 
-constexpr int kLast = 101; // the lowest number there is runs after the destructors of all objects
+constexpr int kLast = 101; // lowest priority that programs may use: runs after all objects are destroyed
 
 [[gnu::destructor(kLast)]] void giveBackExceptionMemory() { __gnu_cxx::__freeres(); }
 

@@ -36,7 +36,7 @@ void ControlGroup::apply(uint32_t control, NewValue newValue)
         frame->getPlugin()->editParameter({component, DSP::ParamKind::real, param}, Plugin::EditPhase::value,
                                           wanted);
     }
-    // The gains' group has one: the curves may be those after the gain, so they are painted with its fields.
+    // Only the gain group has a spectrum: the curves may show the signal after the gain.
     if (members.spectrum) members.spectrum->updateCutoffs();
 }
 

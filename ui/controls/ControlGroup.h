@@ -10,8 +10,8 @@ class MultiBandSpectrum;
 class PixmapSlider;
 class TextEdit;
 
-/// Carries out the gestures on the controls of one kind, one for each band: on the band alone or, where the
-/// bands are linked, on all of them. Each value keeps to its parameter's range.
+/// Applies the user's gestures on one kind of control that every band has. A gesture changes its own band, or all
+/// bands if they are linked. Values are clamped to each parameter's range.
 class ControlGroup : public Reflected<ControlGroup, Object> {
 public:
     static constexpr const char *kClassName = "UI::Native::ControlGroup";
@@ -19,8 +19,8 @@ public:
 
     struct Members {
         std::vector<uint32_t> params;        // float parameters, by band
-        std::vector<TextEdit *> edits;       // shown values to refresh; may be fewer
-        std::vector<PixmapSlider *> sliders; // the same
+        std::vector<TextEdit *> edits;       // fields to refresh; may be fewer than params
+        std::vector<PixmapSlider *> sliders; // sliders to refresh; may be fewer than params
         MultiBandSpectrum *spectrum;         // may be null
     };
 
@@ -35,7 +35,7 @@ public:
                            Meta<&ControlGroup::slotSet, "iControl", "fValue">>;
 
 private:
-    /// Gives every band that the gesture reaches `newValue(parameter)`.
+    /// Sets the parameter of each affected band to `newValue(parameter)`.
     template <class NewValue>
     void apply(uint32_t control, NewValue newValue);
     float clampToRange(uint32_t param, float v) const;

@@ -5,8 +5,8 @@
 
 namespace UI::Native {
 
-/// A bar that hangs from the top: how much a band is turned down, with the deepest of the last moments held.
-/// Thread  the window's; update() at every tick. Nothing is painted while the same segments show
+/// A bar that grows downwards with a band's gain reduction and briefly holds its peak.
+/// Thread  window thread; update() runs at every tick and repaints only if a segment changes
 class GainReductionMeter : public Reflected<GainReductionMeter, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::GainReductionMeter";

@@ -13,7 +13,7 @@ constexpr int32_t kBandSegments = 38, kOutputSegments = 47;
 constexpr int32_t kSegmentHeight = 3, kBarWidth = 8, kLightWidth = 4; // pixels
 constexpr int32_t kLeftBar = 2, kRightBar = 12, kLeftLight = 4, kRightLight = 14, kLightTop = 2;
 constexpr uint32_t kHoldMs = 400;
-constexpr int32_t kWarningSegments = 5; // yellow ones at the top
+constexpr int32_t kWarningSegments = 5; // yellow segments at the top
 constexpr float kSilentDb = -96.0f, kMostDb = 200.0f;
 
 float decibels(float linear) { return static_cast<float>(DSP::Math::linearToDecibels(linear)); }

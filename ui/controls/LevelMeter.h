@@ -8,28 +8,27 @@
 
 namespace UI::Native {
 
-/// Two bars of level with a held peak and a light for overs, which stays on until a click. It shows a band's
-/// input, or the output of the effect.
-/// Thread  the window's; update() at every tick. It polls the component; nothing is painted while the same
-///         segments show
+/// Two level bars, each with a held peak and a clip light that stays on until a click. Shows a band's input or the
+/// effect's output.
+/// Thread  window thread; update() runs at every tick, polls the component and repaints only if a segment changes
 class LevelMeter : public Reflected<LevelMeter, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::LevelMeter";
 
-    /// Without a band it is the output's. `numbers` may be null.
+    /// Without `bandIndex` the meter shows the output. `numbers` may be null.
     LevelMeter(FrameBase *ownerFrame, WindowBase *parentWindow, OptionalIndex bandIndex,
                const String &windowName, PixmapRef off, PixmapRef on, LevelMeterReadout *numbers);
 
     void update();
     void redraw() override;
-    /// Puts the lights out and drops the held peaks.
+    /// Resets the clip lights and the held peaks.
     bool onMouseDown(Point at, uint32_t mods) override;
 
 private:
     struct Levels { // dB
         float left, right, leftPeak, rightPeak;
     };
-    /// What one bar shows.
+    /// The displayed state of one bar.
     struct Channel {
         int32_t segments = 0, peakSegment = 0;
         bool over = false;
@@ -54,7 +53,7 @@ private:
     const PixmapRef offImage, onImage;
     const int32_t numSegments;
     Channel left, right;
-    HeldPeak heldLeft, heldRight; // of a band; the output's component holds by itself
+    HeldPeak heldLeft, heldRight; // for a band; DSP::Meter::Level holds the output's peaks
 };
 
 } // namespace UI::Native

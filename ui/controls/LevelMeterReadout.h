@@ -6,7 +6,7 @@
 
 namespace UI::Native {
 
-/// A short number in small digits of one of three colours. It knows nothing of levels.
+/// A short number in small digits of one of three colours.
 class LevelMeterReadout : public Reflected<LevelMeterReadout, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::LevelMeterReadout";
@@ -15,7 +15,7 @@ public:
 
     LevelMeterReadout(FrameBase *ownerFrame, WindowBase *parentWindow, Point position);
 
-    /// A colour that there is not is ignored, and the text with it.
+    /// Changes nothing if `colour` is invalid.
     void setValue(uint32_t colour, const String &newText);
 
     void redraw() override;

@@ -3,16 +3,16 @@
 #include <cmath>
 #include <cstdint>
 
-/// How levels become segments of a meter. The scales are linear in decibels.
+/// Converts levels to meter segments. The scales are linear in decibels.
 namespace UI::Native::MeterScale {
 
-/// Above this a level counts as over: 20 log10(1.000001), so that a full-scale sample does not.
+/// Levels above this count as clipped: 20 log10(1.000001), so that a full-scale sample does not.
 constexpr float kOverDb = 8.68e-6f;
 constexpr float kLowestDb = -60.0f;
 constexpr float kDeepestReductionDb = -30.0f;
 constexpr int32_t kReductionSegments = 24;
 
-/// 0 to `segments`, or one more for a level that is over.
+/// Returns 0 to `segments`, or `segments` + 1 for a clipped level.
 inline int32_t segmentOf(int32_t segments, float low, float db)
 {
     db = std::max(db, low);
@@ -29,7 +29,7 @@ inline int32_t reductionSegmentOf(float db)
     return std::clamp(segment, 0, kReductionSegments);
 }
 
-/// A bar rises at once and falls by one segment.
+/// A bar rises at once and falls by one segment per update.
 inline int32_t follow(int32_t shown, int32_t wanted) { return wanted >= shown ? wanted : shown - 1; }
 
 } // namespace UI::Native::MeterScale

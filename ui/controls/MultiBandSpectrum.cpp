@@ -30,7 +30,7 @@ MultiBandSpectrum::MultiBandSpectrum(FrameBase *ownerFrame, WindowBase *parentWi
       minX(std::max(axis.column(SpectrumAxis::kLowestHz), 1)),
       maxX(std::min(axis.column(SpectrumAxis::kHighestHz), axis.columns() - 2))
 {
-    wantsAllMoves = true; // the pointer's shape tells where a line can be held
+    wantsAllMoves = true; // the pointer's shape shows where a line can be dragged
     for (auto &data : bandData) data.resize(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t i = 0; i < cutoffX.size(); ++i) cutoffX[i] = axis.column(crossOver->cutoff(i));
     if (takeSizeOf(background)) drawPixmap(background, canvas, {});
@@ -86,7 +86,7 @@ OptionalIndex MultiBandSpectrum::hitTest(int32_t x) const
     int32_t least = kHitPixels;
     for (uint32_t i = 0; i < cutoffX.size(); ++i) {
         const int32_t distance = std::abs(cutoffX[i] - x);
-        if (distance > least) continue; // of equals the last
+        if (distance > least) continue; // at equal distances the last line wins
         least = distance;
         nearest = i;
     }
@@ -120,7 +120,7 @@ bool MultiBandSpectrum::onMouseDown(Point at, uint32_t)
     sigCutoffFocus(hit.value);
     tellPlugin(Plugin::EditPhase::begin, hit.value);
     frame->setMouseCapture(this);
-    if (frame->mouseCaptureWindow() != this) { // the host has closed the editor
+    if (frame->mouseCaptureWindow() != this) { // the host closed the editor
         tellPlugin(Plugin::EditPhase::end, hit.value);
         return true;
     }

@@ -12,22 +12,22 @@
 
 namespace UI::Native {
 
-/// The live spectrum of each band, and the three crossover frequencies as lines that can be dragged.
-/// State   idle <-> dragging, from press to release on a line
-/// Thread  the window's; updateSpectrum() at every tick
+/// Shows the live spectrum of each band, and the three crossover frequencies as lines that the user can drag.
+/// State   idle <-> dragging, from the press on a line to the release
+/// Thread  window thread; updateSpectrum() runs at every tick
 class MultiBandSpectrum : public Reflected<MultiBandSpectrum, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::MultiBandSpectrum";
 
     MultiBandSpectrum(FrameBase *ownerFrame, WindowBase *parentWindow);
 
-    /// Takes new spectra, if there are any, and paints.
+    /// Reads the spectra that have changed and redraws.
     void updateSpectrum();
-    /// Shows the cutoffs of the crossover, at the rate of the plug-in.
+    /// Reads the sample rate and the cutoff frequencies and redraws.
     void updateCutoffs();
-    /// The cutoff whose line is near that column.
+    /// Index of the cutoff whose line is near column `x`.
     OptionalIndex hitTest(int32_t x) const;
-    /// The least distance between two cutoffs.
+    /// Minimum distance between two cutoffs.
     float minGapOctaves() const { return axis.octaves(kMinGapPixels); }
 
     void redraw() override;
@@ -67,12 +67,12 @@ private:
     uint32_t samplingRate = 44100; // Hz
     SpectrumAxis::Bins bins;
     std::array<std::vector<float>, DSP::kBands> bandData; // linear magnitudes
-    uint32_t binCount = 0;                                // 0 until a first spectrum came
-    const int32_t minX, maxX;                             // columns of a line
+    uint32_t binCount = 0;                                // 0 until the first spectrum arrives
+    const int32_t minX, maxX;                             // range of a line's column
     std::array<int32_t, DSP::kCutoffs> cutoffX;
     uint32_t dragCutoff = 0;
     bool dragging = false;
-    int32_t dragOffset = 0; // from the pointer to the line
+    int32_t dragOffset = 0; // pixels from the pointer to the line
 };
 
 } // namespace UI::Native

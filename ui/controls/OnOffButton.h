@@ -6,8 +6,8 @@
 
 namespace UI::Native {
 
-/// A button that switches a bool parameter, with a pair of images for each state. Buttons of a group answer
-/// Alt and a click together: the one clicked stays on alone, or, where it was alone, the others take over.
+/// A button that switches a bool parameter, with two images for each state. An Alt-click on a button in a group
+/// turns it on and all others off. If it was the only one on, the Alt-click inverts the whole group.
 class OnOffButton : public Reflected<OnOffButton, PixmapButton> {
 public:
     static constexpr const char *kClassName = "UI::Native::OnOffButton";
@@ -16,9 +16,9 @@ public:
                 const String &onImages, const String &offImages, PixmapRef overlay,
                 DSP::Component *parameterOwner, uint32_t parameter);
 
-    /// Takes the parameter's value; nothing is told to anybody.
+    /// Shows the parameter's value without emitting a signal.
     void refresh();
-    /// `members` holds this button at the index.
+    /// `members` includes this button.
     void setGroup(uint32_t /*index*/, const std::vector<OnOffButton *> &members) { group = members; }
 
     bool onMouseDown(Point at, uint32_t mods) override;
@@ -43,7 +43,7 @@ private:
     const uint32_t boolIndex;
     const String onPrefix, offPrefix;
     bool state;
-    std::vector<OnOffButton *> group; // not owned; empty for a button that stands alone
+    std::vector<OnOffButton *> group; // not owned; empty if the button has no group
 };
 
 } // namespace UI::Native

@@ -4,26 +4,26 @@
 
 namespace UI::Native {
 
-/// A push button of two images over the editor's ground.
+/// A push button with two images, drawn over the editor's background.
 class PixmapButton : public Reflected<PixmapButton, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::PixmapButton";
 
-    /// The images are `imagePrefix` with "Normal.png" and "Pressed.png" behind it.
+    /// Loads the images `imagePrefix` + "Normal.png" and `imagePrefix` + "Pressed.png".
     PixmapButton(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
                  const String &imagePrefix, PixmapRef overlay);
 
-    /// Narrows where a press counts, in the button's own pixels.
+    /// Limits the area that accepts a press, in the button's coordinates.
     void setHotRect(const Rect &area) { hotRect = area; }
     void setImages(const String &imagePrefix);
 
     void redraw() override;
-    void onGeometryChanged() override { redraw(); } // over another ground
+    void onGeometryChanged() override { redraw(); } // the background differs
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onMouseUp(Point at, uint32_t mods) override;
     bool onDoubleClick(Point at, uint32_t mods) override { return onMouseDown(at, mods); }
     bool onMouseMove(Point at, uint32_t mods) override;
-    void onCaptureLost() override; // is no click
+    void onCaptureLost() override; // not a click
 
     void sigClicked() { emitSignal<&PixmapButton::sigClicked>(); }
     using Signals = MetaRows<Meta<&PixmapButton::sigClicked>>;
@@ -32,7 +32,7 @@ private:
     OptionalRect hotRect;
     PixmapRef normalImage, pressedImage;
     const PixmapRef focusOverlay;
-    bool down = false; // looks pressed
+    bool down = false; // shows the pressed image
 };
 
 } // namespace UI::Native

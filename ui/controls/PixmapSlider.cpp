@@ -17,7 +17,7 @@ PixmapSlider::PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, cons
                            Apply apply)
     : ValueControl(ownerFrame, parentWindow, windowName, parameterOwner, parameter, apply), images(pictures)
 {
-    value = clampToDisplay(value); // the first refresh writes it back
+    value = clampToDisplay(value); // the first refresh() writes it to the parameter
     if (!images.track) return;
     bottomPixel = std::max(images.track->height - handleHeight(), 1);
     takeSizeOf(images.track);
@@ -66,7 +66,7 @@ bool PixmapSlider::onMouseDown(Point at, uint32_t)
     const int32_t handlePixel = pixelOfValue(value), half = handleHeight() / 2;
     if (at.y >= handlePixel && at.y < handlePixel + handleHeight()) {
         grabOffset = at.y - handlePixel;
-    } else { // the handle jumps under the pointer, and the drag goes on from there
+    } else { // move the handle under the pointer and drag it from there
         changeTo(valueOfPixel(at.y - half));
         grabOffset = half;
     }
@@ -81,7 +81,7 @@ bool PixmapSlider::onMouseMove(Point at, uint32_t mods)
     if (!grabOffset || !dragValue) return false;
     const int32_t pixel = at.y - *grabOffset;
     if (mods & Platform::kControl) {
-        // Counted from where Ctrl was first down, as dragValue stays.
+        // Motion counts from the value at which Ctrl was pressed: dragValue stays unchanged.
         const auto moved = static_cast<float>(pixelOfValue(*dragValue) - pixel);
         changeBy(moved * kFineUnitsPerPixel + *dragValue - value);
     } else {
@@ -116,7 +116,7 @@ bool PixmapSlider::onWheel(Point, int32_t delta, uint32_t mods)
 
 bool PixmapSlider::onKeyDown(uint32_t key, uint32_t mods, bool)
 {
-    return stepByKey(key, mods, 3.0f, static_cast<float>(height())); // far more than any range
+    return stepByKey(key, mods, 3.0f, static_cast<float>(height())); // exceeds every range
 }
 
 } // namespace UI::Native

@@ -6,8 +6,8 @@
 
 namespace UI::Native {
 
-/// A vertical fader of a track and a handle on a float parameter; the maximum is at the top.
-/// State  idle -> dragging from press to release: one begin, any number of changes, one end
+/// A vertical fader for a float parameter, with the maximum at the top.
+/// State  idle <-> dragging, from press to release; a drag reports one begin, any number of changes and one end
 class PixmapSlider : public ValueControl<PixmapSlider> {
 public:
     static constexpr const char *kClassName = "UI::Native::PixmapSlider";
@@ -19,7 +19,7 @@ public:
     PixmapSlider(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
                  const Images &pictures, DSP::Component *parameterOwner, uint32_t parameter, Apply apply);
 
-    /// Takes the parameter's value; one beyond the range is pulled in, and written back.
+    /// Reads the parameter's value. If it exceeds the range, clamps it and writes it back.
     void refresh();
     void redraw() override;
     bool onMouseDown(Point at, uint32_t mods) override;
@@ -36,9 +36,9 @@ private:
     int32_t handleHeight() const { return images.handleNormal ? images.handleNormal->height : 0; }
 
     const Images images;
-    int32_t bottomPixel = 1;           // lowest row of the handle's upper edge
-    std::optional<int32_t> grabOffset; // from the handle's upper edge to where it is held
-    std::optional<float> dragValue;    // from which a fine drag is measured
+    int32_t bottomPixel = 1;           // lowest possible row of the handle's top edge
+    std::optional<int32_t> grabOffset; // pixels from the handle's top edge to the pointer
+    std::optional<float> dragValue;    // reference of a fine drag
 };
 
 } // namespace UI::Native

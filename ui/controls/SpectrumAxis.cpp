@@ -13,7 +13,7 @@ float octavesOf(float hz) { return static_cast<float>(DSP::Math::flooredLog2(hz)
 
 int32_t rounded(float pixels)
 {
-    constexpr float kFar = 1e6f; // beyond any picture, and within an int32_t
+    constexpr float kFar = 1e6f; // larger than any picture, but fits an int32_t
     return static_cast<int32_t>(std::lround(std::clamp(pixels, -kFar, kFar)));
 }
 

@@ -4,8 +4,9 @@
 
 namespace UI::Native {
 
-/// Where frequencies and levels stand in a spectrum of `width` by `height` pixels: frequency logarithmic from
-/// 20 Hz at the left to 20 kHz at the right, level linear in decibels from 0 at the top to -80 at the bottom.
+/// Maps frequencies and levels to pixels in a spectrum of `width` by `height` pixels. Frequency is logarithmic, from
+/// 20 Hz at the left to 20 kHz at the right. Level is linear in decibels, from 0 dB at the top to -80 dB at the
+/// bottom.
 class SpectrumAxis {
 public:
     static constexpr float kLowestHz = 20.0f, kHighestHz = 20000.0f;
@@ -14,24 +15,25 @@ public:
     SpectrumAxis(int32_t width, int32_t height);
 
     int32_t column(float hz) const;
-    float frequency(int32_t column) const; // Hz
-    /// Octaves that so many columns make, anywhere on the axis.
+    /// Frequency in Hz at a column.
+    float frequency(int32_t column) const;
+    /// Converts a distance in columns to octaves.
     float octaves(int32_t columns) const { return static_cast<float>(columns) / freqScale; }
-    /// Row of a linear magnitude, held to the picture.
+    /// Row of a linear magnitude, clamped to the picture.
     int32_t row(float magnitude) const;
     int32_t bottomRow() const { return numRows - 1; }
     int32_t columns() const { return numColumns; }
 
-    /// Which column every bin of a spectrum falls into.
+    /// Assignment of a spectrum's bins to columns.
     struct Bins {
         std::vector<int32_t> toColumn;   // by bin; -1 below the axis
-        std::vector<uint32_t> perColumn; // by column
+        std::vector<uint32_t> perColumn; // number of bins, by column
     };
     void mapBins(uint32_t binCount, uint32_t samplingRate, Bins &bins) const;
 
 private:
     const int32_t numColumns, numRows;
-    const float freqScale, freqOffset; // pixels per octave, and pixels from 1 Hz to the left edge
+    const float freqScale, freqOffset; // pixels per octave; pixels from 1 Hz to the left edge
 };
 
 } // namespace UI::Native

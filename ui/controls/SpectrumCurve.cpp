@@ -34,7 +34,7 @@ void SpectrumCurve::trace(const std::vector<float> &magnitudes, const SpectrumAx
     const auto share = [&](int32_t x) { return bins.perColumn[static_cast<size_t>(x)]; };
 
     size_t bin = 0;
-    int32_t x = 0; // the first column of several bins, after this
+    int32_t x = 0; // after the first loop: the first column with several bins
     for (; bin < count; ++bin) {
         x = bins.toColumn[bin];
         if (x < 0) continue;
@@ -45,7 +45,7 @@ void SpectrumCurve::trace(const std::vector<float> &magnitudes, const SpectrumAx
         float greatest = 0.0f;
         for (; bin < count && bins.toColumn[bin] == x; ++bin) greatest = std::max(greatest, magnitudes[bin]);
         if (x == 0) continue;
-        const Point point{x - 1, axis.row(greatest)}; // a column's peak is drawn at its left edge
+        const Point point{x - 1, axis.row(greatest)}; // draw the peak at the column's left edge
         rowOfColumn[static_cast<size_t>(point.x)] = point.y;
         points.push_back(point);
     }

@@ -7,18 +7,18 @@
 
 namespace UI::Native {
 
-/// The curve of one spectrum: where bins lie far apart they are joined by lines, where several share a column
-/// the greatest of them shows. Its storage is reused from band to band and tick to tick.
+/// The curve of one spectrum. Lines connect bins in separate columns. If several bins share a column, the curve shows
+/// the largest. All bands and ticks reuse the storage.
 class SpectrumCurve {
 public:
     explicit SpectrumCurve(const SpectrumAxis &pictureAxis);
 
-    /// Takes magnitudes, linear, one for each bin of `bins`.
+    /// Computes the curve from linear magnitudes, one per bin in `bins`.
     void trace(const std::vector<float> &magnitudes, const SpectrumAxis::Bins &bins);
-    /// Lays the area under the curve, then its outline, over the picture; `fade` is the inverted alpha.
+    /// Draws the area under the curve, then its outline. `fade` is the inverted alpha.
     void draw(const SurfaceRef &to, uint32_t colour, uint8_t fade) const;
 
-    /// By column: the row of the curve, or -1 where there is none.
+    /// Row of the curve for each column; -1 if there is no curve.
     const std::vector<int32_t> &rows() const { return rowOfColumn; }
 
 private:
@@ -26,7 +26,7 @@ private:
 
     const SpectrumAxis &axis;
     std::vector<int32_t> rowOfColumn;
-    std::vector<Point> points; // joined by the outline
+    std::vector<Point> points; // vertices of the outline
 };
 
 } // namespace UI::Native

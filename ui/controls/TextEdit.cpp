@@ -12,7 +12,7 @@ namespace UI::Native {
 namespace {
 
 constexpr float kUnitsPerPixel = 0.1f;
-constexpr float kWheelLogScale = 0.0265252f;           // 1 / 37.7: a notch is one unit of the cutoffs' scale
+constexpr float kWheelLogScale = 0.0265252f;           // units of the logarithmic scale per notch
 constexpr int32_t kDigitsTop = 3, kEntryBoxExtra = 21; // pixels
 constexpr char kTypable[] = "0123456789.,-";
 
@@ -57,7 +57,7 @@ void TextEdit::redraw()
 
 float TextEdit::logStep(float step) const
 {
-    // A range from 0 is moved by one, as 0 has no logarithm.
+    // Shift a range that starts at 0 by one, because 0 has no logarithm.
     const float shift = minValue == 0.0f ? 1.0f : 0.0f;
     const float a = minValue + shift, b = maxValue + shift, span = maxValue - minValue;
     const bool usual = visualLow == visualHigh;
@@ -119,7 +119,7 @@ bool TextEdit::onMouseUp(Point, uint32_t)
 
 void TextEdit::onCaptureLost()
 {
-    dragged = true; // the entry box would open in the middle of what took the mouse
+    dragged = true; // keeps the entry box closed
     onMouseUp({}, 0);
 }
 
@@ -141,7 +141,7 @@ bool TextEdit::onKeyDown(uint32_t key, uint32_t mods, bool)
 
 void TextEdit::openEntryBox()
 {
-    if (!handle) return; // the end of the gesture made the host close the editor
+    if (!handle) return; // the host closed the editor when the gesture ended
     Platform::PromptRequest request;
     request.owner = frame->hostWindow();
     request.centre = frame->windowOrigin() + toFrame({width() / 2, height() / 2});
@@ -149,7 +149,7 @@ void TextEdit::openEntryBox()
     request.text = text.c_str();
     request.allowed.assign(kTypable, kTypable + sizeof kTypable - 1);
     const auto typed = Platform::windowSystem().promptText(request);
-    if (!handle) return; // the editor was closed meanwhile
+    if (!handle) return; // the host closed the editor during the prompt
     setFocus();
     bool isNumber = false;
     const double wanted = typed ? String(typed->c_str()).toDouble(&isNumber) : 0.0;

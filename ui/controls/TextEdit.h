@@ -6,9 +6,9 @@
 
 namespace UI::Native {
 
-/// A number in bitmap digits on a float parameter: dragged without end, as the pointer is held in its place,
-/// turned by the wheel, stepped by keys, or typed into a small box after a click or F2.
-/// State  idle -> pressed -> released without motion: the box opens; else the drag ends
+/// A numeric field for a float parameter, drawn in bitmap digits. The user drags it, turns the wheel, presses keys, or
+/// types into an entry box after a click or F2. The pointer stays in place during a drag, so drags have no limit.
+/// State  idle -> pressed -> released: opens the entry box if the pointer did not move, otherwise ends the drag
 class TextEdit : public ValueControl<TextEdit> {
 public:
     static constexpr const char *kClassName = "UI::Native::TextEdit";
@@ -20,25 +20,26 @@ public:
     TextEdit(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName,
              const Images &pictures, DSP::Component *parameterOwner, uint32_t parameter, Apply apply);
 
-    /// Takes the parameter's value.
+    /// Reads and shows the parameter's value.
     void refresh();
-    /// The range of the number on show; the parameter keeps its own.
+    /// Limits the displayed number; the parameter's range stays unchanged.
     void setDisplayRange(float low, float high);
-    /// Steps become equal on a logarithmic scale of so many units; low = high stands for 0 to 100.
+    /// Makes steps equal on a logarithmic scale.
     void setLogarithmic(bool on) { logarithmic = on; }
+    /// Sets the ends of the logarithmic scale in units; low = high means 0 to 100.
     void setVisualRange(float low, float high)
     {
         visualLow = low;
         visualHigh = high;
     }
-    /// A step of the scale as a step of the parameter, from the present value on.
+    /// Converts a step on the logarithmic scale to a change of the current value.
     float logStep(float step) const;
 
     void redraw() override;
     bool onMouseDown(Point at, uint32_t mods) override;
     bool onMouseUp(Point at, uint32_t mods) override;
     bool onMouseMove(Point at, uint32_t mods) override;
-    void onCaptureLost() override; // is no click
+    void onCaptureLost() override; // not a click
     bool onWheel(Point at, int32_t delta, uint32_t mods) override;
     bool onKeyDown(uint32_t key, uint32_t mods, bool wasDown) override;
 
@@ -48,7 +49,7 @@ private:
     bool logarithmic = false;
     float visualLow = 1.0f, visualHigh = 0.0f;
     const Images images;
-    std::optional<Point> pressPos, lastPos; // pointer, in the field's own pixels
+    std::optional<Point> pressPos, lastPos; // pointer, in the field's coordinates
     bool dragged = false;
     String text;
 };

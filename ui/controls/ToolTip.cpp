@@ -8,7 +8,7 @@ namespace UI::Native {
 namespace {
 
 constexpr uint32_t kFrameColour = 0x000000, kGroundColour = 0xFFFFE1, kTextColour = 0x000000;
-constexpr int32_t kSides = 12, kTextEdges = 4, kImageEdges = 2; // pixels, of both sides together
+constexpr int32_t kSides = 12, kTextEdges = 4, kImageEdges = 2; // pixels, both sides together
 
 } // namespace
 

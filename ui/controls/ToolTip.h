@@ -4,8 +4,8 @@
 
 namespace UI::Native {
 
-/// A small box with a row of the editor's texts, above all else. The main window shows, places and hides it.
-/// It has no record among the classes of the family.
+/// A small box above the controls that shows one of the editor's strings. ToolTipControl shows, moves and hides it. It
+/// has no reflection record.
 class ToolTip : public CanvasWindow {
 public:
     ToolTip(FrameBase *ownerFrame, const TextSource &texts);

@@ -8,7 +8,7 @@ namespace {
 
 constexpr uint32_t kLabelColour = 0x000000;
 
-/// As many whole characters as there is room for.
+/// The first characters of `words` that fit into `room` pixels.
 std::u16string_view fitting(std::u16string_view words, const Platform::Font &font, int32_t room)
 {
     while (!words.empty() && Platform::windowSystem().measureText(font, words).width > room)

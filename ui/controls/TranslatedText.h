@@ -5,12 +5,12 @@
 
 namespace UI::Native {
 
-/// A label: a row of the editor's texts, as an image in English and drawn with a font in other languages.
+/// A label: an image in English, text drawn with a font in other languages.
 class TranslatedText : public Reflected<TranslatedText, CanvasWindow> {
 public:
     static constexpr const char *kClassName = "UI::Native::TranslatedText";
 
-    /// `placeOffset` moves the place that the row names.
+    /// `placeOffset` is added to the row's position.
     TranslatedText(FrameBase *ownerFrame, WindowBase *parentWindow, const TextSource &texts, uint32_t textRow,
                    Point placeOffset);
 

@@ -7,9 +7,9 @@
 
 namespace UI::Native {
 
-/// What PixmapSlider and TextEdit share: a float parameter that gestures change by a delta, set or reset.
-/// With an `apply` flag off, the gesture is only reported, so that somebody else carries it out and calls
-/// refresh(). `Self` has the signals and the slot in its own record.
+/// Base class of PixmapSlider and TextEdit: gestures change a float parameter by a delta, set it or reset it. If an
+/// `apply` flag is false, the control only reports the gesture; the receiver applies it and calls refresh(). The
+/// signals and the slot belong to `Self`'s reflection record.
 template <class Self>
 class ValueControl : public Reflected<Self, CanvasWindow> {
 public:
@@ -73,14 +73,15 @@ protected:
         sigUserValueChanged();
         if (applyReset) showAndTell();
     }
-    /// Begin, change or end of a gesture, for the plug-in and its host.
+    /// Reports the begin, a change or the end of a gesture to the plug-in and its host.
     void tellPlugin(Plugin::EditPhase phase)
     {
         this->frame->getPlugin()->editParameter({component, DSP::ParamKind::real, paramIndex}, phase, value);
     }
     static constexpr float kCoarse = 10.0f, kFine = 0.1f;
-    static constexpr float kUnitsPerWheelTick = 0.008333334f; // 1 for a notch of 120
-    /// Takes the keys that step a value: arrows by 1, the page keys by `page`, End and Home by `whole`.
+    // A wheel notch of 120 is 1 unit.
+    static constexpr float kUnitsPerWheelTick = 0.008333334f;
+    /// Handles the keys that step a value: arrows by 1, page keys by `page`, End and Home by `whole`.
     bool stepByKey(uint32_t key, uint32_t mods, float page, float whole)
     {
         float step = 0.0f;
@@ -99,7 +100,7 @@ protected:
         this->sigResetFocusTimer();
         return true;
     }
-    /// A step made coarser by Shift, unless Alt links the bands with it, and finer by Ctrl.
+    /// Multiplies a step by `coarse` for Shift and by `fine` for Ctrl. With Alt, Shift links the bands instead.
     float scaledStep(float step, uint32_t mods, float coarse, float fine) const
     {
         if ((mods & Platform::kShift) && !this->frame->altDown()) step *= coarse;
@@ -112,7 +113,7 @@ protected:
     const uint32_t paramIndex;
     const bool applyDelta, applyReset, applySet;
     const float minValue, maxValue; // the parameter's range
-    float displayMin, displayMax;   // of the number on show
+    float displayMin, displayMax;   // range of the displayed number
     float value;
 
 private:

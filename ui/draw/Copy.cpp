@@ -16,7 +16,7 @@ struct Pixels {
 
 void copyPixels(const Pixels &from, Rect source, const SurfaceRef &to, Point at, bool useAlpha, uint8_t fade)
 {
-    // What one image cuts off moves the place in the other.
+    // Clipping one image moves the start in the other.
     const Rect inSource = source.intersected(from.bounds);
     at = at + (inSource.corner() - source.corner());
     const Rect target = Rect::at(at, inSource.width(), inSource.height()).intersected(to->bounds());

@@ -11,7 +11,7 @@ void fillRect(uint32_t *pixels, uint32_t stride, const Rect &area, const Rect &c
     const Rect part = area.intersected(clip);
     if (part.isEmpty() || !pixels) return;
     const uint32_t inverse = inverseAlpha(fade);
-    // Blue, green, red: the order of a pixel's bytes in memory.
+    // Memory order of a pixel's bytes: blue, green, red.
     uint8_t scaled[3];
     for (uint32_t i = 0; i < 3; ++i)
         scaled[i] = static_cast<uint8_t>((colour >> 8 * i & 0xFF) * inverse / 255);

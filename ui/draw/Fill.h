@@ -3,16 +3,15 @@
 
 #include "platform/Geometry.h"
 
-/// Rectangles of one colour, 0xRRGGBB, in an array of pixels with `stride` of them from row to row. Only what
-/// lies in `clip` too is touched. `fade` is the inverted alpha: 0 opaque, 255 invisible.
-/// Thread  the window's
+/// Draws rectangles of one colour, 0xRRGGBB, into an array with `stride` pixels per row. Only pixels inside `clip`
+/// change. `fade` is the inverted alpha: 0 opaque, 255 invisible.
+/// Thread  window thread
 namespace UI::Native {
 
-/// The inside, edges included.
+/// Fills `area`, edges included.
 void fillRect(uint32_t *pixels, uint32_t stride, const Rect &area, const Rect &clip, uint32_t colour,
               uint8_t fade);
-/// The edges alone, of what is left of `area` in `clip`. A translucent corner belongs to two edges, and gets
-/// both.
+/// Clips `area` to `clip`, then draws its edges. Corners belong to two edges and are blended twice.
 void drawRect(uint32_t *pixels, uint32_t stride, const Rect &area, const Rect &clip, uint32_t colour,
               uint8_t fade);
 

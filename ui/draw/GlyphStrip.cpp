@@ -11,10 +11,10 @@ namespace {
 
 struct Glyph {
     char character;
-    int32_t from, wide; // columns of the strip
+    int32_t from, wide; // pixels, in the strip
 };
 
-// Fields have no letters: their strip ends with the minus.
+// The strip of the numeric fields has no letters: it ends with the minus.
 constexpr Glyph kGlyphs[] = {{'0', 0, 6},  {'1', 6, 4},  {'2', 10, 6}, {'3', 16, 6}, {'4', 22, 6},
                              {'5', 28, 5}, {'6', 33, 6}, {'7', 39, 5}, {'8', 44, 6}, {'9', 50, 5},
                              {'.', 55, 3}, {'-', 58, 4}, {'I', 62, 3}, {'n', 65, 5}, {'f', 70, 4}};

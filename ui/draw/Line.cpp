@@ -46,13 +46,13 @@ void drawSmoothLine(const LineJob &job)
 {
     const int32_t spanX = std::abs(job.x1 - job.x0), spanY = std::abs(job.y1 - job.y0);
     const bool steep = spanY > spanX;
-    const int32_t dx = steep ? spanY : spanX, dy = steep ? spanX : spanY; // along the longer axis, and across
+    const int32_t dx = steep ? spanY : spanX, dy = steep ? spanX : spanY; // along and across the longer axis
     const int32_t stepX = sign(job.x1 - job.x0), stepY = sign(job.y1 - job.y0);
     const float length = std::max(std::sqrt(static_cast<float>(dx) * static_cast<float>(dx) +
                                             static_cast<float>(dy) * static_cast<float>(dy)),
                                   0.001f);
     const float inverse = 1.0f / (2.0f * length), side = 2.0f * static_cast<float>(dx) * inverse;
-    constexpr float kWidth = 2.0f / 3.0f; // one over the radius of the filter, in pixels
+    constexpr float kWidth = 2.0f / 3.0f; // reciprocal of the filter's radius in pixels
 
     const auto put = [&](int32_t x, int32_t y, float distance) {
         const auto a = static_cast<uint32_t>(distance * distance * static_cast<float>(255 - job.fade));
@@ -61,7 +61,7 @@ void drawSmoothLine(const LineJob &job)
     const int32_t acrossX = steep ? (stepX < 0 ? -1 : 1) : 0, acrossY = steep ? 0 : (stepY < 0 ? -1 : 1);
     const int32_t stay = 2 * dy, move = 2 * (dy - dx);
     int32_t error = 2 * dy - dx, x = job.x0, y = job.y0;
-    float distance = 0.0f; // of the pixel's centre from the line, times 2 x length
+    float distance = 0.0f; // from the pixel's centre to the line, times 2 x length
     for (int32_t t = 0; t <= dx; ++t) {
         const float d = distance * inverse;
         put(x, y, d * kWidth);

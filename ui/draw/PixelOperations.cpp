@@ -8,7 +8,6 @@ namespace {
 
 constexpr int kBytes = 4, kColours = 3;
 
-/// Calls change(pixel) for every pixel of the rectangle.
 template <class Change>
 void forEachPixel(uint8_t *first, int step, int width, int height, Change change)
 {

@@ -4,17 +4,17 @@
 #include "dsp/numerics/VectorStatus.h"
 
 /// Arithmetic on rectangles of 4-byte pixels, for translucent fills.
-/// Shape   `step` bytes from row to row, `width` by `height` pixels
-/// Errors  a null pointer gives -8, a width or height below 1 gives -6, and nothing is changed
+/// Shape   `width` by `height` pixels; rows are `step` bytes apart
+/// Errors  return -8 for a null pointer and -6 for a width or height below 1, and change no pixel
 namespace DSP {
 
-/// Adds a constant to each of the first three bytes, held at 255; the fourth stays. `scale` would be a shift
-/// of the sum; only 0 is known, another gives -6.
+/// Adds `value` to the first three bytes of each pixel, saturating at 255. The fourth byte stays unchanged.
+/// `scale` must be 0; other values return -6.
 VectorStatus ippiAddC_8u_AC4IRSfs(const uint8_t value[3], uint8_t *srcDst, int step, int width, int height,
                                   int scale);
 
-/// Scales the colours, which are the first three bytes, by alpha / 255: for p = colour x alpha the result is
-/// (p + (p >> 8) + 1) >> 8. The fourth byte becomes alpha.
+/// Scales the first three bytes of each pixel, the colours, by alpha / 255: with p = colour x alpha the result is
+/// (p + (p >> 8) + 1) >> 8. Sets the fourth byte to alpha.
 VectorStatus ippiAlphaPremulC_8u_AC4IR(uint8_t alpha, uint8_t *srcDst, int step, int width, int height);
 
 } // namespace DSP

@@ -6,20 +6,20 @@
 
 namespace UI::Native {
 
-/// An image to draw from, with transparency for every pixel.
-/// Pixels  0xAARRGGBB from the top row down; AA is 0 for opaque and 255 for transparent
+/// A read-only image with transparency per pixel.
+/// Pixels  0xAARRGGBB, top row first; AA is inverted alpha: 0 opaque, 255 transparent
 struct Pixmap {
     std::shared_ptr<const uint32_t[]> pixels;
-    uint32_t stride = 0;             // pixels from row to row
+    uint32_t stride = 0;             // pixels between row starts
     int32_t width = -1, height = -1; // pixels
-    bool hasAlpha = false;           // false lets a blit copy whole rows
+    bool hasAlpha = false;           // if false, drawing copies whole rows
 };
 
 using PixmapRef = std::shared_ptr<const Pixmap>;
 
-/// Decodes an embedded image, anew at each call.
+/// Decodes an embedded image. Nothing is cached.
 /// Thread  window thread
-/// Errors  no such file, not readable, no memory: the empty handle
+/// Errors  null if the file is missing or damaged, or memory runs out
 PixmapRef loadPixmap(const String &name);
 
 } // namespace UI::Native

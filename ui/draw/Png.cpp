@@ -22,7 +22,7 @@ void readBytes(png_structp png, png_bytep to, size_t length)
     state.offset += static_cast<uint32_t>(length);
 }
 
-// The library's own handlers would write to the standard error stream.
+// These replace libpng's default handlers, which write to stderr.
 [[noreturn]] void leave(png_structp png, png_const_charp) { png_longjmp(png, 1); }
 void ignore(png_structp, png_const_charp) {}
 
@@ -30,7 +30,7 @@ constexpr uint32_t grey(uint32_t level) { return level << 16 | level << 8 | leve
 constexpr uint32_t colour(const uint8_t *rgb) { return uint32_t{rgb[0]} << 16 | rgb[1] << 8 | rgb[2]; }
 constexpr uint32_t alpha(uint32_t inverted) { return inverted << 24; }
 
-/// `samples` bytes of a row make one pixel. True if a pixel has something in its top byte.
+/// Converts a row with `samples` bytes per pixel. True if a pixel's top byte is not 0.
 template <uint32_t samples, class Pixel>
 bool convertRow(const uint8_t *row, uint32_t *pixels, uint32_t width, Pixel pixel)
 {
@@ -75,8 +75,8 @@ struct Png::Decoder {
     png_bytepp rows = nullptr;
 };
 
-// An error of the library ends in the second return of setjmp. So there is nothing in here that a destructor
-// would have to release, and no local variable that changes.
+// On an error libpng jumps back to setjmp. This function must therefore have no objects with destructors and no
+// local variables that change.
 bool Png::Decoder::read()
 {
     if (!info) return false;

@@ -7,12 +7,10 @@
 
 namespace UI::Native {
 
-/// An embedded PNG image, decoded. Palettes, grey of less than 8 bits and transparent colours have become
-/// full channels.
-/// Pixels  0xAARRGGBB, where AA counts the other way round: 0 is opaque and 255 transparent. So a picture
-///         without transparency has 0 there
-/// Thread  window thread; decodes when constructed
-/// Errors  not a PNG, cut short, damaged, or larger than kMaxSide either way: isEmpty()
+/// A decoded PNG image. Palettes, grey below 8 bits and transparent colours are expanded to full channels.
+/// Pixels  0xAARRGGBB; AA is inverted alpha: 0 opaque, 255 transparent
+/// Thread  window thread; the constructor decodes
+/// Errors  isEmpty() if the file is not a PNG, is truncated or damaged, or has a side longer than kMaxSide
 class Png {
 public:
     static constexpr uint32_t kMaxSide = 4096;
@@ -27,8 +25,8 @@ public:
     uint32_t width() const;
     uint32_t height() const;
 
-    /// Writes width() by height() pixels, `stride` pixels from row to row, and tells whether any of them is
-    /// less than opaque. A channel depth other than 8 bits leaves zeros.
+    /// Writes width() by height() pixels, with rows `stride` pixels apart. Returns true if a pixel is not fully
+    /// opaque. Writes zeros if the channel depth is not 8 bits.
     bool convert(uint32_t *pixels, uint32_t stride) const;
 
 private:

@@ -8,25 +8,25 @@
 
 namespace UI::Native {
 
-/// A bitmap to draw into and to copy to the screen; every control composes its picture in one.
-/// Pixels  0xAARRGGBB from the top row down, all 0 at first
+/// A bitmap that controls draw their pictures into and copy to the screen.
+/// Pixels  0xAARRGGBB, top row first, initially 0
 /// Thread  window thread
-/// Errors  an impossible size or no memory: isEmpty(), without pixels and with -1 for both sides
+/// Errors  isEmpty() if the size is invalid or memory runs out; width() and height() are then -1
 class Surface {
 public:
-    /// `mode` 0 has pixels of 32 bits, any other of 8.
+    /// `mode` 0: 32-bit pixels; other modes: 8-bit pixels.
     Surface(int32_t width, int32_t height, uint32_t mode = 0);
 
     bool isEmpty() const { return target.isEmpty(); }
     int32_t width() const { return isEmpty() ? -1 : target.width(); }
     int32_t height() const { return isEmpty() ? -1 : target.height(); }
-    /// All of it; empty if the surface is.
+    /// The whole surface; empty if the surface is empty.
     Rect bounds() const { return Rect::at({}, target.width(), target.height()); }
-    /// From row to row, in pixels for mode 0 and in bytes for others.
+    /// Distance between rows: in pixels for mode 0, in bytes for other modes.
     uint32_t stride() const { return isColour() ? target.bytesPerRow() / 4 : target.bytesPerRow(); }
-    /// The top row; null if empty or of another mode than 0.
+    /// Start of the top row; null if the surface is empty or its mode is not 0.
     uint32_t *pixels() const { return isColour() ? static_cast<uint32_t *>(target.pixels()) : nullptr; }
-    /// What the window system copies from and draws text into.
+    /// The bitmap that the window system copies from and draws text into.
     Platform::Bitmap &bitmap() { return target; }
     const Platform::Bitmap &bitmap() const { return target; }
 
@@ -40,7 +40,7 @@ using SurfaceRef = std::shared_ptr<Surface>;
 
 /// Decodes an embedded image into a new surface.
 /// Thread  window thread
-/// Errors  no such file, not readable, no memory: the empty handle
+/// Errors  null if the file is missing or damaged, or memory runs out
 SurfaceRef loadSurface(const String &name);
 
 } // namespace UI::Native

@@ -6,9 +6,9 @@ namespace UI {
 
 namespace {
 
-constexpr int32_t kFontHeight = -10; // pixels of the letters
+constexpr int32_t kFontHeight = -10; // pixels; negative: height of the letters
 
-/// The host application numbers the languages in its own way.
+/// Converts the host's language setting to an Index; English if there is no setting.
 Language::Index hostLanguage()
 {
     const Util::RegistryKey preferences("SOFTWARE\\Adobe\\Audition\\2.0\\Prefs",

@@ -5,16 +5,16 @@
 
 namespace UI {
 
-/// The language of the host application, read once from its settings; the effect has none of its own. English
-/// has its words in images, the others in the string tables.
+/// The editor's language, read from the host's language setting on construction. English strings are images; other
+/// languages use string tables.
 class Language final : public Native::TextSource {
 public:
     enum Index : uint32_t { english, japanese, german, french, italian, spanish, languages };
 
     Language();
     explicit Language(Index chosen);
-    /// What editors opened from now on speak, whatever the host says; nothing: as the host says. For tests
-    /// and for the renderer.
+    /// Overrides the host's language for editors opened from now on; nullopt restores it. For tests and the
+    /// renderer.
     static void prefer(std::optional<Index> chosen);
 
     Index index() const { return language; }
@@ -26,7 +26,7 @@ public:
 
 private:
     const Index language;
-    Platform::FontRef label, toolTip; // null in English, or if the system has none
+    Platform::FontRef label, toolTip; // null in English, or if the system lacks the font
 };
 
 } // namespace UI

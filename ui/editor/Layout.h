@@ -4,8 +4,8 @@
 
 #include "platform/Geometry.h"
 
-/// Where things stand in the editor, in pixels from its upper left corner. Sizes are those of the images. The
-/// skin's script reads the numbers from here and from the controls (resources/skin/shared.py).
+/// Positions of the controls in pixels from the editor's top left corner. The images determine the sizes.
+/// resources/skin/shared.py reads the constants from this file and from the controls.
 namespace UI::Layout {
 
 constexpr int32_t kWidth = 547, kHeight = 488; // of the whole editor
@@ -20,7 +20,7 @@ constexpr int32_t kTopFieldY = 210;
 constexpr Point kOutputSlider{460, 46}, kOutputEdit{481, kTopFieldY}, kOutputReadout{477, 39},
     kOutputMeter{485, 51};
 
-// In a band, x from its left edge.
+// Positions in a band; x counts from its left edge.
 constexpr Point kSolo{61, 240}, kBypass{78, 240}, kBandMeter{6, 268}, kReductionMeter{69, 268};
 constexpr Point kThresholdSlider{47, 266};
 constexpr int32_t kBandFieldX = 47;
@@ -32,11 +32,11 @@ constexpr int32_t kLimiterThresholdY = 268, kLimiterMarginY = 283, kLimiterAttac
                   kLimiterReleaseY = 313;
 constexpr int32_t kCheckX = 517, kSpectrumOnInputY = 373, kBrickwallY = 393, kBandLinkY = 413;
 
-constexpr Rect kSwitchHotRect{1, 15, 1, 15}; // of a solo or bypass button's image
+constexpr Rect kSwitchHotRect{1, 15, 1, 15}; // in the image of a solo or bypass button
 
 constexpr Rect bandBar(uint32_t band) { return Rect::at({kBandX[band], kBarTop}, kBandWidth, kBarHeight); }
 constexpr Rect limiterBar() { return Rect::at({kStripX, kBarTop}, kStripWidth, kBarHeight); }
-/// All four bars and what is between them.
+/// The rectangle around all four bars.
 constexpr Rect bandBars() { return {bandBar(0).left, bandBar(3).right, kBarTop, kBarTop + kBarHeight - 1}; }
 
 } // namespace UI::Layout

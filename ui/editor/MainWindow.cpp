@@ -66,7 +66,7 @@ void MainWindow::onTimer()
     toolTips->onTick(frame->cursorPosition(), now);
 }
 
-/// The link box follows Alt and Shift for as long as they are held, and goes off with them.
+/// Links the bands while the user holds Alt and Shift, and unlinks them on release.
 void MainWindow::followLinkKeys()
 {
     const bool held = altShiftHeld();
@@ -114,7 +114,7 @@ void MainWindow::moveFocus(bool forward)
     if (focusOrder.empty()) return;
     const bool wasShown = focusTimerRunning;
     slotResetFocusTimer();
-    if (!wasShown) return; // the first key only shows where the focus is
+    if (!wasShown) return; // the first key only shows the focus mark
     const auto current = std::find(focusOrder.begin(), focusOrder.end(), focusedControl());
     if (current == focusOrder.end()) {
         focusOrder.front()->setFocus();
@@ -127,7 +127,7 @@ void MainWindow::moveFocus(bool forward)
     focusOrder[next]->setFocus();
 }
 
-// The mouse, before it reaches a control.
+// Mouse events before the controls receive them.
 
 bool MainWindow::onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t mods)
 {

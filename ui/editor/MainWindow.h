@@ -19,10 +19,10 @@
 
 namespace UI {
 
-/// The editor: what stands where (MainWindowLayout.cpp) and what happens between the controls. Everything that
-/// it shows lives in the parameters.
-/// Ownership the frame owns the controls, the window the control groups
-/// Thread    the window's
+/// The editor: creates and positions the controls (MainWindowLayout.cpp) and connects them. The parameters hold all
+/// values that it shows.
+/// Ownership the frame owns the controls; this window owns the control groups
+/// Thread    window thread
 class MainWindow final : public Reflected<MainWindow, MainWindowBase> {
 public:
     static constexpr const char *kClassName = "UI::MainWindow";
@@ -54,7 +54,7 @@ public:
         Meta<&MainWindow::slotUpdateLimiterEnable>>;
 
     const std::vector<Native::WindowBase *> &controlsInFocusOrder() const { return focusOrder; }
-    /// What a user calls them, in the same order.
+    /// Names of the controls for users, in focus order.
     static std::vector<std::string> controlNames();
 
 protected:
@@ -66,9 +66,9 @@ protected:
 private:
     template <class Control>
     using PerBand = std::array<Control *, DSP::kBands>;
-    struct Images; // shared by many controls, while they are made
+    struct Images; // shared by the controls, needed during construction only
 
-    // Making the controls, in the order of the calls.
+    // Create the controls; listed in call order.
     void createSpectrum(const Images &images);
     void createOutput(const Images &images);
     void createBand(const Images &images, uint32_t band);
@@ -89,13 +89,13 @@ private:
     void hideFocusMark(uint32_t now);
     void changeCutoff(uint32_t cutoff, float hz);
     void tellCutoff(uint32_t cutoff);
-    /// Gives a panel's bar its colour; false if that is the one it shows.
+    /// Paints a panel's title bar; false if it already has this colour.
     bool paintBar(const Rect &bar, uint32_t &shown, uint32_t colour);
     Native::WindowBase *focusedControl() const;
 
     const Language language;
-    Native::SurfaceRef ground;                          // the skin's, with the bars in their present colours
-    std::array<uint32_t, DSP::kBands> bandBarColours{}; // 0xRRGGBB; 0 until one has been painted
+    Native::SurfaceRef ground;                          // the background with the bars' current colours
+    std::array<uint32_t, DSP::kBands> bandBarColours{}; // 0xRRGGBB; 0 until first painted
     uint32_t limiterBarColour = 0;
 
     Native::MultiBandSpectrum *spectrum = nullptr;
@@ -104,7 +104,7 @@ private:
     Native::TextEdit *outputGainEdit = nullptr;
     Native::LevelMeterReadout *outputReadout = nullptr;
     Native::LevelMeter *outputMeter = nullptr;
-    std::vector<Native::OnOffButton *> soloButtons, bypassButtons; // by band, as groups
+    std::vector<Native::OnOffButton *> soloButtons, bypassButtons; // by band
     PerBand<Native::LevelMeter> bandMeters{};
     PerBand<Native::GainReductionMeter> reductionMeters{};
     PerBand<Native::PixmapSlider> thresholdSliders{};
@@ -121,7 +121,7 @@ private:
     bool focusTimerRunning = false;
     std::vector<Native::WindowBase *> focusOrder, wheelTargets;
     std::unique_ptr<ToolTipControl> toolTips;
-    bool altShiftDown = false; // as last seen
+    bool altShiftDown = false; // at the last tick
 };
 
 } // namespace UI

@@ -23,7 +23,7 @@ MainWindowBase::MainWindowBase(Platform::WindowHandle nativeWindow, Point origin
 MainWindowBase::~MainWindowBase()
 {
     stopTicking();
-    frame.reset(); // its windows still ask this object
+    frame.reset(); // its windows call this object
 }
 
 void MainWindowBase::open()
@@ -121,19 +121,19 @@ void MainWindowBase::handleCustom(uint32_t code)
     case Link::channelCountChanged: sigNumChannelsChanged(); break;
     case Link::latencyMoved: plugin->applyLatency(); break;
     case Link::renderTimingChanged:
-        if (!isTicking()) break; // the editor is just opening or closing
+        if (!isTicking()) break; // the editor is opening or closing
         stopTicking();
         startTicking();
         break;
     case Link::backgroundGridChanged: windowSystem().invalidate(hostHandle, {}, true); break;
-    case 13: break; // reserved: no message for a subclass
+    case 13: break; // reserved; not passed to subclasses
     default: onCustomMessage(code);
     }
 }
 
 uint32_t MainWindowBase::tickPeriodMs() const
 {
-    constexpr uint32_t kLongestMs = 1000; // whatever rate was asked for
+    constexpr uint32_t kLongestMs = 1000; // even for lower frame rates
     return std::clamp(frame->transform().global()->getFramePeriodMs(), 1u, kLongestMs);
 }
 
@@ -165,7 +165,7 @@ void MainWindowBase::stopTicking()
     constexpr uint32_t kPollMs = 1;
     ticking = false;
     thread.requestStop();
-    // The thread may wait for an answer from this one.
+    // The thread may be waiting for this one to handle a tick.
     while (!thread.join(kPollMs)) windowSystem().serveRenderTicks(hostHandle);
     if (timerRunning) windowSystem().killTimer(hostHandle, kTimerId);
     timerRunning = false;

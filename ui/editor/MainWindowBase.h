@@ -10,11 +10,11 @@
 
 namespace UI {
 
-/// An editor without its controls, which a subclass supplies: the frame on the host's window, the ground that
-/// shows between the controls, the window's own events, and the tick that moves everything.
-/// State   made (painting suspended) -> open() -> startTicking() <-> stopTicking() -> destroyed
-/// Thread  the window's. With "Global: Rendering Thread" on, a second thread paces the ticks and
-///         touches nothing else: it sends each tick to the window and waits for it
+/// An editor without controls, which a subclass adds. It handles the frame, the background, the native window's events
+/// and the tick that updates all controls.
+/// State   constructed (painting suspended) -> open() -> startTicking() <-> stopTicking() -> destroyed
+/// Thread  window thread. With "Global: Rendering Thread" on, a second thread only paces the ticks: it sends each tick
+///         to the window and waits until it has been handled
 class MainWindowBase : public Reflected<MainWindowBase, Object>, public Native::FrameClient {
 public:
     static constexpr const char *kClassName = "UI::MainWindowBase";
@@ -24,20 +24,20 @@ public:
     MainWindowBase(Platform::WindowHandle hostHandle, Point origin, Plugin *effect);
     ~MainWindowBase() override;
 
-    /// Makes the controls, then paints for the first time.
+    /// Creates the controls, then paints for the first time.
     void open();
     void startTicking();
     void stopTicking();
     void tick();
-    /// An event of the host-side window; true if that settles it.
+    /// Handles an event of the native window. Returns true if the system must not handle it.
     bool handleMessage(const Platform::Event &event);
-    /// A key that the host hands on goes to the control with the focus; true if it took it.
+    /// Passes a key from the host to the focused control. Returns true if the control handled it.
     bool handleHostKey(const Platform::Event &event);
 
     Native::Frame &getFrame() { return *frame; }
     bool isTicking() const { return ticking.load(std::memory_order_relaxed); }
 
-    // FrameClient. A subclass overrides what it has a use for.
+    // FrameClient, with defaults for subclasses to override.
     Platform::WindowHandle hostWindow() const override { return hostHandle; }
     bool isPaintingSuspended() const override { return paintingSuspended; }
     Native::SurfaceRef background() const override { return {}; }
@@ -76,9 +76,9 @@ protected:
     virtual void onPresetDialogHiding() {}
     virtual void addBackgrounds() {}
     virtual void createControls() = 0;
-    /// Controls take the values of the parameters.
+    /// Refreshes the controls from the parameters.
     virtual void updateAll() {}
-    /// At most once in kMinRenderMs.
+    /// Runs at most once per kMinRenderMs.
     virtual void onTimer() {}
     virtual void updateMore() {}
     virtual void onPluginEvent2() {}
@@ -114,7 +114,7 @@ private:
     uint32_t lastRender = 0; // milliseconds
     std::vector<BackgroundImage> backgrounds;
     std::atomic<bool> ticking = false;
-    std::atomic<uint32_t> lastTick = 0; // milliseconds, of the ticker thread
+    std::atomic<uint32_t> lastTick = 0; // milliseconds, used by the ticker thread
     Platform::LowPriorityThread thread;
     bool timerRunning = false;
 };

@@ -27,7 +27,7 @@ void place(Native::WindowBase *control, Point at)
     control->setGeometry(at.x, at.y, control->width(), control->height());
 }
 
-/// Has the receiver carry out what the user does with a control, under a number.
+/// Connects a control's gestures to the receiver's slots, which get `index` as their first argument.
 template <auto Delta, auto Reset, auto Set, class Control>
 void connectGesture(Control *control, Object *receiver, uint32_t index)
 {
@@ -175,7 +175,7 @@ void MainWindow::createBand(const Images &images, uint32_t band)
         return made;
     };
     thresholdEdits[band] = edit("Band %1 Threshold Edit", BandParam::threshold, Layout::kThresholdY);
-    // The name is the window's title, which has always been that of the threshold's field.
+    // Same name as the threshold field: names are titles of native windows and must not change.
     gainEdits[band] = edit("Band %1 Threshold Edit", BandParam::gain, Layout::kGainY);
     ratioEdits[band] = edit("Band %1 Ratio Edit", BandParam::ratio, Layout::kRatioY);
     attackEdits[band] = edit("Band %1 Attack Edit", BandParam::attack, Layout::kAttackY);
@@ -266,7 +266,7 @@ void MainWindow::createLabel(uint32_t row, Point offset, Native::TranslatedText 
 {
     auto *label = new Native::TranslatedText(frame.get(), nullptr, language, row, offset);
     if (kept) *kept = label;
-    // A click on the words works the box.
+    // A click on the label toggles its check box.
     const std::pair<uint32_t, OnOffButton *> boxes[] = {{kSpectrumOnInputLabel, spectrumOnInputButton},
                                                         {kBrickwallLabel, brickwallButton},
                                                         {kBandLinkLabel, bandLinkButton}};

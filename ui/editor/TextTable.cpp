@@ -11,7 +11,7 @@ constexpr TextRow tip(uint32_t stringId, const char *english)
     return {0, 0, 0, 0, 0, stringId, TextRow::asPlaced, english};
 }
 
-// The columns are those of TextRow.
+// Columns as in TextRow.
 // clang-format off
 constexpr TextRow kRows[kTextRows] = {
     {6, 3, 55, 18, 3, 377, TextRow::left, "band 1"},

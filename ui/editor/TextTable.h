@@ -5,8 +5,8 @@
 
 namespace UI {
 
-/// The editor's texts. Rows by number: 0 to 3 titles of the bands; 4 to 23 labels, of which 12 to 16 stand in
-/// every band; 24 to 44 tool tips.
+/// The editor's strings. Rows 0 to 3: band titles. Rows 4 to 23: labels; rows 12 to 16 appear in every band. Rows 24
+/// to 44: tool tips.
 constexpr uint32_t kTextRows = 45;
 constexpr uint32_t kLimiterTitle = 5, kFirstBandLabel = 12, kLastBandLabel = 16;
 constexpr uint32_t kSpectrumOnInputLabel = 21, kBrickwallLabel = 22, kBandLinkLabel = 23;

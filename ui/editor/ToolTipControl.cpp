@@ -35,13 +35,13 @@ bool ToolTipControl::isStillOn(Point at) const
 void ToolTipControl::onMouse(Point at, bool isMove, uint32_t now)
 {
     if (owner && !(isMove && isStillOn(at))) hide(now);
-    if (!isMove) hideTime.reset(); // also when a tip has just gone: after a click the next waits in full
+    if (!isMove) hideTime.reset(); // after a click the next tip waits for the full delay
     arm(at, isMove, now);
 }
 
 void ToolTipControl::onCapturedMouse(Point at, bool isMove, uint32_t now)
 {
-    arm(at, isMove, now); // the press before it has done the rest
+    arm(at, isMove, now); // the press that started the capture hid the tip
 }
 
 void ToolTipControl::arm(Point at, bool isMove, uint32_t now)

@@ -9,23 +9,23 @@
 
 namespace UI {
 
-/// When a tool tip comes and goes: it comes when the pointer has rested on a control for a while, and at once
-/// where another tip has just gone; it goes when the pointer leaves its control, and at any click.
-/// State   idle -> armed, by a move -> shown, after the delay -> hidden, with its time kept
-/// Thread  the window's
+/// Shows and hides the tool tip. The tip appears when the pointer has rested on a control for kDelayMs, or at once
+/// within kDelayMs after another tip. It disappears on a click or when the pointer leaves the control.
+/// State   idle -> armed (by a move) -> shown (after the delay) -> hidden (the time is stored)
+/// Thread  window thread
 class ToolTipControl {
 public:
     static constexpr uint32_t kDelayMs = 2000;
     static constexpr int32_t kBelowPointer = 20; // pixels
 
-    /// The spectrum tells by itself on which of its lines a point lies; it is asked first.
+    /// The cutoff lines in `lines` have tips too and take precedence over the targets.
     ToolTipControl(Native::ToolTip *tip, Native::MultiBandSpectrum *lines, int32_t areaWidth,
                    int32_t areaHeight);
 
     void addTarget(Native::WindowBase *target, uint32_t textRow) { targets.push_back({target, textRow}); }
-    /// A mouse event of the frame; `isMove` for one that only moves the pointer.
+    /// Handles a mouse event of the frame. `isMove` is true for pointer motion.
     void onMouse(Point at, bool isMove, uint32_t now);
-    /// The same while a control has captured the mouse: no tip is taken away.
+    /// Handles a mouse event while a control has captured the mouse; never hides a tip.
     void onCapturedMouse(Point at, bool isMove, uint32_t now);
     void onTick(Point pointer, uint32_t now);
 
@@ -50,9 +50,9 @@ private:
     const int32_t width, height;
     std::vector<Target> targets;
     std::optional<Point> lastPos;
-    std::optional<uint32_t> armStart;    // milliseconds, when the pointer last moved
-    std::optional<uint32_t> hideTime;    // milliseconds, when the last tip went
-    Native::WindowBase *owner = nullptr; // of the tip on show
+    std::optional<uint32_t> armStart;    // milliseconds; last pointer motion
+    std::optional<uint32_t> hideTime;    // milliseconds; when the last tip was hidden
+    Native::WindowBase *owner = nullptr; // control whose tip is shown
 };
 
 } // namespace UI

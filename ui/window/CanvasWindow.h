@@ -5,8 +5,8 @@
 
 namespace UI::Native {
 
-/// A control that composes its picture in a surface of its own. It has no record among the classes of the
-/// family: what derives from it derives from Window.
+/// A control that draws its picture into a surface. It has no reflection record: the records of its subclasses
+/// name Window as their base class.
 class CanvasWindow : public Window {
 public:
     using Window::Window;
@@ -16,23 +16,23 @@ public:
     void onFocusOut() override;
     void onEnableChanged() override { redraw(); }
 
-    /// Composes the picture anew and asks for a paint.
+    /// Redraws the picture and requests a paint.
     virtual void redraw() = 0;
     const SurfaceRef &picture() const { return canvas; }
 
 protected:
-    /// Fresh pixels of this size; the window itself keeps its geometry.
+    /// Replaces the canvas with an empty one of this size in pixels. The window keeps its geometry.
     void makeCanvas(int32_t canvasWidth, int32_t canvasHeight);
-    /// The same, with the window, of the size of an image; false without one.
+    /// Makes a canvas of the image's size and resizes the window to it. False if the image is null.
     bool takeSizeOf(const PixmapRef &image);
-    /// Puts the editor's ground under the control.
+    /// Copies the editor's background under the control into the canvas.
     void copyBackground();
-    /// The picture is complete: shows it with the next paint.
+    /// Call when the picture is complete: requests a paint.
     void present() { invalidate(); }
-    /// Whether to draw the mark of the keyboard focus.
+    /// True if the control should draw its focus mark.
     bool showsFocus() const;
     bool hasCapture() const;
-    /// Alt alone, or all three keys: back to the default.
+    /// True if a click should reset the value: Alt is down, without Shift or with both Shift and Ctrl.
     bool wantsReset() const;
 
     SurfaceRef canvas;

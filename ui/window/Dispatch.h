@@ -8,32 +8,32 @@
 
 namespace UI::Native {
 
-/// How deep an editor is in the handling of events. A host may close the editor while one of its controls is
-/// at work, for instance from the call that reports a parameter; the objects then live until the outermost
-/// event has been handled.
-/// Thread  the window's
+/// Nesting depth of an editor's event handling. A host may close the editor while a control handles an event, for
+/// instance from the callback that reports a parameter. The editor's objects then live until the outermost event
+/// has been handled.
+/// Thread  window thread
 class Dispatch {
 public:
-    /// One event, for as long as it is handled.
+    /// Marks one event as being handled until the scope is destroyed.
     class Scope {
     public:
         explicit Scope(std::shared_ptr<Dispatch> dispatch) : state(std::move(dispatch)) { ++state->depth; }
         ~Scope()
         {
             if (--state->depth > 0) return;
-            // They may be the last to hold the state, and their own ends may bring events.
+            // Empty the list first: destroying the objects may raise further events.
             const auto ending = std::exchange(state->parked, {});
         }
         Scope(const Scope &) = delete;
         Scope &operator=(const Scope &) = delete;
 
     private:
-        const DSP::FloatState floatState; // gestures compute values that reach the sound
+        const DSP::FloatState floatState; // gestures compute values that affect the sound
         const std::shared_ptr<Dispatch> state;
     };
 
     bool isActive() const { return depth > 0; }
-    /// Keeps an object until no event is being handled any more.
+    /// Destroys `object` after the outermost event has been handled.
     void park(std::unique_ptr<Object> object) { parked.push_back(std::move(object)); }
 
 private:

@@ -46,7 +46,7 @@ void FrameBase::createKeyboardProxy()
 void FrameBase::addWindow(WindowBase *window)
 {
     windows.push_back(window);
-    // The proxy stays last, so that it goes last.
+    // Keep the proxy last, so that it is destroyed last.
     const auto proxy = std::find(windows.begin(), windows.end(), static_cast<WindowBase *>(keyboardProxy));
     if (keyboardProxy && proxy != windows.end()) std::rotate(proxy, proxy + 1, windows.end());
 }
@@ -61,8 +61,8 @@ void FrameBase::setMouseCapture(WindowBase *window)
 {
     if (!window) return;
     endDrag();
-    mouseCapture = window;         // first, as the system reports the change at once
-    if (!window->nativeHandle()) { // the host has closed the editor at the beginning of the gesture
+    mouseCapture = window;         // first: the system reports the change at once
+    if (!window->nativeHandle()) { // the host closed the editor when the gesture began
         mouseCaptureLost(window);
         return;
     }
@@ -80,7 +80,7 @@ void FrameBase::releaseMouseCapture()
 void FrameBase::mouseCaptureLost(WindowBase *window)
 {
     if (window != mouseCapture) return;
-    holdsMouse = false; // it is another's now, and not ours to give back
+    holdsMouse = false; // another window has the capture now
     abandonDrag();
     if (!holdsMouse) mouseCapture = nullptr;
 }

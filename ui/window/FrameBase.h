@@ -15,15 +15,14 @@ class KeyboardProxy;
 class WindowBase;
 
 struct FontSpec {
-    int32_t height; // as Platform::FontRequest
+    int32_t height; // as in Platform::FontRequest
     String name;
     bool bold;
 };
 
-/// The drawing area of an editor as a whole, and what its windows share: the mouse capture, fonts, cursors,
-/// the keys' state.
+/// An editor's drawing area, with the state that all its windows share: mouse capture, fonts, cursors and keys.
 /// Ownership the frame owns the windows without a parent
-/// Thread    the window's
+/// Thread    window thread
 class FrameBase : public Reflected<FrameBase, Object> {
 public:
     static constexpr const char *kClassName = "UI::Native::FrameBase";
@@ -40,42 +39,42 @@ public:
     const std::shared_ptr<Dispatch> &dispatch() const { return events; }
     bool isDestroying() const { return frameDestroying; }
 
-    /// Out of range, or a font that the system has not: the old one stays.
+    /// Keeps the old font if `index` is out of range or the system lacks the new one.
     void setFont(uint32_t index, const FontSpec &spec);
     const Platform::FontRef &font(uint32_t index) const { return fonts[index]; }
     void createKeyboardProxy();
     void addWindow(WindowBase *window);
     void forgetWindow(WindowBase *window);
 
-    /// Whoever had the mouse before sees a release first, which ends its drag.
+    /// Ends any drag, then captures the mouse for `window`.
     void setMouseCapture(WindowBase *window);
     void releaseMouseCapture();
     WindowBase *mouseCaptureWindow() const { return mouseCapture; }
-    /// The system has taken the mouse from a window: its drag ends.
+    /// Call when the system has taken the capture from `window`; ends its drag.
     void mouseCaptureLost(WindowBase *window);
-    /// Ends a drag, if there is one, by a release at (0, 0).
+    /// Ends any drag with a mouse release at (0, 0).
     void endDrag();
-    /// Ends it without what a release brings about: no button is clicked, no entry box opens.
+    /// Ends any drag without the effects of a release: no button is clicked, no entry box opens.
     void abandonDrag();
 
-    // The keys at this moment.
+    // Current state of the keys.
     bool ctrlDown() const;
     bool shiftDown() const;
     bool altDown() const;
 
-    /// Upper left corner of the host-side window on the screen; (0, 0) if the system does not say.
+    /// Top left corner of hostWindow() on the screen; (0, 0) if unknown.
     Point windowOrigin() const;
-    /// In frame coordinates; (0, 0) if the system does not say.
+    /// In frame coordinates; (0, 0) if unknown.
     Point cursorPosition() const;
     uint32_t milliseconds() const;
     const Platform::CursorRef &arrow();
 
-    /// No control has a timer of its own: the editor's tick serves them all.
+    /// Does nothing: the editor's tick updates all controls.
     void runTimers() {}
-    /// Copies a part of a surface to the screen; `to` is in the target window's own pixels.
+    /// Copies part of a surface to the screen. `to` is in the target window's coordinates.
     static void blit(const SurfaceRef &from, Platform::DeviceContext &dc, const Rect &source, Point to);
 
-    /// Name of one of the editor's native window classes, by its last part.
+    /// Full name of a native window class that ends with `stem`.
     std::string nativeClassName(const char *stem) const { return nativeClassName(*plugin, stem); }
     static std::string nativeClassName(const Plugin &effect, const char *stem);
     static int32_t liveFrames() { return liveCount; }
@@ -91,7 +90,7 @@ protected:
     Plugin *const plugin;
     FrameClient *mainWindow = nullptr;
     WindowBase *mouseCapture = nullptr;
-    bool holdsMouse = false; // the system gave it to mouseCapture, and has not taken it back
+    bool holdsMouse = false; // the system has given the capture to mouseCapture
     KeyboardProxy *keyboardProxy = nullptr;
     std::vector<Platform::FontRef> fonts;
     std::vector<WindowBase *> windows; // owned
@@ -103,7 +102,6 @@ private:
     static inline int32_t liveCount = 0;
 };
 
-/// The frame of an editor.
 class Frame : public Reflected<Frame, FrameBase> {
 public:
     static constexpr const char *kClassName = "UI::Native::Frame";

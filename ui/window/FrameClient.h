@@ -6,23 +6,23 @@
 
 namespace UI::Native {
 
-/// What the frame and its windows ask of the window that the editor is.
+/// The interface through which the frame and its windows call the main window.
 class FrameClient {
 public:
-    /// The window that the host sees; the frame's windows are its children.
+    /// The editor's window inside the host's window; parent of the frame's windows.
     virtual Platform::WindowHandle hostWindow() const = 0;
-    /// Until the editor is complete; paint events then stay pending.
+    /// True until the editor is complete. Paint events stay pending until then.
     virtual bool isPaintingSuspended() const = 0;
-    /// The skin's ground, in frame coordinates; controls take what lies under them from it. May be empty.
+    /// The skin's background in frame coordinates. Controls copy the area under them. May be null.
     virtual SurfaceRef background() const = 0;
-    /// Whether the control with the focus shows that it has it.
+    /// True if the focused control should draw its focus mark.
     virtual bool showsFocus() const = 0;
 
-    /// The next control, or the one before.
+    /// Moves the focus to the next or previous control.
     virtual void moveFocus(bool forward) = 0;
-    /// First look at a mouse event, in frame coordinates; true takes it away from the controls.
+    /// Receives each mouse event before the controls, in frame coordinates. Returns true to keep it from them.
     virtual bool onFrameMouse(uint32_t kind, Point at, int32_t wheel, uint32_t mods) = 0;
-    /// The same while a control has captured the mouse.
+    /// Receives each mouse event while a control has captured the mouse.
     virtual void onFrameMouseCaptured(uint32_t kind, Point at, int32_t wheel, uint32_t mods) = 0;
 
 protected:

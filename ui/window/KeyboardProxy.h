@@ -3,8 +3,8 @@
 
 namespace UI::Native {
 
-/// A hidden child of the host-side window that may hold the focus without being a control. It swallows keys,
-/// and when it loses the focus a drag ends.
+/// A hidden child of the editor's window that can have the focus instead of a control. It discards keys, and ends
+/// any drag when it loses the focus.
 class KeyboardProxy : public Reflected<KeyboardProxy, Window> {
 public:
     static constexpr const char *kClassName = "UI::Native::KeyboardProxy";

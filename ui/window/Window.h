@@ -3,12 +3,12 @@
 
 namespace UI::Native {
 
-/// A window of the editor with a native window behind it; what controls derive from.
+/// An editor window that creates its native window; base class of the controls.
 class Window : public Reflected<Window, WindowBase> {
 public:
     static constexpr const char *kClassName = "UI::Native::Window";
 
-    /// Without `makeHandle` the subclass makes its native window itself.
+    /// If `makeHandle` is false, the subclass creates the native window.
     Window(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName, bool makeHandle = true)
         : Reflected(ownerFrame, parentWindow, windowName)
     {

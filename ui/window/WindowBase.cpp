@@ -30,7 +30,7 @@ WindowBase::~WindowBase()
     windowDestroying = true;
     if (parent && !parent->windowDestroying) std::erase(parent->childWindows, this);
     frame->forgetWindow(this);
-    // Each takes itself out of the list only while this window is not being destroyed.
+    // windowDestroying keeps the children from erasing themselves from this list.
     for (WindowBase *child : childWindows) delete child;
     if (handle && ownsHandle) {
         windowSystem().setClient(handle, nullptr);
@@ -147,7 +147,7 @@ std::optional<intptr_t> WindowBase::onEvent(Platform::WindowHandle, const Event 
     switch (event.kind) {
     case Event::Kind::destroyed:
         ownsHandle = false;
-        handle = nullptr; // the system may give its number to another window
+        handle = nullptr; // the system may reuse the handle for another window
         return std::nullopt;
     case Event::Kind::focusIn: onFocusIn(); return std::nullopt;
     case Event::Kind::focusOut: onFocusOut(); return std::nullopt;
@@ -192,7 +192,7 @@ std::optional<intptr_t> WindowBase::handleKey(const Event &event)
     case Event::Kind::character: handled = onChar(event.key, mods, event.repeated); break;
     default: handled = onKeyUp(event.key, mods); break;
     }
-    return handled ? std::optional(kHandled) : std::nullopt; // else the host's own shortcuts work
+    return handled ? std::optional(kHandled) : std::nullopt; // unhandled keys reach the host's shortcuts
 }
 
 std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
@@ -207,7 +207,7 @@ std::optional<intptr_t> WindowBase::handleMouse(const Event &event)
     Point at = event.at;
     for (WindowBase *window = this; window; window = window->parent) {
         const Point corner = window->geometry.corner();
-        WindowBase *const next = window->parent; // a handler may end the window
+        WindowBase *const next = window->parent; // a handler may destroy `window`
         if (window->dispatchMouse(event.kind, at, event.modifiers, event.wheel)) return kHandled;
         if (!next) break;
         at = at + corner;
@@ -237,7 +237,7 @@ bool WindowBase::dispatchMove(Point at, uint32_t mods)
     windowSystem().showCursor(cursor ? cursor : frame->arrow());
     const bool dragging = (mods & (Platform::kLeftButton | Platform::kRightButton)) != 0;
     if ((dragging || wantsAllMoves) && onMouseMove(at, mods)) return true;
-    return static_cast<bool>(cursor); // a window with a cursor of its own shields its parents
+    return static_cast<bool>(cursor); // its parents must not replace the cursor
 }
 
 } // namespace UI::Native

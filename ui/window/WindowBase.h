@@ -10,12 +10,12 @@ namespace UI::Native {
 
 class FrameBase;
 
-/// Root of everything that appears inside the editor. Each control is a native window of its own; events of
-/// the system reach it as the virtual operations below, in its own pixels. A control composes its picture in
-/// a surface; paint() copies a part of that to the screen, so nothing is ever drawn on the screen in pieces.
-/// State     constructed -> native window made -> shown or hidden -> destroyed, by its owner or by the system
-/// Ownership a window owns its child windows; the frame owns those without a parent
-/// Thread    the window's
+/// Base class of everything visible in the editor. Each control has a native window and receives the system's
+/// events through the virtual functions below, in its own coordinates. To avoid flicker, controls draw into a
+/// surface and paint() copies a part of it to the screen.
+/// State     constructed -> native window created -> shown or hidden -> destroyed, by its owner or by the system
+/// Ownership a window owns its child windows; the frame owns the windows without a parent
+/// Thread    window thread
 class WindowBase : public Reflected<WindowBase, Object>, public Platform::WindowClient {
 public:
     static constexpr const char *kClassName = "UI::Native::WindowBase";
@@ -23,50 +23,50 @@ public:
     WindowBase(FrameBase *ownerFrame, WindowBase *parentWindow, const String &windowName);
     ~WindowBase() override;
 
-    // What subclasses act on. Results tell whether the event was handled; `mods` is a modifier mask.
+    // Event handlers for subclasses. They return true if they handled the event. `mods` is a modifier mask.
 
     virtual void onShow() {}
     virtual void onHide() {}
-    /// Copies `clip` of the control's picture to the screen.
+    /// Copies the part of the control's picture inside `clip` to the screen.
     virtual void paint(Platform::DeviceContext & /*dc*/, const Rect & /*clip*/) {}
     virtual void onGeometryChanged() {}
     virtual void onFocusIn();
     virtual void onFocusOut();
-    /// The way the control looks has changed from outside: draw it anew.
+    /// Called when an outside change, such as a hidden focus mark, requires a redraw.
     virtual void onEnableChanged() {}
     virtual bool onMouseDown(Point, uint32_t /*mods*/) { return false; }
     virtual bool onMouseUp(Point, uint32_t /*mods*/) { return false; }
-    /// The mouse was taken away in the middle of a drag, which ends here and now.
+    /// Called when another window takes the mouse capture during a drag; ends the drag.
     virtual void onCaptureLost() { onMouseUp({}, 0); }
     virtual bool onDoubleClick(Point, uint32_t /*mods*/) { return false; }
     virtual bool onRightDown(Point, uint32_t /*mods*/) { return false; }
     virtual bool onRightUp(Point, uint32_t /*mods*/) { return false; }
     virtual bool onRightDoubleClick(Point, uint32_t /*mods*/) { return false; }
-    /// Only while a button is down, unless setWantsAllMoves.
+    /// Called only while a button is down, unless `wantsAllMoves` is true.
     virtual bool onMouseMove(Point, uint32_t /*mods*/) { return false; }
-    /// `delta` in multiples of 120 a notch.
+    /// `delta`: 120 per notch.
     virtual bool onWheel(Point, int32_t /*delta*/, uint32_t /*mods*/) { return false; }
     virtual bool onKeyDown(uint32_t /*key*/, uint32_t /*mods*/, bool /*wasDown*/) { return false; }
     virtual bool onKeyUp(uint32_t /*key*/, uint32_t /*mods*/) { return false; }
     virtual bool onChar(uint32_t /*code*/, uint32_t /*mods*/, bool /*repeated*/) { return false; }
     virtual void onTimer(uint32_t /*id*/) {}
 
-    /// In the parent's pixels. A side of 0 or below changes nothing.
+    /// In the parent's coordinates. Ignored if a side is not positive.
     void setGeometry(int32_t x, int32_t y, int32_t width, int32_t height);
     void show(bool activate);
     void hide();
-    /// To the top of its siblings.
+    /// Raises the window above its siblings.
     void raise();
     bool hasFocus() const;
     void setFocus();
-    /// Asks for a paint of a part, or of all; a present but empty part asks for nothing.
+    /// Requests a paint of `area`, or of the whole window by default. An empty rectangle requests nothing.
     void invalidate(const OptionalRect &area = {});
-    /// Paints at once.
+    /// Paints before it returns.
     void repaintNow(const OptionalRect &area = {});
     void setCursor(const Platform::CursorRef &shape);
 
     static WindowBase *fromHandle(Platform::WindowHandle window);
-    /// The components behind the controls.
+    /// The components that the controls operate.
     const TransformHandle &transform() const;
 
     FrameBase &getFrame() const { return *frame; }
@@ -74,7 +74,7 @@ public:
     WindowBase *parentWindow() const { return parent; }
     int32_t width() const { return geometry.width(); }
     int32_t height() const { return geometry.height(); }
-    /// Where a point of this window lies in the frame.
+    /// Converts a point in this window to frame coordinates.
     Point toFrame(Point at) const { return at + Point{frameX, frameY}; }
     /// The window's rectangle in frame coordinates.
     Rect frameRect() const { return Rect::at({frameX, frameY}, width(), height()); }
@@ -84,7 +84,7 @@ public:
     // Signals and slots.
     void sigReceivedFocus() { emitSignal<&WindowBase::sigReceivedFocus>(); }
     void sigLostFocus() { emitSignal<&WindowBase::sigLostFocus>(); }
-    /// Whenever the user changes the control's value by a key.
+    /// Emitted when the user changes the control's value with a key.
     void sigResetFocusTimer() { emitSignal<&WindowBase::sigResetFocusTimer>(); }
     void slotSetFocus() { setFocus(); }
     using Signals = MetaRows<Meta<&WindowBase::sigReceivedFocus>, Meta<&WindowBase::sigLostFocus>,
@@ -92,10 +92,10 @@ public:
     using Slots = MetaRows<Meta<&WindowBase::slotSetFocus>>;
 
     std::optional<intptr_t> onEvent(Platform::WindowHandle window, const Platform::Event &event) override;
-    /// Gives an event of the mouse to this window and, while nobody takes it, to its parents.
+    /// Offers a mouse event to this window, then to its parents until one handles it.
     std::optional<intptr_t> handleMouse(const Platform::Event &event);
     std::optional<intptr_t> handleKey(const Platform::Event &event);
-    /// One mouse event, in this window's pixels, to the operation for it.
+    /// Calls the handler for one mouse event, in this window's coordinates.
     bool dispatchMouse(Platform::Event::Kind kind, Point at, uint32_t mods, int32_t delta);
 
 protected:
