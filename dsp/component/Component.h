@@ -46,7 +46,7 @@ public:
     /// Called by the chain for every block. A component that is switched off does not change the signal. Returns
     /// true if automation changed a parameter.
     bool run(const Now &now, const Block &block);
-    /// As run, but without taking locks. Follows the envelopes if they are enabled.
+    /// Like run, but takes no locks and does not check isSwitchedOn. Follows the envelopes if they are enabled.
     bool runBlock(const Now &now, const Block &block);
     virtual ~Component();
     /// Clears the audio state; parameters keep their values.
