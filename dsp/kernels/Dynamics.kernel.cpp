@@ -56,8 +56,7 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
 
 using Rows = float (*)[4]; // part of a chunk, one frame per row
 
-/// Peak detector, in place: instant attack, exponential decay. Returns true if a level in the piece reaches any
-/// band's threshold.
+/// Peak detector, in place: instant attack, exponential decay. Returns true if any band reaches its threshold.
 LANES_OP bool detect(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows levels, uint32_t frames)
 {
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);

@@ -44,7 +44,8 @@ LANES_OP Points transformComplex(const FftTables &tables, const float *in, const
 }
 
 /// Computes twice the real FFT's bins from k on (`low`), and twice the conjugates of the bins points - k (`high`).
-/// With even = X[k] + X[points - k]* and odd = X[k] - X[points - k]*, twice bin k is even - i w odd.
+/// With even = X[k] + X[points - k]*, odd = X[k] - X[points - k]* and w = e^(-i pi k / points), twice bin k is
+/// even - i w odd.
 LANES_OP void splitReal(Points x, ptrdiff_t k, ptrdiff_t mirrored, Twiddles twiddles, Complex<V> &low,
                         Complex<V> &high)
 {
