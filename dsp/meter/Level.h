@@ -4,8 +4,8 @@
 namespace DSP::Meter {
 
 /// Sample-peak meter with peak hold, after the last stage. Linear values.
-/// Thread  measure: audio. read: any other; if a new held peak occurs during a read, the next read may return the
-///         same peak again
+/// Thread  measure: audio. read: any other; a read that coincides with a new held peak may return the same peak
+///         twice
 class Level final : public ComponentImpl<Level> {
 public:
     explicit Level(PluginLink &plugin);

@@ -158,7 +158,7 @@ float Spectrum::hopDecay() const
 void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
-    // Subtracted, because an added guard in phase with the one in the signal would double it.
+    // Subtracted, so that its sign is opposite to that of the guard already in the signal.
     const float *const wave = guardWave(guardPhase).left;
     for (uint32_t done = 0; done < count; done += GuardWave::kLength) {
         const uint32_t piece = std::min(count - done, GuardWave::kLength);
