@@ -4,20 +4,20 @@
 
 #include "dsp/component/ParameterAddress.h"
 
-/// The parameters of a plug-in as every plug-in format, the renderer and the tests list them. A row is an
-/// address; its record() holds name, unit, group, range, default and names of values.
-/// Order   components in the order of their registration, in each the floats, the bools and the ints
-/// Thread  constant once built; a row's value and record: see DSP::ParameterOwner
+/// List of a plug-in's parameters, used by every plug-in format, the renderer and the tests. A row is an address
+/// whose record() contains name, unit, group, range, default and value names.
+/// Order   components in order of registration; floats, bools, then ints within a component
+/// Thread  constant after construction; for a row's value and record see DSP::ParameterOwner
 class ParameterTable {
 public:
     using Rows = std::span<const DSP::ParameterAddress>;
 
     ParameterTable() = default;
-    /// Numbers the parameters that a host sees: `hostIndex` of their records becomes the row in hostRows().
+    /// Sets `hostIndex` in the record of each parameter that hosts see to its row in hostRows().
     explicit ParameterTable(std::span<DSP::Component *const> components);
 
     Rows hostRows() const { return visible; }
-    /// Settings that no host sees.
+    /// Parameters that are hidden from hosts.
     Rows hiddenRows() const { return hidden; }
 
 private:

@@ -43,7 +43,7 @@ void Plugin::ensureInstallFolder() const
         const String path = installPath();
         if (!Util::directoryExists(path)) Util::makeDirectory(path, true);
     } catch (const Util::Exception::FileIO &) {
-        // nothing here needs the folder, so an effect without it is as good
+        // Nothing needs this folder; failing to create it is harmless.
     }
 }
 
@@ -77,7 +77,7 @@ void Plugin::resume(uint32_t rate)
     chain->resume(rate);
     passOnLatency();
     if (rateMoves) postMessage(sampleRateChanged);
-    active = true; // not if memory was short
+    active = true; // last, because chain->resume may throw
 }
 
 void Plugin::suspend()

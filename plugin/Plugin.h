@@ -10,7 +10,7 @@
 #include "dsp/component/PluginLink.h"
 #include "plugin/ParameterTable.h"
 
-/// Where messages to the editor's window go. Posting never blocks: the audio thread does it.
+/// Receives messages for the editor's window. post must not block, because the audio thread calls it.
 class EditorWindow {
 public:
     virtual void post(uint32_t code) = 0;
@@ -19,7 +19,7 @@ protected:
     ~EditorWindow() = default;
 };
 
-/// The components of a plug-in, as the editor and the host shell reach them.
+/// Gives the editor and the host interface access to a plug-in's components.
 class TransformHandle {
 public:
     explicit TransformHandle(DSP::Transform *chain) : transform(chain) {}
@@ -36,10 +36,10 @@ private:
     DSP::Transform *transform;
 };
 
-/// The effect without a host format: the chain, the order in which everything walks its components, a
-/// program's state, and messages to the editor.
-/// Thread  transform: audio. postMessage, requestRefresh, the update requests: any. Everything else: the
-///         host's main thread or the editor's
+/// The effect, independent of the plug-in format: the chain, the order of its components, program state, and
+/// messages to the editor.
+/// Thread  transform: audio. postMessage, requestRefresh, requestActiveUpdate, requestLatencyUpdate: any.
+///         Everything else: the host's main thread or the editor's
 class Plugin : public DSP::PluginLink {
 public:
     enum class EditPhase : uint32_t { begin = 0, value = 1, end = 2 };
@@ -49,25 +49,25 @@ public:
 
     virtual void initialise() {}
     virtual ~Plugin();
-    /// The chain has computed its latency anew.
+    /// Called after the chain has updated its latency.
     virtual void latencyChanged() {}
     void delayCompensationChanged() override {}
-    /// Somebody serves the message `latencyMoved`, where calls of the host are allowed.
+    /// Handles the message `latencyMoved`, in a context where calls to the host are allowed.
     virtual void applyLatency() {}
     virtual uint32_t extraLatency() const { return 0; }
-    /// Tells the host of a gesture on a parameter. The value counts in the phase `value` only.
+    /// Notifies the host of a gesture on a parameter. `value` is used in the phase EditPhase::value only.
     virtual void notifyParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
                                  const DSP::ParameterValue &value) = 0;
-    /// The same with the value behind the pointer of its kind, or the present one if that is null.
+    /// The same, with a pointer to the value for each kind. If that of the parameter's kind is null, uses the current
+    /// value.
     void notifyParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                          const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 
     void setEditorWindow(EditorWindow *window);
     void postMessage(uint32_t code) override;
-    /// Asks the window, if there is one, to show the parameters again; requests that it has not served yet
-    /// are one.
+    /// Requests the editor, if it is open, to update its controls. Merges requests until refreshServed.
     void requestRefresh();
-    /// To be called before the parameters are read.
+    /// The editor calls it before it reads the parameters.
     void refreshServed() { refreshPending.exchange(false, std::memory_order_acq_rel); }
     bool hasEditorWindow() const { return editorWindow.load(std::memory_order_relaxed) != nullptr; }
 
@@ -92,39 +92,38 @@ public:
 
     const ParameterTable &parameters() const { return table; }
 
-    /// A control begins, changes or ends a gesture; it has set the value itself.
+    /// Reports a phase of a gesture. The control has already set the value.
     void editParameter(const DSP::ParameterAddress &parameter, EditPhase phase,
                        const DSP::ParameterValue &value);
     void editParameter(DSP::ParamKind kind, EditPhase phase, DSP::Component *component, uint32_t index,
                        const float *floatValue, const bool *boolValue, const uint32_t *intValue);
 
-    // A program's state: every saved parameter of every component, in their fixed order, behind a header of
-    // 12 bytes.
+    // A program's state: a 12-byte header, then the saved parameters of all components in componentList order.
 
     using StateImage = std::vector<uint8_t>;
     StateImage captureState() const;
     StateImage captureDefaultState() const;
     bool isValidState(const StateImage &image) const;
-    /// Sets all saved parameters, with or without telling the host of those that change. False, and nothing
-    /// done, for an image that is not valid. Settings of DSP::Global stay. Any thread but the audio thread;
-    /// audio may run meanwhile.
+    /// Sets all saved parameters and, if `notify` is true, notifies the host of those that change. Settings of
+    /// DSP::Global are not part of the state. Returns false without changes if the image is invalid. Any thread
+    /// except the audio thread; audio may run meanwhile.
     bool restoreState(const StateImage &image, bool notify);
-    /// restoreState without telling the host, and has the editor reload its controls.
+    /// Like restoreState without notifying the host; then makes the editor reload its controls.
     bool loadState(const StateImage &image);
-    /// loadState of an image that isValidState has accepted or that was captured here.
+    /// Like loadState, without the check: the image must have passed isValidState or be a captured one.
     void loadValidState(const StateImage &image);
 
     static constexpr uint32_t kStateMagic = 111498, kStateVersion = 6, kStateHeader = 12; // bytes
 
-    /// Folder named by the registry, or the one of this library; ends in a separator.
+    /// Returns the install folder from the registry (default: the library's folder), with a trailing separator.
     String installPath() const;
 
     uint32_t getHostFormat() const { return hostFormat; }
     const TransformHandle &transformHandle() const { return *handle; }
 
-    /// A host announces that it exchanges the program, and that it has done so.
+    /// Hosts call it with true before they change the program and with false afterwards.
     void setPresetChanging(bool on) { chain->setPresetChanging(on); }
-    /// The chain's own: held for a whole block.
+    /// The chain's lock, held during each block.
     Util::NamedLock &getTransformLock() { return chain->getTransformLock(); }
 
     static constexpr uint32_t kVst = 1, kOtherFormat = 2; // values of hostFormat
@@ -134,8 +133,8 @@ protected:
 
     std::atomic<EditorWindow *> editorWindow = nullptr;
     Util::RegistryKey registry;
-    int64_t streamTime = 0;                   // 100 ns
-    std::atomic<bool> refreshPending = false; // who clears it reads all that was set before
+    int64_t streamTime = 0;                   // units of 100 ns
+    std::atomic<bool> refreshPending = false; // clear it before reading the parameters
     std::vector<DSP::Component *> components;
     uint32_t stateSize = kStateHeader; // bytes
     Util::NamedLock stateLock;
@@ -145,7 +144,7 @@ protected:
 
 private:
     void ensureInstallFolder() const;
-    /// Passes on what the chain left after a call.
+    /// Calls latencyChanged if the chain has updated its latency.
     void passOnLatency();
     template <class ReadValue>
     StateImage writeState(ReadValue readValue) const;

@@ -3,9 +3,9 @@
 #include "PluginBase/Util/ByteStream.h"
 #include "plugin/Plugin.h"
 
-// The image of a program's state. Little-endian, without padding: magic, version and length of the image,
-// then a block for each component: saved floats (4 bytes each), bools (1), ints (4) and extras (4) in list
-// order, the size of the component's own state and that state.
+// Format of a program's state: little-endian, no padding. It starts with magic, version and total length. One block
+// per component follows: saved floats (4 bytes each), bools (1), ints (4) and extras (4) in list order, then the
+// size of the component's own state and that state.
 
 namespace {
 
@@ -86,7 +86,7 @@ bool Plugin::isValidState(const StateImage &image) const
     if (stream.getUInt32() != kStateMagic || stream.getUInt32() != kStateVersion ||
         stream.getUInt32() != stateSize)
         return false;
-    // A non-finite value is never saved, and loading one would poison the filters for good.
+    // A non-finite value is never saved, and loading one would put NaN into the filters' state.
     bool finite = true;
     for (DSP::Component *component : components) {
         forEachSaved(*component, [&](const auto &saved) {

@@ -3,7 +3,7 @@
 
 #include "plugin/Version.h"
 
-/// Name, vendor and version of the product for hosts, the system and the user.
+/// Name, vendor and version, as shown to hosts, the system and the user.
 namespace Product {
 
 constexpr const char *kName = "Tessarine";

@@ -8,10 +8,9 @@
 namespace DSP {
 
 namespace {
-constexpr int64_t kUnitsPerSecond = 10000000;
-constexpr int64_t kLatest = kUnitsPerSecond * 1000000000; // 30 years; counts its samples at any rate
+constexpr int64_t kLatest = kUnitsPerSecond * 1000000000; // 30 years; its sample count fits at any rate
 
-/// A segment in samples.
+/// A segment with its times in samples.
 class Stretch {
 public:
     Stretch(const EnvelopeSegment &s, uint32_t rate)
@@ -26,7 +25,7 @@ public:
     {
         return sample - start < length ? segment.startValue : segment.endValue;
     }
-    /// start + x (a + (x - 1) b / 2): the sum of x increments that grow from `a` by `b`.
+    /// startValue + x (a + (x - 1) b / 2): an arithmetic series of x increments with first term a, difference b.
     float curved(int64_t sample) const
     {
         if (sample - start >= length || segment.curve == EnvelopeSegment::step) return held(sample);
@@ -49,7 +48,7 @@ private:
     int64_t start, length;
 };
 
-/// The segment that rules at `sample`: of those that last a sample or more, the one that started last.
+/// Returns the segment that applies at `sample`: the last to start of those at least one sample long.
 std::optional<Stretch> rulingAt(const Envelope &envelope, int64_t sample, uint32_t rate)
 {
     const auto startsAfter = [rate](int64_t at, const EnvelopeSegment &s) {
@@ -103,9 +102,7 @@ bool EnvelopeHandler::hasEnvelope(ParamKind kind, uint32_t index) const
 template <class V>
 std::optional<V> EnvelopeHandler::valueAt(uint32_t index, int64_t sample, uint32_t rate) const
 {
-    constexpr ParamKind kind = std::is_same_v<V, float>  ? ParamKind::real
-                               : std::is_same_v<V, bool> ? ParamKind::boolean
-                                                         : ParamKind::integer;
+    constexpr ParamKind kind = kKindOf<V>;
     if (filled == 0) return {};
     const Util::Hold hold(lock);
     const std::optional<Stretch> ruling = rulingAt(envelopes(*this, kind)[index], sample, rate);
@@ -121,7 +118,7 @@ template std::optional<uint32_t> EnvelopeHandler::valueAt(uint32_t, int64_t, uin
 int64_t EnvelopeHandler::sampleAt(int64_t time, uint32_t rate)
 {
     const int64_t shifted =
-        std::clamp(time, -kLatest, kLatest) + kLatest; // so that the remainder is positive
+        std::clamp(time, -kLatest, kLatest) + kLatest; // not negative, so the remainder is not either
     const int64_t seconds = shifted / kUnitsPerSecond - kLatest / kUnitsPerSecond;
     return seconds * rate + (shifted % kUnitsPerSecond * rate + kUnitsPerSecond / 2) / kUnitsPerSecond;
 }

@@ -10,10 +10,11 @@
 
 namespace DSP {
 
-/// A stretch of automation of one parameter, from startValue at startTime to endValue at endTime. Times in
-/// units of 100 ns.
+constexpr int64_t kUnitsPerSecond = 10000000; // a time unit is 100 ns
+
+/// Automation of one parameter from startValue at startTime to endValue at endTime. Times in units of 100 ns.
 struct EnvelopeSegment {
-    /// Shape between the values; any other number is linear. A step stays at startValue until the end.
+    /// Curve between the values; any other number means linear. A step holds startValue until endTime.
     enum Curve : uint32_t { step = 1, accelerating = 4, decelerating = 8 };
 
     int64_t startTime, endTime;
@@ -22,31 +23,32 @@ struct EnvelopeSegment {
     uint32_t curve;
 };
 
-/// Automation of one parameter, ordered by time. Of segments that overlap, the one that started last rules;
-/// what has ended holds its endValue until the next starts. A segment shorter than a sample is left out.
+/// Automation of one parameter, ordered by start time. Where segments overlap, the one that started last applies.
+/// After a segment ends, its endValue holds until the next starts. Segments shorter than a sample are ignored.
 using Envelope = std::vector<EnvelopeSegment>;
 
-/// The envelopes of a component's parameters, for a host that hands over automation ahead of time: it fills
-/// them with setEnvelope and has the component follow them with setEnabled. A host that sets values directly,
-/// as VST 2 does, leaves all empty.
-/// Thread  any; the audio thread waits for an exchange of two lists at most
+/// The automation envelopes of a component's parameters, for hosts that supply automation in advance: setEnvelope
+/// fills them, setEnabled makes the component follow them. They stay empty in VST 2 hosts, which set values
+/// directly.
+/// Thread  any; the audio thread waits at most while two lists are swapped
 class EnvelopeHandler {
 public:
     EnvelopeHandler(const String &componentName, uint32_t floats, uint32_t bools, uint32_t ints);
 
-    /// Replaces the automation of a parameter; an empty list ends it. Segments may come in any order. Those
-    /// that do not end after their start, or hold non-finite values, are left out.
+    /// Replaces the automation of a parameter; an empty list removes it. Segments may be in any order. Segments
+    /// that do not end after their start or contain non-finite values are dropped.
     void setEnvelope(ParamKind kind, uint32_t index, Envelope segments);
     void setEnabled(bool on) { enabled = on; }
     bool isEnabled() const { return enabled; }
     bool hasEnvelope(ParamKind kind, uint32_t index) const;
 
-    /// The value at a sample, counted from the start of the stream; nothing before the first segment. V is
-    /// float, or bool or uint32_t for which every segment is a step and 0.5 is true. No allocation.
+    /// Returns the value at a sample, counted from the start of the stream; nullopt before the first segment. V is
+    /// float, bool or uint32_t. For bool and uint32_t every segment is a step, and 0.5 and above is true. No
+    /// allocation.
     template <class V>
     std::optional<V> valueAt(uint32_t index, int64_t sample, uint32_t rate) const;
 
-    /// The sample nearest to a time in units of 100 ns, as hosts round the time of a block.
+    /// Returns the sample nearest to `time`, in units of 100 ns; hosts round the time of a block the same way.
     static int64_t sampleAt(int64_t time, uint32_t rate);
 
 private:
@@ -55,7 +57,7 @@ private:
 
     mutable Util::NamedLock lock;
     std::vector<Envelope> floatEnvelopes, boolEnvelopes, intEnvelopes;
-    Util::Shared<uint32_t> filled = 0; // envelopes that are not empty: most plug-ins have none to look for
+    Util::Shared<uint32_t> filled = 0; // non-empty envelopes; if 0, readers skip the lock
     Util::Shared<bool> enabled = false;
 };
 

@@ -7,7 +7,7 @@
 namespace DSP {
 
 namespace {
-// Samples between the transforms of two bands: a host's short block then carries one of them, not four.
+// Samples between the FFTs of two bands, so that a short block computes one FFT instead of four.
 constexpr uint32_t kSpectrumStagger = 64;
 
 String spectrumName(int band) { return String("Band %1 Spectrum").arg(band + 1); }
@@ -36,7 +36,7 @@ Transform::Transform(PluginLink &pluginLink) : TransformBase(pluginLink), stages
 void Transform::transform(const Now &now, const Block &in, const Block &out)
 {
     const Bands bands = split(now, in);
-    const bool spectraOnInput = stages.spectrum[0].getOnInput(); // the first band's switch rules all
+    const bool spectraOnInput = stages.spectrum[0].getOnInput(); // one switch for all bands
     if (spectraOnInput) feedSpectra(in.frames, bands);
     compress(now, in, bands);
     if (!spectraOnInput) feedSpectra(in.frames, bands);
@@ -87,7 +87,7 @@ void Transform::sum(const Bands &bands, const Block &out)
         const auto sum = Kernels::active().block.sum;
         sum(unmuted.left, count, out.left, out.frames);
         if (out.right) sum(unmuted.right, count, out.right, out.frames);
-    } else { // the stages downstream see no true zeros
+    } else { // silence with the denormal guard
         clearSamples(out.left, out.frames);
         if (out.right) clearSamples(out.right, out.frames);
         addDenormalGuard(out.frames, out.left, out.right, &sumGuardPhase, true);

@@ -12,7 +12,7 @@
 
 namespace DSP {
 
-/// The chain of this effect: crossover, spectrum and dynamics per band, sum, maximizer, gain, level meter.
+/// The signal chain: crossover, spectrum and dynamics per band, sum, maximizer, gain, level meter.
 class Transform final : public TransformBase {
 public:
     explicit Transform(PluginLink &plugin);
@@ -29,13 +29,13 @@ protected:
     void transform(const Now &now, const Block &in, const Block &out) override;
 
 private:
-    /// The bands of a block, in buffers of the chain.
+    /// Splits a block into bands, in buffers that the chain owns.
     Bands split(const Now &now, const Block &in);
     void compress(const Now &now, const Block &in, const Bands &bands);
     void feedSpectra(uint32_t frames, const Bands &bands);
     void sum(const Bands &bands, const Block &out);
 
-    /// In the order of construction, which everything that walks the components relies on.
+    /// The order of construction is the order of the components, which is part of the saved format.
     struct Stages {
         Meter::Level level;
         Gain gain;

@@ -9,9 +9,9 @@
 namespace DSP {
 
 namespace {
-constexpr uint32_t kRefreshIntervalMs = 67; // least time between two refreshes of the editor
+constexpr uint32_t kRefreshIntervalMs = 67; // shortest time between two refreshes of the editor
 
-// A single bad sample would stay in recursive filters for ever.
+// A single NaN would stay in the recursive filters.
 uint32_t silenceGarbage(const Block &block)
 {
     const auto silence = Kernels::active().block.silenceGarbage;
@@ -47,7 +47,7 @@ uint32_t TransformBase::process(const Block &in, const Block &out, int64_t time)
     }
 
     updateComponents(activeUpdatePending, latencyUpdatePending);
-    const struct InProcess { // also if memory for a block is short
+    const struct InProcess { // clears the flag even if an allocation throws
         std::atomic<bool> &flag;
         explicit InProcess(std::atomic<bool> &f) : flag(f) { flag = true; }
         ~InProcess() { flag = false; }
@@ -141,7 +141,7 @@ bool TransformBase::requestUpdate(bool activeToo)
     if (presetChanging) return false;
     if (activeToo) activeUpdatePending = true;
     latencyUpdatePending = true;
-    if (inProcess) return false; // the audio thread carries it out at its next block
+    if (inProcess) return false; // the audio thread updates at its next block
     updateComponents(activeUpdatePending, latencyUpdatePending);
     return true;
 }

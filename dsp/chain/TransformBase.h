@@ -8,34 +8,34 @@
 
 namespace DSP {
 
-/// The generic part of the chain: settings, lock of a block, global bypass, mono folding, active components
-/// and latency. The concrete chain gives `transform`. The chain calls nobody above it: whoever called it asks
-/// afterwards for what there is to pass on.
-/// Thread  process, takeRefresh: audio. Everything else: the host's main thread, or the editor's; what clears
-///         or prepares the chain waits for the block that runs
+/// Base class of the chain: settings, the block lock, global bypass, mono mode, active components and latency.
+/// Derived classes implement `transform`. The chain does not call higher layers; callers poll takeLatencyUpdate
+/// and takeRefresh.
+/// Thread  process, takeRefresh: audio. Everything else: the host's main thread or the editor's. resume, suspend
+///         and reset wait until the current block ends
 class TransformBase {
 public:
     virtual ~TransformBase() = default;
 
-    /// One block from `in` to `out`, whose samples may not overlap; those of `in` are destroyed. Both are mono
-    /// or both are stereo. `time` is that of the first sample, in 100 ns. Returns the frames written.
+    /// Processes one block from `in` to `out`. The buffers must not overlap, and `in` is overwritten. Both are mono
+    /// or both stereo. `time` is that of the first sample, in units of 100 ns. Returns the number of frames written.
     uint32_t process(const Block &in, const Block &out, int64_t time);
 
-    /// Prepares for playing at `rate` Hz: clears all audio state.
+    /// Prepares for playback at `rate` Hz and clears the audio state.
     void resume(uint32_t rate);
     void suspend();
     void reset();
-    /// Carries out pending updates of the active components and of the latency.
+    /// Updates which components are active, and the latency.
     void updateComponents(bool updateActive, bool updateLatency);
-    /// Asks for an update of both, or of the latency alone. False if it is not carried out at once: during a
-    /// block it waits for the next one, and while a program is exchanged it is ignored.
+    /// Requests an update of the active components and the latency, or of the latency only. Returns true if it was
+    /// done at once. During a block it is deferred to the next; while the host changes the program it is ignored.
     bool requestActiveUpdate() { return requestUpdate(true); }
     bool requestLatencyUpdate() { return requestUpdate(false); }
     void setPresetChanging(bool on) { presetChanging = on; }
 
-    /// True once after the latency was computed.
+    /// Returns true once after each update of the latency.
     bool takeLatencyUpdate() { return latencyUpdated.exchange(false); }
-    /// True if automation moved a parameter, but at most every 67 ms.
+    /// Returns true if automation changed a parameter, at most every 67 ms.
     bool takeRefresh();
 
     Global *global() { return &settings; }
@@ -54,7 +54,7 @@ public:
     /// Held for a whole block.
     Util::NamedLock &getTransformLock() { return transformLock; }
 
-    /// Magnitude above which an input sample is taken for garbage: 200 dB over full scale.
+    /// Input samples above this magnitude, 200 dB over full scale, are zeroed.
     static constexpr float kLoudestSample = 1e10f;
 
 protected:
@@ -68,7 +68,7 @@ protected:
         if (stage.run(now, block)) uiRefreshPending = true;
     }
 
-    std::span<Component *const> components; // in their fixed order; the concrete chain sets it when all exist
+    std::span<Component *const> components; // in PluginLink's order; set by the derived constructor
 
 private:
     bool isBypassAutomated() const;
@@ -76,7 +76,7 @@ private:
     void followMonoSetting(bool stereo);
     /// Adds the denormal guard, then transforms.
     void transformNoise(const Now &now, const Block &in, const Block &out);
-    /// transformNoise or bypassCopy, step by step as the automation of the bypass says.
+    /// Follows the automation of the bypass in steps: calls transformNoise or bypassCopy for each.
     void transformAutomated(const Now &now, const Block &in, const Block &out);
     static void bypassCopy(const Block &in, const Block &out);
     bool requestUpdate(bool activeToo);
@@ -84,17 +84,17 @@ private:
     Util::NamedLock transformLock{"Plugin::Transforming"};
     Global settings;
     GlobalDerived derivedSettings;
-    Util::Shared<uint32_t> inputChannels = 1, outputChannels = 1; // for the editor; audio reads its pointers
+    Util::Shared<uint32_t> inputChannels = 1, outputChannels = 1; // shown by the editor; process ignores them
     Util::Shared<uint32_t> sampleRate = 44100;                    // Hz
-    Util::Shared<bool> presetChanging = false;                    // set by hosts that announce it
+    Util::Shared<bool> presetChanging = false;                    // only some hosts announce a program change
     bool monoActive = false;
     Util::Shared<uint32_t> latency = 0; // samples
-    // Who raises a flag has changed something before; who clears it looks at everything after.
+    // Writers change the data before they set a flag; readers clear the flag before they read the data.
     std::atomic<bool> activeUpdatePending = true, latencyUpdatePending = true;
     std::atomic<bool> latencyUpdated = false;
-    std::atomic<bool> inProcess = false; // a block runs, and carries out updates at its next
+    std::atomic<bool> inProcess = false; // the audio thread is processing; defer updates to its next block
     uint8_t inputGuardPhase = 0;
-    bool uiRefreshPending = false; // automation moved a parameter
+    bool uiRefreshPending = false; // automation changed a parameter
     uint32_t lastRefreshTick = 0;  // ms
     Util::Shared<uint64_t> refused = 0;
 };

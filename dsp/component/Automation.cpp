@@ -5,7 +5,7 @@
 namespace DSP {
 
 namespace {
-/// True if a value moved.
+/// Returns true if a value changed.
 template <class V>
 bool setValues(Component &component, int64_t sample, uint32_t rate)
 {

@@ -1,10 +1,10 @@
 #pragma once
 namespace DSP {
 
-/// Bands that the effect splits the sound into.
+/// Number of frequency bands.
 constexpr int kBands = 4;
 
-/// The samples of each band; null for a band that is left out and, on the right, for mono.
+/// The samples of each band. Both pointers are null for an omitted band; `right` is null for mono.
 struct Bands {
     float *left[kBands], *right[kBands];
 };

@@ -3,17 +3,18 @@
 #include <cstdint>
 #include <optional>
 
+#include "dsp/automation/EnvelopeHandler.h"
 #include "dsp/component/Bands.h"
 
 namespace DSP {
 
-/// One block of samples on its way through the chain. Stages change it in place.
+/// One block of samples. Stages process it in place.
 struct Block {
     uint32_t frames;
     float *left, *right;             // right is null for mono
-    std::optional<Bands> bands = {}; // for the stages that work on all bands at once
+    std::optional<Bands> bands = {}; // for stages that process all bands together
 
-    /// `count` frames of it from `first` on.
+    /// Returns `count` frames of the block, starting at `first`.
     Block part(uint32_t first, uint32_t count) const
     {
         const auto at = [first](float *samples) { return samples ? samples + first : nullptr; };
@@ -27,15 +28,15 @@ struct Block {
     }
 };
 
-/// When a block plays, and how finely automation cuts it.
+/// Time of a block, and the resolution of its automation.
 struct Now {
     uint32_t rate; // Hz
-    int64_t time;  // of the first sample, 100 ns
-    uint32_t step; // samples between two values of an envelope
+    int64_t time;  // first sample, in units of 100 ns
+    uint32_t step; // samples between two automation values
 
     Now after(uint32_t frames) const
     {
-        return {rate, time + int64_t{frames} * 10000000 / std::max(rate, 1u), step};
+        return {rate, time + int64_t{frames} * kUnitsPerSecond / std::max(rate, 1u), step};
     }
 };
 

@@ -29,7 +29,7 @@ bool Component::run(const Now &now, const Block &block)
         process(block);
         return false;
     }
-    const Util::Hold setting(settingLock); // for the setters of the steps, which take it before `lock`
+    const Util::Hold setting(settingLock); // automation calls setters, which take it; it must precede `lock`
     const Util::Hold hold(lock);
     return runBlock(now, block);
 }
@@ -58,12 +58,9 @@ void Component::setFraming(uint32_t size, uint32_t /*inputs*/, uint32_t /*output
 void Component::setHighlightColour(uint32_t colour)
 {
     const Util::Hold hold(lock);
-    const auto chosen = [&](ParamKind kind, uint32_t i) {
-        return envelopes->hasEnvelope(kind, i) ? colour : kNoHighlight;
-    };
-    for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamHighlight(i, chosen(ParamKind::real, i));
-    for (uint32_t i = 0; i < numBoolParams(); ++i) setBoolParamHighlight(i, chosen(ParamKind::boolean, i));
-    for (uint32_t i = 0; i < numIntParams(); ++i) setIntParamHighlight(i, chosen(ParamKind::integer, i));
+    for (const ParamKind kind : kParamKinds)
+        for (uint32_t i = 0; i < numParams(kind); ++i)
+            setHighlight(param(kind, i), envelopes->hasEnvelope(kind, i) ? colour : kNoHighlight);
 }
 
 void Component::requestActiveUpdate() { plugin.requestActiveUpdate(); }

@@ -16,11 +16,10 @@ namespace DSP {
 
 class PluginLink;
 
-/// Base of every element of the chain: a name, locks, a block entry, and its parameters.
-/// Thread  run(): audio, under `lock`
-/// State   `settingLock` is held by who sets a value and derives others from it, and is taken before `lock`.
-///         The audio thread takes it where a block has to resume the chain first (setSampleRate), and where
-///         envelopes set values
+/// Base class of every stage and meter: name, locks, block processing and parameters.
+/// Thread  run(): audio; takes `lock`
+/// Locks   a setter that derives other values holds `settingLock`, taken before `lock`. The audio thread takes
+///         `settingLock` only where a block must resume the chain first (setSampleRate) or automation sets values
 class Component : public ParameterOwner {
 public:
     Component(const Component &) = delete;
@@ -28,44 +27,44 @@ public:
 
     virtual void setSampleRate(uint32_t /*hz*/) {}
     virtual void suspend() {}
-    /// Whether the component takes part in the chain; asked by updateComponents.
+    /// True if the chain uses the component. Read by updateComponents.
     virtual bool isActive() const = 0;
-    /// Whether an envelope automates what process reads beside the parameters.
+    /// True if an envelope automates inputs of process other than the parameters.
     virtual bool hasAutomation() const { return false; }
-    /// Whether process follows the envelopes itself: it then gets every block whole.
+    /// True if process follows the envelopes itself; it then gets whole blocks.
     virtual bool ownsTiming() const { return false; }
-    /// Bytes of component state beside the parameters in a saved program; written unless stateKind says
-    /// kNoOwnState.
+    /// Size in bytes of the state that a saved program contains besides the parameters. The state is saved unless
+    /// stateKind returns kNoOwnState.
     virtual uint32_t stateSize() const { return 0; }
     virtual uint32_t stateKind() const { return kNoOwnState; }
     virtual void writeState(Util::DataStream & /*stream*/, uint32_t /*offset*/) const {}
     virtual void readState(Util::DataStream & /*stream*/, uint32_t /*offset*/) {}
     static constexpr uint32_t kNoOwnState = 5;
 
-    /// The concrete block code, in place.
+    /// Processes a block in place.
     virtual void process(const Block & /*block*/) {}
-    /// The block entry of the chain. A component that is switched off leaves the signal untouched. True if
-    /// automation moved a parameter.
+    /// Called by the chain for every block. A component that is switched off does not change the signal. Returns
+    /// true if automation changed a parameter.
     bool run(const Now &now, const Block &block);
-    /// The body of run: follows the envelopes where they are enabled, else processes the block whole.
+    /// Like run, but takes no locks and does not check isSwitchedOn. Follows the envelopes if they are enabled.
     bool runBlock(const Now &now, const Block &block);
     virtual ~Component();
-    /// Clears audio state; parameters stay.
+    /// Clears the audio state; parameters keep their values.
     virtual void reset() = 0;
     virtual void beginStateLoad() {}
     virtual void endStateLoad() {}
-    /// Samples by which the component delays, without framing.
+    /// Delay in samples, without framing.
     virtual uint32_t latency() const { return 0; }
 
     void resetComponent() { reset(); }
-    /// Samples of delay of framing and component together.
+    /// Delay in samples, including framing.
     uint32_t totalLatency();
-    /// Declares that the component works on whole frames of `size` samples, which delays by size - 1; 0 takes
-    /// each block as it comes.
+    /// Sets the frame length of a component that processes whole frames; this delays by size - 1 samples. 0: no
+    /// framing.
     void setFraming(uint32_t size, uint32_t inputs, uint32_t outputs);
-    /// Colours the parameters that an envelope automates; all others get none.
+    /// Sets the highlight colour of the parameters that have an envelope, and clears that of all others.
     void setHighlightColour(uint32_t colour);
-    void setNotificationsEnabled(bool /*on*/) {} // nothing is notified
+    void setNotificationsEnabled(bool /*on*/) {} // components send no notifications
     bool isSwitchedOn() const { return active; }
     void setSwitchedOn(bool on) { active = on; }
     void setMeterEnabled(bool on) { meterEnabled = on; }
@@ -77,20 +76,20 @@ public:
 protected:
     Component(PluginLink &plugin, const String &name);
 
-    /// Last call of a concrete constructor, when the parameter lists are complete.
+    /// Derived constructors call it once their parameter lists are complete.
     void finishConstruction();
     void requestActiveUpdate();
     void requestLatencyUpdate();
 
     std::unique_ptr<EnvelopeHandler> envelopes;
-    Util::NamedLock lock;        // held for a block, and to change what a block works on
-    Util::NamedLock settingLock; // keeps setters apart; see above
+    Util::NamedLock lock;        // held during a block, and to change data that process uses
+    Util::NamedLock settingLock; // serialises setters; see above
     PluginLink &plugin;
     const String name;
 
 private:
     uint32_t frameSize = 0; // samples; see setFraming
-    bool active = false;    // isActive when updateComponents last asked
+    bool active = false;    // result of isActive at the last updateComponents
     Util::Shared<bool> meterEnabled = true;
 };
 

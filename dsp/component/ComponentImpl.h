@@ -5,8 +5,8 @@
 
 namespace DSP {
 
-/// The parameter operations of a concrete class T over its lists of records. T's constructor fills the lists,
-/// sets `owner` and calls finishConstruction; afterwards the lists keep their size.
+/// Implements the parameter operations for a component class T. T's constructor fills the parameter lists, sets
+/// `owner` and calls finishConstruction; after that the lists keep their size.
 template <class T>
 class ComponentImpl : public Component {
 public:
@@ -41,7 +41,7 @@ public:
 protected:
     using Component::Component;
 
-    // Each appends a record with ParamRecord's defaults and returns it so that the caller can set the rest.
+    // These append a record with ParamRecord's defaults and return it so that the caller can set other fields.
     // The next append invalidates the reference.
     FloatParam &addFloat(ParamGroup group, const String &title, const char *unit, FloatRange range,
                          float initial, const Getters<T, float> &get, const Setters<T, float> &set)
@@ -53,7 +53,7 @@ protected:
     {
         return append(boolParams, {{title, "", {false, true}, initial, group}, get, set});
     }
-    /// One of several names; its value is the position of the name.
+    /// A choice from a list of names; its value is an index into `names`.
     IntParam &addChoice(ParamGroup group, const String &title, uint32_t initial,
                         const std::vector<String> &names, const Getters<T, uint32_t> &get,
                         const Setters<T, uint32_t> &set)
@@ -64,11 +64,11 @@ protected:
         return added;
     }
 
-    T *owner = nullptr; // the object whose member functions the records name
+    T *owner = nullptr; // the object on which getters and setters are called
     std::vector<FloatParam> floatParams;
     std::vector<BoolParam> boolParams;
     std::vector<IntParam> intParams;
-    std::vector<IntParam> extraParams; // of the same shape as the ints; no component fills it
+    std::vector<IntParam> extraParams; // part of the saved format; empty in every component
 
 private:
     template <class P>

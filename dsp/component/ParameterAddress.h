@@ -3,7 +3,7 @@
 
 namespace DSP {
 
-/// Names one parameter of a plug-in.
+/// Identifies one parameter of a plug-in.
 struct ParameterAddress {
     Component *component; // not owned
     ParamKind kind;
@@ -11,7 +11,7 @@ struct ParameterAddress {
 
     ParamRecord &record() const { return component->param(kind, index); }
     ParameterValue value() const { return component->paramValue(kind, index); }
-    /// True if the value moved.
+    /// Returns true if the value changed.
     bool set(const ParameterValue &value) const { return component->setParamValue(kind, index, value); }
 };
 

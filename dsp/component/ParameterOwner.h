@@ -3,19 +3,19 @@
 
 namespace DSP {
 
-/// Lists of parameters that are walked by kind and index, whatever class holds the values.
-/// Thread  values: any; setters say themselves whether they lock
-/// Errors  indices are the caller's duty: they run below numParams
+/// Access to a component's parameters by kind and index.
+/// Thread  any; each component documents the locks that its setters take
+/// Errors  indices are not checked; they must be below numParams
 class ParameterOwner {
 public:
     virtual uint32_t numParams(ParamKind kind) const = 0;
     virtual const ParamRecord &param(ParamKind kind, uint32_t i) const = 0;
     virtual ParamRecord &param(ParamKind kind, uint32_t i) = 0;
     virtual ParameterValue paramValue(ParamKind kind, uint32_t i) const = 0;
-    /// Calls the parameter's setter, which compares: true if the value changed. `value` is of its kind.
+    /// Calls the parameter's setter and returns true if the value changed. `value` must match `kind`.
     virtual bool setParamValue(ParamKind kind, uint32_t i, ParameterValue value) = 0;
 
-// The operations of one kind under names of its own; V is the type of its values.
+// Named operations for one kind, such as floatParamValue; V is its value type.
 #define TESSARINE_PARAM_FAMILY(Kind, kindName, list, V)                                                      \
     uint32_t num##Kind##Params() const { return numParams(list); }                                           \
     V kindName##ParamValue(uint32_t i) const { return std::get<V>(paramValue(list, i)); }                    \
@@ -53,15 +53,16 @@ protected:
     ParameterOwner() = default;
     ~ParameterOwner() = default;
 
+    static void setHighlight(ParamRecord &record, uint32_t colour)
+    {
+        if (colour <= kNoHighlight) record.highlight = colour;
+    }
+
 private:
     template <class V>
     static Range<V> rangeOf(const ParamRecord &record)
     {
         return {std::get<V>(record.range.minimum), std::get<V>(record.range.maximum)};
-    }
-    static void setHighlight(ParamRecord &record, uint32_t colour)
-    {
-        if (colour <= kNoHighlight) record.highlight = colour;
     }
 };
 

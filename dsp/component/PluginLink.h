@@ -6,11 +6,11 @@ namespace DSP {
 
 class Component;
 
-/// What the components ask of the plug-in that owns them. The plug-in implements it; nothing below it depends on
-/// more of it than this.
+/// Interface through which components call the plug-in that owns them. The plug-in implements it, so that this
+/// layer does not depend on it.
 class PluginLink {
 public:
-    /// Codes of the messages that travel to the editor's window; any thread may post, without blocking.
+    /// Codes of messages to the editor's window. Any thread may post them; posting does not block.
     enum Message : uint32_t {
         refreshControls = 0,
         stateLoaded = 1,
@@ -23,17 +23,17 @@ public:
         backgroundGridChanged = 12,
     };
 
-    /// Appends to the fixed order in which everything walks the components. Construction only.
+    /// Appends to componentList, whose order is part of the saved format. During construction only.
     virtual void registerComponent(Component *component) = 0;
     virtual std::span<Component *const> componentList() const = 0;
 
-    /// Nothing happens while a program is exchanged.
+    // Both requests are ignored while the host changes the program.
     virtual void requestActiveUpdate() = 0;
     virtual void requestLatencyUpdate() = 0;
     virtual void postMessage(uint32_t code) = 0;
-    /// Clears all audio state of the chain, if the chain exists already.
+    /// Clears the chain's audio state. Does nothing until the chain is constructed.
     virtual void resetChain() = 0;
-    /// Copies "Global: Meter Enable" to every component.
+    /// Applies "Global: Meter Enable" to all components.
     virtual void propagateMeterEnable() = 0;
     virtual void delayCompensationChanged() = 0;
 

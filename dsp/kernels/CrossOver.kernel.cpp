@@ -7,7 +7,7 @@ namespace {
 
 enum class Numerators { highAndLow, low, high };
 
-/// The state of a filter pair for the length of a block, in registers.
+/// Coefficients and state of a filter pair, held in registers during a block.
 template <Numerators numerators>
 struct Cascade {
     D4 a1, a2, twice, z1[2], z2[2];
@@ -31,7 +31,7 @@ struct Cascade {
             storeAligned(state.z2[s], z2[s]);
         }
     }
-    /// Twice (1 +- z^-1)^2 / (1 + a1 z^-1 + a2 z^-2); Smith, "Introduction to Digital Filters", ch. 9.
+    /// Two sections of (1 +- z^-1)^2 / (1 + a1 z^-1 + a2 z^-2); Smith, "Introduction to Digital Filters", ch. 9.
     [[gnu::always_inline]] inline D4 tick(D4 x)
     {
         for (int s = 0; s < 2; ++s) {
@@ -68,7 +68,7 @@ struct Bank {
         inner.save(state.inner);
         second.save(state.second);
     }
-    /// One frame, `x` being left, right, left, right.
+    /// Filters one frame; the lanes of `x` are left, right, left, right.
     [[gnu::always_inline]] inline void tick(D4 x, F4 &outerBands, F4 &innerBands)
     {
         outerBands = toFloat(outer.tick(x)) * outerGain;
@@ -82,7 +82,7 @@ static void split(const FilterBankCoeffs &coeffs, FilterBankState &state, const 
                   const float *right, const FilterBankOutput &out, uint32_t frames)
 {
     Bank bank = Bank::load(coeffs, state);
-    // in registers: a store to a band could otherwise change where the next goes
+    // A local copy, so that the compiler need not reload the pointers after each store.
     const FilterBankOutput bands = out;
     size_t i = 0;
     for (; i + 4 <= frames; i += 4) {

@@ -7,9 +7,9 @@ namespace DSP::Kernels::SET {
 namespace {
 
 constexpr uint32_t kMost = DynamicsKernels::kMostFrames;
-constexpr float kQuietest = 1e-5f; // floor of the level that the gain curve sees
+constexpr float kQuietest = 1e-5f; // lower limit of the gain curve's input
 
-/// One chunk of four bands, a frame after the other: bands are lanes.
+/// Frames of four bands, one band per lane.
 struct Chunk {
     alignas(32) float lanes[kMost][4];
 };
@@ -17,7 +17,7 @@ struct Chunk {
 LANES_OP float magnitude(float x) { return x < 0.0f ? -x : x; }
 LANES_OP float larger(float a, float b) { return a > b ? a : b; }
 
-/// Detector input: the larger channel of every band and frame; peaks of both channels on the way.
+/// Computes the detector input, which is the larger channel of each band and frame, and the peaks of both channels.
 LANES_OP void measure(const float *const left[4], const float *const right[4], Chunk &levels,
                       DynamicsPeaks &peaks, uint32_t frames)
 {
@@ -54,9 +54,9 @@ LANES_OP void measure(const float *const left[4], const float *const right[4], C
     }
 }
 
-using Rows = float (*)[4]; // a piece of a chunk, a frame a row
+using Rows = float (*)[4]; // part of a chunk, one frame per row
 
-/// Peak detector, in place: up at once, down by the decay. Tells whether any band reaches its threshold.
+/// Peak detector, in place: instant attack, exponential decay. Returns true if any band reaches its threshold.
 LANES_OP bool detect(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows levels, uint32_t frames)
 {
     const F4 decay = F4::splat(coeffs.envelopeDecay), floor = F4::splat(kQuietest);
@@ -74,7 +74,7 @@ LANES_OP bool detect(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows le
     return any(loudest >= threshold);
 }
 
-/// Hard-kneed curve, in place: levels become target gains.
+/// Hard-knee curve, in place: turns levels into target gains.
 LANES_OP void curve(const DynamicsCoeffs &coeffs, Rows levels, uint32_t frames)
 {
     const F4 t = F4::loadAligned(coeffs.threshold), e = F4::loadAligned(coeffs.exponent);
@@ -87,7 +87,7 @@ LANES_OP void curve(const DynamicsCoeffs &coeffs, Rows levels, uint32_t frames)
     }
 }
 
-/// Attack towards the target, release towards 1, then a one-pole smoothing; `targets` become gains.
+/// Attack towards the target, release towards 1, then a one-pole smoother. Turns `targets` into gains, in place.
 template <bool anyTarget>
 LANES_OP void follow(const DynamicsCoeffs &coeffs, DynamicsState &state, Rows targets, F4 &smallest,
                      uint32_t frames)
@@ -128,8 +128,8 @@ static void computeGains(const DynamicsCoeffs &coeffs, DynamicsState &state, con
                          const float *const right[4], float *const gains[4], DynamicsPeaks &peaks,
                          uint32_t frames)
 {
-    // So short that the processor reaches the detector of the next piece while it waits for the follower of
-    // this one.
+    // Short enough that out-of-order execution overlaps the follower, which is a chain of dependent operations, with
+    // the detector of the next piece.
     constexpr uint32_t kPiece = 16;
     Chunk chunk;
     measure(left, right, chunk, peaks, frames);
@@ -158,7 +158,7 @@ LANES_OP void delayAndScale(float *const samples[2], float *const lines[2], cons
     for (; i + 8 <= frames; i += 8) {
         const F8 factor = unity ? F8::splat(1.0f) : F8::load(gains + i) * F8::splat(makeUp);
         for (uint32_t c = 0; c < channels; ++c) {
-            store(line[c] + i, F8::load(s[c] + i)); // before the load, which may reach into it
+            store(line[c] + i, F8::load(s[c] + i)); // before the load, which may overlap it at short delays
             const F8 delayed = F8::load(line[c] - delay + i);
             store(s[c] + i, (unity ? delayed : delayed * factor) + F8::load(guard[c] + i));
         }

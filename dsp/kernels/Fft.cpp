@@ -10,7 +10,7 @@ namespace {
 
 constexpr int kLanes = 8;
 
-/// e^(-2 pi i turn) in one lane of a block of eight re and eight im.
+/// Writes e^(-2 pi i turn) to one lane of a block of 8 re and 8 im.
 void putTwiddle(float *block, int lane, double turn)
 {
     block[lane] = static_cast<float>(Math::cos(2 * Math::kPi * turn));
@@ -40,7 +40,8 @@ void FftPlan::makeFirstTwiddles()
     tables.firstTwiddles = firstTwiddles.data();
 }
 
-/// Radix 8 as long as what remains is not 2 or 4 times 4: no pass of radix 2 is ever needed from 8 points on.
+/// Uses radix 4 if 4 or 16 points remain, otherwise radix 8. Every power of two from 8 points on can thus be
+/// factored without a radix-2 pass.
 void FftPlan::makePasses()
 {
     size_t offsets[std::size(Kernels::FftTables{}.passes)], floats = 0;

@@ -4,12 +4,12 @@
 #include "dsp/kernels/Lanes.h"
 #include "dsp/kernels/SpectrumKernels.h"
 
-/// Passes of the complex Fourier transform, inlined in the kernels of a set; V is the register of the set.
-/// Lanes do not mix but in the transposition of the first pass, so four or eight of them give the same bits.
-/// Shape   between passes the points stand in blocks of eight: 8 re, 8 im
-/// Method  Stockham's sorting transform by decimation in frequency: for every group p and place q a pass of
-///         radix r takes x[q + stride (p + groups j)], j below r, to DFT_r(x)[k] w^(p k) at
-///         y[q + stride (r p + k)]. Van Loan, "Computational Frameworks for the FFT", ch. 1
+/// Passes of the complex FFT, inlined in the kernels; V is the variant's float register. Only the transposition
+/// in the first pass exchanges lanes, so four and eight lanes give the same bits.
+/// Shape   between passes, points are stored in blocks of 8 re and 8 im
+/// Method  Stockham auto-sort FFT, decimation in frequency. For group p, offset q and j < r, a pass of radix r
+///         transforms x[q + stride (p + groups j)] to y[q + stride (r p + k)] = DFT_r(x)[k] w^(p k).
+///         Van Loan, "Computational Frameworks for the FFT", ch. 1
 namespace DSP::Kernels::SET {
 
 template <class V>
@@ -39,8 +39,8 @@ LANES_OP Complex<V> minusTurned(Complex<V> a, Complex<V> b)
     return {a.re + b.im, a.im - b.re};
 }
 
-/// Two addresses of the same blocks of eight re and eight im. The compiler takes them for different ones and
-/// so leaves both uses of a number in memory operands, where it would spend a load and a register on it.
+/// Two pointers to the same blocks of 8 re and 8 im. Because the compiler cannot see that they are equal, it
+/// uses memory operands for both uses of a twiddle factor instead of a register.
 struct Twiddles {
     const float *one, *other;
     LANES_OP Twiddles from(const float *blocks)
@@ -63,7 +63,8 @@ LANES_OP Complex<V> at(const float *block)
     return {V::loadAligned(block), V::loadAligned(block + 8)};
 }
 
-/// Outputs 0, 2, 4, 6 of a DFT of eight from the sums z[j] + z[j + 4], and 1, 3, 5, 7 from the differences.
+/// Outputs 0, 2, 4, 6 of an 8-point DFT, from the sums z[j] + z[j + 4]; oddOutputs computes outputs 1, 3, 5, 7
+/// from the differences.
 template <class V>
 LANES_OP void evenOutputs(Complex<V> s0, Complex<V> s1, Complex<V> s2, Complex<V> s3, Complex<V> (&y)[4])
 {
@@ -87,7 +88,7 @@ LANES_OP void oddOutputs(Complex<V> d0, Complex<V> d1, Complex<V> d2, Complex<V>
     y[3] = {b3.re - t3.re, b3.im + t3.im};
 }
 
-/// Where a pass puts its outputs: output k at `first + k x step`, imaginary parts `im` floats further.
+/// Destination of a pass: output k at `first + k x step`, its imaginary part `im` floats after that.
 struct Target {
     float *first;
     ptrdiff_t step, im;
@@ -100,8 +101,8 @@ LANES_OP void put(const Target &to, int k, Complex<V> z, Twiddles twiddles)
     storeAligned(to.first + k * to.step + to.im, z.im);
 }
 
-/// One butterfly of each radix for the lanes of a register, inputs `step` floats apart. That of radix 8 reads
-/// its inputs twice, which costs less than keeping sixteen sums and differences.
+/// Butterflies on all lanes of a register; inputs are `step` floats apart. Radix 8 reads its inputs twice, which
+/// is faster than spilling sixteen sums and differences.
 template <class V, bool twiddled>
 LANES_OP void butterfly8(const float *x, ptrdiff_t step, const Target &to, Twiddles twiddles)
 {
@@ -130,7 +131,7 @@ LANES_OP void butterfly4(const float *x, ptrdiff_t step, const Target &to, Twidd
     put<twiddled>(to, 3, plusTurned(d0, d1), twiddles);
 }
 
-/// One group of a pass: all places q.
+/// One group of a pass, for all offsets q.
 template <class V, int radix, int stride, bool twiddled>
 LANES_OP void runGroup(const float *x, ptrdiff_t step, float *y, const float *twiddles)
 {
@@ -158,7 +159,7 @@ LANES_OP void runPass(const FftTables::Pass &pass, ptrdiff_t points, const float
     }
 }
 
-/// The last pass has one group and leaves two plain arrays, that of the imaginary parts `im` floats further.
+/// The last pass has one group. It writes separate arrays of real and imaginary parts, `im` floats apart.
 template <class V, int radix>
 LANES_OP void runLastPass(ptrdiff_t stride, const float *x, float *y, ptrdiff_t im)
 {
@@ -172,7 +173,7 @@ LANES_OP void runLastPass(ptrdiff_t stride, const float *x, float *y, ptrdiff_t 
         }
 }
 
-/// Even samples become real parts, odd samples imaginary parts.
+/// Reads even samples as real parts and odd samples as imaginary parts.
 template <class V, bool windowed>
 LANES_OP Complex<V> readSamples(const float *in, const float *window, ptrdiff_t at)
 {
@@ -184,7 +185,7 @@ LANES_OP Complex<V> readSamples(const float *in, const float *window, ptrdiff_t 
     return {shuffle<0, 2, 0, 2>(a, b), shuffle<1, 3, 1, 3>(a, b)};
 }
 
-/// Stores lane l of eight vectors in a row, at the place of that lane.
+/// Stores lane l of all eight vectors contiguously, in the order of fftLaneOrder.
 LANES_OP void storeRows(float *to, int half, F4 a, F4 b, F4 c, F4 d, F4 e, F4 f, F4 g, F4 h)
 {
     to += 16 * fftLaneOrder(half);
@@ -213,7 +214,7 @@ LANES_OP void storeRows(float *to, int, F8 a, F8 b, F8 c, F8 d, F8 e, F8 f, F8 g
     storeAligned(to + 112, rows[7]);
 }
 
-/// The first pass, of radix 8: neighbouring groups as lanes, transposed on the way out.
+/// The first pass, radix 8. Its lanes are neighbouring groups, so it transposes its output.
 template <class V, bool windowed>
 LANES_OP void runFirstPass(const FftTables &tables, const float *in, const float *window, float *y)
 {

@@ -3,7 +3,7 @@
 #include <cstdlib>
 #include <string_view>
 
-/// What the kernel objects of one set define, and the table of it.
+/// Declares the kernel groups of one instruction-set variant and defines its table.
 #define TESSARINE_KERNEL_SET(set)                                                                            \
     namespace DSP::Kernels::set {                                                                            \
     extern const BlockKernels blockKernels;                                                                  \
@@ -24,7 +24,7 @@
     }
 
 TESSARINE_KERNEL_SET(portable)
-#ifdef TESSARINE_X86_KERNELS // set by CMakeLists.txt, which decides what is compiled
+#ifdef TESSARINE_X86_KERNELS // defined by CMakeLists.txt if it compiles the x86 variants
 TESSARINE_KERNEL_SET(sse2)
 TESSARINE_KERNEL_SET(avx2)
 #endif

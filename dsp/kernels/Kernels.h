@@ -10,11 +10,11 @@
 
 namespace DSP::Kernels {
 
-/// All kernels of one instruction set. Every table gives the same bits.
+/// All kernels of one instruction-set variant. Every variant gives the same bits.
 ///
-/// A group is a struct of function pointers in a header of its own, XKernels.h; X.kernel.cpp fills the
-/// constant `xKernels` and is compiled once per set. A new group needs those two, a member here, two lines in
-/// Kernels.cpp and its name in CMakeLists.txt.
+/// A group X is a struct of function pointers in XKernels.h. X.kernel.cpp defines the constant `xKernels` and is
+/// compiled once per variant. A new group needs both files, a member here, two lines in Kernels.cpp and an entry
+/// in CMakeLists.txt.
 struct Table {
     const char *name; // "portable", "sse2" or "avx2"
     const BlockKernels &block;
@@ -25,17 +25,17 @@ struct Table {
     const SpectrumKernels &spectrum;
 };
 
-/// What active() gives, chosen when the library is loaded.
+/// The table that active() returns; initialised when the library is loaded.
 extern const Table *const chosenAtLoad;
 
-/// The best set this processor runs. The environment variable TESSARINE_ISA may name another; a name that is
-/// unknown or asks too much of the processor is passed over. Any thread, but not before main.
+/// Returns the fastest variant that this processor supports, or the one named by the environment variable
+/// TESSARINE_ISA. Ignores unknown and unsupported names. Any thread, but not before main.
 inline const Table &active() { return *chosenAtLoad; }
 
-/// The tables this processor runs, plainest first.
+/// The variants that this processor supports, slowest first.
 std::span<const Table *const> available();
 
-/// The table that `requested` (null for no wish) gets; `active()` asks with TESSARINE_ISA.
+/// Returns the variant named `requested`, or the fastest one if that is null, unknown or unsupported.
 const Table &choose(const char *requested);
 
 } // namespace DSP::Kernels

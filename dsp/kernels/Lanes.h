@@ -1,17 +1,17 @@
 #pragma once
-/// Lanes: the vector types that kernels are written in.
-/// Types   F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats; MD2, MD4 masks of doubles.
-///         F8, D4 and I8 are two F4, D2 or I4 side by side; lane 0 is the first in memory. The operations are
-///         those that kernels use; one that is added goes into the file of every set
-/// Sets    a kernel file is compiled once per instruction set, SET naming the set and its namespace, so all
-///         that stands here is another entity in each. Nothing is inline with external linkage: of such
-///         functions the linker keeps one copy, perhaps that of a set which the processor lacks
-/// Bits    the same in every set: one IEEE operation a lane, rounded to nearest, never fused, never an
-///         approximation. Only which NaN comes out of two NaNs is left open
-/// Exact   min(a, b) is a < b ? a : b and max(a, b) is a > b ? a : b: b if a lane holds a NaN or two zeros.
-///         keep(m, a) is a or 0. Masks are all ones or all zeros
+/// Vector types for kernels.
+/// Types     F4, F8 floats; D2, D4 doubles; I4, I8 int32; M4, M8 masks of floats; MD2, MD4 masks of doubles.
+///           F8, D4 and I8 consist of two F4, D2 or I4. Lane 0 is the first in memory. A new operation must be
+///           added to the file of every variant
+/// Variants  a kernel file is compiled once per instruction-set variant; SET is the variant's name and namespace.
+///           Functions here must be static: of inline functions with external linkage the linker keeps one copy,
+///           which may use instructions that the processor lacks
+/// Bits      identical in every variant: one IEEE operation per lane, rounded to nearest, never fused or
+///           approximated. Only the payload of a NaN computed from two NaNs is unspecified
+/// Exact     min(a, b) is a < b ? a : b and max(a, b) is a > b ? a : b, so each returns b if a lane has a NaN or
+///           both are zero. keep(m, a) is a where m is set, otherwise 0. Mask lanes are all ones or all zeros
 #ifndef SET
-#error "compile kernel files with SET=<set> and SET_<SET> (see dsp/kernels/CMakeLists.txt)"
+#error "compile kernel files with SET=<variant> and SET_<VARIANT> (see dsp/kernels/CMakeLists.txt)"
 #endif
 
 #include <stddef.h>

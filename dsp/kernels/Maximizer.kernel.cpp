@@ -8,7 +8,7 @@ namespace {
 
 constexpr uint32_t kMost = MaximizerKernels::kMostFrames;
 
-// A pass over a work array may run on to the next whole vector: what it computes there is never read.
+// Passes over work arrays round the length up to whole vectors; the extra results are never read.
 LANES_OP uint32_t wholeVectors(uint32_t frames)
 {
     return (frames + F8::kLanes - 1) / F8::kLanes * F8::kLanes;
@@ -40,11 +40,11 @@ static void detect(const float *left, const float *right, float decay, float &en
 static void softGains(float threshold, float exponent, const MaximizerFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, uint32_t frames)
 {
-    // the curve of the next piece is worked out while the follower of this one waits
+    // Short enough that out-of-order execution overlaps the follower with the gain curve of the next piece.
     constexpr uint32_t kPiece = 16;
     const F8 t = F8::splat(threshold), one = F8::splat(1.0f);
     const auto e = powerExponent(F8::splat(exponent));
-    constexpr float kStandstill = 1e-9f; // a difference below this is made up at once
+    constexpr float kStandstill = 1e-9f; // the smoother jumps to its target below this difference
     const MaximizerFollower f = follower;
     float gain = followed, smooth = smoothed;
     for (uint32_t start = 0; start < frames; start += kPiece) {
@@ -82,9 +82,9 @@ static void holdingGains(float threshold, float *gains, uint32_t frames)
 namespace {
 
 constexpr uint32_t kReach = MinimumLadder::kLongestTail;
-static_assert(kReach % F8::kLanes == 0); // the chunk after it is aligned
+static_assert(kReach % F8::kLanes == 0); // keeps the chunk aligned
 struct Span {
-    alignas(32) float values[kReach + kMost]; // tail right before values[kReach], then the chunk
+    alignas(32) float values[kReach + kMost]; // the chunk starts at values[kReach], directly after the tail
 };
 
 template <int step>
@@ -99,8 +99,9 @@ LANES_OP void doubleSpan(MinimumLadder &ladder, Span &from, Span &to, uint32_t f
 
 } // namespace
 
-// The least over 2^(k+1) values is the lesser of two over 2^k: eight steps give a window of 200, at the same
-// cost for every signal. Bender and Farach-Colton, "The LCA problem revisited" (2000), as a running window.
+// The minimum of 2^(k+1) values is the smaller of two minima of 2^k values. Eight steps give a window of 200 at a
+// constant cost: the sparse table of Bender and Farach-Colton, "The LCA problem revisited" (2000), as a sliding
+// window.
 static void slidingMinimum(MinimumLadder &ladder, float *values, uint32_t frames)
 {
     Span a, b;
@@ -136,7 +137,7 @@ static void followMinimum(const MaximizerFollower &follower, float &followed, fl
 
 namespace {
 
-/// `groups` vectors of sums at once, so that a weight is fetched once for all.
+/// Computes `groups` vectors of sums together, so that each weight is loaded once for all of them.
 template <uint32_t groups>
 LANES_OP void weightedSums(const float *weights, const float *gains, float *sums)
 {

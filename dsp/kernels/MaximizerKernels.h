@@ -3,14 +3,14 @@
 
 namespace DSP::Kernels {
 
-/// One-pole movements of the limiter's gain. Linear gains.
+/// Gain follower: the coefficient weights the previous gain, its complement (1 - coefficient) the target.
 struct MaximizerFollower {
-    float attackCoeff, attackComplement; // feedback and feed of the way down
+    float attackCoeff, attackComplement; // falling gain
     float releaseCoeff, releaseComplement;
 };
 
-/// Minima over spans that double: step k takes them over the last 2^k values, and keeps the tail of its past
-/// that the next step reaches back to.
+/// State of the sliding minimum. Step k holds the minima of 2^k values; its tail keeps as many of them as the
+/// next step needs.
 struct MinimumLadder {
     static constexpr uint32_t kSteps = 8;    // spans of 1 to 128
     static constexpr uint32_t kWindow = 200; // values
@@ -20,29 +20,30 @@ struct MinimumLadder {
 };
 
 struct MaximizerKernels {
-    /// Most frames that one call takes. Arrays are 32-byte aligned and hold that many.
+    /// Largest number of frames per call. Arrays are 32-byte aligned and have this length.
     static constexpr uint32_t kMostFrames = 64;
     static constexpr uint32_t kTaps = 64;
 
-    /// Peak envelope over both channels (`right` null for mono): up at once, down by `decay`.
+    /// Stereo-linked peak detector (`right` null for mono): instant attack, decay by a factor per sample.
     void (*detect)(const float *left, const float *right, float decay, float &envelope, float *envelopes,
                    uint32_t frames);
 
-    /// Soft mode: envelopes become gains by (envelope / threshold)^exponent, `follower` and a last smoothing.
+    /// Soft mode, in place: turns envelopes into gains (envelope / threshold)^exponent, then applies `follower`
+    /// and a one-pole smoother.
     void (*softGains)(float threshold, float exponent, const MaximizerFollower &follower, float smoothCoeff,
                       float &followed, float &smoothed, float *gains, uint32_t frames);
 
-    /// Brickwall mode, first step: envelopes become the gains that would just hold the threshold.
+    /// Brickwall mode, step 1, in place: turns envelopes into gains of min(1, threshold / envelope).
     void (*holdingGains)(float threshold, float *gains, uint32_t frames);
-    /// Second step: the least of the last kWindow values, in place.
+    /// Step 2, in place: minimum of the last MinimumLadder::kWindow values.
     void (*slidingMinimum)(MinimumLadder &ladder, float *values, uint32_t frames);
-    /// Third step, in place: attack and release that never rise over the minimum.
+    /// Step 3, in place: attack and release; the result never exceeds the minimum.
     void (*followMinimum)(const MaximizerFollower &follower, float &followed, float *gains, uint32_t frames);
-    /// Last step: weighted sum of kTaps gains; `gains` has kTaps - 1 older ones before it. weights[0] is that
-    /// of the newest two, weights[j] that of the gains 1 + j and 64 - j back.
+    /// Step 4: FIR smoothing with kTaps weights. kTaps - 1 older gains must lie directly before `gains`.
+    /// weights[0] applies to the newest two gains; weights[j] to the gains delayed by 1 + j and 64 - j.
     void (*weightedSum)(const float weights[kTaps / 2], const float *gains, float *sums, uint32_t frames);
 
-    /// out[i] = samples[i] x (gains[i] x factor); out may be samples.
+    /// out[i] = samples[i] x (gains[i] x factor); `out` may equal `samples`.
     void (*apply)(const float *samples, const float *gains, float factor, float *out, uint32_t frames);
 };
 

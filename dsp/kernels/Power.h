@@ -1,23 +1,23 @@
 #pragma once
 #include "dsp/kernels/Lanes.h"
 
-/// base^exponent for the gain computers, inlined in the kernels of a set; V is F4 or F8.
-/// Range   base: 2^-100 to FLT_MAX, infinity counts as 2^128, all else gives some finite value.
-///         exponent: -1 to 1, beyond counts as the nearer end, NaN as -1; the result must lie below 2^102
-/// Errors  at most 1.7 units in the last place of the float; at base 1 and exponent 0 exactly 1
-/// Cost    38 operations for a register of lanes
-/// Method  base = 2^e m, sqrt(1/2) <= m < sqrt(2); log2(m) is an odd polynomial in (m - 1) / (m + 1).
-///         The exponent goes in two parts so short that their products with e are exact: only its product
-///         with log2(m) is rounded, and that is below 0.51. The whole part of the sum becomes the exponent
-///         field of the result, a polynomial gives 2^rest. Both polynomials are minimax fits, each
-///         coefficient rounded before the next was fitted.
+/// base^exponent for the gain computers, inlined in the kernels; V is F4 or F8.
+/// Range   base: 2^-100 to FLT_MAX; infinity counts as 2^128, any other base gives an unspecified finite value.
+///         exponent: clamped to -1 ... 1, NaN counts as -1. The result must be below 2^102
+/// Errors  at most 1.7 ulp; exactly 1 for base 1 or exponent 0
+/// Cost    38 operations per register
+/// Method  base = 2^e m with sqrt(1/2) <= m < sqrt(2); log2(m) is an odd polynomial in (m - 1) / (m + 1).
+///         The exponent is split into two parts whose products with e are exact. Only its product with
+///         log2(m), at most 0.51, is rounded. The integer part of the sum becomes the exponent field of the
+///         result; a polynomial gives 2^fraction. Both polynomials are minimax fits, refitted after each
+///         coefficient was rounded to a float.
 namespace DSP::Kernels::SET {
 
-/// What depends on the exponent alone, to be made once for a block.
+/// Precomputed values of an exponent, for a whole block.
 template <class V>
 struct PowerExponent {
     V whole;     // the exponent
-    V high, low; // its upper 16 bits and the rest, times 2^-23
+    V high, low; // its upper 16 mantissa bits and the remainder, times 2^-23
 };
 
 template <class V>
@@ -45,8 +45,8 @@ LANES_OP V power(V base, const PowerExponent<V> &exponent)
 
     const V exact = exponent.high * e;
     const V rest = exponent.low * e + exponent.whole * log;
-    // Adding 1.5 x 2^23 rounds to a whole number, which then stands in the lowest bits; 127 + 25 is put on it
-    // there so that a shift makes the exponent field, with 25 to spare for a result below the normal numbers.
+    // Adding 1.5 x 2^23 rounds to an integer in the lowest bits. The offset of 127 + 25 makes these an exponent
+    // field once shifted: 127 is the bias, and the 25, divided out at the end, allows denormal results.
     const V rounder = V::splat(0x1.8p23f + 127 + 25);
     const V shifted = (exact + rest) + rounder;
     const V f = (exact - (shifted - rounder)) + rest;

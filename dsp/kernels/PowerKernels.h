@@ -3,9 +3,9 @@
 
 namespace DSP::Kernels {
 
-/// The power function over arrays; other kernels take it inline from Power.h, which also states its accuracy.
+/// The power function for arrays; see Power.h for range and accuracy.
 struct PowerKernels {
-    /// result[i] = base[i]^exponent; result may be base.
+    /// result[i] = base[i]^exponent; `result` may equal `base`.
     void (*power)(const float *base, float exponent, float *result, uint32_t count);
 };
 

@@ -5,13 +5,12 @@ namespace DSP::Kernels::SET {
 
 using V = FloatRegister;
 
-/// The transform of the samples taken as complex numbers, re[k] and im[k], with the first point again at the
-/// end.
+/// Result of the complex FFT. The first point is repeated at the end.
 struct Points {
     const float *re, *im;
 };
 
-/// Strides are known to the compiler, so that it need not keep eight addresses; FftPlan makes no others.
+/// Constant strides let the compiler address all inputs from one pointer. FftPlan uses no other strides.
 LANES_OP void runInnerPass(const FftTables::Pass &pass, ptrdiff_t points, const float *from, float *to)
 {
     if (pass.radix == 8)
@@ -44,8 +43,8 @@ LANES_OP Points transformComplex(const FftTables &tables, const float *in, const
     return {to, to + im};
 }
 
-/// Twice the bins k of the real transform and the conjugates of twice the bins points - k, in the lanes from
-/// k on: with the parts even and odd that an exchange of X[k] and X[points - k]* leaves or negates, bin k is
+/// Computes twice the real FFT's bins from k on (`low`), and twice the conjugates of the bins points - k (`high`).
+/// With even = X[k] + X[points - k]*, odd = X[k] - X[points - k]* and w = e^(-i pi k / points), twice bin k is
 /// even - i w odd.
 LANES_OP void splitReal(Points x, ptrdiff_t k, ptrdiff_t mirrored, Twiddles twiddles, Complex<V> &low,
                         Complex<V> &high)
@@ -58,7 +57,7 @@ LANES_OP void splitReal(Points x, ptrdiff_t k, ptrdiff_t mirrored, Twiddles twid
     high = {even.re - odd.re, even.im + odd.im};
 }
 
-/// Calls take(k, mirrored, low, high) for all bins but the middle one.
+/// Calls take(k, mirrored, low, high) for every bin except the middle one.
 template <class Take>
 LANES_OP void splitAll(const FftTables &tables, Points x, Take take)
 {

@@ -2,8 +2,8 @@
 #include "dsp/kernels/Kernels.h"
 #include "dsp/numerics/VectorStatus.h"
 
-/// Arithmetic and copies over whole blocks.
-/// Shape   arrays of one call are the same or do not overlap
+/// Arithmetic and copies on blocks of samples.
+/// Shape   the arrays of a call are identical or do not overlap
 /// Thread  any; no state, no allocation
 namespace DSP {
 
@@ -19,12 +19,12 @@ inline void multiplySamples(const float *from, float *to, uint32_t count)
 {
     Kernels::active().block.multiply(from, to, count);
 }
-/// A factor of 1 leaves the samples alone and 0 clears them, whatever they are (NaN too).
+/// A factor of 0 clears the samples, even NaN; a factor of 1 leaves them unchanged.
 void scaleSamples(float factor, float *samples, uint32_t count);
 void clearSamples(float *samples, uint32_t count);
 
-// The same under the names of the interface, with checked arguments: a null pointer gives -8, a length below 1
-// gives -6, and nothing is changed. Copies and clears take a length of 0 as done, whatever the pointers.
+// Public names for these operations, with checked arguments. A null pointer returns -8 and a length below 1 returns
+// -6, both without changing data. Copies and clears accept a length of 0 with any pointers.
 
 VectorStatus ippsAdd_32f_I(const float *src, float *srcDst, int len);
 VectorStatus ippsMul_32f_I(const float *src, float *srcDst, int len);

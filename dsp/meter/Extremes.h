@@ -3,8 +3,8 @@
 
 namespace DSP::Meter {
 
-/// Largest magnitude since the last read, linear.
-/// Thread  report: audio. read, clear: any; a report that coincides with them may be lost
+/// Peak since the last read, linear.
+/// Thread  report, set: audio. read: any; a concurrent report may be lost
 class Peak {
 public:
     void report(float magnitude)
@@ -19,7 +19,8 @@ private:
     Util::Shared<float> largest = 0.0f;
 };
 
-/// Smallest gain factor since the last read, linear; 1 is no reduction. Threads as for Peak.
+/// Smallest linear gain since the last read; 1 means no reduction.
+/// Thread  as for Peak; clear: any
 class Reduction {
 public:
     void report(float gain)

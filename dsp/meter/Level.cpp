@@ -33,7 +33,7 @@ void Level::Channel::measure(uint32_t frames, const float *samples)
     const float loudest = Kernels::active().block.peak(samples, frames);
     if (std::max(peak.load(), loudest) > held || holdCount + frames > kHoldSamples) {
         follow(frames, samples);
-    } else { // nothing happens to the held peak within this block
+    } else { // the held peak does not change within this block
         if (loudest > peak) peak = loudest;
         holdCount += frames;
     }

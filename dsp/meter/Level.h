@@ -3,9 +3,9 @@
 
 namespace DSP::Meter {
 
-/// Sample-peak meter of the final output, with a held peak. Linear values.
-/// Thread  measure(): audio. read(): any other; a read that coincides with a new held peak may return the same
-///         peak twice
+/// Sample-peak meter with peak hold, after the last stage. Linear values.
+/// Thread  measure: audio. read: any other; a read that coincides with a new held peak may return the same peak
+///         twice
 class Level final : public ComponentImpl<Level> {
 public:
     explicit Level(PluginLink &plugin);
@@ -14,12 +14,12 @@ public:
     void suspend() override { reset(); }
     void reset() override;
 
-    /// `right` is null for mono; both channels then read the same.
+    /// `right` is null for mono; both channels then have the same levels.
     void measure(uint32_t frames, const float *left, const float *right);
-    /// Hands out peaks and held peaks and clears the peaks. The held values stay until their time is over.
+    /// Returns peaks and held peaks, and clears the peaks. Held peaks stay until their hold time ends.
     void read(float &peakLeft, float &peakRight, float &heldLeft, float &heldRight);
 
-    /// Samples for which a peak is held, at every rate.
+    /// Hold time in samples, at every sample rate: 0.4 s at 44.1 kHz.
     static constexpr uint32_t kHoldSamples = 17640;
 
 private:
@@ -28,7 +28,7 @@ private:
         Util::Shared<float> held = 0.0f;
         uint32_t holdCount = 0; // samples since `held` was last raised
         void measure(uint32_t frames, const float *samples);
-        /// The plain rule, a sample after the other.
+        /// Slow path: updates peak and hold sample by sample.
         void follow(uint32_t frames, const float *samples);
     };
     Channel left, right;

@@ -8,8 +8,8 @@
 
 namespace DSP::Meter {
 
-/// Hands whole spectra from one writer to one reader; neither waits. Of three slots one is being written, one
-/// is being read and one holds the newest spectrum; a spectrum that is not fetched in time is overtaken.
+/// Wait-free triple buffer that passes whole spectra from one writer to one reader. One slot is being written, one
+/// is being read, one contains the newest spectrum. A spectrum that is not fetched in time is overwritten.
 class PublishedSpectrum {
 public:
     explicit PublishedSpectrum(size_t mostMagnitudes)
@@ -26,7 +26,7 @@ public:
         writing = newest.exchange(writing | kFresh, std::memory_order_acq_rel) & kSlotMask;
     }
 
-    /// Reader: one thread at a time. False if nothing was published since the last call.
+    /// Reader: one thread at a time. Returns false if there is no new spectrum since the last call.
     bool fetch(float *destination, uint32_t &count)
     {
         if (!(newest.load(std::memory_order_relaxed) & kFresh)) return false;

@@ -81,7 +81,7 @@ bool Spectrum::choose(Util::Shared<uint32_t> &setting, uint32_t value)
     const uint32_t before = setting.exchange(value);
     try {
         rebuild();
-    } catch (...) { // memory is short: the setting goes on telling of the analysis that runs
+    } catch (...) { // out of memory: the previous analysis continues, so restore its setting
         setting = before;
         throw;
     }
@@ -122,8 +122,7 @@ Spectrum::Analysis::Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t
 {
     const int count = static_cast<int>(length);
     float *const table = windowTable.data();
-    // A magnitude counts 2 / length of the transform; the plan gives the 2, and the rest is a power of two
-    // that rounds nothing.
+    // Magnitudes are scaled by 2 / length. FftPlan applies the 2; 1 / length is a power of two, so it is exact.
     std::fill_n(table, length, 1.0f / static_cast<float>(length));
     switch (window) {
     case hamming: ippsWinHamming_32f_I(table, count); break;
@@ -159,7 +158,7 @@ float Spectrum::hopDecay() const
 void Spectrum::append(const float *left, const float *right, uint32_t count)
 {
     const auto mix = Kernels::active().block.monoMix;
-    // taken away, not added: opposite in sign to the guard of the chain, which the signal bears already
+    // Subtracted, so that its sign is opposite to that of the guard already in the signal.
     const float *const wave = guardWave(guardPhase).left;
     for (uint32_t done = 0; done < count; done += GuardWave::kLength) {
         const uint32_t piece = std::min(count - done, GuardWave::kLength);

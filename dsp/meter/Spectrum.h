@@ -8,25 +8,25 @@
 
 namespace DSP::Meter {
 
-/// Magnitude spectrum of one band: linear amplitude per bin, peaks held and falling by 120 dB a second.
-/// Thread  feed(): audio, under `lock`; it analyses whenever a frame is full. readSpectrum(): one other, no
-///         lock and no waiting. Setters of size, overlap and window: any; they prepare under `settingLock`
-///         and exchange under `lock`
+/// Magnitude spectrum of one band: linear amplitude per bin, with peaks that decay by 120 dB per second.
+/// Thread  feed: audio; takes `lock`. readSpectrum: one other thread, wait-free. Setters of size, overlap and
+///         window: any; they prepare the new analysis under `settingLock` and install it under `lock`
 class Spectrum final : public ComponentImpl<Spectrum> {
 public:
     Spectrum(PluginLink &plugin, const String &name);
 
     bool isActive() const override { return true; }
-    /// Picks a window size that suits the rate, over the stored one.
+    /// Replaces the stored window size with one suited to the sample rate.
     void setSampleRate(uint32_t hz) override;
     void reset() override;
 
-    /// Takes the mono mix of a block; `right` is null for mono.
+    /// Adds a block's mono mix and analyses every full frame; `right` is null for mono.
     void feed(uint32_t frames, const float *left, const float *right);
-    /// Lets the analysis wait for so many samples after a frame is full, fewer than a hop, so that the meters
-    /// of several bands do not all transform in the same block. Before playing.
+    /// Delays the analysis of a full frame by `samples`, less than a hop, so that several meters do not compute
+    /// their FFTs in the same block. Call before playback.
     void setStagger(uint32_t samples);
-    /// Copies the newest spectrum, if there is one since the last call, to at least kMostMagnitudes floats.
+    /// Copies the newest spectrum to `destination`, which has space for kMostMagnitudes floats. Returns false if
+    /// there is no new one since the last call.
     bool readSpectrum(float *destination, uint32_t &count);
 
     enum WindowType : uint32_t { hamming, blackman, bartlett, kaiser, hann };
@@ -54,33 +54,33 @@ public:
 private:
     void declareParameters();
     bool choose(Util::Shared<uint32_t> &setting, uint32_t value);
-    /// Starts over with an analysis for the present settings, which is made before the lock is taken.
+    /// Starts a new analysis with the current settings. Allocates before it takes `lock`.
     void rebuild();
-    /// Takes `count` samples that fit the frame.
+    /// Appends samples to the frame, which must have space for `count`.
     void append(const float *left, const float *right, uint32_t count);
     void completeFrame();
     void analyse(const float *samples);
 
-    /// All that depends on size, overlap and window.
+    /// Data that depends on size, overlap and window.
     struct Analysis {
         Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t window);
-        uint32_t length, overlapLength; // samples of a frame, and carried from one to the next
+        uint32_t length, overlapLength; // samples
         FftPlan fftPlan;
         Util::AlignedBuffer<float> windowTable, work;
     };
 
-    /// What a peak keeps over one hop.
+    /// Decay factor of the peaks per hop.
     float hopDecay() const;
 
     std::unique_ptr<Analysis> analysis;
     float decay = 1.0f;
     Util::AlignedBuffer<float> frame, magnitudes;
-    Util::AlignedBuffer<float> waitingFrame; // full, to be analysed when `waitingSamples` more have come
+    Util::AlignedBuffer<float> waitingFrame; // full frame, analysed after `waitingSamples` more samples
     uint32_t stagger = 0, waitingSamples = 0;
     uint8_t guardPhase = 0;
-    uint32_t framePosition = 0; // next free place in frame
+    uint32_t framePosition = 0; // next free index in frame
     PublishedSpectrum published{kMostMagnitudes};
-    Util::Shared<bool> wasRead = false;        // somebody has fetched what the last frame published
+    Util::Shared<bool> wasRead = false;        // the newest spectrum was fetched
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
     Util::Shared<bool> onInput = false;
     Util::Shared<uint32_t> windowSize = 3, overlap = 5, windowType = hann;

@@ -8,7 +8,7 @@ namespace {
 
 constexpr double kSqrtHalf = 0.70710678118654752440;
 
-// std::complex may be multiplied and divided by library routines that differ between systems.
+// Not std::complex: its multiplication and division may call library routines that differ between systems.
 struct Complex {
     double re, im;
 };
@@ -22,7 +22,7 @@ Complex operator/(Complex a, Complex b)
     return {(a.re * b.re + a.im * b.im) * scale, (a.im * b.re - a.re * b.im) * scale};
 }
 
-// z^2 + c1 z + c0 with the roots p and q
+// The polynomial z^2 + c1 z + c0; expand() computes it from its roots.
 struct Monic {
     Complex c1, c0;
 };
@@ -37,7 +37,7 @@ FilterDesign designSection(FilterType type, double alpha)
 {
     const bool lowPass = type == FilterType::lowPass;
     const double w = 2.0 * Math::kPi * (Math::tan(Math::kPi * alpha) / Math::kPi);
-    // the two Butterworth poles of the left half plane, at angles of 3/4 pi and 5/4 pi
+    // the two Butterworth poles in the left half plane, at angles of 3/4 pi and 5/4 pi
     const Complex upper = {-kSqrtHalf, kSqrtHalf}, lower = {-kSqrtHalf, -kSqrtHalf};
     const auto place = [&](Complex pole) {
         return bilinear(lowPass ? Complex{w, 0} * pole : Complex{w, 0} / pole);

@@ -10,9 +10,9 @@ namespace DSP {
 
 namespace {
 
-constexpr uint32_t kVectorDefault = 0x1F80; // as after a reset: nothing flushed, nearest, all masked
+constexpr uint32_t kVectorDefault = 0x1F80; // no flush to zero, round to nearest, exceptions masked
 #if defined(__i386__)
-constexpr uint16_t kStackDefault = 0x037F; // 64-bit mantissa, nearest, all masked
+constexpr uint16_t kStackDefault = 0x037F; // 64-bit mantissa, round to nearest, exceptions masked
 #endif
 
 } // namespace
@@ -29,7 +29,7 @@ FloatState::FloatState() : hostsVector(_mm_getcsr())
 FloatState::~FloatState()
 {
 #if defined(__i386__)
-    // A flag raised in between would trap the host at its next instruction if it has that exception unmasked.
+    // Clears the exception flags: a pending one would trap if the host has unmasked that exception.
     asm volatile("fnclex\n\tfldcw %0" : : "m"(hostsStack));
 #endif
     _mm_setcsr(hostsVector);

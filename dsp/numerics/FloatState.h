@@ -4,10 +4,9 @@
 
 namespace DSP {
 
-/// The processor's default floating-point state for the length of a scope: round to nearest, denormals kept,
-/// all exceptions masked, full precision. The host's own state, whatever it was, returns with the end of the
-/// scope.
-/// Thread  the state is the thread's; the object must end on the thread that made it
+/// Sets the processor's default floating-point state within a scope: round to nearest, denormals enabled,
+/// exceptions masked, full precision. The destructor restores the host's state.
+/// Thread  the state belongs to the thread; destroy the object on the thread that created it
 class FloatState {
 public:
     FloatState();
@@ -19,7 +18,7 @@ private:
 #if defined(__SSE2__)
     uint32_t hostsVector; // MXCSR
 #if defined(__i386__)
-    uint16_t hostsStack; // x87 control word, which still passes floats between functions
+    uint16_t hostsStack; // x87 control word; 32-bit functions return floats on the x87 stack
 #endif
 #else
     std::fenv_t hosts;

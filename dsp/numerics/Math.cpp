@@ -9,48 +9,48 @@
 namespace DSP::Math {
 namespace {
 
-static_assert(FLT_EVAL_METHOD == 0, "the error terms below need every operation rounded to double");
+static_assert(FLT_EVAL_METHOD == 0, "the error terms below require each operation to be rounded to double");
 static_assert(std::numeric_limits<double>::is_iec559);
 
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr double kNaN = std::numeric_limits<double>::quiet_NaN();
 
-/// An unevaluated sum, |lo| at most half a unit in the last place of hi: about 106 bits.
+/// Double-double number: an unevaluated sum with |lo| at most half an ulp of hi; about 106 bits.
 struct Pair {
     double hi, lo;
 };
 
 constexpr Pair kInverseLn2{0x1.71547652b82fep+0, 0x1.777d0ffda0d24p-56};
 constexpr Pair kInverseLn10{0x1.bcb7b1526e50ep-2, 0x1.95355baaafad3p-57};
-/// Parts short enough that a small whole number times each is exact (but for the last).
+/// The constant split into parts; all except the last are short enough for exact products with small integers.
 constexpr std::array kLn2Parts{0x1.62e42fefa2000p-1, 0x1.9ef35793c6000p-41, 0x1.673007e5ed5e8p-81};
 constexpr std::array kHalfPiParts{0x1.921fb54400000p+0, 0x1.0b4611a600000p-34, 0x1.3198a2e000000p-69,
                                   0x1.b839a252049c1p-104};
 constexpr double kTwoOverPi = 0x1.45f306dc9c883p-1;
 constexpr double kLargestAngle = 1e6;
 
-/// Exact; needs |a| >= |b| or a == 0.
+/// Exact sum; requires |a| >= |b| or a == 0 (Dekker).
 Pair quickSum(double a, double b)
 {
     const double sum = a + b;
     return {sum, b - (sum - a)};
 }
 
-/// Exact for any two numbers (Knuth).
+/// Exact sum of any two numbers (Knuth).
 Pair exactSum(double a, double b)
 {
     const double sum = a + b, bPart = sum - a;
     return {sum, (a - (sum - bPart)) + (b - bPart)};
 }
 
-/// The upper 26 bits of x and the rest (Veltkamp).
+/// Splits x into its upper 26 bits and the remainder (Veltkamp).
 Pair split(double x)
 {
     const double scaled = 134217729.0 * x, hi = scaled - (scaled - x);
     return {hi, x - hi};
 }
 
-/// Exact (Dekker); no fused multiply-add, which not every processor has.
+/// Exact product (Dekker). Not by fused multiply-add, which some processors lack.
 Pair exactProduct(double a, double b)
 {
     const double product = a * b;
@@ -92,7 +92,7 @@ Pair operator/(Pair a, Pair b)
 
 Pair negative(Pair a) { return {-a.hi, -a.lo}; }
 
-/// a times 2^exponent, exact unless the result leaves the normal range; two steps, as 2^1024 is no double.
+/// a x 2^exponent, exact unless the result leaves the normal range. Two factors, because 2^1024 overflows.
 double scale(double a, int exponent)
 {
     const auto powerOfTwo = [](int n) {
@@ -109,7 +109,7 @@ Pair timesLn2(double whole)
     return sum + whole * kLn2Parts[2];
 }
 
-/// exp(x) - 1 for |x| below 0.4: the series at x / 64, doubled back by (1 + e)^2 - 1 = 2e + e^2.
+/// exp(x) - 1 for |x| below 0.4: Taylor series at x / 64, then six doublings by (1 + e)^2 - 1 = 2e + e^2.
 Pair expMinusOne(Pair x)
 {
     constexpr int kTerms = 12, kDoublings = 6;
@@ -130,7 +130,7 @@ double expOf(Pair x)
     return scale(result.hi, static_cast<int>(k));
 }
 
-/// x = mantissa x 2^exponent with the mantissa between sqrt(1/2) and sqrt(2), x positive and finite.
+/// x = mantissa x 2^exponent with sqrt(1/2) <= mantissa <= sqrt(2), for positive finite x.
 struct Normalised {
     double mantissa, exponent;
 };
@@ -152,7 +152,7 @@ Normalised normalise(double x)
     return {mantissa, static_cast<double>(exponent)};
 }
 
-/// log of a mantissa: the inverse hyperbolic tangent's series in double, then one step of Newton in pairs.
+/// Natural logarithm of a mantissa: artanh series in double, then one Newton step in double-double.
 Pair logOfMantissa(double mantissa)
 {
     const double f = (mantissa - 1.0) / (mantissa + 1.0), f2 = f * f;
@@ -169,7 +169,7 @@ Pair logOf(double x)
     return logOfMantissa(n.mantissa) + timesLn2(n.exponent);
 }
 
-/// What every logarithm gives outside the positive finite numbers.
+/// Any logarithm of an argument that is not positive and finite.
 double logOfOutsider(double x)
 {
     if (x == 0.0) return -kInfinity;
@@ -178,8 +178,7 @@ double logOfOutsider(double x)
 
 bool positiveFinite(double x) { return x > 0.0 && x < kInfinity; }
 
-/// An angle less a whole number of quarter turns: the rest within an eighth of a turn, and the number's last
-/// two bits.
+/// Angle reduced by a multiple of pi/2: the remainder, at most pi/4 in magnitude, and the multiple modulo 4.
 struct Reduced {
     Pair rest;
     int quadrant;
@@ -193,7 +192,7 @@ Reduced reduce(double angle)
     return {rest, static_cast<int>(turns) & 3};
 }
 
-/// Coefficients of x^n in sin x + cos x, n up to 18.
+/// Taylor coefficients of sin x + cos x up to x^18.
 constexpr auto kTaylor = [] {
     std::array<double, 19> coefficients{};
     double factorial = 1.0;
@@ -204,8 +203,8 @@ constexpr auto kTaylor = [] {
     return coefficients;
 }();
 
-/// Taylor's series of sine and cosine over an eighth of a turn. The leading terms stay outside of the rounded
-/// sum, so the pair holds some bits more than a double.
+/// Taylor series of sine and cosine for |x| up to pi/4. The leading terms are not part of the rounded sum, which
+/// makes the result slightly more precise than a double.
 Pair sinOf(Pair x)
 {
     const double x2 = x.hi * x.hi;
@@ -285,7 +284,7 @@ double tan(double angle)
 double besselI0(double x)
 {
     if (x != x) return x;
-    // Sum of ((x/2)^k / k!)^2. All terms are positive, so the sum is as good as its parts.
+    // Sum of ((x/2)^k / k!)^2. All terms are positive, so there is no cancellation.
     const double quarter = 0.25 * x * x;
     double term = 1.0, sum = 1.0;
     for (double k = 1.0; term > sum * 0x1p-55; k += 1.0) {

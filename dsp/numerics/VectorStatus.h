@@ -1,5 +1,5 @@
 #pragma once
-/// What a vector operation answers. Callers on the audio path do not look: a refused call changes nothing.
+/// Result of a vector operation. Audio code may ignore it, because a rejected call changes no data.
 namespace DSP {
 
 enum VectorStatus : int {
@@ -8,7 +8,7 @@ enum VectorStatus : int {
     kVectorNullPointer = -8,
 };
 
-/// The first objection to the arguments of an operation over `length` elements.
+/// Checks the arguments of an operation on `length` elements. Null pointers take precedence over a bad length.
 template <class... Pointers>
 constexpr VectorStatus checkVectors(int length, const Pointers *...pointers)
 {

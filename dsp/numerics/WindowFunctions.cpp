@@ -9,8 +9,7 @@ namespace {
 
 void multiply(float &sample, double factor) { sample = static_cast<float>(sample * factor); }
 
-/// Multiplies by shape(n), which is evaluated for the first half only: all windows are their own mirror
-/// images.
+/// Multiplies by shape(n, last). Evaluates it for the first half only, because all windows are symmetric.
 template <class Shape>
 VectorStatus applySymmetric(float *srcDst, int len, int shortest, Shape shape)
 {

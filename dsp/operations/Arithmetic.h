@@ -3,28 +3,28 @@
 
 #include "dsp/numerics/VectorStatus.h"
 
-/// Vector operations beside those of dsp/kernels/VectorOperations.h. Part of the interface; no stage uses them.
-/// Shape   `len` elements; arrays of one call are the same or do not overlap, but for ippsMove_32f
+/// Further vector operations; see also dsp/kernels/VectorOperations.h. Part of the interface; no stage uses them.
+/// Shape   `len` elements. Except for ippsMove_32f, the arrays of a call are identical or do not overlap
 /// Thread  any; no state, no allocation
-/// Errors  a null pointer gives -8, a length below 1 gives -6, and nothing is changed. Copies and fills take a
-///         length of 0 as done, whatever the pointers
+/// Errors  -8 for a null pointer, -6 for a length below 1, both without changing data. Copies and fills accept a
+///         length of 0 with any pointers
 namespace DSP {
 
-/// Lowers what is above `level` to it; NaN stays.
+/// Clips values above `level`. NaN is unchanged.
 VectorStatus ippsThreshold_GT_32f_I(float *srcDst, int len, float level);
 
-/// result = sum of a[i] x b[i], summed as four partial sums of every fourth element, the same on every
-/// processor. A refused call gives 0.
+/// result = sum of a[i] x b[i], or 0 on an error. Four partial sums, each of every fourth element, give the same
+/// bits on every processor.
 VectorStatus ippsDotProd_32f(const float *a, const float *b, int len, float *result);
 
 VectorStatus ippsConvert_32f64f(const float *src, double *dst, int len);
 
-/// Narrows; beyond the range of a float comes the largest finite one of that sign. NaN stays.
+/// Values outside the range of a float are clipped to -FLT_MAX or FLT_MAX. NaN is preserved.
 VectorStatus ippsConvert_64f32f(const double *src, float *dst, int len);
 
 VectorStatus ippsCopy_8u(const uint8_t *src, uint8_t *dst, int len);
 
-/// A copy whose arrays may overlap.
+/// Copies; the arrays may overlap.
 VectorStatus ippsMove_32f(const float *src, float *dst, int len);
 VectorStatus ippsSet_32f(float value, float *dst, int len);
 

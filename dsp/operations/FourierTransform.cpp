@@ -14,7 +14,7 @@ namespace {
 
 constexpr size_t kAlignment = Util::AlignedBuffer<float>::kAlignment;
 
-/// Floats that an array of `count` takes if the next one is to be aligned.
+/// Rounds an array's length up so that an array after it is aligned.
 size_t alignedCount(size_t count)
 {
     constexpr size_t kFloats = kAlignment / sizeof(float);

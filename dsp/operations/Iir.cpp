@@ -12,7 +12,7 @@ struct SectionCoeffs {
     double b0, b1, b2, a1, a2;
 };
 
-/// Either `sections` is filled or the direct form's taps are. The delay line is flat, as it goes in and out.
+/// A cascade uses `sections`; a direct form uses `b` and `a`. `delay` has the layout that callers read and write.
 struct IppsIIRState_64f {
     std::vector<SectionCoeffs> sections;
     std::vector<double> b, a; // b0 to b[order] and a1 to a[order], a0 divided out
@@ -21,7 +21,7 @@ struct IppsIIRState_64f {
 
 namespace {
 
-/// One value after another through a direct form of any order.
+/// Transposed direct form II of any order.
 void runDirect(IppsIIRState_64f &filter, const double *src, double *dst, int len)
 {
     const size_t order = filter.a.size();

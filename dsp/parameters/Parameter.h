@@ -11,25 +11,25 @@
 
 namespace DSP {
 
-/// The list that holds a parameter; host, editor and state address it by component, kind and list index.
-/// Extras are integers that neither host nor editor reads.
+/// Type of a parameter. Host, editor and saved state address a parameter by component, kind and index in the
+/// component's list of that kind. Extras are integers that neither host nor editor uses.
 enum class ParamKind : uint32_t { real = 0, boolean = 1, integer = 2, extra = 3 };
 constexpr ParamKind kParamKinds[] = {ParamKind::real, ParamKind::boolean, ParamKind::integer};
 constexpr ParamKind kParamLists[] = {ParamKind::real, ParamKind::boolean, ParamKind::integer,
                                      ParamKind::extra};
 
-/// A value of any kind: the alternatives are in the order of ParamKind.
+/// A value of any kind; the alternatives have the order of ParamKind.
 using ParameterValue = std::variant<float, bool, uint32_t>;
 
 template <class V>
 constexpr auto kKindOf = static_cast<ParamKind>(ParameterValue(V{}).index());
 
-/// Exact: a double holds every value of every kind.
+/// Exact: a double can represent all values of all kinds.
 inline double toNumber(const ParameterValue &value)
 {
     return std::visit([](auto v) { return static_cast<double>(v); }, value);
 }
-/// A half and more is true; integers are rounded half away from zero.
+/// For bools, 0.5 and above is true. Integers are rounded, halves away from zero.
 inline ParameterValue fromNumber(ParamKind kind, double number)
 {
     if (kind == ParamKind::real) return static_cast<float>(number);
@@ -37,7 +37,7 @@ inline ParameterValue fromNumber(ParamKind kind, double number)
     return Math::roundHalfAwayFromZero(number);
 }
 
-/// Component family of a parameter.
+/// Stage or meter to which a parameter belongs.
 enum class ParamGroup : uint32_t {
     gain = 0,
     spectrum = 1,
@@ -47,7 +47,7 @@ enum class ParamGroup : uint32_t {
     global = 5
 };
 
-/// Whether a value belongs to the saved program.
+/// Whether a program contains the parameter's value.
 enum Persistence : uint32_t { inProgram = 0, neverSavedBypass = 1, neverSavedSetting = 2 };
 
 template <class V>
@@ -59,11 +59,10 @@ using IntRange = Range<uint32_t>;
 
 constexpr uint32_t kNoHighlight = 4; // also the number of highlight colours
 
-/// Up to three numbers bound to a getter or setter, such as the band.
+/// Up to three index arguments for a getter or setter, such as the band.
 using BoundIndices = std::array<OptionalIndex, 3>;
 
-/// The member function of T that reads a value; the form whose pointer is set is called, one index before
-/// two, three and none.
+/// The member function of T that reads a value. Set one of the pointers, by the number of index arguments.
 template <class T, class V>
 struct Getters {
     V (T::*plain)() const = nullptr;
@@ -80,7 +79,7 @@ struct Getters {
     }
 };
 
-/// The member function of T that writes a value, chosen as for Getters.
+/// The member function of T that writes a value. Set one of the pointers, as for Getters.
 template <class T, class V>
 struct Setters {
     bool (T::*plain)(V) = nullptr;
@@ -97,7 +96,7 @@ struct Setters {
     }
 };
 
-/// Everything about a parameter but its value: host, editor, state and documentation read it here.
+/// Description of a parameter, without its value. Used by host, editor, saved state and documentation.
 struct ParamRecord {
     String name;
     String label; // unit shown after the value, may be empty
@@ -105,14 +104,14 @@ struct ParamRecord {
     ParameterValue defaultValue;
     ParamGroup group = ParamGroup::gain;
     BoundIndices indices = {};
-    bool automatable = false; // the host sees it
+    bool automatable = false; // exposed to the host
     bool showsMinusInf = false;
     uint32_t highlight = kNoHighlight;
-    std::vector<String> valueNames = {}; // for a bool: string of false, string of true
+    std::vector<String> valueNames = {}; // for a bool: the names of false and true
     uint32_t persistence = inProgram;
     uint32_t scope = 0;
     OptionalIndex hostIndex = {};
-    Util::Shared<bool> editing = false; // the user holds the control
+    Util::Shared<bool> editing = false; // the user is moving the control
 
     ParamKind kind() const { return static_cast<ParamKind>(defaultValue.index()); }
     bool isSaved() const { return persistence == inProgram; }
@@ -121,7 +120,7 @@ struct ParamRecord {
         return static_cast<double>(valueNames.size()) ==
                toNumber(range.maximum) - toNumber(range.minimum) + 1.0;
     }
-    /// The value as a share of the range, 0 to 1, linear.
+    /// Maps a value linearly from its range to 0 ... 1.
     double toShare(const ParameterValue &value) const
     {
         const double low = toNumber(range.minimum);
@@ -134,7 +133,7 @@ struct ParamRecord {
     }
 };
 
-/// A parameter of a component of class T, which holds its value.
+/// A parameter of component class T, which stores the value.
 template <class T, class V>
 struct Param : ParamRecord {
     Getters<T, V> getters;

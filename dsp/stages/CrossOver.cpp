@@ -10,7 +10,7 @@ namespace DSP {
 
 namespace {
 constexpr double kFadeSeconds = 0.0014512471; // 64 samples at 44100 Hz
-constexpr float kPi32 = 3.1415927f;           // no double: the samples of a fade depend on it
+constexpr float kPi32 = 3.1415927f;           // 32-bit pi: part of the sound; see SameBitsTest
 
 uint32_t fadeSamples(uint32_t hz) { return static_cast<uint32_t>(std::floor(hz * kFadeSeconds + 0.5)); }
 } // namespace
@@ -62,7 +62,7 @@ void CrossOver::setSampleRate(uint32_t hz)
     FilterBank next;
     const bool inOrder = designFilters(next, hz);
     const Util::Hold hold(lock);
-    makeRoomForFade(hz); // may fail, and then nothing has changed
+    makeRoomForFade(hz); // first, because it may throw
     sampleRate = hz;
     updateFade();
     fadeRemaining = 0;
@@ -109,7 +109,7 @@ bool CrossOver::setCutoff(uint32_t index, float hz)
     cutoffs[index] = hz;
     FilterBank next;
     const bool inOrder = designFilters(next, sampleRate);
-    const Util::Hold hold(lock); // audio waits for a copy, not for the design
+    const Util::Hold hold(lock); // taken after the design, so the audio thread waits for a copy only
     if (fadeRemaining == 0) activeBank ^= 1;
     fadeRemaining = fadeLength;
     if (inOrder) banks[activeBank] = next;
@@ -144,7 +144,8 @@ void CrossOver::dropBlock(const Block &block)
 bool CrossOver::crossFade(const Block &block)
 {
     const uint32_t count = std::min(block.frames, fadeRemaining);
-    // A block shorter than the fade reads the end of the tables each time, not the next piece of them.
+    // Aligned to the end of the tables even if the block is shorter than the fade: part of the sound; see
+    // SameBitsTest.
     const uint32_t offset = fadeLength - count;
 
     Block old = {count, block.left, block.right, Bands{}};

@@ -10,18 +10,18 @@ namespace DSP {
 
 constexpr int kCutoffs = kBands - 1;
 
-/// Splits the input into four bands with Linkwitz-Riley filters of 4th order. A changed cutoff designs a
-/// second set of filters, which is faded in over the one that played.
-/// Thread  process: under `lock`, which run holds. reset: takes it. setCutoff: any; it designs under `settingLock` and installs under
-///         `lock`, so process waits for a copy, not for a design. setSampleRate: under both. Band switches:
-///         any, single words
+/// Splits the input into four bands with fourth-order Linkwitz-Riley filters. A changed cutoff designs a second
+/// filter bank and cross-fades to it.
+/// Thread  process: audio, under `lock`. reset: any, takes `lock`. setCutoff: any; designs under `settingLock` and
+///         installs under `lock`, so process waits for a copy only. setSampleRate: takes both locks. Band
+///         switches: any, no lock
 class CrossOver final : public ComponentImpl<CrossOver> {
 public:
     explicit CrossOver(PluginLink &plugin);
 
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
-    /// Writes the bands of the block, with the denormal guard; the input stays.
+    /// Writes the block's bands with the denormal guard added; does not change the input.
     void process(const Block &block) override;
     void reset() override;
 
@@ -32,13 +32,13 @@ public:
     bool bandMute(uint32_t band) const { return muteBits >> band & 1; }
     bool setBandMute(uint32_t band, bool on);
 
-    /// `hz` kept in the legal range and `minOctaves` away from its neighbours; changes nothing.
+    /// Returns `hz` limited to the legal range and to at least `minOctaves` from the neighbouring cutoffs.
     float limitCutoff(uint32_t index, float hz, float minOctaves) const;
-    /// Which cutoffs must return to their defaults when `index` does, so that all stay `minOctaves` apart;
-    /// ascending, changes nothing.
+    /// Fills `changed`, in ascending order, with the cutoffs to reset together with `index` so that all stay
+    /// `minOctaves` apart. Does not change a cutoff.
     void defaultCutoffsFrom(uint32_t index, std::vector<uint32_t> &changed, float minOctaves) const;
 
-    /// Indices in the parameter lists; add the cutoff or the band.
+    /// Indices in the parameter lists; add the index of the cutoff or band.
     struct Param {
         enum Float : uint32_t { cutoff };
         enum Bool : uint32_t { bandBypass, bandMute = bandBypass + kBands };
@@ -51,13 +51,15 @@ private:
     void declareParameters();
     void makeRoomForFade(uint32_t hz);
     void updateFade();
-    /// Designs filters for the present cutoffs; false, and nothing done, if these cross.
+    /// Designs filters for the current cutoffs. Returns false and leaves `bank` unchanged if these are not
+    /// ascending.
     bool designFilters(FilterBank &bank, uint32_t hz) const;
     bool setBit(Util::Shared<uint32_t> &bits, uint32_t band, bool on);
-    /// Blends the filters that are going into the start of the bands that the coming ones have written. False
-    /// if they have lost their stability.
+    /// Cross-fades from the old filters to the new ones, whose output is already in the block's bands. Returns
+    /// false if an old filter is unstable.
     bool crossFade(const Block &block);
-    /// A filter has lost its stability: its output must not reach anything that remembers.
+    /// Clears the filters and silences the block. For an unstable filter, whose output would corrupt the state of
+    /// later stages.
     void dropBlock(const Block &block);
 
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
@@ -66,10 +68,10 @@ private:
     std::array<Util::Shared<float>, kCutoffs> cutoffs; // Hz
     std::array<FilterBank, 2> banks;
     Util::AlignedBuffer<float> fadeIn, fadeOut;
-    uint32_t activeBank = 0;                                      // the one that plays, or is being faded in
+    uint32_t activeBank = 0;                                      // during a cross-fade: the new one
     uint32_t fadeRemaining = 0;                                   // samples
-    uint8_t guardPhase = 0;                                       // all bands start from the same
-    Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // four band pieces each
+    uint8_t guardPhase = 0;                                       // shared by all bands
+    Util::AlignedBuffer<float> fadeScratchLeft, fadeScratchRight; // old filters' output, all four bands
 };
 
 } // namespace DSP

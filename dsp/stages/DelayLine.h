@@ -5,21 +5,21 @@
 
 namespace DSP {
 
-/// Past samples laid out in a row, so that block code reads any delay with one pointer. New samples are
-/// written at `write`; the row is moved back to its start only when it is full.
-/// Thread  one at a time; reserve() allocates, resize() only beyond what was reserved, the others never
+/// Delay line whose history is contiguous in memory, so that block code reads any delay through one pointer.
+/// The history moves back to the start of the buffer only when the buffer is full.
+/// Thread  one at a time; reserve() allocates, resize() only beyond the reserved size, the others never
 class DelayLine {
 public:
-    /// Allocates for resize() with these lengths. Keeps the samples.
+    /// Allocates memory for a later resize() to these lengths. Keeps the samples.
     void reserve(uint32_t history, uint32_t mostFrames)
     {
         line.grow(capacityFor(history, mostFrames) + kOverrun);
     }
-    /// Holds `history` samples of the past, all of them `past`, and takes blocks of up to `mostFrames`.
+    /// Sets the history to `history` samples, all equal to `past`, and the longest block to `mostFrames`.
     void resize(uint32_t history, uint32_t mostFrames, float past = 0.0f)
     {
         reserve(history, mostFrames);
-        length = history; // only after reserve(), which may throw
+        length = history; // after reserve(), which may throw
         capacity = capacityFor(history, mostFrames);
         clear(past);
     }
@@ -28,7 +28,7 @@ public:
         position = length;
         std::fill_n(line.data(), length, past);
     }
-    /// Where the next `frames` samples go; `length` older ones stand before it.
+    /// Returns where to write the next `frames` samples; the history lies directly before that address.
     float *write(uint32_t frames)
     {
         if (position + frames > capacity) {
@@ -47,7 +47,7 @@ private:
     {
         return history + kBlocksBetweenMoves * mostFrames;
     }
-    static constexpr uint32_t kOverrun = 8; // a vector pass may touch so many samples behind a block
+    static constexpr uint32_t kOverrun = 8; // samples that a vector pass may touch after a block
 
     Util::AlignedBuffer<float> line;
     uint32_t length = 0, capacity = 0, position = 0;

@@ -19,7 +19,7 @@ Dynamics::Dynamics(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Squash")
     owner = this;
     for (uint32_t i = 0; i < numFloatParams(); ++i) setFloatParamValue(i, floatParamDefault(i));
     envelopeDecay = peakDecay(sampleRate);
-    for (Band &band : bands) designBand(band); // also where every default is zero
+    for (Band &band : bands) designBand(band); // the setters skip values that equal the initial ones
     reset();
     finishConstruction();
 }
@@ -84,7 +84,7 @@ void Dynamics::setSampleRate(uint32_t hz)
     clearMeters();
 }
 
-/// The lines get their new length at the next reset, which may happen on the audio thread and must not allocate there.
+/// Allocates now for the next reset, which resizes the lines and may run on the audio thread.
 void Dynamics::reserveDelays()
 {
     const Util::Hold hold(lock);
@@ -112,7 +112,7 @@ void Dynamics::reset()
     clearMeters();
     const uint32_t history = latency();
     for (uint32_t b = 0; b < kBands; ++b) {
-        // The left line's length is taken for both, so if memory is short the right one must not be the shorter.
+        // The right line first: process uses the left line's length for both, and resize may throw.
         state.delayRight[b].resize(history, kChunk);
         state.delayLeft[b].resize(history, kChunk);
     }

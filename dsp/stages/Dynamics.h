@@ -10,10 +10,10 @@
 
 namespace DSP {
 
-/// Compressor of all four bands: peak detector linked over the channels, hard knee, attack and release, a
-/// second smoothing, 1 ms of look-ahead, make-up gain, bypass and solo.
-/// Thread  process: audio, which takes the coefficients once for a block. Meter reads: any, no lock. Setters
-///         and setSampleRate: any, under `settingLock`
+/// Four-band compressor: stereo-linked peak detector, hard knee, attack and release, one-pole gain smoother,
+/// 1 ms of look-ahead, make-up gain, bypass and solo.
+/// Thread  process: audio; loads the coefficients once per block. Meter reads: any, no lock. Setters and
+///         setSampleRate: any, take `settingLock`
 class Dynamics final : public ComponentImpl<Dynamics> {
 public:
     explicit Dynamics(PluginLink &plugin);
@@ -21,16 +21,16 @@ public:
     bool isActive() const override { return true; }
     void setSampleRate(uint32_t hz) override;
     void suspend() override;
-    /// Processes together all bands of the block that are not null; of a block without bands, `left` and
-    /// `right` as the band of setBandIndex.
+    /// Processes all non-null bands of the block. If the block has no bands, processes `left` and `right` as the
+    /// band given by setBandIndex.
     void process(const DSP::Block &whole) override;
     void setBandIndex(uint32_t band) { bandIndex = band; }
     void reset() override;
     uint32_t latency() const override;
 
-    /// Smallest gain factor since the last call, make-up gain left out; 1 is no reduction.
+    /// Returns the smallest linear gain since the last call, without make-up gain; 1 means no reduction.
     float readGainReduction(uint32_t band) { return bands[band].reduction.read(); }
-    /// Largest input magnitudes since the last call.
+    /// Returns the input peaks since the last call, linear.
     void readPeaks(uint32_t band, float &left, float &right);
 
     bool bandLink() const { return linked; }
@@ -67,31 +67,30 @@ private:
         Util::SharedRecord<BandSettings> settings;
         Util::SharedRecord<BandCoefficients> coefficients;
         Meter::Peak peakLeft, peakRight; // of the input
-        Meter::Reduction reduction;      // make-up gain left out
+        Meter::Reduction reduction;      // without make-up gain
     };
-    /// Audio state of all bands.
     struct State {
         Kernels::DynamicsState followers;
-        std::array<DelayLine, kBands> delayLeft, delayRight; // the look-ahead lines
+        std::array<DelayLine, kBands> delayLeft, delayRight; // look-ahead
         std::array<uint8_t, kBands> guardPhases = {};
     };
-    /// The samples of the bands to be compressed, null for the others, and what holds for the whole block.
+    /// Samples and coefficients of one block; bands that are not compressed are null.
     struct Block {
         float *left[kBands] = {}, *right[kBands] = {};
         std::array<BandCoefficients, kBands> coefficients;
-        Kernels::DynamicsCoeffs lanes; // the same, a band in each lane
+        Kernels::DynamicsCoeffs lanes; // the same coefficients, one band per lane
     };
 
     void declareParameters();
     BandSettings settings(uint32_t band) const { return bands[band].settings.load(); }
-    /// Stores another value and designs the band anew; nothing for the value that it has.
+    /// Stores the value and redesigns the band; returns false if the value is unchanged.
     template <class V>
     bool change(uint32_t band, V BandSettings::*field, V value);
     void designBand(Band &band) { band.coefficients.store(design(band.settings.load(), sampleRate)); }
     void reserveDelays();
     void clearMeters();
     void loadCoefficients(Block &block) const;
-    /// Takes out of the block, and silences, the bands that another band's solo shuts.
+    /// If any band is soloed, silences the other bands and removes them from the block.
     void silenceUnsoloed(Block &block, uint32_t frames);
     void compressChunk(const Block &block, uint32_t frames);
     static void report(Band &band, bool bypass, bool stereo, const Kernels::DynamicsPeaks &peaks, uint32_t b);
@@ -99,7 +98,7 @@ private:
     uint32_t bandIndex = 0;
     Util::Shared<bool> linked = false;         // read by the editor only
     Util::Shared<uint32_t> sampleRate = 44100; // Hz
-    Util::Shared<float> envelopeDecay = 0.0f;  // of the peak detectors, per sample
+    Util::Shared<float> envelopeDecay = 0.0f;  // peak detectors' factor per sample
     std::array<Band, kBands> bands;
     State state;
 };

@@ -13,7 +13,7 @@ BandCoefficients design(const BandSettings &settings, uint32_t sampleRateHz)
     const auto release = static_cast<float>(Math::timeCoeff(settings.releaseMs, sampleRateHz));
     const double smoothMs = std::min(settings.attackMs, settings.releaseMs) * 0.5;
     return {.threshold = thresholdFactor(settings.thresholdDb),
-            // no ratio lifts the signal: a gain above 1 would fight the release
+            // at most 0: a ratio below 1 must not expand, because the release recovers towards a gain of 1
             .exponent = std::min(0.0f, 1.0f / settings.ratio - 1.0f),
             .attackComplement = 1.0f - attack,
             .releaseCoeff = release,

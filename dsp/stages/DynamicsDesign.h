@@ -10,9 +10,9 @@ struct BandSettings {
     bool bypass = false, solo = false;
 };
 
-/// What a block reads of them: linear gains and one-pole coefficients per sample.
+/// Coefficients of one band's compressor: linear gains and one-pole coefficients per sample.
 struct BandCoefficients {
-    float threshold, exponent; // gain = (level / threshold)^exponent from the threshold on
+    float threshold, exponent; // gain = (level / threshold)^exponent at and above the threshold
     float attackComplement, releaseCoeff, releaseComplement;
     float smoothCoeff;
     float makeUp;
@@ -20,11 +20,11 @@ struct BandCoefficients {
 };
 
 /// Pure and allocation-free; any thread. Every finite setting gives finite coefficients.
-/// Origin  one pole, c = exp(-1 / (time x rate / 2)): a stated time of T ms is a time constant of T / 2 ms. The
-///         smoothing runs at half the shorter time
+/// Origin  one-pole smoother, c = exp(-1 / (time x rate / 2)): the time constant is half the stated time. The
+///         gain smoother's stated time is half the shorter of attack and release
 BandCoefficients design(const BandSettings &settings, uint32_t sampleRateHz);
 
-/// Length of the look-ahead line, 1 ms: the delay is one sample less. At least 1.
+/// Length of the look-ahead line in samples: 1 ms, at least 1. The delay is one sample shorter.
 uint32_t lookAheadSamples(uint32_t sampleRateHz);
 
 } // namespace DSP

@@ -10,10 +10,10 @@ namespace DSP {
 namespace {
 static_assert(std::size(Kernels::FilterBankOutput{}.left) == kBands);
 
-// Below any legal cutoff a filter would lose its stability to the rounding of its taps.
+// Below this cutoff, rounding the coefficients to 32 bits can make a filter unstable.
 constexpr float kLowestCutoffHz = 20.0f;
 
-// Writes a design to one of the two filters of a pair, for both channels.
+// Writes a design to filter 0 or 1 of a pair, for both channels.
 void install(Kernels::FilterPair &pair, int filter, const FilterDesign &design, float gain)
 {
     for (int lane = 2 * filter; lane < 2 * filter + 2; ++lane) {
@@ -23,14 +23,14 @@ void install(Kernels::FilterPair &pair, int filter, const FilterDesign &design, 
     }
 }
 
-// A narrow band loses level where its two filters overlap: this lifts it, by 7 for no width at all.
+// Gain that compensates the level lost where the two filters of a narrow band overlap; 7 for zero width.
 float narrowBandLift(float lowHz, float highHz)
 {
     const double ratio = static_cast<double>(highHz) / lowHz;
     return static_cast<float>(6.0 / (ratio * ratio * ratio) + 1.0);
 }
 
-// Sets the right channel's lanes to those of `from` that lie `offset` into each left-right pair.
+// Copies each filter's left (`offset` 0) or right (`offset` 1) lane in `from` to its right lane in `to`.
 void takeRightLanes(Kernels::FilterBankState &to, const Kernels::FilterBankState &from, int offset)
 {
     const auto take = [offset](Kernels::FilterPairState &pair, const Kernels::FilterPairState &source) {
@@ -45,7 +45,7 @@ void takeRightLanes(Kernels::FilterBankState &to, const Kernels::FilterBankState
     take(to.second, from.second);
 }
 
-// The largest state that sound can leave: 200 dB over full scale, the steepest filter, the highest rate.
+// Above any state of a stable filter, even for input 200 dB over full scale at the highest sample rate.
 constexpr double kLargestState = 1e30;
 
 } // namespace
@@ -70,7 +70,7 @@ void FilterBank::design(std::span<const float> cutoffsHz, uint32_t sampleRate)
     install(coeffs.outer, 1, bottom, static_cast<float>(bottom.designGain));
 
     for (uint32_t band = 1; band < used; ++band) {
-        const int filter = band == 2 ? 0 : 1; // the slots hold the upper inner band first
+        const int filter = band == 2 ? 0 : 1; // filter 0 is the upper inner band
         const FilterDesign low = section(FilterType::lowPass, band);
         const FilterDesign high = section(FilterType::highPass, band - 1);
         install(
@@ -103,14 +103,14 @@ bool FilterBank::run(const Block &block, const GuardWave &guard)
 
 void FilterBank::filter(const Block &block, const GuardWave &guard)
 {
-    // Slots without a band write to the buffers of the bands that are silenced afterwards.
+    // Unused slots write to the buffers of unused bands, which run() silences afterwards.
     const uint32_t top = bandsInUse - 1;
     const uint32_t bandOfSlot[kBands] = {top, top == 3 ? 2u : 3u, top == 1 ? 2u : 1u, 0};
 
     Kernels::FilterBankState before;
     if (!block.right) {
         before = state;
-        takeRightLanes(state, state, 0); // so that both lanes write the same samples
+        takeRightLanes(state, state, 0); // both channels write to the same buffers, so they must match
     }
     for (uint32_t done = 0; done < block.frames; done += GuardWave::kLength) {
         const Block piece = block.part(done, std::min(block.frames - done, GuardWave::kLength));

@@ -8,15 +8,15 @@
 
 namespace DSP {
 
-/// One complete set of crossover filters for two channels and four bands, with its own state.
+/// All crossover filters for two channels and four bands, with their state.
 class FilterBank {
 public:
-    /// Designs all filters for ascending `cutoffsHz` (three) and clears their state. Cutoffs at or above half
-    /// the rate are left out, and the bands above them are silent.
+    /// Designs all filters for three ascending cutoffs and clears their state. Cutoffs at or above Nyquist are
+    /// skipped; the bands above them are silent.
     void design(std::span<const float> cutoffsHz, uint32_t sampleRate);
     void clear() { state = {}; }
-    /// Writes the bands of a block, with a guard added to each. False if a filter has lost its stability, as an
-    /// absurd rate or cutoff can make it: the bands then hold garbage.
+    /// Writes the bands of a block and adds the guard to each. Returns false if a filter has become unstable,
+    /// which an absurd rate or cutoff can cause; the bands are then invalid.
     bool run(const Block &block, const GuardWave &guard);
 
 private:

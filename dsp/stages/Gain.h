@@ -3,7 +3,7 @@
 
 namespace DSP {
 
-/// Output gain of the effect, after the maximizer. -18 to 18 dB.
+/// Output gain after the maximizer, -18 to 18 dB.
 class Gain final : public ComponentImpl<Gain> {
 public:
     explicit Gain(PluginLink &plugin);
@@ -13,7 +13,7 @@ public:
     void reset() override {}
 
     float gain() const { return gainDb; }
-    /// Limits to the range. Any thread, no lock.
+    /// Clamps `db` to the range. Any thread; takes `settingLock`.
     bool setGain(float db);
 
     /// Indices in the parameter lists.

@@ -82,7 +82,7 @@ bool Global::setFps(float value)
 
 bool Global::setAutomationZipperSamples(float samples)
 {
-    // in this order NaN gives the minimum
+    // with the calls in this order, NaN gives the minimum
     return automationZipperSamples.change(
         std::max(kZipperRange.minimum, std::min(samples, kZipperRange.maximum)));
 }

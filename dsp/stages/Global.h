@@ -3,7 +3,7 @@
 
 namespace DSP {
 
-/// The effect's options. It processes nothing; none of its values is saved with a program.
+/// The effect's global options. They are not saved with a program.
 class Global final : public ComponentImpl<Global> {
 public:
     explicit Global(PluginLink &plugin);
@@ -27,13 +27,13 @@ public:
     uint32_t getHighlightColour() const { return highlightColour; }
     uint32_t getPresetChangeMode() const { return presetChangeMode; }
     uint32_t getGlobalBufferSize() const { return globalBufferSize; }
-    /// Milliseconds between two render ticks of the editor.
+    /// Interval between the editor's render ticks in ms.
     uint32_t getFramePeriodMs() const { return framePeriodMs; }
 
     bool setFps(float value);
     bool setOpacity(float percent) { return opacity.change(percent); }
     bool setAutomationZipperSamples(float samples);
-    /// Turning bypass on clears the chain: audio state never survives it.
+    /// Turning bypass on clears the chain's audio state.
     bool setBypass(bool on);
     bool setRenderingThread(bool on);
     bool setDelayCompensation(bool on);
@@ -42,7 +42,7 @@ public:
     bool setAnimatedFocusEnable(bool on) { return animatedFocusEnable.change(on); }
     bool setProcessAsMono(bool on) { return processAsMono.change(on); }
     bool setShowBackgroundGrid(bool on);
-    /// Index of the colour that marks automated controls; 4 is none.
+    /// Sets the colour that marks automated controls; kNoHighlight turns the marks off.
     bool setDxHighlight(uint32_t colour);
     bool setPresetChangeMode(uint32_t mode) { return presetChangeMode.change(mode); }
     bool setGlobalBufferSize(uint32_t index);
@@ -63,7 +63,7 @@ private:
     Util::Shared<float> automationZipperSamples = 50.0f;
 };
 
-/// An empty settings component: it keeps its place in the component order and in the saved state.
+/// Empty component whose position in the component order is part of the saved format.
 class GlobalDerived final : public ComponentImpl<GlobalDerived> {
 public:
     explicit GlobalDerived(PluginLink &plugin);

@@ -9,13 +9,13 @@
 namespace DSP {
 
 namespace {
-// gain = (level / threshold)^(1/20 - 1): the soft curve is 20:1 whatever the ratio says
+// gain = (level / threshold)^(1/20 - 1): always 20:1, as the curve ignores the ratio parameter
 constexpr float kSoftExponent = static_cast<float>(static_cast<double>(0.05f) - 1.0);
 } // namespace
 
 Maximizer::Maximizer(PluginLink &pluginLink) : ComponentImpl(pluginLink, "Maximizer::Maximizer")
 {
-    for (uint32_t i = 0; i < gainWindow.size(); ++i) { // Hann, with a sum of 1
+    for (uint32_t i = 0; i < gainWindow.size(); ++i) { // Hann window; all 64 weights sum to 1
         const double phase = (i + 0.5) * (2.0 * Math::kPi) / kMaximizerWindow;
         gainWindow[i] = static_cast<float>((1.0 - Math::cos(phase)) / kMaximizerWindow);
     }
@@ -146,7 +146,7 @@ void Maximizer::processBrickwall(const MaximizerCoefficients &now, uint32_t fram
     state.smoothedGain = gains[frames - 1];
     if (!now.bypass) report(gains, frames);
 
-    // A sample is scaled once, in the line, when the window of gains lies around it; later it only leaves.
+    // Scales each sample in the delay line when the smoothing window is centred on it; it is output later.
     const uint32_t scaled = kMaximizerInputDelay - 1 + now.lookAhead;
     const auto output = [&](float *line, float *out) {
         if (!now.bypass) kernels.apply(line - scaled, gains, now.outputGain, line - scaled, frames);

@@ -11,10 +11,10 @@
 
 namespace DSP {
 
-/// Output limiter: what exceeds the threshold is turned down, and a gain of margin - threshold follows.
-/// Soft mode follows a 20:1 curve; brickwall mode never lets a sample over. Both delay by 262 samples.
-/// Thread  process: under `lock`, which run holds. reset: takes it. setSampleRate: under `settingLock` and `lock`. Setters: any, under
-///         `settingLock`, which the audio thread does not take
+/// Output limiter: reduces the level above the threshold, then applies a gain of margin - threshold dB. Soft mode
+/// compresses at 20:1; brickwall mode never exceeds the margin. Both delay by 262 samples.
+/// Thread  process: audio, under `lock`. reset: any, takes `lock`. setSampleRate: takes `settingLock`, then
+///         `lock`. Setters: any, take `settingLock`
 class Maximizer final : public ComponentImpl<Maximizer> {
 public:
     explicit Maximizer(PluginLink &plugin);
@@ -40,7 +40,7 @@ public:
     bool setBypass(bool on) { return change(&MaximizerSettings::bypass, on); }
     bool setBrickwall(bool on) { return change(&MaximizerSettings::brickwall, on); }
 
-    /// Smallest gain factor since the last call, without the lift to the margin; 1 is no reduction.
+    /// Returns the smallest linear gain since the last call, without the output gain; 1 means no reduction.
     float readGainReduction() { return reduction.read(); }
 
     /// Indices in the parameter lists.
@@ -52,23 +52,23 @@ public:
 private:
     static constexpr uint32_t kChunk = Kernels::MaximizerKernels::kMostFrames;
 
-    /// Block-long copies of the channels' delay lines: the new samples, with older ones before them.
+    /// The block's new samples in the delay lines; the history lies directly before them.
     struct Lines {
         float *left, *right; // right is null for mono
     };
     struct State {
         float envelope = 0.0f, followedGain = 1.0f, smoothedGain = 1.0f;
-        DelayLine lineLeft, lineRight; // both delays in one: the detector reads after the first of them
+        DelayLine lineLeft, lineRight; // input and output delay; the detector reads between them
         SlidingMinimum gainLine;
         DelayLine gainRing;
     };
 
     void declareParameters();
-    /// Stores another value and designs anew; nothing for the value that it has.
+    /// Stores the value and updates the coefficients; returns false if the value is unchanged.
     template <class V>
     bool change(V MaximizerSettings::*field, V value);
     void processChunk(const MaximizerCoefficients &now, uint32_t frames, float *left, float *right);
-    /// Gains from envelopes, in place, then the delayed samples scaled by them.
+    /// Turns the envelopes in `gains` into gains, in place, then writes the delayed, scaled samples.
     void processSoft(const MaximizerCoefficients &now, uint32_t frames, const Lines &lines, float *gains,
                      float *left, float *right);
     void processBrickwall(const MaximizerCoefficients &now, uint32_t frames, const Lines &lines, float *gains,
@@ -79,7 +79,7 @@ private:
     Util::SharedRecord<MaximizerSettings> settings;
     Util::SharedRecord<MaximizerCoefficients> coefficients;
     State state;
-    alignas(32) std::array<float, kMaximizerWindow / 2> gainWindow; // its second half mirrors this one
+    alignas(32) std::array<float, kMaximizerWindow / 2> gainWindow; // first half of a symmetric window
     Meter::Reduction reduction;
 };
 

@@ -9,7 +9,7 @@ namespace DSP {
 
 namespace {
 
-// Designed for one rate, used at all: 100 samples, whatever they last.
+// A time constant of 100 samples at every sample rate: part of the sound; see SameBitsTest.
 float brickwallAttackCoeff()
 {
     constexpr double kRateHz = 44100.0, kTwiceSamplesMs = 200000.0;

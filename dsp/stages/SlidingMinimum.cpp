@@ -39,7 +39,7 @@ void SlidingMinimum::skip(uint32_t frames)
 
 void SlidingMinimum::writeLine()
 {
-    // The place whose turn comes after j more samples was emptied 199 - j values ago.
+    // The value to be returned after j more samples was last reset 199 - j samples ago.
     for (uint32_t j = 0; j < kWindow - 1; ++j) {
         float &held = line[(position + j) % kWindow];
         held = std::min(held, leastOfLast(kWindow - 1 - j));

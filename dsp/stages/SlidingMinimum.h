@@ -5,13 +5,12 @@
 
 namespace DSP {
 
-/// The hold of the brickwall limiter: for each gain the least of the last 200.
-/// Shape   behaves as a line of 200 places: each sample that runs lowers all of them to its own value, takes
-///         out the place whose turn it is and refills it with 1. Samples that pass without run (the other
-///         mode of the limiter) move the turn on and leave the line alone, so places then hold spans of
-///         other lengths
+/// Sliding minimum of the brickwall limiter: replaces each gain with the smallest of the last 200.
+/// Shape   equivalent to a ring buffer of 200 values. run() lowers larger values to the input, returns the value at
+///         `position`, resets it to 1 and advances. skip() only advances, so after a change of limiter mode
+///         the window can be longer or shorter than 200 samples
 /// Unit    linear gain, 0 to 1
-/// Cost    eight vector minima a sample on any signal; a change of mode costs one pass over the line
+/// Cost    eight vector minima per sample for any signal, and one pass over the buffer per change of mode
 /// Thread  audio, no allocation
 class SlidingMinimum {
 public:
@@ -21,7 +20,7 @@ public:
     void clear();
     /// In place, up to MaximizerKernels::kMostFrames values, 32-byte aligned.
     void run(float *values, uint32_t frames);
-    /// `frames` samples pass without a value.
+    /// Advances by `frames` samples without input.
     void skip(uint32_t frames);
 
 private:
@@ -30,10 +29,10 @@ private:
     void writeLine();
     float leastOfLast(uint32_t count) const;
 
-    Kernels::MinimumLadder ladder;   // minima of what has run since the line was last written
-    std::array<float, kWindow> line; // what places held then; 1 once their turn has come
-    uint32_t position = 0;           // the place whose turn is next
-    uint32_t placesLeft = 0;         // places that still hold something from before
+    Kernels::MinimumLadder ladder;   // minima of the input since the last writeLine
+    std::array<float, kWindow> line; // minima from before the last writeLine; 1 once returned
+    uint32_t position = 0;           // next index to return
+    uint32_t placesLeft = 0;         // values in `line` that are not returned yet
     bool ladderInUse = false;
 };
 

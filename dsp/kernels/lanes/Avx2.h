@@ -1,7 +1,7 @@
 #pragma once
-/// Eight floats, eight int32 and four doubles in the 32-byte registers of AVX2; the halves come from Sse2.h.
-/// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
-// One operation a line.
+/// Eight floats, eight int32 or four doubles in the 32-byte registers of AVX2; Sse2.h defines the halves.
+/// The operations are defined in dsp/kernels/Lanes.h, the only file that includes this one.
+// Unformatted: one operation per line.
 // clang-format off
 namespace DSP::Kernels::SET {
 
@@ -31,7 +31,7 @@ struct D4 {
     LANES_OP D4 of(double a, double b, double c, double d) { return {_mm256_setr_pd(a, b, c, d)}; }
 };
 
-/// The floats that one register of the set holds.
+/// One full register of this variant.
 using FloatRegister = F8;
 
 LANES_OP F8 combine(F4 lo, F4 hi) { return {_mm256_insertf128_ps(_mm256_castps128_ps256(lo.v), hi.v, 1)}; }

@@ -1,7 +1,7 @@
 #pragma once
-/// Operations that are made of those in the file of the set and read the same in all of them.
-/// Meaning: dsp/kernels/Lanes.h, the only file that includes this one.
-// One operation a line.
+/// Operations composed of the variant's own, with the same source in every instruction-set variant.
+/// They are defined in dsp/kernels/Lanes.h, the only file that includes this one.
+// Unformatted: one operation per line.
 // clang-format off
 namespace DSP::Kernels::SET {
 
@@ -14,12 +14,12 @@ LANES_OP bool any(M8 a) { return bits(a) != 0; }
 LANES_OP bool all(M8 a) { return bits(a) == 0xFF; }
 LANES_OP bool all(MD4 a) { return bits(a) == 0xF; }
 
-/// shuffle<i, j, k, l>(a) takes lanes i, j, k and l of a; with two arguments k and l are lanes of the other.
-/// Of an F8 shuffle, unpackLow and unpackHigh work within each half of four.
+/// shuffle<i, j, k, l>(a) takes lanes i, j, k and l of a; with two arguments, k and l are lanes of the second.
+/// On F8, shuffle, unpackLow and unpackHigh treat each half of four lanes separately.
 template <int i, int j, int k, int l> LANES_OP F4 shuffle(F4 a) { return shuffle<i, j, k, l>(a, a); }
 LANES_OP F4 reverse(F4 a) { return shuffle<3, 2, 1, 0>(a); }
 
-/// Folded by halves: lanes 0-3 with 4-7, then 0-1 with 2-3, then 0 with 1.
+/// Reduces by halves: lanes 0-3 with 4-7, then 0-1 with 2-3, then 0 with 1.
 LANES_OP float horizontalMax(F4 a)
 {
     const F4 two = max(a, shuffle<2, 3, 2, 3>(a));
@@ -33,7 +33,7 @@ LANES_OP float horizontalMin(F4 a)
 LANES_OP float horizontalMax(F8 a) { return horizontalMax(max(low(a), high(a))); }
 LANES_OP float horizontalMin(F8 a) { return horizontalMin(min(low(a), high(a))); }
 
-/// Rows become columns: lane j of row i goes to lane i of row j.
+/// Lane j of row i moves to lane i of row j.
 LANES_OP void transpose(F4 &r0, F4 &r1, F4 &r2, F4 &r3)
 {
     const F4 a = unpackLow(r0, r1), b = unpackLow(r2, r3);
@@ -44,7 +44,7 @@ LANES_OP void transpose(F4 &r0, F4 &r1, F4 &r2, F4 &r3)
     r3 = shuffle<2, 3, 2, 3>(c, d);
 }
 
-/// Four by four in each half: lane j of rows[i] goes to lane i of rows[j], and lane 4 + j to lane 4 + i.
+/// Transposes each 4 x 4 half: lane j of row i moves to lane i of row j, and lane 4 + j to lane 4 + i.
 LANES_OP void transposeHalves(F8 &r0, F8 &r1, F8 &r2, F8 &r3)
 {
     const F8 a = unpackLow(r0, r1), b = unpackLow(r2, r3);
@@ -71,7 +71,7 @@ LANES_OP void transpose(F8 (&rows)[8])
     joinHalves(rows[3], rows[7]);
 }
 
-/// Stores a0 b0 a1 b1 and so on.
+/// Stores a0 b0 a1 b1 ...
 LANES_OP void storeInterleaved(float *to, F4 a, F4 b)
 {
     store(to, unpackLow(a, b));

@@ -1,7 +1,7 @@
 #pragma once
-/// Eight floats, eight int32 and four doubles as two halves: for sets whose registers hold 16 bytes.
-/// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
-// One operation a line.
+/// Eight floats, eight int32 or four doubles as two halves, for variants with 16-byte registers.
+/// The operations are defined in dsp/kernels/Lanes.h, the only file that includes this one.
+// Unformatted: one operation per line.
 // clang-format off
 namespace DSP::Kernels::SET {
 
@@ -31,7 +31,7 @@ struct D4 {
     LANES_OP D4 of(double a, double b, double c, double d) { return {D2::of(a, b), D2::of(c, d)}; }
 };
 
-/// The floats that one register of the set holds.
+/// One full register of this variant.
 using FloatRegister = F4;
 
 LANES_OP F8 combine(F4 lo, F4 hi) { return {lo, hi}; }

@@ -1,7 +1,7 @@
 #pragma once
-/// Four floats, four int32 and two doubles in the compiler's own vector types: no processor is named.
-/// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
-// One operation a line.
+/// Four floats, four int32 or two doubles in GCC vector types, without processor-specific intrinsics.
+/// The operations are defined in dsp/kernels/Lanes.h, the only file that includes this one.
+// Unformatted: one operation per line.
 // clang-format off
 namespace DSP::Kernels::SET {
 

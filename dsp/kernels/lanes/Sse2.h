@@ -5,9 +5,9 @@
 #include <emmintrin.h>
 #endif
 
-/// Four floats, four int32 and two doubles in the 16-byte registers of x86; AVX2 builds on the same.
-/// Meaning of the operations: dsp/kernels/Lanes.h, the only file that includes this one.
-// One operation a line.
+/// Four floats, four int32 or two doubles in 16-byte SSE registers; the AVX2 variant includes it too.
+/// The operations are defined in dsp/kernels/Lanes.h, the only file that includes this one.
+// Unformatted: one operation per line.
 // clang-format off
 namespace DSP::Kernels::SET {
 
