@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fmt/format.h>
 
 #include "apps/tessarine/console/Failure.h"
 
@@ -11,9 +12,9 @@ namespace {
 
 constexpr int kMode = EBUR128_MODE_M | EBUR128_MODE_TRUE_PEAK;
 constexpr uint32_t kHopsPerBlock = 4; // blocks overlap by three quarters
-// BS.1770: blocks at or below -70 LUFS never count, nor those 10 LU below the mean of the others
+// BS.1770 gates: skip blocks at or below -70 LUFS, then blocks 10 LU below the mean of the others
 constexpr double kAbsoluteGate = -70.0, kLoudest = 100.0; // LUFS
-constexpr double kRelativeGate = 0.1;                     // of the mean energy
+constexpr double kRelativeGate = 0.1;                     // factor on the mean energy, -10 LU
 constexpr double kClassesPerLu = 10.0;
 
 } // namespace
@@ -25,7 +26,8 @@ LoudnessMeter::LoudnessMeter(uint32_t channels, uint32_t rate)
       classes(static_cast<size_t>((kLoudest - kAbsoluteGate) * kClassesPerLu) + 1)
 {
     if (!state)
-        throw Failure("the loudness meter does not start at this sample rate; convert the file first");
+        throw Failure(
+            fmt::format("the loudness meter does not support {} Hz; convert the sample rate first", rate));
 }
 
 void LoudnessMeter::add(const float *interleaved, uint32_t frames)

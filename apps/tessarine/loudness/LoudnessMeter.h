@@ -7,16 +7,16 @@
 
 namespace App {
 
-/// Peaks and integrated loudness of a whole signal, after ITU-R BS.1770-4 and EBU R 128. The library weights
-/// the signal and measures blocks of 400 ms; its own integration either keeps all of them or rounds each to
-/// 0.1 LU, so the blocks are gated here: sums of energy in classes of 0.1 LU need the same memory for any
-/// length, and only which blocks of the class at the gate count is rounded.
-/// Unit    dB over full scale, LUFS; minus infinity for silence and for less than 400 ms
+/// Peaks and integrated loudness of a whole signal according to ITU-R BS.1770-4 and EBU R 128. libebur128 weights
+/// the signal and measures blocks of 400 ms. Its integration either stores every block or rounds each block to
+/// 0.1 LU, so this class gates the blocks itself. It sums their energy in classes of 0.1 LU, which needs constant
+/// memory and rounds only the gate.
+/// Unit    dBFS, dBTP and LUFS; minus infinity for silence and for less than 400 ms
 class LoudnessMeter {
 public:
     LoudnessMeter(uint32_t channels, uint32_t rate);
 
-    /// Samples that are no numbers count as silence.
+    /// Counts NaN and infinite samples as silence.
     void add(const float *interleaved, uint32_t frames);
 
     struct Figures {
@@ -34,13 +34,13 @@ private:
     };
 
     void closeBlock();
-    /// Mean energy of the classes whose own mean is above the gate; 0 if there are none.
+    /// Mean energy of the classes whose mean energy is above `gate`; 0 if there are none.
     double meanEnergy(double gate) const;
     double loudness() const;
 
     std::unique_ptr<ebur128_state, Destroy> state;
-    uint32_t hop;        // frames from block to block, 100 ms
-    uint32_t untilBlock; // frames
+    uint32_t hop;        // distance of blocks in frames, 100 ms
+    uint32_t untilBlock; // frames until the current block is complete
     std::vector<Class> classes;
     std::vector<float> clean;
 };

@@ -3,11 +3,11 @@
 
 namespace App {
 
-/// Whether the ending, .html or .png in any case, names a kind of report.
+/// True if the extension is .html or .png in any case.
 bool isReportPath(const std::filesystem::path &path);
 
-/// The content of options.report: the picture alone, or one page with the picture and the figures that needs
-/// no other file.
+/// The content of the file options.report. A .png is the picture alone; an .html is a self-contained page with
+/// picture and figures.
 std::string makeReport(const RenderOptions &options, const Rendering &rendering, const Summary &summary);
 
 } // namespace App
