@@ -69,8 +69,10 @@ void addChunk(CLI::App &app)
 {
     const auto options = std::make_shared<ChunkOptions>();
     CLI::App *const command =
-        app.add_subcommand("chunk", "Write settings to a chunk file, the form in which hosts save them");
-    command->add_option("FILE", options->file, "Chunk file to write, or to read with --print")->required();
+        app.add_subcommand("chunk", "Write or print a chunk file, which holds settings as hosts save them");
+    command->add_option("FILE", options->file, "Chunk file to write, or to read with --print")
+        ->type_name("")
+        ->required();
     command->add_flag("--print", options->print, "Print the values stored in FILE instead of writing it")
         ->excludes(addSettings(command, options->settings));
     command->callback([options] { makeChunk(*options); });

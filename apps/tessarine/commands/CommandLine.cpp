@@ -45,16 +45,19 @@ CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)
 
 CLI::Option *addChunkFile(CLI::App *command, std::filesystem::path &chunk)
 {
-    return command->add_option(
-        "--chunk", chunk,
-        "Chunk file to load first, as written by 'tessarine chunk'; --set overrides its values");
+    return command
+        ->add_option("--chunk", chunk,
+                     "Chunk file to load first, as written by 'tessarine chunk'; --set overrides its values")
+        ->type_name("FILE");
 }
 
 void addRate(CLI::App *command, uint32_t &rate)
 {
-    command->add_option("--rate", rate, "Sample rate in Hz")
-        ->check(CLI::Range(kLowestRate, kHighestRate))
-        ->capture_default_str();
+    command
+        ->add_option("--rate", rate,
+                     fmt::format("Sample rate: {} to {} (default: {} Hz)", kLowestRate, kHighestRate, rate))
+        ->type_name("HZ")
+        ->check(CLI::Range(kLowestRate, kHighestRate).description(""));
 }
 
 void runCommandLine(int argc, const char *const *argv)

@@ -173,9 +173,11 @@ void addEditor(CLI::App &app)
     const auto options = std::make_shared<EditorOptions>();
     CLI::App *const command =
         app.add_subcommand("editor", "Draw the editor as it looks while an audio file plays");
-    command->add_option("--png", options->png, "PNG picture to write")->required();
-    CLI::Option *const in = command->add_option(
-        "--in", options->in, "Audio file to play (default: none, the editor has just been opened)");
+    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
+    CLI::Option *const in =
+        command
+            ->add_option("--in", options->in, "Audio file to play (default: none, the editor as just opened)")
+            ->type_name("FILE");
     command
         ->add_option(
             "--at", options->at,

@@ -26,7 +26,7 @@ void showParameters()
 
 void addParams(CLI::App &app)
 {
-    app.add_subcommand("params", "List the parameters: index, name, unit, range, default and display")
+    app.add_subcommand("params", "List all parameters with index, unit, range, default and displayed value")
         ->callback(showParameters);
 }
 

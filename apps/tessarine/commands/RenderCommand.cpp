@@ -120,13 +120,20 @@ void addRender(CLI::App &app)
     const auto loudness = std::make_shared<std::optional<double>>();
     const auto truePeak = std::make_shared<std::optional<double>>();
     CLI::App *const command = app.add_subcommand("render", "Process an audio file");
-    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")->required();
-    command->add_option("OUT", options->out, "Output file; its extension selects the format")->required();
+    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
+        ->type_name("")
+        ->required();
+    command->add_option("OUT", options->out, "Output file; its extension selects the format")
+        ->type_name("")
+        ->required();
     addSettings(command, options->effect.settings);
     addChunkFile(command, options->effect.chunk)->check(named("chunk"), "");
-    command->add_option("--block", options->blockFrames, "Block size in frames")
-        ->check(CLI::Range(1u, kLargestBlock))
-        ->capture_default_str();
+    command
+        ->add_option(
+            "--block", options->blockFrames,
+            fmt::format("Block size: 1 to {} (default: {} frames)", kLargestBlock, options->blockFrames))
+        ->type_name("FRAMES")
+        ->check(CLI::Range(1u, kLargestBlock).description(""));
     command->add_flag_callback(
         "--no-compensate", [options] { options->compensate = false; },
         "Keep the effect's delay in the output (default: output aligned with the input)");
@@ -138,12 +145,14 @@ void addRender(CLI::App &app)
     command
         ->add_option("--report", options->report,
                      "Report to write, with charts of levels and gain reduction: .html or .png")
+        ->type_name("FILE")
         ->check(knownReport, "");
     addLoudness(command, *loudness, *truePeak);
     command
         ->add_option("--dry", options->dry,
                      "Dry file to write: the input, aligned with the output and matched to its loudness, for "
                      "listening comparisons; its extension selects the format")
+        ->type_name("FILE")
         ->check(named("dry file"), "");
     command->callback([options, loudness, truePeak] {
         if (*loudness) options->goal = {**loudness, truePeak->value_or(0.0)};

@@ -36,7 +36,7 @@ void addResponse(CLI::App &app)
         app.add_subcommand("response", "Measure the frequency response of each band and of their sum");
     addSettings(command, options->settings);
     addRate(command, options->rate);
-    command->add_option("--png", options->png, "PNG picture to write")->required();
+    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
     command->callback([options] { showResponse(*options); });
 }
 

@@ -123,7 +123,7 @@ std::string refusal(const LoudnessGoal &goal, const std::vector<LimiterCurve> &c
                        "{:.1f} LUFS, {}; give --loudness {:.1f} or less, or {}",
                        goal.loudness, goal.truePeak, offered,
                        bypassed ? "with the limiter bypassed"
-                                : "with 'Limiter Threshold' or 'Gain' at its end",
+                                : "where 'Limiter Threshold' or 'Gain' reaches its limit",
                        offered, more);
 }
 
