@@ -90,7 +90,7 @@ constexpr Refusal kRefusals[] = {
 
 using Failures = Sandbox;
 
-/// Prepares a folder with unreadable input and unwritable output of every kind, and with "good.wav".
+/// The folder contains invalid inputs and outputs of every kind, and the valid file good.wav.
 TEST_F(Failures, PrintOneLineAndLeaveNoFile)
 {
     const Audio sound = Signals::noise(1, 44100, -20.0);

@@ -67,7 +67,7 @@ using App::LimiterMode;
 
 constexpr App::GainLimits kLimits = {-18.0, 18.0, -5.0};
 
-/// Limiter output for a steady tone at `level` dBFS: the limiter holds it at the threshold, with its loudness 10 LU
+/// Limiter output for a steady tone at `level` dBFS, which is limited to the threshold. Its loudness is 10 LU
 /// below its peak.
 App::LimiterCurve tone(double level, LimiterMode mode = LimiterMode::soft)
 {

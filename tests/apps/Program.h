@@ -16,8 +16,8 @@ public:
         long peakKiB; // largest resident size
     };
 
-    /// Starts the renderer in `folder`. The shell splits `line` into arguments. `largestFile` is the process's file
-    /// size limit in bytes.
+    /// Starts the renderer in `folder`. The shell splits `line` into arguments. `largestFile` is the
+    /// process's file size limit in bytes.
     Program(const std::filesystem::path &folder, const std::string &line,
             std::optional<uint64_t> largestFile = {});
     ~Program();

@@ -58,7 +58,7 @@ TEST_F(Render, NeutralAndBypassedChainsAreBitExactForIntegerFiles)
                                                    {"d.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_24}};
     for (const auto &[name, format] : formats) {
         write(name, format, 32000, Signals::noise(7, 20000, 0.0));
-        // neutral: all cutoffs above Nyquist leave one unfiltered band, and the limiter is bypassed
+        // the first settings are neutral: with all cutoffs above Nyquist, one band passes unfiltered
         for (const char *settings : {" --set 'Crossover High Cutoff=20000' --set 'Crossover Mid Cutoff=20000'"
                                      " --set 'crossover low cutoff=20000 Hz' --set 'Limiter Bypass=on'",
                                      " --set 'Global Bypass=on'"}) {

@@ -17,7 +17,7 @@ struct ChunkOptions {
 /// Applies the settings. Throws Failure if one changes a parameter that chunks do not store.
 void applySavedSettings(EffectHost &host, const std::vector<std::string> &settings)
 {
-    std::vector<std::pair<Parameter, std::string>> unsaved; // with the displays before the settings
+    std::vector<std::pair<Parameter, std::string>> unsaved; // with their displayed values before the change
     for (const Parameter &p : listParameters(host)) {
         if (!p.saved) unsaved.emplace_back(p, p.display(host));
     }

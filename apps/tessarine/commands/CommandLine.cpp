@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
 
-/// Returns the requested help, or one line on the error. `firstWord` is the first argument or empty.
+/// Returns the requested help text or a one-line error message. `firstWord` is the first argument, if any.
 Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::string &firstWord)
 {
     if (problem.get_exit_code() == 0) {

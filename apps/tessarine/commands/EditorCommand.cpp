@@ -31,7 +31,7 @@ struct EditorOptions {
     std::string language = kLanguages[UI::Language::english];
     uint32_t scale = 100;              // per cent
     std::string focus;                 // name of the control with keyboard focus; empty for none
-    std::optional<Point> point, press; // positions of the resting mouse and of the pressed left button
+    std::optional<Point> point, press; // where the mouse rests and where its left button is pressed
 };
 
 /// Number of frames to play before the picture is taken.

@@ -3,7 +3,7 @@
 
 namespace App {
 
-/// An error that the user can correct. The message names the problem, the value and the remedy. The program
+/// An error to report to the user. The message names the problem, the value and the remedy. The program
 /// prints it and exits with 1.
 struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;

@@ -9,7 +9,7 @@ namespace App {
 /// Errors  Interrupted from show
 class Progress {
 public:
-    /// `total` in frames at `rate` Hz.
+    /// `total` is the number of frames to process, `rate` the sample rate in Hz.
     Progress(uint64_t total, uint32_t rate);
     ~Progress();
     Progress(const Progress &) = delete;

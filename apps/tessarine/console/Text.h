@@ -10,8 +10,8 @@ namespace App {
 /// True if the names are equal, ignoring the case of A to Z.
 bool sameName(std::string_view a, std::string_view b);
 
-/// The `count` names most similar to `typed`, or all names if there are fewer. Names that contain `typed` come
-/// first, then the others by Levenshtein distance. Ignores the case of A to Z.
+/// The `count` names most similar to `typed`, or all names if there are fewer. Names that contain `typed`
+/// come first, then the others by Levenshtein distance. Ignores the case of A to Z.
 std::vector<std::string> nearestNames(std::string_view typed, const std::vector<std::string> &names,
                                       size_t count);
 
@@ -27,7 +27,7 @@ std::optional<Number> takeNumber(std::string_view &text)
     return value;
 }
 
-/// Parses all of `text` as one number; nullopt if anything else is in it.
+/// Parses `text` as one number; returns nullopt if it contains anything else.
 template <class Number>
 std::optional<Number> readNumber(std::string_view text)
 {

@@ -17,7 +17,7 @@ constexpr const char *kLanguages[UI::Language::languages] = {"english", "japanes
 size_t findEditorControl(const std::string &name);
 
 /// An offscreen window system with an effect's editor and a simulated user. Only wait() advances its clock.
-/// States  after construction: make the effect; then call open() once. The screen must outlive the effect
+/// States  after construction, make the effect, then call open() once; the screen must outlive the effect
 /// Errors  Failure from open() if the editor does not open
 class EditorScreen {
 public:

@@ -7,9 +7,9 @@
 
 namespace App {
 
-/// A small host that drives the linked-in effect through its AEffect record, like any other host. Reads the
-/// true delay, the meters and the ranges from the Plugin object, because the record does not provide them.
-/// States  after construction: set parameters; after start(): process(). The destructor closes the effect
+/// A small host that drives the linked-in effect through its AEffect record, like any other host. The Plugin
+/// object provides the true delay, the meters and the ranges, which the record lacks.
+/// States  set parameters after construction, process after start(); the destructor closes the effect
 /// Errors  Failure if the effect does not load
 class EffectHost {
 public:
@@ -40,7 +40,7 @@ public:
     /// Processes one block. `in` and `out` hold one pointer per channel of the layout and may be equal.
     void process(float *const *in, float *const *out, uint32_t frames);
 
-    /// Opens the editor inside `window`; returns false if it does not open. The editor closes with the effect.
+    /// Opens the editor inside `window`; returns false if that fails. The editor closes with the effect.
     bool openEditor(Platform::WindowHandle window);
     /// Sends the Tab key to the editor through the plug-in interface.
     void pressTab();

@@ -16,7 +16,7 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr double kFlatFromOctaves = 2.0; // distance of cutoffs at which the sum of the bands is flat
+constexpr double kFlatFromOctaves = 2.0; // minimum distance between cutoffs for a flat sum of the bands
 constexpr const char *kNames[DSP::kCutoffs] = {"Low", "Mid", "High"};
 constexpr size_t kMostBytes = size_t{1} << 20; // a chunk has a few hundred bytes
 

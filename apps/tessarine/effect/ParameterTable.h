@@ -8,8 +8,8 @@
 
 namespace App {
 
-/// A parameter with its range in its own unit. Without a host index it is hidden from hosts and accessed through
-/// its component.
+/// A parameter with its range in its own unit. If it has no host index, it is hidden from hosts and accessed
+/// through its component.
 struct Parameter {
     std::string name, unit;
     DSP::ParamKind kind = DSP::ParamKind::real;

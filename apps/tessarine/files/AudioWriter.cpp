@@ -65,8 +65,8 @@ void AudioWriter::fail()
     throw Failure(fmt::format("{} was not written: {}", path.string(), sf_strerror(handle.get())));
 }
 
-// libsndfile's own conversion either scales by one step less than full scale or truncates instead of rounding.
-// This conversion is bit-exact for samples that were read from an integer format.
+// libsndfile's own conversion either scales by one step less than full scale or truncates instead of
+// rounding. This conversion is bit-exact for samples that were read from an integer format.
 void AudioWriter::quantise(const float *samples, size_t count)
 {
     const double fullScale = std::ldexp(1.0, bits - 1);

@@ -13,8 +13,8 @@ struct Block {
     Block(const Block &) = delete;
     Block &operator=(const Block &) = delete;
 
-    /// Reads the next frames into `interleaved` and returns the number of frames read. Pads with silence after the
-    /// end of the file, which flushes the effect's delay.
+    /// Reads the next frames into `interleaved` and returns the number of frames read. Pads with silence
+    /// after the end of the file, which flushes the effect's delay.
     uint32_t read(AudioReader &reader, uint32_t frames);
     /// Copies `interleaved` to `left` and `right`.
     void separate(uint32_t frames);
@@ -27,8 +27,8 @@ struct Block {
     float *const sides[2] = {left.data(), right.data()};
 };
 
-/// Number of frames to drop from a block that starts at frame `begin`, so that the signal loses its first `skip`
-/// frames.
+/// Number of frames to drop from a block of `frames` frames that starts at frame `begin` of the signal, if
+/// the first `skip` frames of the signal are dropped.
 uint32_t framesToSkip(uint64_t skip, uint64_t begin, uint32_t frames);
 
 } // namespace App

@@ -20,7 +20,7 @@ constexpr Ending kEndings[] = {
     {".oga", SF_FORMAT_OGG},   {".caf", SF_FORMAT_CAF},  {".au", SF_FORMAT_AU},
 };
 
-/// Maximum audio data in WAV and AIFF, whose lengths have 32 bits, with some space for the header.
+/// Maximum size of the audio data in WAV and AIFF, which store 32-bit lengths. Leaves space for the header.
 constexpr double kLargestShortFile = 4.29e9; // bytes
 
 int containerOf(const std::filesystem::path &out)

@@ -6,8 +6,8 @@
 
 namespace App {
 
-/// The format for `out`. The file extension selects the container. The sample format is that of the input if the
-/// container supports it, else the nearest without audible loss. Channels and rate are those of the input.
+/// The format for `out`. The file extension selects the container. The sample format is that of the input if
+/// the container supports it, else the nearest without audible loss. Channels and rate are the input's.
 /// Errors  Failure if the extension is unknown or the container does not support the rate or the length
 SF_INFO outputFormat(const std::filesystem::path &out, const SF_INFO &input);
 

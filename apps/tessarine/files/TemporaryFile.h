@@ -6,8 +6,8 @@
 
 namespace App {
 
-/// Writes a file atomically: under a hidden name in the target's folder, renamed by commit. The target is always
-/// either the old or the complete new file. The destructor removes a file that was not committed.
+/// Writes a file atomically: under a hidden name in the target's folder, renamed by commit. The target is
+/// always either the old or the complete new file. The destructor removes a file that was not committed.
 /// Errors  Failure from the constructor, write, commit and check; put and seek only store the error
 class TemporaryFile {
 public:
@@ -20,7 +20,7 @@ public:
     void write(std::string_view bytes);
     void commit();
 
-    // For libraries that write by themselves. `put` and `get` return the number of bytes, `seek` the position.
+    // For libsndfile's virtual I/O. `put` and `get` return the number of bytes, `seek` the position.
     int64_t put(const void *bytes, int64_t count);
     int64_t get(void *bytes, int64_t count);
     int64_t seek(int64_t offset, int whence);

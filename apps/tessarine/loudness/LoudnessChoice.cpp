@@ -21,8 +21,8 @@ double slope(const LimiterPoint &a, const LimiterPoint &b)
     return (b.loudness - a.loudness) / (b.threshold - a.threshold);
 }
 
-/// Interpolates the loudness between points[upper - 1] and points[upper]. The higher the threshold, the less the
-/// loudness depends on it, so the curve is concave: it lies above the chord of the interval and below the
+/// Interpolates the loudness between points[upper - 1] and points[upper]. The higher the threshold, the less
+/// the loudness depends on it, so the curve is concave: it lies above the chord of the interval and below the
 /// extended chords of both neighbouring intervals. A parabola would lie at a quarter of that distance.
 double loudnessBetween(const std::vector<LimiterPoint> &points, size_t upper, double threshold)
 {
@@ -77,7 +77,7 @@ LoudnessChoice lifted(const LoudnessGoal &goal, const GainLimits &limits, Limite
     return choice;
 }
 
-/// Result of the search along one curve. If there is no choice, the reachable loudness explains the refusal.
+/// Result of the search along one curve: a choice, or the range of loudness within reach.
 struct Attempt {
     std::optional<LoudnessChoice> choice;
     double loudest = -std::numeric_limits<double>::infinity(); // LUFS

@@ -11,7 +11,8 @@ struct LimiterPoint {
     double threshold, loudness, truePeak; // dBFS, LUFS, dBTP
 };
 
-/// Limiter output in one mode as a function of the threshold, which rises to 0. A bypassed limiter has one point.
+/// Limiter output in one mode as a function of the threshold, in ascending order up to 0 dBFS. A bypassed
+/// limiter has one point.
 struct LimiterCurve {
     LimiterMode mode;
     std::vector<LimiterPoint> points;
@@ -38,12 +39,12 @@ struct LoudnessChoice {
     std::vector<std::string> settings() const;
 };
 
-/// Chooses the gentlest limiting that reaches the goal: in the first mode that can, the highest threshold at which
-/// the target loudness does not exceed the maximum true peak. The stages after the limiter only scale the signal.
-/// "Limiter Margin" provides as much of the lift as its range allows, "Gain" the remainder; at threshold 0 (no
-/// limiting) "Gain" comes first.
-/// Between two measured thresholds the true peak rises at most as much as the threshold and at most to the upper
-/// point's true peak, because the limiter's gains do. The loudness is interpolated.
+/// Chooses the gentlest limiting that reaches the goal: in the first mode that can, the highest threshold at
+/// which the target loudness does not exceed the maximum true peak. The stages after the limiter only scale
+/// the signal. "Limiter Margin" provides as much of the lift as its range allows, "Gain" the remainder; at
+/// threshold 0 (no limiting) "Gain" comes first.
+/// Between two measured thresholds the loudness is interpolated. The true peak is an upper bound: it exceeds
+/// the lower point's by at most the difference in threshold and never exceeds the upper point's.
 /// Errors  Failure with the nearest loudness within reach
 LoudnessChoice choose(const LoudnessGoal &goal, const GainLimits &limits,
                       const std::vector<LimiterCurve> &curves);

@@ -7,10 +7,10 @@
 
 namespace App {
 
-/// Peaks and integrated loudness of a whole signal according to ITU-R BS.1770-4 and EBU R 128. libebur128 weights
-/// the signal and measures blocks of 400 ms. Its integration either stores every block or rounds each block to
-/// 0.1 LU, so this class gates the blocks itself. It sums their energy in classes of 0.1 LU, which needs constant
-/// memory and rounds only the gate.
+/// Peaks and integrated loudness of a whole signal according to ITU-R BS.1770-4 and EBU R 128. libebur128
+/// weights the signal and measures blocks of 400 ms. Its integration either stores every block or rounds each
+/// block to 0.1 LU, so this class gates the blocks itself. It sums their energy in classes of 0.1 LU; this
+/// needs constant memory and rounds only the gates.
 /// Unit    dBFS, dBTP and LUFS; minus infinity for silence and for less than 400 ms
 class LoudnessMeter {
 public:
@@ -39,7 +39,7 @@ private:
     double loudness() const;
 
     std::unique_ptr<ebur128_state, Destroy> state;
-    uint32_t hop;        // distance of blocks in frames, 100 ms
+    uint32_t hop;        // frames between block starts, 100 ms
     uint32_t untilBlock; // frames until the current block is complete
     std::vector<Class> classes;
     std::vector<float> clean;

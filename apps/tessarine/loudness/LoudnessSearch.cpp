@@ -18,7 +18,7 @@ namespace App {
 namespace {
 
 constexpr uint32_t kBlockFrames = 1u << 14; // does not affect the output samples
-/// Distance of the measured thresholds: in the first mode, and in the mode to fall back on.
+/// Distance between measured thresholds in the first mode and in the fallback mode.
 constexpr double kStepDb = 2.0, kSpareStepDb = 4.0;
 constexpr const char *kModeName = "Limiter Brickwall Mode";
 

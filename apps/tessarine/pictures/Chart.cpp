@@ -44,7 +44,7 @@ Chart::Chart(Drawing &target, const Box &area, Axis horizontal, Axis vertical)
 
 Position Chart::place(const Position &value) const
 {
-    // Cairo cannot draw infinite coordinates; the frame cuts the limited ones anyway
+    // Cairo cannot draw infinite coordinates, and positions this far outside are clipped anyway
     const double up = std::clamp(y.place(value.y), -1.0, 2.0);
     return {frame.left + x.place(value.x) * frame.width(), frame.bottom - up * frame.height()};
 }

@@ -30,7 +30,8 @@ using CairoSurface = std::unique_ptr<cairo_surface_t, CairoDestroy>;
 /// The bytes of a PNG file; empty if there is not enough memory.
 std::string encodePng(cairo_surface_t *surface);
 
-/// Draws a picture on a white page. Coordinates and sizes are in points; a PNG has kPixelsPerPoint.
+/// Draws a picture on a white page. Coordinates and sizes are in points; a PNG has kPixelsPerPoint pixels per
+/// point.
 /// Errors  Failure from the constructor and from finish if there is not enough memory
 class Drawing {
 public:
@@ -40,7 +41,8 @@ public:
     void path(std::span<const Position> points, Colour colour, double width);
     void fill(std::span<const Position> outline, Colour colour, double opacity);
     void rectangle(const Box &rect, Colour colour, double width);
-    /// `at` is on the baseline, at the text's left end, centre or right end. Returns the width.
+    /// Draws the text with its left end, centre or right end, according to `align`, at `at` on the baseline.
+    /// Returns the width.
     double text(Position at, const std::string &text, double size, Colour colour, Align align = Align::left,
                 bool bold = false);
     /// Draws the text rotated to read upwards, centred on `at`.
@@ -49,7 +51,7 @@ public:
     void clip(const Box &rect);
     void unclip();
 
-    /// Returns the bytes of the file. Do not draw afterwards.
+    /// Returns the bytes of the file. Call no other function afterwards.
     std::string finish();
 
     static constexpr double kPixelsPerPoint = 1.5;

@@ -6,8 +6,8 @@ namespace App {
 /// True if the extension is .html or .png in any case.
 bool isReportPath(const std::filesystem::path &path);
 
-/// The content of the file options.report. A .png is the picture alone; an .html is a self-contained page with
-/// picture and figures.
+/// Makes the content of the file options.report: the picture alone for .png, a self-contained page with the
+/// picture and the figures for .html.
 std::string makeReport(const RenderOptions &options, const Rendering &rendering, const Summary &summary);
 
 } // namespace App

@@ -37,7 +37,7 @@ Axis timeAxis(double seconds)
     return axis;
 }
 
-/// The gain reduction axis that all charts share; it covers the maximum reduction.
+/// The axis of all gain reduction charts; covers the maximum reduction.
 Axis reductionAxis(const History &history)
 {
     double deepest = 0.0;

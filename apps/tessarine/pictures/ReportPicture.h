@@ -4,8 +4,8 @@
 
 namespace App {
 
-/// The bytes of a picture file: input and output level, and the gain reduction of each band and of the limiter,
-/// over time.
+/// Draws input and output level and the gain reduction of each band and of the limiter over time. Returns the
+/// bytes of the picture file.
 std::string drawReport(const RenderOptions &options, const Rendering &rendering, PictureFormat format);
 
 } // namespace App

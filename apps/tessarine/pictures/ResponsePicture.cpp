@@ -73,7 +73,7 @@ void drawBands(Drawing &drawing, const Response &response)
     chart.legend(legend);
 }
 
-/// The smallest round number in dB, at least 1, that is not below `level`.
+/// Rounds `level` in dB up to a round number from 1 to 60.
 double cover(double level)
 {
     constexpr double kRanges[] = {1.0, 2.0, 5.0, 10.0, 20.0, 30.0, 60.0};

@@ -14,7 +14,7 @@ struct Column {
     uint64_t frames = 0;
     float peakIn = 0.0f, peakOut = 0.0f; // sample peak of both channels, linear
     double squaresIn = 0.0,
-           squaresOut = 0.0; // sum over all frames; each frame adds its channels' mean square
+           squaresOut = 0.0; // sum over all frames of the channels' mean square
     std::array<float, kGains> leastGain = {1.0f, 1.0f, 1.0f, 1.0f, 1.0f}; // lowest gain, linear
     std::array<double, kGains> gainDbFrames{}; // sum of the gain in dB over all frames
 
@@ -26,8 +26,8 @@ struct Column {
     double meanGainDb(int gain) const;
 };
 
-/// Stores measurements of a file of any length in at most kMostColumns columns. When all columns are full, merges
-/// neighbours in pairs and doubles the number of measurements per column.
+/// Stores measurements of a file of any length in at most kMostColumns columns. When all columns are full,
+/// merges neighbours in pairs and doubles the number of measurements per column.
 class History {
 public:
     static constexpr size_t kMostColumns = 2048;

@@ -140,8 +140,9 @@ double matchingGain(const Rendering &result)
     return std::isfinite(gain) ? gain : 0.0;
 }
 
-/// Writes the input with the output's delay (in frames) and loudness, for a fair listening comparison. The length
-/// stays that of the input. Zeroes NaN and infinite samples. The caller must call writer.finish().
+/// Writes the input, delayed by `delay` frames and amplified by `gainDb`, for a fair listening comparison
+/// with the output. Keeps the length of the input. Zeroes NaN and infinite samples. The caller must call
+/// writer.finish().
 void writeDry(AudioReader &reader, AudioWriter &writer, uint32_t delay, double gainDb)
 {
     constexpr uint32_t kBlockFrames = 4096;

@@ -13,7 +13,7 @@ namespace App {
 
 struct RenderOptions {
     std::filesystem::path in, out;
-    std::filesystem::path dry, report; // empty for none; makeReport makes the report's content
+    std::filesystem::path dry, report; // empty for none; render does not write the report
     EffectSetup effect;
     uint32_t blockFrames = 512;
     bool compensate = true;
@@ -24,7 +24,7 @@ struct RenderOptions {
 struct Rendering {
     uint32_t rate = 0, channels = 0;   // Hz
     uint64_t frames = 0;               // equal for input and output
-    std::vector<std::string> settings; // given with --set, then chosen for the loudness goal
+    std::vector<std::string> settings; // those given with --set, then those chosen for the goal
     std::optional<LoudnessChoice> choice;
     int formatIn = 0, formatOut = 0, formatDry = 0; // format codes of libsndfile
     uint32_t delay = 0;                             // delay of the effect in samples
@@ -34,13 +34,13 @@ struct Rendering {
     double dryGainDb = 0.0; // gain that matches the dry file to the output's loudness
     uint64_t dryClipped = 0;
     uint64_t silenced = 0;                     // input samples zeroed: NaN, infinite or absurdly loud
-    double seconds = 0.0, effectSeconds = 0.0; // elapsed in total and inside the effect
+    double seconds = 0.0, effectSeconds = 0.0; // elapsed time in total and inside the effect
     std::string warning;                       // about close crossover cutoffs; may be empty
 };
 
 /// Streams the input file through the effect into the output file. The output is as long as the input. It is
-/// aligned with the input if the delay is compensated, else it starts with the delay of the effect. A loudness goal
-/// requires reading the input once before, a dry file once after the rendering.
+/// aligned with the input if the delay is compensated, else it starts with the delay of the effect. A
+/// loudness goal requires one more pass over the input before rendering, a dry file one more afterwards.
 /// Errors  Failure and Interrupted; no output file is written then
 Rendering render(const RenderOptions &options);
 

@@ -6,7 +6,7 @@
 
 namespace App {
 
-/// A table of strings. The first column labels the rows. If the table is headed, the other columns are numbers.
+/// A table of strings. The first column labels the rows. If `headed` is true, the other columns are numbers.
 struct Table {
     bool headed = false; // the first row is the heading
     std::vector<std::vector<std::string>> rows;
