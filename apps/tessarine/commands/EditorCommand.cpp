@@ -27,7 +27,7 @@ struct EditorOptions {
     std::filesystem::path png;
     std::filesystem::path in; // played before the picture is taken; empty for none
     EffectSetup effect;
-    std::optional<double> at; // seconds from the file's start; default: kUsualMoment, at most the file's end
+    std::optional<double> at; // seconds from the file's start; default: kUsualMoment or a shorter file's end
     std::string language = kLanguages[UI::Language::english];
     uint32_t scale = 100;              // per cent
     std::string focus;                 // name of the control with keyboard focus; empty for none

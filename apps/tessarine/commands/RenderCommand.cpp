@@ -33,7 +33,7 @@ void requireDistinct(const RenderOptions &options)
     const NamedFile input = {"input", options.in}, output = {"output", options.out};
     const NamedFile chunk = {"chunk", options.effect.chunk}, dry = {"dry file", options.dry};
     const NamedFile report = {"report", options.report};
-    // first the file to write, second the file that it must not overwrite
+    // each pair: a file to write and a file that it must not overwrite
     const std::pair<NamedFile, NamedFile> pairs[] = {
         {report, output}, {report, input}, {dry, output}, {dry, input},
         {dry, report},    {output, chunk}, {dry, chunk},  {report, chunk},

@@ -34,7 +34,7 @@ public:
     void moveTo(Point at) { system.movePointer(at); }
     /// Presses the left mouse button at a pixel of the window and holds it.
     void press(Point at);
-    /// The bytes of a PNG file with each pixel enlarged to `scale` by `scale` pixels.
+    /// Returns the bytes of a PNG file in which each pixel is enlarged to `scale` by `scale` pixels.
     std::string picture(uint32_t scale) const;
 
 private:

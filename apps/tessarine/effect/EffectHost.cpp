@@ -84,7 +84,7 @@ bool EffectHost::openEditor(Platform::WindowHandle window)
 
 void EffectHost::pressTab()
 {
-    constexpr intptr_t kTab = 2; // virtual key code of the plug-in interface
+    constexpr intptr_t kTab = 2; // key code of Tab in the plug-in interface
     dispatch(effEditKeyDown, kTab);
 }
 
