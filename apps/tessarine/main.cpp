@@ -7,9 +7,9 @@
 
 namespace {
 
-int fail(const char *sentence)
+int fail(const char *message)
 {
-    std::fprintf(stderr, "tessarine: %s\n", sentence);
+    std::fprintf(stderr, "tessarine: %s\n", message);
     return 1;
 }
 
@@ -20,19 +20,19 @@ int main(int argc, char **argv)
     App::catchSignals();
     try {
         App::runCommandLine(argc, argv);
-        return std::fflush(stdout) == 0 ? 0 : fail("standard output cannot be written");
+        return std::fflush(stdout) == 0 ? 0 : fail("cannot write to standard output");
     } catch (const App::Usage &usage) {
         std::fputs(usage.text.c_str(), usage.exitCode == 0 ? stdout : stderr);
         return usage.exitCode;
     } catch (const App::Interrupted &stop) {
-        fail("stopped; nothing was written");
+        fail("interrupted; no file was written");
         std::signal(stop.signal, SIG_DFL);
-        std::raise(stop.signal); // so that the shell sees what ended the program
+        std::raise(stop.signal); // shells check whether a signal ended the program
         return 1;
     } catch (const App::Failure &failure) {
         return fail(failure.what());
     } catch (const std::bad_alloc &) {
-        return fail("there is not enough memory; close other programs and try again");
+        return fail("not enough memory; close other programs and try again");
     } catch (const std::exception &unexpected) {
         return fail(unexpected.what());
     }

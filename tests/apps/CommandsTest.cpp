@@ -23,14 +23,14 @@ TEST_F(Commands, ParamsListsEveryHostParameterWithItsRange)
     EXPECT_THAT(out, ContainsRegex("\n +Limiter Ratio +x:1 +1 to 25 +20  20.00\n"));
 }
 
-TEST_F(Commands, LatencyTellsThreeNumbers)
+TEST_F(Commands, LatencyShowsReportedTrueAndMeasuredDelay)
 {
-    EXPECT_THAT(succeed("latency --rate 192000"), AllOf(ContainsRegex("reported to the host +305 samples"),
-                                                        ContainsRegex("known by the effect +453 samples"),
-                                                        ContainsRegex("measured +453 samples")));
+    EXPECT_THAT(succeed("latency --rate 192000"),
+                AllOf(ContainsRegex("reported to the host +305 samples"),
+                      ContainsRegex("true delay +453 samples"), ContainsRegex("measured +453 samples")));
 }
 
-TEST_F(Commands, ResponseMeasuresTheRippleAndDraws)
+TEST_F(Commands, ResponseMeasuresRippleAndDrawsPicture)
 {
     EXPECT_THAT(succeed("response --png a.png"), HasSubstr("-0.26 dB at 2060 Hz to +0.09 dB"));
     EXPECT_THAT(readBytes("a.png"), StartsWith("\x89PNG\r\n"));
@@ -38,7 +38,7 @@ TEST_F(Commands, ResponseMeasuresTheRippleAndDraws)
                 ContainsRegex("to \\+(5.99|6.00) dB at 20 Hz"));
 }
 
-TEST(ResponsePicture, KeepsTheLoudestCurveInItsChart)
+TEST(ResponsePicture, LoudestCurveStaysInsideItsChart)
 {
     App::Response response{.frequencies = {20.0, 20000.0}, .bands = {}, .sum = {9.5, 9.5}};
     response.bands.fill({-3.0, -3.0});
@@ -46,7 +46,7 @@ TEST(ResponsePicture, KeepsTheLoudestCurveInItsChart)
     std::smatch sum;
     ASSERT_TRUE(
         std::regex_search(picture, sum, std::regex(R"(stroke-width:2\.2;.* d="M [0-9.]+ ([0-9.]+))")));
-    EXPECT_GT(std::stod(sum[1]), 76.0); // points from the top of the page; there the chart begins
+    EXPECT_GT(std::stod(sum[1]), 76.0); // top edge of the chart in points
 }
 
 TEST_F(Commands, HelpAndVersionGoToStandardOutput)
@@ -56,9 +56,9 @@ TEST_F(Commands, HelpAndVersionGoToStandardOutput)
     EXPECT_THAT(succeed("render --help"), HasSubstr("--no-compensate"));
 }
 
-TEST_F(Commands, ChunkPrintsTheSavedValuesOnlyAndRendersTheSameBytesAsItsSettings)
+TEST_F(Commands, ChunkPrintsOnlySavedValuesAndRendersLikeItsSettings)
 {
-    // of every kind, some that hosts see and some that they do not
+    // every kind of parameter, both visible to hosts and hidden
     const std::string settings =
         " --set 'Band 1 Comp Threshold=-31.7' --set 'Band 1 Ratio=3.3' --set 'Crossover Mid Cutoff=1234'"
         " --set 'Crossover Band 4 Mute=on' --set 'Limiter Ratio=7' --set Gain=2.9";

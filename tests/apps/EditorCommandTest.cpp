@@ -24,7 +24,7 @@ protected:
     }
 };
 
-TEST_F(EditorCommand, DrawsTheWholeWindowTheSameEveryTimeAndLarge)
+TEST_F(EditorCommand, DrawsTheWholeWindowReproduciblyAndScaled)
 {
     const Picture plain = picture(), large = picture("--scale 300");
     ASSERT_TRUE(plain.size() == 488 && plain[0].size() == 547);
@@ -43,17 +43,17 @@ TEST_F(EditorCommand, ShowsSettingsFromTheCommandLineAndFromAChunk)
     EXPECT_EQ(picture("--chunk a.chunk"), set);
 }
 
-TEST_F(EditorCommand, ShowsMetersAndSpectraAtTheMomentAskedFor)
+TEST_F(EditorCommand, ShowsMetersAndSpectraAtTheRequestedTime)
 {
-    // loud for a second, then silent for two
+    // one second of noise, then two seconds of silence
     write("song.wav", kWavFloat, 44100,
           Signals::append(Signals::noise(5, 44100, -6), Signals::silence(88200)));
     const Picture loud = picture("--in song.wav --at 0.9"), over = picture("--in song.wav --at 3");
     EXPECT_TRUE(loud != picture() && loud != over);
-    EXPECT_EQ(over, picture("--in song.wav")); // the end comes before 10 s
+    EXPECT_EQ(over, picture("--in song.wav")); // default: the end of a file shorter than 10 s
 }
 
-TEST_F(EditorCommand, ShowsWhatAPersonDoesAndTheLanguageAskedFor)
+TEST_F(EditorCommand, ShowsFocusToolTipPressedButtonAndLanguage)
 {
     write("song.wav", kWavFloat, 44100, Signals::noise(5, 44100, -6));
     for (const std::string sound : {"", " --in song.wav --at 0"}) {

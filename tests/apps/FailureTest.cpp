@@ -17,24 +17,24 @@ namespace {
 struct Refusal {
     const char *line;
     int exitCode;
-    const char *sentence; // a part of it
+    const char *message; // a part of the message
 };
 
 constexpr Refusal kRefusals[] = {
     {"render absent.wav out.wav", 1, "absent.wav does not exist"},
     {"render folder out.wav", 1, "folder is a folder"},
-    {"render cut.wav out.wav", 1, "cut.wav is cut short"},
-    {"render cut.aiff out.wav", 1, "cut.aiff is cut short"},
-    {"render cut.flac out.wav", 1, "cut.flac is damaged or cut short"},
+    {"render cut.wav out.wav", 1, "cut.wav is truncated"},
+    {"render cut.aiff out.wav", 1, "cut.aiff is truncated"},
+    {"render cut.flac out.wav", 1, "cut.flac is damaged or truncated"},
     {"render empty.wav out.wav", 1, "0 frames"},
     {"render six.wav out.wav", 1, "has 6 channels"},
-    {"render notes.wav out.wav", 1, "cannot be read as sound"},
-    {"render /dev/null out.wav", 1, "not a plain file"},
+    {"render notes.wav out.wav", 1, "notes.wav is not a readable audio file"},
+    {"render /dev/null out.wav", 1, "not a regular file"},
 
     {"render good.wav folder.wav", 1, "folder.wav is a folder"},
     {"render good.wav absent/out.wav", 1, "absent does not exist"},
-    {"render good.wav device.wav", 1, "not a plain file"},
-    {"render good.wav out", 1, "does not end in the name of a sound format"},
+    {"render good.wav device.wav", 1, "not a regular file"},
+    {"render good.wav out", 1, "does not have the extension of an audio format"},
     {"render good.wav out.txt", 1, ".flac"},
     {"render good.wav out.png --report out.png", 1, "the report would overwrite the output out.png"},
     {"render good.wav out.wav --report absent/r.png", 1, "absent does not exist"},
@@ -42,20 +42,20 @@ constexpr Refusal kRefusals[] = {
     {"response --png /proc/picture.png", 1, "/proc/picture.png cannot be written"},
 
     {"render good.wav out.wav --set 'Band 1 Ration=4'", 1, "'Band 1 Ratio'"},
-    {"render good.wav out.wav --set 'Band 1 Ratio=31'", 1, "it takes 1 to 30 x:1"},
+    {"render good.wav out.wav --set 'Band 1 Ratio=31'", 1, "give a value from 1 to 30 x:1"},
     {"render good.wav out.wav --set 'Band 1 Ratio=nan'", 1, "cannot be 'nan'"},
-    {"render good.wav out.wav --set 'Limiter Bypass=maybe'", 1, "it takes off or on"},
-    {"render good.wav out.wav --set 'Global: Preset Change Mode=1.5'", 1, "it takes 0 to 2"},
+    {"render good.wav out.wav --set 'Limiter Bypass=maybe'", 1, "give off or on"},
+    {"render good.wav out.wav --set 'Global: Preset Change Mode=1.5'", 1, "give a whole number from 0 to 2"},
     {"render good.wav out.wav --set 'Crossover Low Cutoff=5000'", 1, "ascending order"},
     {"render good.wav out.wav --set 'Band 1 Ratio'", 2, "write NAME=VALUE"},
 
     {"render good.wav out.wav --chunk absent.chunk", 1, "absent.chunk does not exist"},
     {"render good.wav out.wav --chunk folder", 1, "folder is a folder; name a chunk file"},
-    {"render good.wav out.wav --chunk notes.wav", 1, "notes.wav is damaged or no chunk of this effect"},
+    {"render good.wav out.wav --chunk notes.wav", 1, "notes.wav is damaged or not a chunk of this effect"},
     {"render good.wav out.wav --chunk large.chunk", 1, "large.chunk is larger than 1 MiB"},
     {"render good.wav out.wav --chunk ./out.wav", 1, "the output would overwrite the chunk ./out.wav"},
     {"render good.wav out.wav --chunk ''", 2, "the name of the chunk is empty"},
-    {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not kept"},
+    {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not saved in chunks"},
     {"chunk a --print --set Gain=1", 2, "--print excludes --set"},
 
     {"render good.wav out.wav --dry ./out.wav", 1, "the dry file would overwrite the output out.wav"},
@@ -66,32 +66,32 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --loudness nan", 2, "the loudness cannot be 'nan'; give a number"},
     {"render good.wav out.wav --loudness -71", 2, "the loudness cannot be '-71'"},
     {"render good.wav out.wav --true-peak -1", 2, "--loudness"},
-    {"render good.wav out.wav --loudness -14 --set ' gain = 3'", 1, "chooses 'Gain' itself"},
+    {"render good.wav out.wav --loudness -14 --set ' gain = 3'", 1, "--loudness chooses 'Gain' itself"},
     {"render good.wav out.wav --loudness -14 --set 'Global Bypass=on'", 1, "'Global Bypass'"},
     {"render good.wav out.wav --loudness -2 --true-peak -3", 1,
      "-2 LUFS is out of reach: with a true peak of"},
     {"render good.wav out.wav --loudness -2 --set 'Limiter Brickwall Mode=off'", 1,
      "or leave out 'Limiter Brickwall Mode=off'"},
-    {"render good.wav out.wav --loudness -69", 1, "-69 LUFS is out of reach: the softest is"},
-    {"render silent.wav out.wav --loudness -14", 1, "there is no loudness to start from"},
+    {"render good.wav out.wav --loudness -69", 1, "-69 LUFS is out of reach: the minimum is"},
+    {"render silent.wav out.wav --loudness -14", 1, "the loudness cannot be measured"},
 
     {"editor --png e.png --at 1", 2, "--at requires --in"},
-    {"editor --png e.png --in good.wav --at -1", 2, "no moment '-1'"},
-    {"editor --png e.png --in good.wav --at 3.5", 1, "good.wav has no moment 3.5 s, it ends at 1.00 s"},
-    {"editor --png e.png --focus 'Band 1 Tresh'", 1, "the nearest are 'Band 1 Threshold'"},
+    {"editor --png e.png --in good.wav --at -1", 2, "'-1' is not a valid time"},
+    {"editor --png e.png --in good.wav --at 3.5", 1, "--at 3.5 is after the end of good.wav (1.00 s)"},
+    {"editor --png e.png --focus 'Band 1 Tresh'", 1, "similar names are 'Band 1 Threshold'"},
     {"editor --png e.png --language klingon", 2, "choose one of english, japanese"},
     {"editor --png e.png --point 547,3", 2, "from 0,0 to 546,487"},
 
-    {"", 2, "a command is missing"},
-    {"paint", 2, "there is no command 'paint'"},
+    {"", 2, "no command given"},
+    {"paint", 2, "unknown command 'paint'"},
     {"render good.wav", 2, "OUT is required"},
     {"render good.wav out.wav --block 0", 2, "--block"},
 };
 
 using Failures = Sandbox;
 
-/// In a folder with one of everything that cannot be rendered, and "good.wav".
-TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
+/// The folder contains invalid inputs and outputs of every kind, and the valid file good.wav.
+TEST_F(Failures, PrintOneLineAndLeaveNoFile)
 {
     const Audio sound = Signals::noise(1, 44100, -20.0);
     write("good.wav", kWav16, 44100, sound);
@@ -101,11 +101,11 @@ TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
     write("cut.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, sound);
     for (const char *name : {"cut.wav", "cut.aiff", "cut.flac"})
         std::filesystem::resize_file(pathOf(name), std::filesystem::file_size(pathOf(name)) / 2);
-    std::string odd =
-        readBytes("cut.wav"); // with a chunk of an odd length, and its pad byte, before the sound
+    // insert a chunk of odd length and its pad byte before the audio data
+    std::string odd = readBytes("cut.wav");
     writeText("cut.wav", odd.insert(odd.find("data"), "odd \3\0\0\0abc\0", 12));
     write("empty.wav", kWav16, 44100, {});
-    std::string six = readBytes("good.wav"); // with six channels, by its header
+    std::string six = readBytes("good.wav"); // declare six channels in the header
     six[22] = 6;
     six[32] = 12;
     writeText("six.wav", six);
@@ -117,12 +117,12 @@ TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
     std::filesystem::create_directory(pathOf("folder.wav"));
 
     const std::set<std::string> before = contents();
-    for (const auto &[line, exitCode, sentence] : kRefusals) {
+    for (const auto &[line, exitCode, message] : kRefusals) {
         SCOPED_TRACE(line);
         const Program::Outcome outcome = run(line);
         EXPECT_EQ(exitCode, outcome.exitCode);
         EXPECT_EQ("", outcome.out);
-        EXPECT_THAT(outcome.err, AllOf(StartsWith("tessarine: "), HasSubstr(sentence), EndsWith("\n")));
+        EXPECT_THAT(outcome.err, AllOf(StartsWith("tessarine: "), HasSubstr(message), EndsWith("\n")));
         EXPECT_EQ(1, std::count(outcome.err.begin(), outcome.err.end(), '\n'));
         EXPECT_EQ(before, contents());
     }
@@ -130,7 +130,7 @@ TEST_F(Failures, AreOnePlainSentenceAndLeaveNothing)
 
 using Trouble = Sandbox;
 
-TEST_F(Trouble, FileThatMayNotGrowIsToldAndTheOldOneStays)
+TEST_F(Trouble, FileSizeLimitIsReportedAndKeepsTheOldFile)
 {
     write("in.wav", kWav16, 44100, Signals::noise(1, 100000, -20.0));
     for (const std::string out : {"out.wav", "out.flac", "out.ogg"}) {
@@ -144,7 +144,7 @@ TEST_F(Trouble, FileThatMayNotGrowIsToldAndTheOldOneStays)
     }
 }
 
-TEST_F(Trouble, InterruptLeavesTheOldFileAndNothingElse)
+TEST_F(Trouble, InterruptKeepsTheOldFileAndLeavesNoOther)
 {
     write("in.wav", kWav16, 8000, Signals::noise(1, 8000 * 120, -20.0));
     writeText("out.wav", "old");
@@ -155,7 +155,7 @@ TEST_F(Trouble, InterruptLeavesTheOldFileAndNothingElse)
     program.send(SIGINT);
     const Program::Outcome outcome = program.wait();
     EXPECT_EQ(SIGINT, outcome.signal);
-    EXPECT_THAT(outcome.err, HasSubstr("stopped"));
+    EXPECT_THAT(outcome.err, HasSubstr("interrupted"));
     EXPECT_EQ((std::set<std::string>{"in.wav", "out.wav"}), contents());
     EXPECT_EQ("old", readBytes("out.wav"));
 }

@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(History, LosesNoExtremeAndNoFrameHoweverLongItGets)
+TEST(History, KeepsExtremesAndFrameCountAtAnyLength)
 {
     App::History history;
     Signals::Random random(11);
@@ -26,8 +26,9 @@ TEST(History, LosesNoExtremeAndNoFrameHoweverLongItGets)
     for (size_t i = 0; i < columns.size(); ++i) {
         sum.merge(columns[i]);
         EXPECT_EQ(static_cast<float>(sum.frames) / 441, columns[i].peakIn)
-            << "a ramp's peak is its last value";
-        EXPECT_TRUE(columns[i].frames == columns[0].frames || i + 1 == columns.size()) << "of one width";
+            << "the peak of a ramp is its last value";
+        EXPECT_TRUE(columns[i].frames == columns[0].frames || i + 1 == columns.size())
+            << "columns differ in length";
         EXPECT_DOUBLE_EQ(0.5, columns[i].rmsIn());
         EXPECT_DOUBLE_EQ(-6.0, columns[i].meanGainDb(2));
     }

@@ -21,7 +21,7 @@ struct Measured {
     double loudness, truePeak; // LUFS, dBTP
 };
 
-/// By the library alone, which keeps every block.
+/// Measures with libebur128's own integration, which stores every block.
 Measured measure(const Sound &sound)
 {
     const auto channels = static_cast<unsigned>(sound.info.channels);
@@ -43,7 +43,7 @@ Measured measure(const Sound &sound)
 
 TEST(LoudnessMeter, MeasuresTheSameInPiecesAsAtOnce)
 {
-    // steady, moving, and with pauses that only the gates keep out
+    // constant level, varying level, and pauses that the gates must exclude
     const Audio sounds[] = {
         Signals::sine(48000, 997.0, 48000 * 3, -20.03), Signals::music(4, 48000, 48000 * 8, -6.0),
         Signals::musicThenSilence(2, 48000, 48000 * 9, -3.0),
@@ -67,7 +67,8 @@ using App::LimiterMode;
 
 constexpr App::GainLimits kLimits = {-18.0, 18.0, -5.0};
 
-/// A steady tone of `level`, which the limiter holds at its threshold, as loud as its peak.
+/// Limiter output for a steady tone at `level` dBFS, which is limited to the threshold. Its loudness is 10 LU
+/// below its peak.
 App::LimiterCurve tone(double level, LimiterMode mode = LimiterMode::soft)
 {
     App::LimiterCurve curve{mode, {}};
@@ -78,9 +79,9 @@ App::LimiterCurve tone(double level, LimiterMode mode = LimiterMode::soft)
     return curve;
 }
 
-TEST(LoudnessChoice, GoesToTheEndsOfTheRangesAndNoFurther)
+TEST(LoudnessChoice, UsesTheFullRangesAndNotMore)
 {
-    // 18 of gain and 5 of margin downwards, 18 of gain and 20 of threshold upwards
+    // down: 18 dB of gain and 5 dB of margin; up: 18 dB of gain and 20 dB of threshold
     EXPECT_NEAR(-5.0, choose({-43.0, 0.0}, kLimits, {tone(-10.0)}).margin, 1e-9);
     const App::LoudnessChoice most = choose({-12.0, 0.0}, kLimits, {tone(-40.0)});
     EXPECT_NEAR(38.0, most.gain + most.margin - most.threshold, 1e-9);
@@ -91,7 +92,7 @@ TEST(LoudnessChoice, GoesToTheEndsOfTheRangesAndNoFurther)
         EXPECT_THROW(choose({loudness, 0.0}, kLimits, {curve}), App::Failure);
 }
 
-TEST(LoudnessChoice, ChangesToBrickwallOnlyIfTheSoftModeCannotHoldThePeak)
+TEST(LoudnessChoice, UsesBrickwallOnlyIfSoftModeExceedsThePeak)
 {
     App::LimiterCurve soft = tone(0.0), wall = tone(0.0, LimiterMode::brickwall);
     for (App::LimiterPoint &point : soft.points) point.truePeak += 1.0;
@@ -109,7 +110,7 @@ void PrintTo(const Goal &goal, std::ostream *out) { *out << goal.loudness << " L
 
 class ReachesLoudness : public Sandbox, public testing::WithParamInterface<Goal> {};
 
-/// The value that the screen shows behind a name.
+/// The value after `name` in the printed tables.
 std::string shown(const std::string &screen, const std::string &name)
 {
     const size_t at = screen.find(name + " ");
@@ -118,7 +119,7 @@ std::string shown(const std::string &screen, const std::string &name)
     return screen.substr(begin, screen.find_first_of(" \n", begin) - begin);
 }
 
-TEST_P(ReachesLoudness, BelowThePeakAndWithValuesThatGiveTheSameSamplesByHand)
+TEST_P(ReachesLoudness, BelowThePeakAndItsValuesRenderTheSameBytes)
 {
     const auto &[loudness, truePeak, tolerance, settings] = GetParam();
     for (const Audio &audio : {Signals::music(1, kRate, kRate * 4, -2.0),
@@ -152,17 +153,17 @@ protected:
     Loudness() { write("in.wav", kWavFloat, kRate, Signals::music(3, kRate, kRate * 4, -1.0)); }
 };
 
-TEST_F(Loudness, RefusalNamesALoudnessThatCanBeReached)
+TEST_F(Loudness, RefusalNamesAReachableLoudness)
 {
     const std::string call = "render in.wav out.wav --true-peak -2 --loudness ",
-                      sentence = run(call + "-3").err;
-    const size_t number = sentence.find("--loudness ") + 11;
-    const std::string named = sentence.substr(number, sentence.find(' ', number) - number);
+                      message = run(call + "-3").err;
+    const size_t number = message.find("--loudness ") + 11;
+    const std::string named = message.substr(number, message.find(' ', number) - number);
     succeed(call + named);
     EXPECT_NEAR(std::stod(named), measure(read("out.wav")).loudness, 0.5);
 }
 
-TEST_F(Loudness, ReportShowsWhatWasAskedChosenAndReached)
+TEST_F(Loudness, ReportShowsTargetChosenValuesAndResult)
 {
     const std::string screen =
         succeed("render in.wav out.wav --loudness -20 --dry dry.wav --report report.html");
@@ -173,7 +174,7 @@ TEST_F(Loudness, ReportShowsWhatWasAskedChosenAndReached)
                       HasSubstr("dB, as loud as the output")));
 }
 
-TEST_F(Loudness, DryFileLiesOnTheOutputAndIsAsLoud)
+TEST_F(Loudness, DryFileIsAlignedWithTheOutputAndEquallyLoud)
 {
     for (const bool compensated : {true, false}) {
         SCOPED_TRACE(compensated);
@@ -191,7 +192,7 @@ TEST_F(Loudness, DryFileLiesOnTheOutputAndIsAsLoud)
     }
 }
 
-TEST_F(Loudness, DryFileComesFromTheInputThoughTheOutputReplacesIt)
+TEST_F(Loudness, DryFileIsTheInputEvenIfTheOutputReplacesIt)
 {
     const std::string before = readBytes("in.wav");
     succeed("render in.wav out.wav --dry dry.wav");

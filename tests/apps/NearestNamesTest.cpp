@@ -5,7 +5,7 @@
 
 using testing::ElementsAre;
 
-TEST(NearestNames, ComeFromTypingErrorsAndFromPartsInAnyCase)
+TEST(NearestNames, MatchTypingErrorsAndPartsInAnyCase)
 {
     const std::vector<std::string> names = {"Gain", "Band 1 Gain", "Band 1 Ratio", "Limiter Attack",
                                             "Limiter Ratio"};

@@ -20,7 +20,7 @@ Program::Program(const fs::path &folder, const std::string &line, std::optional<
     : out(folder.string() + ".out"), err(folder.string() + ".err"), process(fork())
 {
     if (process != 0) return;
-    std::signal(SIGINT, SIG_DFL); // ignored if the tests themselves run in the background
+    std::signal(SIGINT, SIG_DFL); // a test run in the background inherits SIG_IGN
     if (largestFile) {
         const rlimit limit = {*largestFile, *largestFile};
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -6,18 +6,18 @@
 
 std::string bytesOf(const std::filesystem::path &path);
 
-/// The renderer as a person starts it, with its output caught.
+/// Runs the renderer in a process of its own and captures its output.
 class Program {
 public:
     struct Outcome {
-        int exitCode; // -1 if a signal ended it
-        int signal;   // 0 if it ended by itself
+        int exitCode; // -1 if a signal ended the process
+        int signal;   // the signal that ended the process, or 0
         std::string out, err;
         long peakKiB; // largest resident size
     };
 
-    /// Starts the program in `folder` with what the shell makes of `line`. `largestFile` in bytes is a limit that
-    /// the system puts on it.
+    /// Starts the renderer in `folder`. The shell splits `line` into arguments. `largestFile` is the
+    /// process's file size limit in bytes.
     Program(const std::filesystem::path &folder, const std::string &line,
             std::optional<uint64_t> largestFile = {});
     ~Program();
@@ -25,7 +25,7 @@ public:
     Outcome wait();
 
 private:
-    const std::filesystem::path out, err; // beside the folder: a test sees in it what the program left
+    const std::filesystem::path out, err; // outside `folder`, so that tests can compare its contents
     pid_t process;
     bool running = true;
 };

@@ -10,7 +10,7 @@ using testing::HasSubstr;
 
 namespace {
 
-/// Above the noise that keeps the filters from denormal numbers.
+/// Louder than the noise added to prevent denormals.
 constexpr float kAudible = 1e-6f;
 
 size_t firstAudible(const Sound &sound)
@@ -21,7 +21,7 @@ size_t firstAudible(const Sound &sound)
 
 using Render = Sandbox;
 
-TEST_F(Render, OutputLiesOnTheInputToTheSample)
+TEST_F(Render, OutputIsAlignedWithTheInputToTheSample)
 {
     constexpr uint32_t kFrames = 3000;
     for (const int rate : {8000, 44100, 192000})
@@ -50,7 +50,7 @@ TEST_F(Render, UncompensatedOutputStartsWithTheDelay)
     EXPECT_EQ(10u + 309u, firstAudible(read("out.wav")));
 }
 
-TEST_F(Render, NeutralAndBypassedChainsGiveBackEverySampleOfIntegerFiles)
+TEST_F(Render, NeutralAndBypassedChainsAreBitExactForIntegerFiles)
 {
     const std::pair<std::string, int> formats[] = {{"a.wav", kWav16},
                                                    {"b.wav", kWav24},
@@ -58,7 +58,7 @@ TEST_F(Render, NeutralAndBypassedChainsGiveBackEverySampleOfIntegerFiles)
                                                    {"d.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_24}};
     for (const auto &[name, format] : formats) {
         write(name, format, 32000, Signals::noise(7, 20000, 0.0));
-        // all cutoffs above half the rate leave one band without a filter; bypassed, nothing delays
+        // the first settings are neutral: with all cutoffs above Nyquist, one band passes unfiltered
         for (const char *settings : {" --set 'Crossover High Cutoff=20000' --set 'Crossover Mid Cutoff=20000'"
                                      " --set 'crossover low cutoff=20000 Hz' --set 'Limiter Bypass=on'",
                                      " --set 'Global Bypass=on'"}) {
@@ -68,7 +68,7 @@ TEST_F(Render, NeutralAndBypassedChainsGiveBackEverySampleOfIntegerFiles)
     }
 }
 
-TEST_F(Render, SamplesStayAsTheyAreWhereTheContainerCanHoldThem)
+TEST_F(Render, SampleFormatIsKeptIfTheContainerSupportsIt)
 {
     const struct {
         int in;
@@ -91,7 +91,7 @@ TEST_F(Render, SamplesStayAsTheyAreWhereTheContainerCanHoldThem)
     }
 }
 
-TEST_F(Render, TellsOfClippedSamplesAndOnlyThen)
+TEST_F(Render, ReportsClippedSamplesOnlyIfThereAreAny)
 {
     write("in.wav", kWavFloat, 44100, Signals::sine(44100, 1000.0, 44100, 0.0));
     const std::string louder = " --set 'Limiter Bypass=yes' --set Gain=+6";
@@ -101,10 +101,10 @@ TEST_F(Render, TellsOfClippedSamplesAndOnlyThen)
     EXPECT_THAT(clipped.err, HasSubstr("were clipped"));
     const Sound out = read("out.flac");
     for (size_t i = 1; i < static_cast<size_t>(out.info.frames); ++i)
-        ASSERT_LT(std::abs(out.at(i) - out.at(i - 1)), 1.0f) << "nothing wraps around";
+        ASSERT_LT(std::abs(out.at(i) - out.at(i - 1)), 1.0f) << "a sample wrapped around";
 }
 
-TEST_F(Render, SilencesSamplesThatAreNoNumbersAndSaysSo)
+TEST_F(Render, ZeroesAndReportsNanAndInfiniteSamples)
 {
     Audio audio = Signals::sine(44100, 300.0, 20000, -12.0);
     audio.left[5000] = std::nanf("");
@@ -116,7 +116,7 @@ TEST_F(Render, SilencesSamplesThatAreNoNumbersAndSaysSo)
     for (const float sample : read("out.wav").samples) ASSERT_TRUE(std::isfinite(sample));
 }
 
-TEST_F(Render, WarnsInOneLineOfCloseCutoffs)
+TEST_F(Render, WarnsInOneLineAboutCloseCutoffs)
 {
     write("in.wav", kWav16, 44100, Signals::noise(2, 5000, -20.0));
     const Program::Outcome outcome = run("render in.wav out.wav --set 'Crossover Low Cutoff=1000'");
@@ -125,9 +125,9 @@ TEST_F(Render, WarnsInOneLineOfCloseCutoffs)
     EXPECT_EQ(1, std::count(outcome.err.begin(), outcome.err.end(), '\n'));
 }
 
-TEST_F(Render, KeepsItsMemoryWhateverTheLength)
+TEST_F(Render, MemoryUseDoesNotDependOnTheLength)
 {
-    if (SANITIZED) GTEST_SKIP() << "sanitizers need memory of their own";
+    if (SANITIZED) GTEST_SKIP() << "sanitizers use additional memory";
     constexpr int kRate = 8000;
     constexpr long kLimitKiB = 64 * 1024, kGrowthKiB = 2048;
     long peaks[2];

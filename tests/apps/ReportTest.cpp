@@ -12,10 +12,10 @@ namespace {
 
 using Report = Sandbox;
 
-TEST_F(Report, ShowsLevelsAndReductionOfEachBandOnTheScreenInAPictureAndInAPageThatNeedsNoOtherFile)
+TEST_F(Report, ShowsLevelsAndGainReductionInTerminalPictureAndSelfContainedPage)
 {
     write("<bass>.wav", kWav24, 44100, Signals::sine(44100, 50.0, 44100 * 2, -12.0));
-    // Band 1 takes 12 dB of 18 dB over the threshold off a steady bass.
+    // The tone is 18 dB above the threshold, so Band 1 reduces it by 12 dB at a ratio of 3.
     const std::string
         call = "render '<bass>.wav' out.wav --set 'Band 1 Comp Threshold=-30' --set 'Band 1 Ratio=3'"
                " --set 'Band 1 Attack=0' --report ",

@@ -10,7 +10,7 @@
 #include "tests/apps/Program.h"
 #include "tests/signals/Signals.h"
 
-/// A sound file's format and samples, channels side by side.
+/// Format and interleaved samples of an audio file.
 struct Sound {
     SF_INFO info{};
     std::vector<float> samples;
@@ -21,14 +21,14 @@ struct Sound {
     }
 };
 
-/// A test with a folder of its own, which is the program's working folder and disappears with the test.
+/// Test fixture with a temporary folder, which is the renderer's working directory.
 class Sandbox : public testing::Test {
 protected:
     Sandbox();
     ~Sandbox() override;
 
     Program::Outcome run(const std::string &line) const { return Program(folder, line).wait(); }
-    /// Runs the program and expects that it succeeds without a word on standard error.
+    /// Runs the program, expects exit code 0 and an empty standard error, and returns standard output.
     std::string succeed(const std::string &line) const;
 
     std::string pathOf(const std::string &name) const { return folder / name; }
@@ -36,7 +36,7 @@ protected:
     void writeText(const std::string &name, const std::string &text) const;
     Sound read(const std::string &name) const;
     std::string readBytes(const std::string &name) const;
-    /// Names in the folder, hidden ones too.
+    /// Names of all files in the folder, including hidden ones.
     std::set<std::string> contents() const;
 
     const std::filesystem::path folder;

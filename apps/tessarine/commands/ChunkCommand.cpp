@@ -11,20 +11,20 @@ namespace {
 struct ChunkOptions {
     std::filesystem::path file;
     std::vector<std::string> settings; // each "NAME=VALUE", for writing
-    bool print = false;                // read the file instead of writing it
+    bool print = false;                // print the file instead of writing it
 };
 
-/// The chunk would lose such a setting without a word.
+/// Applies the settings. Throws Failure if one changes a parameter that chunks do not store.
 void applySavedSettings(EffectHost &host, const std::vector<std::string> &settings)
 {
-    std::vector<std::pair<Parameter, std::string>> unsaved; // with the text before
+    std::vector<std::pair<Parameter, std::string>> unsaved; // with their displayed values before the change
     for (const Parameter &p : listParameters(host)) {
         if (!p.saved) unsaved.emplace_back(p, p.display(host));
     }
     applySettings(host, settings);
     for (const auto &[parameter, before] : unsaved) {
         if (parameter.display(host) != before)
-            throw Failure(fmt::format("'{}' is not kept in a chunk; leave it out here and give it to "
+            throw Failure(fmt::format("'{}' is not saved in chunks; leave it out here and give it to "
                                       "'tessarine render' with --set",
                                       parameter.name));
     }
@@ -36,8 +36,8 @@ void writeChunk(EffectHost &host, const ChunkOptions &options)
     requireAscendingCutoffs(host);
     const std::string chunk = host.chunk();
     if (chunk.empty())
-        throw Failure(fmt::format("{} was not written: the effect gave no chunk; there may be too little "
-                                  "memory",
+        throw Failure(fmt::format("{} was not written: the effect returned no chunk, probably for lack of "
+                                  "memory; close other programs and try again",
                                   options.file.string()));
     TemporaryFile file(options.file);
     file.write(chunk);
@@ -69,9 +69,11 @@ void addChunk(CLI::App &app)
 {
     const auto options = std::make_shared<ChunkOptions>();
     CLI::App *const command =
-        app.add_subcommand("chunk", "Write settings to a file, in the form in which hosts keep them");
-    command->add_option("FILE", options->file, "File to write, or to read with --print")->required();
-    command->add_flag("--print", options->print, "Read the file and show all values in it")
+        app.add_subcommand("chunk", "Write or print a chunk file, which holds settings as hosts save them");
+    command->add_option("FILE", options->file, "Chunk file to write, or to read with --print")
+        ->type_name("")
+        ->required();
+    command->add_flag("--print", options->print, "Print the values stored in FILE instead of writing it")
         ->excludes(addSettings(command, options->settings));
     command->callback([options] { makeChunk(*options); });
 }

@@ -10,7 +10,7 @@ namespace {
 
 constexpr uint32_t kLowestRate = 1000, kHighestRate = 768000; // Hz
 
-/// Help, or what is wrong in one line.
+/// Returns the requested help text or a one-line error message. `firstWord` is the first argument, if any.
 Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::string &firstWord)
 {
     if (problem.get_exit_code() == 0) {
@@ -20,10 +20,10 @@ Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::st
     }
     std::string sentence = problem.what();
     if (app.get_subcommands().empty() && !firstWord.empty() && !firstWord.starts_with('-'))
-        sentence = fmt::format("there is no command '{}'", firstWord);
+        sentence = fmt::format("unknown command '{}'", firstWord);
     else if (app.get_subcommands().empty() && firstWord.empty())
-        sentence = "a command is missing: render, params, latency, response, chunk or editor";
-    return {2, fmt::format("tessarine: {}; 'tessarine --help-all' shows how to call it\n", sentence)};
+        sentence = "no command given; choose render, params, latency, response, chunk or editor";
+    return {2, fmt::format("tessarine: {}; for help, run 'tessarine --help-all'\n", sentence)};
 }
 
 } // namespace
@@ -37,7 +37,7 @@ CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)
     };
     return command
         ->add_option("--set", settings,
-                     "Value of a parameter in its own unit, \"Band 1 Ratio=4\"; may be given more than once")
+                     "Parameter value in its own unit, for example \"Band 1 Ratio=4\"; may be repeated")
         ->type_name("NAME=VALUE")
         ->allow_extra_args(false)
         ->check(hasValue, "");
@@ -45,24 +45,28 @@ CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings)
 
 CLI::Option *addChunkFile(CLI::App *command, std::filesystem::path &chunk)
 {
-    return command->add_option(
-        "--chunk", chunk,
-        "Settings to start from: a file that 'tessarine chunk' wrote; --set comes after it");
+    return command
+        ->add_option("--chunk", chunk,
+                     "Chunk file to load first, as written by 'tessarine chunk'; --set overrides its values")
+        ->type_name("FILE");
 }
 
 void addRate(CLI::App *command, uint32_t &rate)
 {
-    command->add_option("--rate", rate, "Sample rate in Hz")
-        ->check(CLI::Range(kLowestRate, kHighestRate))
-        ->capture_default_str();
+    command
+        ->add_option("--rate", rate,
+                     fmt::format("Sample rate: {} to {} (default: {} Hz)", kLowestRate, kHighestRate, rate))
+        ->type_name("HZ")
+        ->check(CLI::Range(kLowestRate, kHighestRate).description(""));
 }
 
 void runCommandLine(int argc, const char *const *argv)
 {
-    CLI::App app("Tessarine: four-band dynamics for sound files", "tessarine");
+    CLI::App app("Tessarine: four-band dynamics processing for audio files", "tessarine");
     app.require_subcommand(1);
-    app.set_help_all_flag("--help-all", "Help of all commands");
-    app.set_version_flag("--version", fmt::format("tessarine {}", Product::kVersionText), "Show the version");
+    app.set_help_all_flag("--help-all", "Print the help of all commands and exit");
+    app.set_version_flag("--version", fmt::format("tessarine {}", Product::kVersionText),
+                         "Print the version and exit");
     for (const auto add : {addRender, addParams, addLatency, addResponse, addChunk, addEditor}) add(app);
     try {
         app.parse(argc, argv);

@@ -6,18 +6,18 @@
 
 namespace App {
 
-/// There is nothing to run: help was asked for (exit code 0), or the command line is wrong (2).
+/// Thrown if the command line asks for help (exit code 0) or is wrong (exit code 2).
 struct Usage {
     int exitCode;
-    std::string text; // ends in a line feed
+    std::string text; // ends with a line feed
 };
 
-/// Runs the command that the command line names. Results go to standard output, warnings and progress to
+/// Runs the command named on the command line. Writes results to standard output, warnings and progress to
 /// standard error.
-/// Errors  Usage; Failure and Interrupted, with nothing half-written left behind
+/// Errors  Usage; Failure and Interrupted, after which no incomplete file remains
 void runCommandLine(int argc, const char *const *argv);
 
-/// Each adds one command with its options, and its work as the callback.
+// Each function adds one command with its options and callback.
 void addRender(CLI::App &app);
 void addParams(CLI::App &app);
 void addLatency(CLI::App &app);
@@ -25,7 +25,7 @@ void addResponse(CLI::App &app);
 void addChunk(CLI::App &app);
 void addEditor(CLI::App &app);
 
-// Options that several commands have.
+// Options shared by several commands.
 CLI::Option *addSettings(CLI::App *command, std::vector<std::string> &settings);
 CLI::Option *addChunkFile(CLI::App *command, std::filesystem::path &chunk);
 void addRate(CLI::App *command, uint32_t &rate);

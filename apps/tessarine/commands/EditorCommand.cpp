@@ -16,36 +16,37 @@ namespace App {
 namespace {
 
 constexpr uint32_t kBlockFrames = 512;
-constexpr uint32_t kUsualRate = 44100; // Hz, without a recording
-constexpr uint32_t kTipMs = 2200; // a mouse at rest gets its tool tip within that; a focus mark lasts longer
-constexpr uint32_t kSettleMs = 100; // some ticks, in which all that moves has moved
+constexpr uint32_t kUsualRate = 44100; // Hz, if no file is played
+constexpr uint32_t kTipMs = 2200;      // longer than a tool tip's delay, shorter than a focus mark's display
+constexpr uint32_t kSettleMs = 100;    // several timer ticks, enough for every control to be drawn
 
 constexpr double kUsualMoment = 10.0;           // seconds
-constexpr uint32_t kScales[] = {100, 200, 300}; // per cent: every pixel becomes a square of whole pixels
+constexpr uint32_t kScales[] = {100, 200, 300}; // per cent; whole factors keep the pixels sharp
 
 struct EditorOptions {
     std::filesystem::path png;
     std::filesystem::path in; // played before the picture is taken; empty for none
     EffectSetup effect;
-    std::optional<double> at; // seconds of the recording; else kUsualMoment or its end
+    std::optional<double> at; // seconds from the file's start; default: kUsualMoment or a shorter file's end
     std::string language = kLanguages[UI::Language::english];
     uint32_t scale = 100;              // per cent
-    std::string focus;                 // name of the control with the keyboard; empty for none
-    std::optional<Point> point, press; // where the mouse rests, and where its left button goes down
+    std::string focus;                 // name of the control with keyboard focus; empty for none
+    std::optional<Point> point, press; // where the mouse rests and where its left button is pressed
 };
 
-/// Frames to play: up to the moment of the picture.
+/// Number of frames to play before the picture is taken.
+/// Errors  Failure if --at is after the end of the file
 uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
 {
     const double rate = reader.rate(), length = static_cast<double>(reader.frames()) / rate;
     if (options.at && *options.at > length)
-        throw Failure(fmt::format("{} has no moment {:g} s, it ends at {:.2f} s; give --at up to that",
-                                  options.in.string(), *options.at, length));
+        throw Failure(fmt::format("--at {:g} is after the end of {} ({:.2f} s); give an earlier time",
+                                  *options.at, options.in.string(), length));
     const double moment = options.at.value_or(kUsualMoment) * rate;
     return std::min(static_cast<uint64_t>(std::llround(moment)), reader.frames());
 }
 
-/// Plays a recording to the effect, as fast as it can, while the screen's clock runs with the sound.
+/// Plays an audio file through the effect faster than real time and advances the screen's clock with it.
 class Player {
 public:
     Player(AudioReader &from, EffectHost &effect, EditorScreen &to)
@@ -77,7 +78,7 @@ private:
     uint64_t shownMs = 0;
 };
 
-/// What the person does some time before the picture.
+/// Moves the keyboard focus and the mouse, kTipMs before the picture is taken.
 void settleDown(const EditorOptions &options, EffectHost &host, EditorScreen &screen)
 {
     if (!options.focus.empty()) screen.focus(host, findEditorControl(options.focus));
@@ -94,13 +95,13 @@ void playUntilPicture(const EditorOptions &options, AudioReader &reader, EffectH
     player.playTo(end - std::min(rest, end), progress);
     settleDown(options, host, screen);
     if (end < rest)
-        screen.wait(static_cast<uint32_t>((rest - end) * 1000 / reader.rate())); // before the sound
+        screen.wait(static_cast<uint32_t>((rest - end) * 1000 / reader.rate())); // less than kTipMs is played
     player.playTo(end, progress);
 }
 
 void drawEditor(const EditorOptions &options)
 {
-    if (!options.focus.empty()) findEditorControl(options.focus); // a wrong name costs no playing
+    if (!options.focus.empty()) findEditorControl(options.focus); // refuse an unknown name before playing
     std::unique_ptr<AudioReader> reader;
     if (!options.in.empty()) reader = std::make_unique<AudioReader>(options.in);
     TemporaryFile file(options.png);
@@ -135,7 +136,7 @@ void addPlace(CLI::App *command, const char *option, std::optional<Point> &place
         const Rect window = Rect::at({}, VSTEditor::kWidth, VSTEditor::kHeight);
         if (!x || !y || !window.contains({*x, *y}))
             throw CLI::ValidationError(
-                option, fmt::format("there is no pixel '{}' in the editor; give X,Y from 0,0 to {},{}", text,
+                option, fmt::format("'{}' is not a pixel of the editor; give X,Y from 0,0 to {},{}", text,
                                     window.right, window.bottom));
         place = Point{*x, *y};
     };
@@ -147,10 +148,10 @@ std::string checkMoment(const std::string &text)
     const auto seconds = readNumber<double>(text);
     return seconds && std::isfinite(*seconds) && *seconds >= 0.0
                ? std::string()
-               : fmt::format("there is no moment '{}'; give seconds from the start of the recording", text);
+               : fmt::format("'{}' is not a valid time; give seconds from the start of the file", text);
 }
 
-/// Takes one of these words and no other.
+/// Makes a check that accepts only one of `words`. `what` names the option's value in the error message.
 template <class Words>
 auto oneOf(const char *what, const Words &words)
 {
@@ -161,7 +162,7 @@ auto oneOf(const char *what, const Words &words)
             if (text == known) return std::string();
             all += (all.empty() ? "" : ", ") + known;
         }
-        return fmt::format("there is no {} '{}'; choose one of {}", what, text, all);
+        return fmt::format("unknown {} '{}'; choose one of {}", what, text, all);
     };
 }
 
@@ -171,15 +172,17 @@ void addEditor(CLI::App &app)
 {
     const auto options = std::make_shared<EditorOptions>();
     CLI::App *const command =
-        app.add_subcommand("editor", "Draw the editor as it looks while a recording plays");
-    command->add_option("--png", options->png, "Picture to write")->required();
-    CLI::Option *const in = command->add_option(
-        "--in", options->in, "Recording to play; without it the editor has just been opened");
+        app.add_subcommand("editor", "Draw the editor as it looks while an audio file plays");
+    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
+    CLI::Option *const in =
+        command
+            ->add_option("--in", options->in, "Audio file to play (default: none, the editor as just opened)")
+            ->type_name("FILE");
     command
         ->add_option(
             "--at", options->at,
-            fmt::format("Moment of the recording at which the picture is taken; without it {:g}, or its "
-                        "end if that comes first",
+            fmt::format("Time in the file at which the picture is taken (default: {:g} s, or the end of a "
+                        "shorter file)",
                         kUsualMoment))
         ->type_name("SECONDS")
         ->check(checkMoment, "")
@@ -187,21 +190,22 @@ void addEditor(CLI::App &app)
     addChunkFile(command, options->effect.chunk);
     command
         ->add_option("--language", options->language,
-                     fmt::format("{} or {}",
+                     fmt::format("Language of the editor: {} or {} (default: {})",
                                  fmt::join(std::begin(kLanguages), std::end(kLanguages) - 1, ", "),
-                                 std::end(kLanguages)[-1]))
+                                 std::end(kLanguages)[-1], options->language))
         ->type_name("LANGUAGE")
         ->check(oneOf("language", kLanguages), "");
-    command->add_option("--scale", options->scale, "Size in per cent: 100, 200 or 300")
+    command->add_option("--scale", options->scale, "Size in per cent: 100, 200 or 300 (default: 100)")
         ->type_name("PERCENT")
         ->check(oneOf("scale", kScales), "");
     command
         ->add_option(
             "--focus", options->focus,
-            "Control that the keyboard works on, \"Band 1 Threshold\"; a wrong name lists the nearest")
+            "Control with keyboard focus, for example \"Band 1 Threshold\"; an unknown name lists similar "
+            "ones")
         ->type_name("CONTROL");
-    addPlace(command, "--point", options->point, "Rest the mouse there until a tool tip shows");
-    addPlace(command, "--press", options->press, "Hold the left button down there");
+    addPlace(command, "--point", options->point, "Pixel at which the mouse rests until a tool tip appears");
+    addPlace(command, "--press", options->press, "Pixel at which the left mouse button is held down");
     addSettings(command, options->effect.settings);
     command->callback([options] { drawEditor(*options); });
 }

@@ -8,14 +8,14 @@ namespace App {
 
 namespace {
 
-/// Index of the first sample that is not the noise which keeps the filters from denormal numbers.
+/// Index of the first sample that is louder than the noise added to prevent denormals.
 uint32_t firstArrival(const std::vector<float> &response)
 {
     constexpr float kAudible = 1e-6f;
     for (uint32_t i = 0; i < response.size(); ++i) {
         if (std::abs(response[i]) > kAudible) return i;
     }
-    throw Failure("the impulse did not come through the effect within a second");
+    throw Failure("the effect did not output the test impulse within one second");
 }
 
 void showLatency(uint32_t rate)
@@ -28,12 +28,12 @@ void showLatency(uint32_t rate)
 
     fmt::print("Delay at {} Hz\n", rate);
     const std::pair<const char *, uint32_t> rows[] = {
-        {"reported to the host", reported}, {"known by the effect", known}, {"measured", measured}};
+        {"reported to the host", reported}, {"true delay", known}, {"measured", measured}};
     for (const auto &[name, samples] : rows)
         fmt::print("  {:<20}  {:>5} samples  {:7.3f} ms\n", name, samples, samples * 1000.0 / rate);
     if (reported != known)
-        fmt::print("A host hears of a changed delay only while an editor is open; the renderer goes by the "
-                   "effect.\n");
+        fmt::print("Hosts learn of a changed delay only while an editor is open; the renderer uses the true "
+                   "delay.\n");
 }
 
 } // namespace
@@ -41,7 +41,7 @@ void showLatency(uint32_t rate)
 void addLatency(CLI::App &app)
 {
     CLI::App *const command =
-        app.add_subcommand("latency", "Show the delay: reported to hosts, known by the effect, measured");
+        app.add_subcommand("latency", "Show the effect's delay: reported to hosts, true and measured");
     const auto rate = std::make_shared<uint32_t>(44100); // Hz
     addRate(command, *rate);
     command->callback([rate] { showLatency(*rate); });

@@ -10,11 +10,10 @@ void showParameters()
     const EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
     const std::vector<Parameter> parameters = listParameters(host);
     constexpr const char *kRow = "{:>5}  {:<33}  {:<5}  {:<12}  {:>8}  {}\n";
-    fmt::print(kRow, "index", "name", "unit", "range", "default", "text");
+    fmt::print(kRow, "index", "name", "unit", "range", "default", "display");
     bool hostsSeeIt = true;
     for (const Parameter &p : parameters) {
-        if (hostsSeeIt && !p.hostIndex)
-            fmt::print("\nSettings that hosts do not see; --set takes them too:\n");
+        if (hostsSeeIt && !p.hostIndex) fmt::print("\nHidden from hosts, but accepted by --set:\n");
         hostsSeeIt = p.hostIndex.has_value();
         const bool isSwitch = p.kind == DSP::ParamKind::boolean;
         const std::string range = isSwitch ? "off, on" : fmt::format("{:g} to {:g}", p.minimum, p.maximum);
@@ -27,7 +26,7 @@ void showParameters()
 
 void addParams(CLI::App &app)
 {
-    app.add_subcommand("params", "List the parameters: index, name, unit, range, default, present text")
+    app.add_subcommand("params", "List all parameters with index, unit, range, default and displayed value")
         ->callback(showParameters);
 }
 

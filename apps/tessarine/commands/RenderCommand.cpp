@@ -10,7 +10,7 @@ namespace fs = std::filesystem;
 namespace {
 
 constexpr uint32_t kLargestBlock = 1u << 16; // frames
-constexpr double kLowestLoudness = -70.0;    // LUFS, where measuring ends
+constexpr double kLowestLoudness = -70.0;    // LUFS, the absolute gate of BS.1770
 constexpr double kLowestTruePeak = -40.0;    // dBTP
 
 bool isSameFile(const fs::path &a, const fs::path &b)
@@ -27,20 +27,20 @@ struct NamedFile {
     fs::path path;
 };
 
-/// One file must not take the place of another; only the output may take that of the input.
+/// Throws Failure if one file would overwrite another. Only the output may overwrite the input.
 void requireDistinct(const RenderOptions &options)
 {
     const NamedFile input = {"input", options.in}, output = {"output", options.out};
     const NamedFile chunk = {"chunk", options.effect.chunk}, dry = {"dry file", options.dry};
     const NamedFile report = {"report", options.report};
-    // what is written, and what it would take the place of
+    // each pair: a file to write and a file that it must not overwrite
     const std::pair<NamedFile, NamedFile> pairs[] = {
         {report, output}, {report, input}, {dry, output}, {dry, input},
         {dry, report},    {output, chunk}, {dry, chunk},  {report, chunk},
     };
     for (const auto &[written, taken] : pairs) {
         if (written.path.empty() || taken.path.empty() || !isSameFile(written.path, taken.path)) continue;
-        throw Failure(fmt::format("the {} would overwrite the {} {}; give it another name", written.role,
+        throw Failure(fmt::format("the {} would overwrite the {} {}; choose another name", written.role,
                                   taken.role, taken.path.string()));
     }
 }
@@ -59,7 +59,7 @@ std::string toScreen(const Summary &summary)
 void renderFile(const RenderOptions &options)
 {
     requireDistinct(options);
-    // opened first, so that a place that cannot be written costs no rendering
+    // opened first, to fail before rendering if it cannot be written
     std::optional<TemporaryFile> report;
     if (!options.report.empty()) report.emplace(options.report);
 
@@ -73,15 +73,15 @@ void renderFile(const RenderOptions &options)
     fmt::print("{}", toScreen(summary));
 }
 
-/// Refuses an empty name, which would mean that the option was not given.
+/// Makes a check that refuses an empty name, which would have the same effect as no option.
 auto named(const char *what)
 {
     return [what](const std::string &path) {
-        return path.empty() ? fmt::format("the name of the {} is empty", what) : std::string();
+        return path.empty() ? fmt::format("the name of the {} is empty; name a file", what) : std::string();
     };
 }
 
-/// Refuses all but a number in the range.
+/// Makes a check that accepts only numbers from `low` to `high`. `what` names the value in the error message.
 auto within(const char *what, double low, double high, const char *unit)
 {
     return [=](const std::string &text) {
@@ -97,15 +97,16 @@ void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<
 {
     CLI::Option *const loudness =
         command
-            ->add_option("--loudness", level,
-                         "Integrated loudness of the output. The file is heard once before; 'Gain', 'Limiter "
-                         "Threshold' and 'Limiter Margin' are then chosen to limit as little as possible, in "
-                         "brickwall mode only if asked for or needed")
+            ->add_option(
+                "--loudness", level,
+                "Target integrated loudness. The file is analysed first; 'Gain', 'Limiter Threshold' "
+                "and 'Limiter Margin' are then set for the least limiting. Brickwall mode is used "
+                "only if switched on or needed")
             ->type_name("LUFS")
             ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
     command
         ->add_option("--true-peak", truePeak,
-                     "Highest true peak of the output with --loudness; without it 0, the full scale")
+                     "Maximum true peak of the output with --loudness (default: 0 dBTP)")
         ->type_name("DBTP")
         ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "")
         ->needs(loudness);
@@ -118,28 +119,40 @@ void addRender(CLI::App &app)
     const auto options = std::make_shared<RenderOptions>();
     const auto loudness = std::make_shared<std::optional<double>>();
     const auto truePeak = std::make_shared<std::optional<double>>();
-    CLI::App *const command = app.add_subcommand("render", "Process a sound file");
-    command->add_option("IN", options->in, "File to read: WAV, FLAC, AIFF, Ogg, mono or stereo")->required();
-    command->add_option("OUT", options->out, "File to write; its ending chooses the format")->required();
+    CLI::App *const command = app.add_subcommand("render", "Process an audio file");
+    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
+        ->type_name("")
+        ->required();
+    command->add_option("OUT", options->out, "Output file; its extension selects the format")
+        ->type_name("")
+        ->required();
     addSettings(command, options->effect.settings);
     addChunkFile(command, options->effect.chunk)->check(named("chunk"), "");
-    command->add_option("--block", options->blockFrames, "Frames handed to the effect at a time")
-        ->check(CLI::Range(1u, kLargestBlock))
-        ->capture_default_str();
+    command
+        ->add_option(
+            "--block", options->blockFrames,
+            fmt::format("Block size: 1 to {} (default: {} frames)", kLargestBlock, options->blockFrames))
+        ->type_name("FRAMES")
+        ->check(CLI::Range(1u, kLargestBlock).description(""));
     command->add_flag_callback(
         "--no-compensate", [options] { options->compensate = false; },
-        "Keep the delay of the effect; without this the output is aligned with the input to the sample");
+        "Keep the effect's delay in the output (default: output aligned with the input)");
     const auto knownReport = [](const std::string &path) {
-        return isReportPath(path) ? std::string()
-                                  : "'" + path + "' ends in neither .html nor .png; choose one of them";
+        return isReportPath(path)
+                   ? std::string()
+                   : "'" + path + "' ends in neither .html nor .png; use one of these extensions";
     };
-    command->add_option("--report", options->report, "Picture of levels and gain reduction: .html or .png")
+    command
+        ->add_option("--report", options->report,
+                     "Report to write, with charts of levels and gain reduction: .html or .png")
+        ->type_name("FILE")
         ->check(knownReport, "");
     addLoudness(command, *loudness, *truePeak);
     command
         ->add_option("--dry", options->dry,
-                     "Write the input too, aligned with the output and as loud, to compare by ear; its "
-                     "ending chooses the format")
+                     "Dry file to write: the input, aligned with the output and matched to its loudness, for "
+                     "listening comparisons; its extension selects the format")
+        ->type_name("FILE")
         ->check(named("dry file"), "");
     command->callback([options, loudness, truePeak] {
         if (*loudness) options->goal = {**loudness, truePeak->value_or(0.0)};

@@ -14,7 +14,7 @@ struct ResponseOptions {
 
 void showResponse(const ResponseOptions &options)
 {
-    TemporaryFile file(options.png); // first, so that a place that cannot be written costs no measuring
+    TemporaryFile file(options.png); // opened first, to fail before measuring if it cannot be written
     const Response response = measureResponse(options.rate, options.settings);
     file.write(drawResponse(response, PictureFormat::png));
     file.commit();
@@ -33,10 +33,10 @@ void addResponse(CLI::App &app)
 {
     const auto options = std::make_shared<ResponseOptions>();
     CLI::App *const command =
-        app.add_subcommand("response", "Measure the frequency response of the bands and of their sum");
+        app.add_subcommand("response", "Measure the frequency response of each band and of their sum");
     addSettings(command, options->settings);
     addRate(command, options->rate);
-    command->add_option("--png", options->png, "Picture to write")->required();
+    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
     command->callback([options] { showResponse(*options); });
 }
 

@@ -15,10 +15,10 @@ void note(int signal) { caught = signal; }
 void catchSignals()
 {
     for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
-        // one that the caller has switched off, as nohup does, stays off
+        // a signal that the caller ignores, as nohup does, stays ignored
         if (std::signal(signal, note) == SIG_IGN) std::signal(signal, SIG_IGN);
     }
-    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGXFSZ, SIG_IGN); // writing beyond the file size limit then fails with EFBIG
 }
 
 void stopIfInterrupted()

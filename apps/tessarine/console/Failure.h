@@ -3,22 +3,22 @@
 
 namespace App {
 
-/// The work cannot be done. The text is the sentence that the user reads: what was wrong, with the value, and
-/// what to do about it. The program ends with 1.
+/// An error to report to the user. The message names the problem, the value and the remedy. The program
+/// prints it and exits with 1.
 struct Failure : std::runtime_error {
     using std::runtime_error::runtime_error;
 };
 
-/// The user stopped the program with this signal; everything half-written is gone when it arrives at main.
+/// Thrown after a signal that ends the program. Destructors remove incomplete files before main catches it.
 struct Interrupted {
     int signal;
 };
 
-/// From here on the signals that end a program only leave a note, so that half-written files are removed. A
-/// file that may not grow is reported like any failed write.
+/// Makes SIGINT, SIGTERM and SIGHUP set a flag for stopIfInterrupted, so that incomplete files are removed.
+/// Also ignores SIGXFSZ, so that a file that reaches the size limit causes a Failure.
 void catchSignals();
 
-/// Throws Interrupted if one of them has come. Long loops call it, or Progress::show.
+/// Throws Interrupted after such a signal. Long loops call this or Progress::show.
 void stopIfInterrupted();
 
 } // namespace App

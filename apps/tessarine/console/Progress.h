@@ -4,17 +4,18 @@
 
 namespace App {
 
-/// One line on standard error that tells how far the work is, rewritten ten times a second and removed at the
-/// end. Silent if standard error is not a terminal.
+/// Progress bar on standard error, updated ten times a second and erased by the destructor. Prints only to a
+/// terminal.
 /// Errors  Interrupted from show
 class Progress {
 public:
-    /// `total` in frames at `rate` Hz.
+    /// `total` is the number of frames to process, `rate` the sample rate in Hz.
     Progress(uint64_t total, uint32_t rate);
     ~Progress();
     Progress(const Progress &) = delete;
     Progress &operator=(const Progress &) = delete;
 
+    /// `done` is the number of frames processed so far.
     void show(uint64_t done);
 
 private:

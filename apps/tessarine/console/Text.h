@@ -7,15 +7,16 @@
 
 namespace App {
 
-/// Equal but for the case of the letters A to Z.
+/// True if the names are equal, ignoring the case of A to Z.
 bool sameName(std::string_view a, std::string_view b);
 
-/// Up to `count` of the names that a person may have meant by `typed`, nearest first: by the number of
-/// letters to change, insert or remove (Levenshtein), where a name that contains what was typed comes first.
+/// The `count` names most similar to `typed`, or all names if there are fewer. Names that contain `typed`
+/// come first, then the others by Levenshtein distance. Ignores the case of A to Z.
 std::vector<std::string> nearestNames(std::string_view typed, const std::vector<std::string> &names,
                                       size_t count);
 
-/// Takes the number at the start of `text` off it; nothing if there is none or it is out of range.
+/// Parses the number at the start of `text` and removes it from `text`. Returns nullopt and leaves `text`
+/// unchanged if there is no number or it does not fit the type.
 template <class Number>
 std::optional<Number> takeNumber(std::string_view &text)
 {
@@ -26,7 +27,7 @@ std::optional<Number> takeNumber(std::string_view &text)
     return value;
 }
 
-/// The whole of `text` as a number.
+/// Parses `text` as one number; returns nullopt if it contains anything else.
 template <class Number>
 std::optional<Number> readNumber(std::string_view text)
 {

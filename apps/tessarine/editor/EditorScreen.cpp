@@ -19,7 +19,7 @@ size_t findEditorControl(const std::string &name)
         if (sameName(names[i], name)) return i;
     }
     constexpr size_t kSuggestions = 3;
-    throw Failure(fmt::format("the editor has no control '{}' for the keyboard; the nearest are '{}'", name,
+    throw Failure(fmt::format("no control '{}' takes the keyboard focus; similar names are '{}'", name,
                               fmt::join(nearestNames(name, names, kSuggestions), "', '")));
 }
 
@@ -39,13 +39,15 @@ EditorScreen::~EditorScreen()
 void EditorScreen::open(EffectHost &host)
 {
     window = system.makeHostWindow(VSTEditor::kWidth, VSTEditor::kHeight);
-    if (!host.openEditor(window)) throw Failure("the editor did not open; there may be too little memory");
+    if (!host.openEditor(window))
+        throw Failure(
+            "the editor did not open, probably for lack of memory; close other programs and try again");
     system.pump();
 }
 
 void EditorScreen::focus(EffectHost &host, size_t control)
 {
-    // the first only shows where the focus is, the second brings it to the first control
+    // the first Tab only shows the focus, the second moves it to the first control
     for (size_t tabs = 0; tabs < control + 2; ++tabs) host.pressTab();
     system.pump();
 }
@@ -73,7 +75,7 @@ std::string EditorScreen::picture(uint32_t scale) const
     cairo_paint(context.get());
     std::string bytes = encodePng(to.get());
     if (shot.isEmpty() || cairo_status(context.get()) != CAIRO_STATUS_SUCCESS || bytes.empty())
-        throw Failure("there is not enough memory to draw the editor; close other programs and try again");
+        throw Failure("not enough memory to draw the editor; close other programs and try again");
     return bytes;
 }
 

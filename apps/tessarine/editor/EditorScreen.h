@@ -8,18 +8,17 @@
 
 namespace App {
 
-/// The editor's languages as people call them in English, by their index.
+/// English names of the editor's languages, indexed by UI::Language::Index.
 constexpr const char *kLanguages[UI::Language::languages] = {"english", "japanese", "german",
                                                              "french",  "italian",  "spanish"};
 
-/// Position of a control in the order of the Tab key, by the name that a person gives it, in any case.
-/// Errors  Failure with the nearest names
+/// Index of a control in the tab order. Ignores the case of `name`.
+/// Errors  Failure that lists similar names
 size_t findEditorControl(const std::string &name);
 
-/// A screen in memory with an effect's editor on it and a person in front of it. Its clock stands until
-/// someone lets time pass.
-/// States  made -> effects made now have an editor -> open(), once. It outlives these effects
-/// Errors  Failure from open() if the editor does not come up
+/// An offscreen window system with an effect's editor and a simulated user. Only wait() advances its clock.
+/// States  after construction, make the effect, then call open() once; the screen must outlive the effect
+/// Errors  Failure from open() if the editor does not open
 class EditorScreen {
 public:
     /// `language` is one of kLanguages.
@@ -30,12 +29,12 @@ public:
 
     void open(EffectHost &host);
     void wait(uint32_t ms) { system.advance(ms); }
-    /// Moves the focus as the Tab key does, until it is on the control with this place in its order.
+    /// Presses Tab until the control with this index in the tab order has the focus. Call at most once.
     void focus(EffectHost &host, size_t control);
     void moveTo(Point at) { system.movePointer(at); }
-    /// The left button goes down and stays there.
+    /// Presses the left mouse button at a pixel of the window and holds it.
     void press(Point at);
-    /// A PNG, every pixel as a square of `scale` by `scale` pixels.
+    /// Returns the bytes of a PNG file in which each pixel is enlarged to `scale` by `scale` pixels.
     std::string picture(uint32_t scale) const;
 
 private:

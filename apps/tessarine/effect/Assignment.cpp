@@ -30,7 +30,7 @@ const Parameter &find(const std::vector<Parameter> &parameters, const std::strin
         if (sameName(p.name, name)) return p;
         names.push_back(p.name);
     }
-    throw Failure(fmt::format("there is no parameter '{}'; the nearest are '{}' (all: tessarine params)",
+    throw Failure(fmt::format("unknown parameter '{}'; similar names are '{}'; 'tessarine params' lists all",
                               name, fmt::join(nearestNames(name, names, kSuggestions), "', '")));
 }
 
@@ -60,8 +60,7 @@ double readValue(const Parameter &parameter, const std::string &text)
     const std::optional<double> value = isSwitch ? readSwitch(text) : readQuantity(text, parameter.unit);
     const bool whole = parameter.kind != DSP::ParamKind::integer || (value && *value == std::floor(*value));
     if (!value || !whole || *value < parameter.minimum || *value > parameter.maximum)
-        throw Failure(
-            fmt::format("'{}' cannot be '{}'; it takes {}", parameter.name, text, parameter.range()));
+        throw Failure(fmt::format("'{}' cannot be '{}'; give {}", parameter.name, text, parameter.range()));
     return *value;
 }
 

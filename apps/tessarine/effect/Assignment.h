@@ -6,12 +6,12 @@
 
 namespace App {
 
-/// Carries out each "NAME=VALUE": names in any case, values in the parameter's own unit, which may follow the
-/// number; on/off, true/false, yes/no, 1/0 for switches.
-/// Errors  Failure with the nearest names or the range
+/// Sets the parameters from strings such as "NAME=VALUE". Names are case-insensitive. Values are in the
+/// parameter's own unit, which may follow the number. Boolean values are on/off, true/false, yes/no or 1/0.
+/// Errors  Failure that lists similar names or the range
 void applySettings(EffectHost &host, const std::vector<std::string> &settings);
 
-/// Whether one of the settings is for the parameter of that name.
+/// True if one of the settings is for the parameter called `name`.
 bool assigns(const std::vector<std::string> &settings, const std::string &name);
 
 } // namespace App

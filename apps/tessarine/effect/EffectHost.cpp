@@ -9,12 +9,14 @@
 namespace App {
 
 namespace {
-constexpr intptr_t kVstVersion = 2400; // of the interface, as answered to the effect
+constexpr intptr_t kVstVersion = 2400; // reported to the effect: VST 2.4
 }
 
 EffectHost::EffectHost(const Layout &wanted) : layout(wanted), effect(VSTPluginMain(answer))
 {
-    if (!effect) throw Failure("the effect did not start; there may be too little memory");
+    if (!effect)
+        throw Failure(
+            "the effect did not start, probably for lack of memory; close other programs and try again");
     effect->hostData = this;
     dispatch(effOpen);
     dispatch(effSetSampleRate, 0, static_cast<float>(layout.rate));
@@ -27,7 +29,7 @@ EffectHost::~EffectHost()
     dispatch(effClose);
 }
 
-// The effect asks from its constructor on, when the record does not belong to this object yet.
+// The effect calls this from its constructor, before hostData is set.
 intptr_t EffectHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t, void *ptr, float)
 {
     const EffectHost *const host = effect ? static_cast<const EffectHost *>(effect->hostData) : nullptr;
@@ -56,7 +58,7 @@ std::string EffectHost::text(int32_t opcode, int32_t index) const
 
 std::string EffectHost::chunk() const
 {
-    void *bytes = nullptr; // of the effect
+    void *bytes = nullptr; // owned by the effect
     const intptr_t size = effect->dispatcher(effect, effGetChunk, 0, 0, &bytes, 0.0f);
     return bytes && size > 0 ? std::string(static_cast<const char *>(bytes), static_cast<size_t>(size)) : "";
 }
@@ -64,7 +66,7 @@ std::string EffectHost::chunk() const
 bool EffectHost::setChunk(std::string chunk)
 {
     effect->dispatcher(effect, effSetChunk, 0, static_cast<intptr_t>(chunk.size()), chunk.data(), 0.0f);
-    return VSTPlugin::of(effect)->lastChunkLoaded(); // the call itself answers with the size in any case
+    return VSTPlugin::of(effect)->lastChunkLoaded(); // effSetChunk returns the size even for a refused chunk
 }
 
 void EffectHost::start() { dispatch(effMainsChanged, 1); }
@@ -82,13 +84,13 @@ bool EffectHost::openEditor(Platform::WindowHandle window)
 
 void EffectHost::pressTab()
 {
-    constexpr intptr_t kTab = 2; // among the interface's keys
+    constexpr intptr_t kTab = 2; // key code of Tab in the plug-in interface
     dispatch(effEditKeyDown, kTab);
 }
 
 uint32_t EffectHost::trueDelay() const
 {
-    // a bypassed chain copies at once, while its latency stays what hosts were told
+    // a bypassed chain does not delay, but its reported latency stays unchanged
     const DSP::Global *const global = plugin().transformHandle().global();
     return global->getBypass() ? 0 : plugin().latency();
 }

@@ -7,16 +7,16 @@
 
 namespace App {
 
-/// A small host: loads the effect that is linked in and drives it through its record, as any host does. What
-/// the record does not tell (true delay, meters, ranges) comes from the plug-in behind it.
-/// States  made: parameters may be set; start() -> playing: process(); the effect goes with the object
+/// A small host that drives the linked-in effect through its AEffect record, like any other host. The Plugin
+/// object provides the true delay, the meters and the ranges, which the record lacks.
+/// States  set parameters after construction, process after start(); the destructor closes the effect
 /// Errors  Failure if the effect does not load
 class EffectHost {
 public:
     struct Layout {
         uint32_t rate;        // Hz
-        uint32_t channels;    // 1 or 2, in and out
-        uint32_t blockFrames; // largest block that process will be called with
+        uint32_t channels;    // 1 or 2, for input and output
+        uint32_t blockFrames; // largest block passed to process
     };
 
     explicit EffectHost(const Layout &layout);
@@ -28,26 +28,26 @@ public:
     std::string parameterName(int32_t index) const { return text(effGetParamName, index); }
     std::string parameterUnit(int32_t index) const { return text(effGetParamLabel, index); }
     std::string parameterDisplay(int32_t index) const { return text(effGetParamDisplay, index); }
-    /// 0 to 1.
+    /// Range  `value` 0 to 1
     void setParameter(int32_t index, float value) { effect->setParameter(effect, index, value); }
 
-    /// The present settings as hosts keep them in a project; empty if the effect gives none.
+    /// The current settings in the form in which hosts save them; empty if the effect returns no chunk.
     std::string chunk() const;
-    /// False if the effect refuses the chunk; nothing has changed then.
+    /// Returns false if the effect refuses the chunk; the settings are then unchanged.
     bool setChunk(std::string chunk);
 
     void start();
-    /// One block; every channel of the layout has a pointer. Output may be the input.
+    /// Processes one block. `in` and `out` hold one pointer per channel of the layout and may be equal.
     void process(float *const *in, float *const *out, uint32_t frames);
 
-    /// Inside a window of the window system in use; false if it does not open. It closes with the effect.
+    /// Opens the editor inside `window`; returns false if that fails. The editor closes with the effect.
     bool openEditor(Platform::WindowHandle window);
-    /// Hands the key to the editor, as hosts do that take keys themselves.
+    /// Sends the Tab key to the editor through the plug-in interface.
     void pressTab();
 
-    /// Samples that a host is told.
+    /// Delay in samples as reported to hosts.
     int32_t reportedDelay() const { return effect->initialDelay; }
-    /// Samples by which the output really lags; valid after start.
+    /// Delay of the output in samples; valid after start.
     uint32_t trueDelay() const;
     Plugin &plugin() const { return *VSTPlugin::of(effect); }
 

@@ -16,24 +16,24 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr double kFlatFromOctaves = 2.0;
+constexpr double kFlatFromOctaves = 2.0; // minimum distance between cutoffs for a flat sum of the bands
 constexpr const char *kNames[DSP::kCutoffs] = {"Low", "Mid", "High"};
-constexpr size_t kMostBytes = size_t{1} << 20; // a chunk has a few hundred
+constexpr size_t kMostBytes = size_t{1} << 20; // a chunk has a few hundred bytes
 
 std::string readFile(const fs::path &path)
 {
-    requirePlainFile(path, "chunk");
+    requirePlainFile(path, "a chunk file");
     errno = 0;
     std::ifstream file(path, std::ios::binary);
     std::string bytes(kMostBytes + 1, '\0');
     if (file) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file && !file.eof())
-        throw Failure(fmt::format("{} cannot be read: {}; check the file and its rights", path.string(),
+        throw Failure(fmt::format("{} cannot be read: {}; check the file and its permissions", path.string(),
                                   std::strerror(errno != 0 ? errno : EIO)));
     bytes.resize(static_cast<size_t>(file.gcount()));
     if (bytes.size() > kMostBytes)
-        throw Failure(fmt::format("{} is larger than 1 MiB and so no chunk of this effect; name a file that "
-                                  "'tessarine chunk' wrote",
+        throw Failure(fmt::format("{} is larger than 1 MiB, so it is not a chunk of this effect; use a file "
+                                  "written by 'tessarine chunk'",
                                   path.string()));
     return bytes;
 }
@@ -57,8 +57,8 @@ std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const E
 void loadChunk(EffectHost &host, const fs::path &path)
 {
     if (!host.setChunk(readFile(path)))
-        throw Failure(fmt::format("{} is damaged or no chunk of this effect; name a file that 'tessarine "
-                                  "chunk' wrote",
+        throw Failure(fmt::format("{} is damaged or not a chunk of this effect; use a file written by "
+                                  "'tessarine chunk'",
                                   path.string()));
 }
 
@@ -69,8 +69,8 @@ void requireAscendingCutoffs(const EffectHost &host)
         const float lower = crossOver.cutoff(i), upper = crossOver.cutoff(i + 1);
         if (lower > upper)
             throw Failure(
-                fmt::format("'Crossover {} Cutoff' ({:.0f} Hz) lies above 'Crossover {} Cutoff' ({:.0f} Hz); "
-                            "give them in ascending order",
+                fmt::format("'Crossover {} Cutoff' ({:.0f} Hz) is above 'Crossover {} Cutoff' ({:.0f} Hz); "
+                            "set them in ascending order",
                             kNames[i], lower, kNames[i + 1], upper));
     }
 }
@@ -89,7 +89,7 @@ std::string closeCutoffsWarning(const EffectHost &host, uint32_t rate)
     if (pairs.empty()) return {};
     return fmt::format(
         "crossover cutoffs {} are less than two octaves apart, so the sum of the bands dips between "
-        "them; 'tessarine response' shows how far",
+        "them; run 'tessarine response' to see by how much",
         pairs);
 }
 

@@ -8,26 +8,26 @@
 
 namespace App {
 
-/// What an effect starts from: the chunk, then the settings.
+/// Initial state of an effect: the chunk is loaded first, then the settings are applied.
 struct EffectSetup {
     std::filesystem::path chunk;       // empty for none
     std::vector<std::string> settings; // each "NAME=VALUE"
 };
 
-/// The effect set up, not started yet.
-/// Errors  Failure for a chunk or a setting that is refused, and for cutoffs that do not ascend
+/// Makes an effect and sets it up; the caller starts it.
+/// Errors  Failure if the chunk or a setting is refused, or if the cutoffs do not ascend
 std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const EffectSetup &setup);
 
-/// Gives the effect the chunk in the file. What a chunk does not hold keeps its value.
-/// Errors  Failure if the file cannot be read, is above 1 MiB or is refused by the effect, which then stays
-/// as it was
+/// Loads the chunk from the file. Parameters that are not in the chunk keep their values.
+/// Errors  Failure if the file cannot be read or is larger than 1 MiB, or if the effect refuses it; the
+/// effect is then unchanged
 void loadChunk(EffectHost &host, const std::filesystem::path &path);
 
-/// Throws Failure if the cutoffs do not ascend: the crossover would silently keep the filters it had.
+/// Throws Failure if the cutoffs do not ascend; the crossover would silently keep its previous filters.
 void requireAscendingCutoffs(const EffectHost &host);
 
-/// One sentence if two neighbouring cutoffs are so close that the sum of the bands is not flat; else empty. A
-/// cutoff of half the rate (Hz) or more has no filter and does not count.
+/// Returns a warning if two neighbouring cutoffs are so close that the sum of the bands is not flat, else an
+/// empty string. Ignores cutoffs at or above Nyquist, which have no filter. `rate` in Hz.
 std::string closeCutoffsWarning(const EffectHost &host, uint32_t rate);
 
 } // namespace App

@@ -81,7 +81,9 @@ std::string Parameter::format(double value) const
 std::string Parameter::range() const
 {
     if (kind == DSP::ParamKind::boolean) return "off or on";
-    return fmt::format("{:g} to {:g}{}{}", minimum, maximum, unit.empty() ? "" : " ", unit);
+    return fmt::format("{} from {:g} to {:g}{}{}",
+                       kind == DSP::ParamKind::integer ? "a whole number" : "a value", minimum, maximum,
+                       unit.empty() ? "" : " ", unit);
 }
 
 } // namespace App

@@ -8,31 +8,31 @@
 
 namespace App {
 
-/// A parameter with its range in its own unit. One without a host index is a setting that the effect does not
-/// show to hosts and that is reached through its component.
+/// A parameter with its range in its own unit. If it has no host index, it is hidden from hosts and accessed
+/// through its component.
 struct Parameter {
     std::string name, unit;
     DSP::ParamKind kind = DSP::ParamKind::real;
     DSP::ParameterAddress address = {};
     std::optional<int32_t> hostIndex;
-    bool saved = false;                                      // in a chunk
-    double minimum = 0.0, maximum = 1.0, defaultValue = 0.0; // of a bool 0, 1 and 0 or 1
+    bool saved = false;                                      // stored in chunks
+    double minimum = 0.0, maximum = 1.0, defaultValue = 0.0; // bool: 0 is off, 1 is on
 
-    /// Stores a value of the range, through the host's entry where there is one.
+    /// Sets a value within the range, through the plug-in interface if the parameter has a host index.
     void set(EffectHost &host, double value) const;
-    /// The present value as text, without its unit.
+    /// The current value as a string without its unit.
     std::string display(const EffectHost &host) const;
-    /// A value as text, without its unit.
+    /// `value` as a string without its unit.
     std::string format(double value) const;
-    /// "-60 to 0 dB", "off or on".
+    /// The valid values for an error message: "a value from -60 to 0 dB", "off or on".
     std::string range() const;
 };
 
-/// The host's parameters in its order, then all other settings but those of the spectrum displays, which
-/// stand four times under one name and change no sample.
+/// The host parameters in the order of their indices, then the hidden parameters except those of the spectrum
+/// displays. Spectrum settings do not affect the audio, and their names are the same in all four bands.
 std::vector<Parameter> listParameters(const EffectHost &host);
 
-/// The settings of the spectrum displays, with their bands in front of the names.
+/// The settings of the spectrum displays, with the band as a prefix: "Band 1 Spectrum Overlap".
 std::vector<Parameter> listSpectrumSettings(const EffectHost &host);
 
 } // namespace App

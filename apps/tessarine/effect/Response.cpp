@@ -14,8 +14,8 @@ namespace App {
 namespace {
 
 constexpr double kLowest = 20.0, kHighest = 20000.0; // Hz
-constexpr int kPoints = 700;
-/// A filter at 20 Hz has fallen to 1e-19 by then.
+constexpr int kPoints = 700;                         // about 70 per octave
+/// Long enough for the impulse response of a filter at 20 Hz to decay to 1e-19.
 constexpr double kResponseSeconds = 0.5;
 
 std::vector<double> frequencyGrid(uint32_t rate)
@@ -27,7 +27,7 @@ std::vector<double> frequencyGrid(uint32_t rate)
     return grid;
 }
 
-/// Magnitude of the Fourier transform at one frequency, in dB.
+/// Magnitude in dB of the Fourier transform at one frequency.
 double levelAt(const std::vector<float> &response, double cyclesPerSample)
 {
     const double angle = -2.0 * std::numbers::pi * cyclesPerSample;
@@ -43,7 +43,7 @@ double levelAt(const std::vector<float> &response, double cyclesPerSample)
     return 10.0 * std::log10(std::max(sumRe * sumRe + sumIm * sumIm, 1e-30));
 }
 
-/// Fills in the cutoffs and returns the levels in dB of the sum, or of one band with all others muted.
+/// Sets response.cutoffs. Returns the levels in dB of the sum, or of `band` with all other bands muted.
 std::vector<double> measureLevels(Response &response, uint32_t rate, const EffectSetup &setup,
                                   std::optional<uint32_t> band)
 {

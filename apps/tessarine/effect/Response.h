@@ -7,17 +7,17 @@
 
 namespace App {
 
-constexpr uint32_t kImpulseBlock = 4096; // frames, the block of the layout that impulseResponse needs
+constexpr uint32_t kImpulseBlock = 4096; // frames; EffectHost::Layout::blockFrames for impulseResponse
 
-/// What the started effect answers to one sample of full scale on all channels: the first `frames` samples of
-/// the left output, delay included.
+/// The first `frames` samples of the left output, including the delay, for a full-scale impulse on all
+/// channels. The effect must be started.
 std::vector<float> impulseResponse(EffectHost &host, uint32_t frames);
 
-/// Frequency response of the effect as it stands in the linear range: compressors at 1:1, limiter bypassed.
+/// Frequency response of the effect with compressors at 1:1 and the limiter bypassed, so that it is linear.
 struct Response {
-    std::vector<double> frequencies;                    // Hz, evenly spaced in octaves
-    std::array<std::vector<double>, DSP::kBands> bands; // dB, each alone
-    std::vector<double> sum;                            // dB, of all that are not muted
+    std::vector<double> frequencies;                    // Hz, logarithmically spaced
+    std::array<std::vector<double>, DSP::kBands> bands; // dB, each band alone
+    std::vector<double> sum;                            // dB, all bands that are not muted
     std::array<double, DSP::kCutoffs> cutoffs{};        // Hz
 
     struct Extreme {
@@ -27,8 +27,8 @@ struct Response {
     Extreme highest() const;
 };
 
-/// Sends impulses through the effect at `rate` Hz, once with all bands and once for each of them.
-/// Errors  Failure for settings that applySettings refuses
+/// Measures impulse responses at `rate` Hz, once for all bands together and once for each band.
+/// Errors  Failure if a setting is refused
 Response measureResponse(uint32_t rate, const std::vector<std::string> &settings);
 
 } // namespace App

@@ -11,22 +11,22 @@ namespace fs = std::filesystem;
 
 AudioReader::AudioReader(const fs::path &file) : path(file)
 {
-    requirePlainFile(path, "sound");
+    requirePlainFile(path, "an audio file");
     handle.reset(sf_open(path.c_str(), SFM_READ, &soundInfo));
     if (!handle)
-        throw Failure(fmt::format("{} cannot be read as sound: {} WAV, FLAC, AIFF and Ogg files can",
+        throw Failure(fmt::format("{} is not a readable audio file: {} Use WAV, FLAC, AIFF or Ogg",
                                   path.string(), sf_strerror(nullptr)));
     if (soundInfo.channels < 1 || soundInfo.channels > 2)
-        throw Failure(
-            fmt::format("{} has {} channels; the effect takes 1 or 2, so split or mix the file first",
-                        path.string(), soundInfo.channels));
+        throw Failure(fmt::format(
+            "{} has {} channels, but the effect processes 1 or 2; split or downmix the file first",
+            path.string(), soundInfo.channels));
     if (const uint64_t missing = missingSoundBytes(path))
         throw Failure(
-            fmt::format("{} is cut short: {} bytes of the sound that its header announces are missing; "
+            fmt::format("{} is truncated: {} bytes of the audio announced in its header are missing; "
                         "copy it again from its source",
                         path.string(), missing));
     if (soundInfo.frames <= 0)
-        throw Failure(fmt::format("{} has no sound in it: 0 frames; choose another file", path.string()));
+        throw Failure(fmt::format("{} contains no audio (0 frames); choose another file", path.string()));
 }
 
 uint32_t AudioReader::read(float *interleaved, uint32_t count)
@@ -35,7 +35,7 @@ uint32_t AudioReader::read(float *interleaved, uint32_t count)
     const sf_count_t got = sf_readf_float(handle.get(), interleaved, static_cast<sf_count_t>(expected));
     if (got < static_cast<sf_count_t>(expected))
         throw Failure(fmt::format(
-            "{} is damaged or cut short: the sound ends after {} of {} frames; copy it again "
+            "{} is damaged or truncated: the audio ends after {} of {} frames; copy it again "
             "from its source",
             path.string(), position + static_cast<uint64_t>(std::max<sf_count_t>(got, 0)), frames()));
     position += expected;

@@ -14,9 +14,9 @@ struct CloseSound {
 };
 using SoundHandle = std::unique_ptr<SNDFILE, CloseSound>;
 
-/// A mono or stereo sound file, read from the start to the end in pieces.
+/// Reads a mono or stereo audio file block by block from start to end.
 /// Unit    32-bit floats, full scale 1
-/// Errors  Failure for everything that cannot be rendered: no file, no sound, too many channels, cut short
+/// Errors  Failure if the file cannot be read, is empty or truncated, or has more than two channels
 class AudioReader {
 public:
     explicit AudioReader(const std::filesystem::path &path);
@@ -25,11 +25,11 @@ public:
     uint64_t frames() const { return static_cast<uint64_t>(soundInfo.frames); }
     uint32_t channels() const { return static_cast<uint32_t>(soundInfo.channels); }
     uint32_t rate() const { return static_cast<uint32_t>(soundInfo.samplerate); } // Hz
-    /// Title, artist and the like, as libsndfile numbers them; null for one that the file has not.
+    /// A metadata string, such as the title, or null. `which` is one of libsndfile's SF_STR_ constants.
     const char *tag(int which) const { return sf_get_string(handle.get(), which); }
 
-    /// The next frames in file order, channels side by side, into `interleaved`. Less than `count` only at
-    /// the end of the file.
+    /// Reads the next `count` frames, interleaved. Returns the number of frames read, which is less than
+    /// `count` only at the end of the file.
     uint32_t read(float *interleaved, uint32_t count);
 
 private:

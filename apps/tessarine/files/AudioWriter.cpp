@@ -11,11 +11,11 @@ namespace App {
 
 namespace {
 
-constexpr double kVorbisQuality = 0.7; // of 1; about 220 kbit/s in stereo
+constexpr double kVorbisQuality = 0.7; // range 0 to 1; about 220 kbit/s in stereo
 
 TemporaryFile &fileOf(void *user) { return *static_cast<TemporaryFile *>(user); }
 
-// Codecs of libsndfile pass over some failed writes; the file underneath remembers each of them.
+// Some of libsndfile's codecs ignore failed writes, so TemporaryFile stores the first error.
 SF_VIRTUAL_IO virtualFile()
 {
     SF_VIRTUAL_IO io{};
@@ -53,7 +53,7 @@ AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wan
         throw Failure(fmt::format("{} cannot be written as {}: {}", path.string(),
                                   describeFormat(wanted.format), sf_strerror(nullptr)));
     }
-    // its time stamp would make two equal renderings differ
+    // its time stamp would make identical renderings differ
     sf_command(handle.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
     double quality = kVorbisQuality;
     sf_command(handle.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
@@ -65,8 +65,8 @@ void AudioWriter::fail()
     throw Failure(fmt::format("{} was not written: {}", path.string(), sf_strerror(handle.get())));
 }
 
-// libsndfile's own conversion either scales by one step less than full scale or cuts instead of rounding.
-// This one gives back every sample that came from integers.
+// libsndfile's own conversion either scales by one step less than full scale or truncates instead of
+// rounding. This conversion is bit-exact for samples that were read from an integer format.
 void AudioWriter::quantise(const float *samples, size_t count)
 {
     const double fullScale = std::ldexp(1.0, bits - 1);
@@ -95,7 +95,7 @@ void AudioWriter::finish()
 {
     if (sf_close(handle.release()) != 0) {
         file.check();
-        throw Failure(fmt::format("{} could not be completed", path.string()));
+        throw Failure(fmt::format("{} was not written: closing it failed", path.string()));
     }
     file.commit();
 }

@@ -6,17 +6,18 @@
 
 namespace App {
 
-/// A sound file being written; it appears under its name when finish returns.
-/// Unit    32-bit floats, full scale 1; integer formats round them, and clip and count what is beyond
-/// Errors  Failure
+/// Writes an audio file, which replaces any file at `path` when finish returns.
+/// Unit    32-bit floats, full scale 1; for integer formats, samples are rounded and clipped
+/// Errors  Failure if the file cannot be written
 class AudioWriter {
 public:
-    /// In the format that the input and the ending of `path` call for, with the input's tags.
+    /// Chooses the format with outputFormat and copies the input's metadata.
     AudioWriter(const std::filesystem::path &path, const AudioReader &input);
 
     void write(const float *interleaved, uint32_t frames);
     void finish();
 
+    /// Number of samples beyond full scale; 0 for float formats.
     uint64_t clippedSamples() const { return clipped; }
     int format() const { return soundInfo.format; }
 
@@ -28,8 +29,8 @@ private:
     std::filesystem::path path;
     SF_INFO soundInfo;
     TemporaryFile file;
-    SoundHandle handle; // closed before the file under it
-    const int bits;     // of an integer format, else 0
+    SoundHandle handle; // must be destroyed before `file`
+    const int bits;     // bits per sample of an integer format, else 0
     std::vector<int32_t> quantised;
     uint64_t clipped = 0;
 };

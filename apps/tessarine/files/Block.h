@@ -7,25 +7,28 @@
 
 namespace App {
 
-/// One block in both layouts: files have the channels side by side, the effect has them apart.
+/// One block of audio, both interleaved as in files and with separate channels as in the effect.
 struct Block {
     Block(uint32_t channelCount, uint32_t frames);
     Block(const Block &) = delete;
     Block &operator=(const Block &) = delete;
 
-    /// The next frames of the file into `interleaved`; behind its end follows silence, which pushes the last
-    /// samples out of the effect. Returns how many came from the file.
+    /// Reads the next frames into `interleaved` and returns the number of frames read. Pads with silence
+    /// after the end of the file, which flushes the effect's delay.
     uint32_t read(AudioReader &reader, uint32_t frames);
+    /// Copies `interleaved` to `left` and `right`.
     void separate(uint32_t frames);
+    /// Copies `left` and `right` to `interleaved`.
     void interleave(uint32_t frames);
     const float *from(uint32_t frame) const { return interleaved.data() + size_t{frame} * channels; }
 
     const uint32_t channels;
-    std::vector<float> interleaved, left, right; // right stays silent in mono
+    std::vector<float> interleaved, left, right; // mono: `right` is silent
     float *const sides[2] = {left.data(), right.data()};
 };
 
-/// How many of `frames`, of which the first is number `begin` of the signal, belong to its first `skip`.
+/// Number of frames to drop from a block of `frames` frames that starts at frame `begin` of the signal, if
+/// the first `skip` frames of the signal are dropped.
 uint32_t framesToSkip(uint64_t skip, uint64_t begin, uint32_t frames);
 
 } // namespace App

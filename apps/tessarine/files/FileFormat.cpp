@@ -20,7 +20,7 @@ constexpr Ending kEndings[] = {
     {".oga", SF_FORMAT_OGG},   {".caf", SF_FORMAT_CAF},  {".au", SF_FORMAT_AU},
 };
 
-/// Largest sound that the 32-bit lengths of WAV and AIFF hold, with room for the header.
+/// Maximum size of the audio data in WAV and AIFF, which store 32-bit lengths. Leaves space for the header.
 constexpr double kLargestShortFile = 4.29e9; // bytes
 
 int containerOf(const std::filesystem::path &out)
@@ -29,7 +29,7 @@ int containerOf(const std::filesystem::path &out)
         if (sameName(out.extension().string(), known.text)) return known.container;
     }
     throw Failure(
-        fmt::format("{} does not end in the name of a sound format; use .wav, .flac, .aiff, .ogg, .w64, "
+        fmt::format("{} does not have the extension of an audio format; use .wav, .flac, .aiff, .ogg, .w64, "
                     ".caf or .au",
                     out.string()));
 }
@@ -49,7 +49,7 @@ int sampleFormat(int container, SF_INFO format)
         format.format = container | choice;
         if (sf_format_check(&format)) return choice;
     }
-    throw Failure(fmt::format("no sample format of {} takes {} Hz; choose another ending",
+    throw Failure(fmt::format("{} does not support {} Hz; choose another file extension",
                               describeFormat(container), format.samplerate));
 }
 
@@ -80,10 +80,10 @@ SF_INFO outputFormat(const std::filesystem::path &out, const SF_INFO &input)
     const int samples = sampleFormat(container, format);
     const double bytes = static_cast<double>(input.frames) * input.channels * bytesPerSample(samples);
     if (bytes > kLargestShortFile) {
-        if (container == SF_FORMAT_WAV) container = SF_FORMAT_RF64; // the long form of the same format
+        if (container == SF_FORMAT_WAV) container = SF_FORMAT_RF64; // WAV with 64-bit lengths
         if (container == SF_FORMAT_AIFF || container == SF_FORMAT_AU)
             throw Failure(
-                fmt::format("{} would hold {:.1f} GB, more than its format can; use .wav, .flac or .w64",
+                fmt::format("{} would need {:.1f} GB, more than its format allows; use .wav, .flac or .w64",
                             out.string(), bytes / 1e9));
     }
     format.format = container | samples;
@@ -103,7 +103,7 @@ int integerBits(int format)
     case SF_FORMAT_ALAC_24: return 24;
     case SF_FORMAT_PCM_32:
     case SF_FORMAT_ALAC_32: return 32;
-    default: return 16; // also what the companding formats are made from
+    default: return 16; // includes companding formats, which are encoded from 16 bits
     }
 }
 

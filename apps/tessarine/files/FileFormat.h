@@ -6,16 +6,15 @@
 
 namespace App {
 
-/// The format to write `out` in: the container that its ending names, with the samples of the input as they
-/// are where that container can hold them, else the nearest that loses nothing audible. Channels and rate are
-/// the input's.
-/// Errors  Failure for an ending that names no format, and for a length that the container cannot hold
+/// The format for `out`. The file extension selects the container. The sample format is that of the input if
+/// the container supports it, else the nearest without audible loss. Channels and rate are the input's.
+/// Errors  Failure if the extension is unknown or the container does not support the rate or the length
 SF_INFO outputFormat(const std::filesystem::path &out, const SF_INFO &input);
 
-/// Bits of the whole numbers that the format stores; 0 if it stores floats, which know no full scale.
+/// Bits per sample of an integer format; 0 for formats with float samples, which do not clip.
 int integerBits(int format);
 
-/// Such as "WAV (Microsoft), Signed 24 bit PCM".
+/// A description for users: "WAV (Microsoft), Signed 24 bit PCM".
 std::string describeFormat(int format);
 
 } // namespace App

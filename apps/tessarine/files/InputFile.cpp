@@ -13,14 +13,14 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// Chunks of RIFF are in little-endian order, those of FORM in big-endian order; else the files are alike.
+/// RIFF files (WAV) and FORM files (AIFF) share one chunk structure; they differ in these values.
 struct Layout {
     std::string_view container, soundChunk;
     bool bigEndian;
 };
 constexpr Layout kLayouts[] = {{"RIFF", "data", false}, {"FORM", "SSND", true}};
 
-constexpr uint32_t kOpenLength = 0xFFFFFFFF;
+constexpr uint32_t kOpenLength = 0xFFFFFFFF; // written by programs that do not know the length yet
 
 struct ChunkHeader {
     std::array<char, 8> bytes{};
@@ -44,10 +44,9 @@ void requirePlainFile(const fs::path &path, const char *content)
     const fs::file_status status = fs::status(path, ignored);
     if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
     if (fs::is_directory(status))
-        throw Failure(fmt::format("{} is a folder; name a {} file in it", path.string(), content));
+        throw Failure(fmt::format("{} is a folder; name {} in it", path.string(), content));
     if (!fs::is_regular_file(status))
-        throw Failure(
-            fmt::format("{} is not a plain file; copy the {} into one first", path.string(), content));
+        throw Failure(fmt::format("{} is not a regular file; copy its content to one first", path.string()));
 }
 
 uint64_t missingSoundBytes(const fs::path &path)
@@ -59,7 +58,7 @@ uint64_t missingSoundBytes(const fs::path &path)
     if (!file.read(header.bytes.data(), 8)) return 0;
     for (const Layout &layout : kLayouts) {
         if (header.name() != layout.container) continue;
-        uint64_t position = 12; // behind the container's header and its type
+        uint64_t position = 12; // first chunk, after the container's header and form type
         while (file.seekg(static_cast<std::streamoff>(position)) && file.read(header.bytes.data(), 8)) {
             const uint32_t size = header.size(layout.bigEndian);
             position += 8;

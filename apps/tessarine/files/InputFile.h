@@ -4,13 +4,13 @@
 
 namespace App {
 
-/// Before a file is opened for reading. `content` names what should be in it: "sound".
-/// Errors  Failure unless it is a plain file; a link is followed
+/// Checks a path before the file is opened for reading. Follows links. `content` is for the error message:
+/// "an audio file".
+/// Errors  Failure unless `path` is a regular file
 void requirePlainFile(const std::filesystem::path &path, const char *content);
 
-/// Bytes of sound that the header of a WAV or AIFF file announces and the file does not have: above 0 the
-/// file was cut short on its way. 0 for every other format, and for headers that leave the length open, as
-/// programs do that write to a pipe.
+/// Number of audio bytes missing at the end of a truncated WAV or AIFF file, according to its header. 0 for
+/// all other formats, and if the header leaves the length open, as programs that write to a pipe do.
 uint64_t missingSoundBytes(const std::filesystem::path &path);
 
 } // namespace App

@@ -13,19 +13,20 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// The folder and the name that really get written, or a sentence on why not.
+/// Resolves links, so that the file that a link points to is replaced, not the link.
+/// Errors  Failure if the target cannot be written
 fs::path resolve(const fs::path &wanted)
 {
     std::error_code ignored;
     if (fs::is_directory(wanted, ignored))
         throw Failure(fmt::format("{} is a folder; name a file in it", wanted.string()));
     if (fs::exists(wanted, ignored) && !fs::is_regular_file(wanted, ignored))
-        throw Failure(fmt::format("{} is not a plain file; choose another name", wanted.string()));
+        throw Failure(fmt::format("{} is not a regular file; choose another name", wanted.string()));
     fs::path target = fs::weakly_canonical(fs::absolute(wanted, ignored), ignored);
     const fs::path folder = target.parent_path();
     if (!fs::is_directory(folder, ignored))
         throw Failure(
-            fmt::format("the folder {} does not exist; make it or choose another", folder.string()));
+            fmt::format("the folder {} does not exist; create it or choose another", folder.string()));
     return target;
 }
 
@@ -43,7 +44,7 @@ TemporaryFile::~TemporaryFile()
 {
     if (file) std::fclose(file);
     std::error_code ignored;
-    fs::remove(temporary, ignored); // gone already after a commit
+    fs::remove(temporary, ignored); // fails after a commit, which is harmless
 }
 
 void TemporaryFile::noteError()
@@ -68,7 +69,7 @@ int64_t TemporaryFile::get(void *bytes, int64_t count)
 int64_t TemporaryFile::seek(int64_t offset, int whence)
 {
     errno = 0;
-    if (fseeko(file, offset, whence) != 0) noteError(); // it flushes, so it meets a full disk too
+    if (fseeko(file, offset, whence) != 0) noteError(); // fseeko flushes, so it also fails on a full disk
     return position();
 }
 
@@ -78,7 +79,7 @@ void TemporaryFile::check() const
 {
     if (error == ENOSPC || error == EDQUOT)
         throw Failure(fmt::format(
-            "the disk is full: {} was not written; free some space or choose another place", shown.string()));
+            "the disk is full: {} was not written; free some space or choose another disk", shown.string()));
     if (error != 0)
         throw Failure(fmt::format("{} was not written: {}", shown.string(), std::strerror(error)));
 }

@@ -6,12 +6,12 @@
 
 namespace App {
 
-/// A file on its way: written under a hidden name in the target's folder and renamed when it is complete, so
-/// that the target is at every moment the old file or the whole new one. Removed unless committed.
-/// Errors  Failure from the constructor, write and commit; put and seek say so by their results
+/// Writes a file atomically: under a hidden name in the target's folder, renamed by commit. The target is
+/// always either the old or the complete new file. The destructor removes a file that was not committed.
+/// Errors  Failure from the constructor, write, commit and check; put and seek only store the error
 class TemporaryFile {
 public:
-    /// The target may exist if it is a plain file; a link is followed.
+    /// Follows links. An existing target must be a regular file.
     explicit TemporaryFile(const std::filesystem::path &target);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile &) = delete;
@@ -20,14 +20,14 @@ public:
     void write(std::string_view bytes);
     void commit();
 
-    // For libraries that do their own writing: bytes done; the first system error is kept.
+    // For libsndfile's virtual I/O. `put` and `get` return the number of bytes, `seek` the position.
     int64_t put(const void *bytes, int64_t count);
     int64_t get(void *bytes, int64_t count);
     int64_t seek(int64_t offset, int whence);
     int64_t position() const;
     int64_t length() const { return end; }
     bool failed() const { return error != 0; }
-    /// Throws what went wrong, if something did.
+    /// Throws Failure if an earlier put or seek failed.
     void check() const;
 
 private:
@@ -36,7 +36,7 @@ private:
     std::filesystem::path shown, target, temporary;
     std::FILE *file = nullptr;
     int64_t end = 0; // bytes
-    int error = 0;   // errno of the first failure
+    int error = 0;   // errno of the first failure, or 0
 };
 
 } // namespace App

@@ -12,8 +12,8 @@ namespace App {
 
 namespace {
 
-constexpr int kStepsPerDb = 20; // of the threshold, in the search
-/// The peak between samples is a sum over a few of them, whose gains differ a little.
+constexpr int kStepsPerDb = 20; // resolution of the threshold search
+/// An inter-sample peak is interpolated from several samples with slightly different gains.
 constexpr double kPeakTolerance = 0.03; // dB
 
 double slope(const LimiterPoint &a, const LimiterPoint &b)
@@ -21,8 +21,9 @@ double slope(const LimiterPoint &a, const LimiterPoint &b)
     return (b.loudness - a.loudness) / (b.threshold - a.threshold);
 }
 
-/// The less is limited, the less the loudness follows the threshold: the curve bends downwards, so it lies
-/// above the chord and below the chords of both neighbours. A parabola lies a quarter of the way up.
+/// Interpolates the loudness between points[upper - 1] and points[upper]. The higher the threshold, the less
+/// the loudness depends on it, so the curve is concave: it lies above the chord of the interval and below the
+/// extended chords of both neighbouring intervals. A parabola would lie at a quarter of that distance.
 double loudnessBetween(const std::vector<LimiterPoint> &points, size_t upper, double threshold)
 {
     constexpr double kParabola = 0.25;
@@ -47,16 +48,16 @@ LimiterPoint pointAt(const std::vector<LimiterPoint> &points, double threshold)
             std::min(upper->truePeak, lower.truePeak + threshold - lower.threshold) + kPeakTolerance};
 }
 
-/// Downwards, so that rounding never lifts a peak over its bound.
+/// Rounds down, so that rounding never raises a peak above its limit.
 double wholeHundredths(double db) { return std::floor(db * 100.0 + 1e-6) / 100.0; }
 
-/// Gain and margin that lift by `lift` dB behind the limiter, as far as they go.
+/// Distributes `lift` dB after the limiter between gain and margin, within their ranges.
 LoudnessChoice share(LimiterMode mode, double threshold, double lift, const GainLimits &limits)
 {
     LoudnessChoice choice;
     choice.mode = mode;
     choice.threshold = threshold;
-    const double sum = lift + threshold; // of margin and gain
+    const double sum = lift + threshold; // margin plus gain; the limiter itself lifts by -threshold
     if (mode != LimiterMode::bypassed) {
         const double ofMargin = threshold < 0.0 ? sum : sum - std::max(sum, limits.leastGain);
         choice.margin = std::clamp(ofMargin, limits.leastMargin, 0.0);
@@ -65,7 +66,7 @@ LoudnessChoice share(LimiterMode mode, double threshold, double lift, const Gain
     return choice;
 }
 
-/// The choice at one threshold that lifts by `lift`, or as near to that as the parameters go.
+/// The choice at one threshold that comes nearest to a lift of `lift` dB.
 LoudnessChoice lifted(const LoudnessGoal &goal, const GainLimits &limits, LimiterMode mode,
                       const LimiterPoint &point, double lift)
 {
@@ -76,7 +77,7 @@ LoudnessChoice lifted(const LoudnessGoal &goal, const GainLimits &limits, Limite
     return choice;
 }
 
-/// What the search along one curve has found; without a choice, how near it came.
+/// Result of the search along one curve: a choice, or the range of loudness within reach.
 struct Attempt {
     std::optional<LoudnessChoice> choice;
     double loudest = -std::numeric_limits<double>::infinity(); // LUFS
@@ -107,21 +108,23 @@ std::string refusal(const LoudnessGoal &goal, const std::vector<LimiterCurve> &c
                     double softest)
 {
     if (goal.loudness < softest)
-        return fmt::format("{:g} LUFS is out of reach: the softest is {:.1f} LUFS, where 'Gain' and 'Limiter "
-                           "Margin' end; give --loudness {:.1f} or more, or turn the bands down",
-                           goal.loudness, softest, std::ceil(softest * 10.0) / 10.0);
+        return fmt::format(
+            "{:g} LUFS is out of reach: the minimum is {:.1f} LUFS, with 'Gain' and 'Limiter "
+            "Margin' at their lowest; give --loudness {:.1f} or more, or lower the bands' gains",
+            goal.loudness, softest, std::ceil(softest * 10.0) / 10.0);
     const bool bypassed = curves.front().mode == LimiterMode::bypassed;
-    std::string more = "raise and compress the bands, or shorten 'Limiter Release'";
+    std::string more = "raise and compress the bands more, or shorten 'Limiter Release'";
     if (bypassed) more = "leave out 'Limiter Bypass'";
     if (goal.truePeak < 0.0) more += ", or allow a higher --true-peak";
     if (curves.size() == 1 && curves.front().mode == LimiterMode::soft)
         more += ", or leave out 'Limiter Brickwall Mode=off'";
     const double offered = std::floor(loudest * 10.0) / 10.0;
-    return fmt::format("{:g} LUFS is out of reach: with a true peak of at most {:g} dBTP the loudest is "
+    return fmt::format("{:g} LUFS is out of reach: with a true peak of at most {:g} dBTP the maximum is "
                        "{:.1f} LUFS, {}; give --loudness {:.1f} or less, or {}",
                        goal.loudness, goal.truePeak, offered,
-                       bypassed ? "without the limiter" : "where 'Limiter Threshold' or 'Gain' ends", offered,
-                       more);
+                       bypassed ? "with the limiter bypassed"
+                                : "where 'Limiter Threshold' or 'Gain' reaches its limit",
+                       offered, more);
 }
 
 } // namespace
@@ -144,8 +147,9 @@ LoudnessChoice choose(const LoudnessGoal &goal, const GainLimits &limits,
     for (const LimiterCurve &curve : curves) {
         for (const LimiterPoint &point : curve.points) {
             if (!std::isfinite(point.loudness))
-                throw Failure("there is no loudness to start from: what the effect puts out is silent, below "
-                              "-70 LUFS or shorter than 0.4 s; leave out --loudness");
+                throw Failure(
+                    "the loudness cannot be measured: the effect's output is silent, below -70 LUFS "
+                    "or shorter than 0.4 s; leave out --loudness");
         }
         const Attempt attempt = search(goal, limits, curve);
         if (attempt.choice) return *attempt.choice;

@@ -6,12 +6,13 @@ namespace App {
 
 enum class LimiterMode { bypassed, soft, brickwall };
 
-/// What comes out of the limiter at one threshold, before the gains behind it.
+/// Limiter output at one threshold, before the gain stages after the limiter.
 struct LimiterPoint {
     double threshold, loudness, truePeak; // dBFS, LUFS, dBTP
 };
 
-/// The limiter in one mode over its thresholds, rising to 0; a bypassed one has a single point.
+/// Limiter output in one mode as a function of the threshold, in ascending order up to 0 dBFS. A bypassed
+/// limiter has one point.
 struct LimiterCurve {
     LimiterMode mode;
     std::vector<LimiterPoint> points;
@@ -19,31 +20,32 @@ struct LimiterCurve {
 
 struct LoudnessGoal {
     double loudness; // LUFS
-    double truePeak; // dBTP, at most
+    double truePeak; // dBTP, the maximum
 };
 
-/// Ends of the effect's parameters in dB.
+/// Limits of the effect's parameters in dB.
 struct GainLimits {
     double leastGain, mostGain, leastMargin;
 };
 
-/// Values in hundredths of a dB, and what is to be expected of them.
+/// Parameter values, rounded to 0.01 dB, and the predicted result.
 struct LoudnessChoice {
     LoudnessGoal goal{};
     double gain = 0.0, threshold = 0.0, margin = 0.0; // dB
     LimiterMode mode = LimiterMode::soft;
-    LoudnessGoal predicted{}; // its true peak is a bound, no estimate
+    LoudnessGoal predicted{}; // its true peak is an upper bound
 
-    /// As the command line takes them: "Gain=-3.20".
+    /// The values in the form of the --set option: "Gain=-3.20".
     std::vector<std::string> settings() const;
 };
 
-/// Behind the limiter stand only factors, so all that costs sound is the threshold: the highest one, of the
-/// first mode, at which the wanted loudness stays below the wanted peak. "Limiter Margin" then lifts as far
-/// as it goes and "Gain" does the rest; without limiting (threshold 0) it is the other way round.
-/// Between two measured thresholds the true peak grows by no more than the threshold and not beyond the upper
-/// one's, as every gain of the limiter does; the loudness is interpolated.
-/// Errors  Failure with the loudness that can be reached
+/// Chooses the gentlest limiting that reaches the goal: in the first mode that can, the highest threshold at
+/// which the target loudness does not exceed the maximum true peak. The stages after the limiter only scale
+/// the signal. "Limiter Margin" provides as much of the lift as its range allows, "Gain" the remainder; at
+/// threshold 0 (no limiting) "Gain" comes first.
+/// Between two measured thresholds the loudness is interpolated. The true peak is an upper bound: it exceeds
+/// the lower point's by at most the difference in threshold and never exceeds the upper point's.
+/// Errors  Failure with the nearest loudness within reach
 LoudnessChoice choose(const LoudnessGoal &goal, const GainLimits &limits,
                       const std::vector<LimiterCurve> &curves);
 

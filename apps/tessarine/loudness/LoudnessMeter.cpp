@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <fmt/format.h>
 #include <new>
 
 #include "apps/tessarine/console/Failure.h"
@@ -12,7 +13,8 @@ LoudnessMeter::LoudnessMeter(uint32_t channels, uint32_t rate)
     : state(ebur128_init(channels, rate, EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK))
 {
     if (!state)
-        throw Failure("the loudness meter does not start at this sample rate; convert the file first");
+        throw Failure(
+            fmt::format("the loudness meter does not support {} Hz; convert the sample rate first", rate));
 }
 
 void LoudnessMeter::add(const float *interleaved, uint32_t frames)

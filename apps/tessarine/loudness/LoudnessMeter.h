@@ -7,15 +7,15 @@
 
 namespace App {
 
-/// Peaks and integrated loudness of a whole signal, after ITU-R BS.1770-4 and EBU R 128. The library keeps the energy
-/// of every 400 ms block, about 1 MB per hour. Its histogram needs constant memory, but rounds blocks to 0.1 LU: music
-/// then reads up to 0.01 LU wrong, a steady tone up to 0.05 LU.
-/// Unit    dB over full scale, LUFS; minus infinity for silence and for less than 400 ms
+/// Peaks and integrated loudness of a whole signal according to ITU-R BS.1770-4 and EBU R 128. libebur128 stores
+/// the energy of every 400 ms block, about 1 MB per hour. Its histogram mode needs constant memory but rounds blocks
+/// to 0.1 LU, an error of up to 0.01 LU with music and 0.05 LU with a steady tone.
+/// Unit    dBFS, dBTP and LUFS; minus infinity for silence and for less than 400 ms
 class LoudnessMeter {
 public:
     LoudnessMeter(uint32_t channels, uint32_t rate);
 
-    /// Non-finite samples count as silence.
+    /// Counts NaN and infinite samples as silence.
     void add(const float *interleaved, uint32_t frames);
 
     struct Figures {

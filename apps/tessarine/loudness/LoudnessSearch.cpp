@@ -17,8 +17,8 @@ namespace App {
 
 namespace {
 
-constexpr uint32_t kBlockFrames = 1u << 14; // the effect's samples do not depend on it
-/// From threshold to threshold: of the mode that is wanted, and of the one that may have to stand in for it.
+constexpr uint32_t kBlockFrames = 1u << 14; // does not affect the output samples
+/// Distance between measured thresholds in the first mode and in the fallback mode.
 constexpr double kStepDb = 2.0, kSpareStepDb = 4.0;
 constexpr const char *kModeName = "Limiter Brickwall Mode";
 
@@ -27,7 +27,7 @@ EffectHost::Layout layoutFor(const AudioReader &reader)
     return {.rate = reader.rate(), .channels = reader.channels(), .blockFrames = kBlockFrames};
 }
 
-/// One effect that hears the whole file.
+/// Processes and measures the whole file at one limiter threshold.
 class Candidate {
 public:
     Candidate(EffectSetup setup, bool compensate, const AudioReader &reader, const LoudnessChoice &trial)
@@ -41,7 +41,7 @@ public:
         skip = compensate ? host->trueDelay() : 0;
     }
 
-    /// `input` in separate channels, of which the first frame is number `begin` of the file.
+    /// Processes a block with separated channels. `begin` is the index of its first frame in the file.
     void run(const Block &input, uint64_t begin, uint32_t frames)
     {
         host->process(input.sides, block.sides, frames);
@@ -51,7 +51,7 @@ public:
     }
 
     uint32_t delay() const { return skip; }
-    /// As it leaves the limiter: the lift that puts the threshold on full scale is taken off again.
+    /// The levels at the limiter's output, without the make-up gain that raises the threshold to full scale.
     LimiterPoint point() const
     {
         const LoudnessMeter::Figures figures = meter.figures();
@@ -61,17 +61,17 @@ public:
 private:
     const double thresholdDb;
     std::unique_ptr<EffectHost> host;
-    uint32_t skip = 0; // frames at the start that the output will not have
+    uint32_t skip = 0; // frames to drop at the start, to compensate the delay
     Block block;
     LoudnessMeter meter;
 };
 
 struct Trials {
     LimiterMode mode;
-    std::vector<std::unique_ptr<Candidate>> candidates; // by rising threshold
+    std::vector<std::unique_ptr<Candidate>> candidates; // in ascending order of threshold
 };
 
-/// On every processor at once: the candidates know nothing of each other.
+/// Runs the candidates in parallel on all processors; they share no mutable state.
 void runAll(const std::vector<Candidate *> &candidates, const Block &input, uint64_t begin, uint32_t frames)
 {
     std::atomic<size_t> next = 0;
@@ -140,7 +140,7 @@ LoudnessChoice findLoudness(const std::filesystem::path &in, const EffectSetup &
     const TransformHandle &chain = probe->plugin().transformHandle();
     if (chain.global()->getBypass())
         throw Failure(
-            "with 'Global Bypass' on nothing changes the loudness; switch it off or leave out --loudness");
+            "'Global Bypass' is on, so the loudness cannot change; switch it off or leave out --loudness");
 
     const auto [leastThreshold, mostThreshold] = rangeOf(*probe, "Limiter Threshold");
     const auto [leastGain, mostGain] = rangeOf(*probe, "Gain");

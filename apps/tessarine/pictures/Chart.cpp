@@ -44,7 +44,7 @@ Chart::Chart(Drawing &target, const Box &area, Axis horizontal, Axis vertical)
 
 Position Chart::place(const Position &value) const
 {
-    // far beyond the frame is as good as infinitely far, and can be drawn
+    // Cairo cannot draw infinite coordinates, and positions this far outside are clipped anyway
     const double up = std::clamp(y.place(value.y), -1.0, 2.0);
     return {frame.left + x.place(value.x) * frame.width(), frame.bottom - up * frame.height()};
 }

@@ -8,7 +8,7 @@ namespace App {
 
 struct Tick {
     double value;
-    std::string label; // empty for a grid line alone
+    std::string label; // empty for a grid line without a label
 };
 
 struct Axis {
@@ -18,27 +18,27 @@ struct Axis {
     bool logarithmic = false;
     bool labelled = true;
 
-    /// Place of the value, 0 at low to 1 at high.
+    /// Relative position of the value: 0 at `low`, 1 at `high`.
     double place(double value) const;
 };
 
-/// Plot area with a light grid and labelled axes; curves are given in the axes' own units and cut at the
-/// frame.
+/// Plot area with a grid and labelled axes. Curves are in the units of the axes and are clipped to the area.
 class Chart {
 public:
-    /// Draws grid and labels; labels and titles stand outside the area.
+    /// Draws the grid, the labels and the titles. Labels and titles lie outside the area.
     Chart(Drawing &drawing, const Box &area, Axis x, Axis y);
 
     void curve(const std::vector<Position> &values, Colour colour, double width);
-    /// The area between the curve and `base`.
+    /// Fills the area between the curve and the horizontal line at `base`.
     void area(const std::vector<Position> &values, double base, Colour colour, double opacity);
+    /// Draws the frame over the curves.
     void finish();
 
     struct LegendEntry {
         std::string text;
         Colour colour;
     };
-    /// In one row that ends at the right edge, above the area.
+    /// Draws the entries in one row above the area, aligned to the right.
     void legend(const std::vector<LegendEntry> &entries);
 
 private:

@@ -43,7 +43,7 @@ Drawing::Drawing(PictureFormat pictureFormat, double width, double height)
       context(cairo_create(surface.get()))
 {
     if (cairo_status(context.get()) != CAIRO_STATUS_SUCCESS)
-        throw Failure("there is not enough memory to draw the picture; close other programs and try again");
+        throw Failure("not enough memory to draw the picture; close other programs and try again");
     if (format == PictureFormat::png) cairo_scale(context.get(), kPixelsPerPoint, kPixelsPerPoint);
     cairo_set_line_join(context.get(), CAIRO_LINE_JOIN_ROUND);
     use(Palette::kPaper);

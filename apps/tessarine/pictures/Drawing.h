@@ -27,11 +27,12 @@ struct CairoDestroy {
 using CairoContext = std::unique_ptr<cairo_t, CairoDestroy>;
 using CairoSurface = std::unique_ptr<cairo_surface_t, CairoDestroy>;
 
-/// The bytes of a PNG file; empty if memory is short.
+/// The bytes of a PNG file; empty if there is not enough memory.
 std::string encodePng(cairo_surface_t *surface);
 
-/// A picture being drawn, on a white page in points; a PNG has kPixelsPerPoint for each.
-/// Errors  Failure from the constructor and from finish if memory is short
+/// Draws a picture on a white page. Coordinates and sizes are in points; a PNG has kPixelsPerPoint pixels per
+/// point.
+/// Errors  Failure from the constructor and from finish if there is not enough memory
 class Drawing {
 public:
     Drawing(PictureFormat format, double width, double height);
@@ -40,16 +41,17 @@ public:
     void path(std::span<const Position> points, Colour colour, double width);
     void fill(std::span<const Position> outline, Colour colour, double opacity);
     void rectangle(const Box &rect, Colour colour, double width);
-    /// `at` is the base line; returns the width.
+    /// Draws the text with its left end, centre or right end, according to `align`, at `at` on the baseline.
+    /// Returns the width.
     double text(Position at, const std::string &text, double size, Colour colour, Align align = Align::left,
                 bool bold = false);
-    /// Upwards, centred on `at`.
+    /// Draws the text rotated to read upwards, centred on `at`.
     void verticalText(Position at, const std::string &text, double size, Colour colour);
-    /// Until the next call nothing is drawn outside.
+    /// Clips all drawing to `rect` until unclip().
     void clip(const Box &rect);
     void unclip();
 
-    /// The file's bytes. Nothing is drawn after this.
+    /// Returns the bytes of the file. Call no other function afterwards.
     std::string finish();
 
     static constexpr double kPixelsPerPoint = 1.5;

@@ -5,7 +5,7 @@
 
 namespace App::Palette {
 
-// Distinct in hue and in lightness, so that they also tell apart in grey and to the colour-blind.
+// Distinct in hue and lightness, for greyscale prints and colour-blind users.
 constexpr std::array<Colour, 4> kBands = {
     {{0.13, 0.40, 0.67}, {0.10, 0.60, 0.45}, {0.87, 0.56, 0.02}, {0.75, 0.20, 0.36}}};
 constexpr Colour kLimiter = {0.38, 0.28, 0.62};

@@ -64,7 +64,7 @@ std::string toHtml(const Table &table)
     return html + "</table>\n";
 }
 
-/// The drawing as an element of the page: without the declaration that only a file of its own has.
+/// Removes the XML declaration, which is not allowed inside an HTML page.
 std::string inlineDrawing(std::string svg)
 {
     svg.erase(0, svg.find("<svg"));
@@ -83,7 +83,7 @@ std::string makePage(const RenderOptions &options, const Rendering &rendering, c
     page += inlineDrawing(drawReport(options, rendering, PictureFormat::svg));
     page += toHtml(summary.files) + toHtml(summary.work);
     if (!rendering.settings.empty()) {
-        page += "<p>Settings other than the defaults:</p>\n<ul>\n";
+        page += "<p>Settings given with --set or chosen for --loudness:</p>\n<ul>\n";
         for (const std::string &setting : rendering.settings) page += "<li>" + escaped(setting) + "</li>\n";
         page += "</ul>\n";
     }

@@ -3,11 +3,11 @@
 
 namespace App {
 
-/// Whether the ending, .html or .png in any case, names a kind of report.
+/// True if the extension is .html or .png in any case.
 bool isReportPath(const std::filesystem::path &path);
 
-/// The content of options.report: the picture alone, or one page with the picture and the figures that needs
-/// no other file.
+/// Makes the content of the file options.report: the picture alone for .png, a self-contained page with the
+/// picture and the figures for .html.
 std::string makeReport(const RenderOptions &options, const Rendering &rendering, const Summary &summary);
 
 } // namespace App

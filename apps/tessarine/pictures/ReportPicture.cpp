@@ -37,7 +37,7 @@ Axis timeAxis(double seconds)
     return axis;
 }
 
-/// One scale for all strips, deep enough for the deepest.
+/// The axis of all gain reduction charts; covers the maximum reduction.
 Axis reductionAxis(const History &history)
 {
     double deepest = 0.0;
@@ -127,8 +127,8 @@ private:
         chart.curve(overTime([](const Column &c) { return toDb(c.rmsOut()); }), Palette::kOutput, 2.0);
         chart.finish();
         chart.legend({{"In", Palette::kInput}, {"Out", Palette::kOutput}});
-        drawing.text({kLeft, kLevelTop - 8.0}, "Level: peak (thin) and RMS (thick)", 12.0, Palette::kInk,
-                     Align::left, true);
+        drawing.text({kLeft, kLevelTop - 8.0}, "Level: peak (thin line), RMS (thick line)", 12.0,
+                     Palette::kInk, Align::left, true);
     }
 
     void reduction(int gain)
@@ -147,7 +147,7 @@ private:
         chart.finish();
         const auto &row = summary.reduction.rows[static_cast<size_t>(gain) + 1];
         drawing.text({kLeft, top - 7.0}, row[0], 12.0, colour, Align::left, true);
-        drawing.text({kRight, top - 7.0}, fmt::format("deepest {} (area), mean {} (line)", row[1], row[2]),
+        drawing.text({kRight, top - 7.0}, fmt::format("maximum {} (area), mean {} (line)", row[1], row[2]),
                      11.0, Palette::kFaintInk, Align::right);
     }
 

@@ -4,7 +4,8 @@
 
 namespace App {
 
-/// Level in and out and the gain reduction of each band and of the limiter over time, as the bytes of a file.
+/// Draws input and output level and the gain reduction of each band and of the limiter over time. Returns the
+/// bytes of the picture file.
 std::string drawReport(const RenderOptions &options, const Rendering &rendering, PictureFormat format);
 
 } // namespace App

@@ -73,7 +73,7 @@ void drawBands(Drawing &drawing, const Response &response)
     chart.legend(legend);
 }
 
-/// The least of a row of round numbers that covers `level`, 1 dB or more.
+/// Rounds `level` in dB up to a round number from 1 to 60.
 double cover(double level)
 {
     constexpr double kRanges[] = {1.0, 2.0, 5.0, 10.0, 20.0, 30.0, 60.0};
@@ -103,8 +103,8 @@ void drawRipple(Drawing &drawing, const Response &response)
     chart.curve(points(response, response.sum), Palette::kInk, 2.0);
     chart.finish();
     drawing.text({kLeft, kFine.top - 8.0},
-                 fmt::format("Sum on a fine scale: {:+.2f} dB at {:.0f} Hz to {:+.2f} dB at {:.0f} Hz",
-                             low.db, low.frequency, high.db, high.frequency),
+                 fmt::format("Sum, enlarged: {:+.2f} dB at {:.0f} Hz to {:+.2f} dB at {:.0f} Hz", low.db,
+                             low.frequency, high.db, high.frequency),
                  12.0, Palette::kInk, Align::left, true);
 }
 

@@ -4,7 +4,8 @@
 
 namespace App {
 
-/// The bands and their sum over frequency, and below them the sum alone on a fine scale.
+/// Draws the bands and their sum over frequency, and below them the sum alone on an enlarged scale. Returns
+/// the bytes of the picture file.
 std::string drawResponse(const Response &response, PictureFormat format);
 
 } // namespace App

@@ -102,7 +102,7 @@ private:
         squares += sum / block.channels;
     }
 
-    /// The meters keep their smallest value until they are read, so reading them seldom misses nothing.
+    /// The meters hold their minimum until they are read, so reading them less often loses no minimum.
     void measureGains(uint32_t frames)
     {
         measured.frames += frames;
@@ -133,15 +133,16 @@ private:
     double effectSeconds = 0.0;
 };
 
-/// Gain that makes the input as loud as the output; 0 where one of them has no loudness.
+/// Gain in dB that matches the input's loudness to the output's; 0 if either loudness is not measurable.
 double matchingGain(const Rendering &result)
 {
     const double gain = result.out.loudness - result.in.loudness;
     return std::isfinite(gain) ? gain : 0.0;
 }
 
-/// Writes the input as it lies on the output, for a fair comparison by ear: `delay` frames later, as long as
-/// the input, and turned by `gainDb`. NaN and infinite samples become silence. The file is not finished yet.
+/// Writes the input, delayed by `delay` frames and amplified by `gainDb`, for a fair listening comparison
+/// with the output. Keeps the length of the input. Zeroes NaN and infinite samples. The caller must call
+/// writer.finish().
 void writeDry(AudioReader &reader, AudioWriter &writer, uint32_t delay, double gainDb)
 {
     constexpr uint32_t kBlockFrames = 4096;
@@ -184,7 +185,7 @@ Rendering render(const RenderOptions &options)
     loop.run(options.blockFrames);
     loop.report(result);
     if (dry) {
-        AudioReader again(options.in); // before the output may take its place
+        AudioReader again(options.in); // before writer.finish(), which may replace the input file
         result.dryGainDb = matchingGain(result);
         writeDry(again, *dry, options.compensate ? 0 : result.delay, result.dryGainDb);
     }

@@ -13,35 +13,35 @@ namespace App {
 
 struct RenderOptions {
     std::filesystem::path in, out;
-    std::filesystem::path dry, report; // empty for none; render leaves the report to makeReport
+    std::filesystem::path dry, report; // empty for none; render does not write the report
     EffectSetup effect;
     uint32_t blockFrames = 512;
     bool compensate = true;
-    std::optional<LoudnessGoal> goal; // to be reached by the parameters after the bands
+    std::optional<LoudnessGoal> goal; // reached with the limiter and the output gain
 };
 
-/// What a rendering did.
+/// Results and measurements of a rendering.
 struct Rendering {
     uint32_t rate = 0, channels = 0;   // Hz
-    uint64_t frames = 0;               // of input and of output
-    std::vector<std::string> settings; // those asked for, then those chosen
+    uint64_t frames = 0;               // equal for input and output
+    std::vector<std::string> settings; // those given with --set, then those chosen for the goal
     std::optional<LoudnessChoice> choice;
-    int formatIn = 0, formatOut = 0, formatDry = 0; // libsndfile's numbers
-    uint32_t delay = 0;                             // samples, of the effect
+    int formatIn = 0, formatOut = 0, formatDry = 0; // format codes of libsndfile
+    uint32_t delay = 0;                             // delay of the effect in samples
     LoudnessMeter::Figures in{}, out{};
     History history;
-    uint64_t clipped = 0;   // samples above full scale that the output format could not hold
-    double dryGainDb = 0.0; // of the dry file, to be as loud as the output
+    uint64_t clipped = 0;   // output samples clipped by an integer format
+    double dryGainDb = 0.0; // gain that matches the dry file to the output's loudness
     uint64_t dryClipped = 0;
-    uint64_t silenced = 0;                     // input samples that were no numbers
-    double seconds = 0.0, effectSeconds = 0.0; // elapsed, and of that inside the effect
-    std::string warning;                       // of the crossover, may be empty
+    uint64_t silenced = 0;                     // input samples zeroed: NaN, infinite or absurdly loud
+    double seconds = 0.0, effectSeconds = 0.0; // elapsed time in total and inside the effect
+    std::string warning;                       // about close crossover cutoffs; may be empty
 };
 
-/// Streams the input file through the effect into the output file. Compensated, output and input have the
-/// same length and lie sample on sample; else the output starts with the delay of the effect. A wanted
-/// loudness costs a reading of the file before, a dry file one behind it.
-/// Errors  Failure and Interrupted; no output is left then
+/// Streams the input file through the effect into the output file. The output is as long as the input. It is
+/// aligned with the input if the delay is compensated, else it starts with the delay of the effect. A
+/// loudness goal requires one more pass over the input before rendering, a dry file one more afterwards.
+/// Errors  Failure and Interrupted; no output file is written then
 Rendering render(const RenderOptions &options);
 
 } // namespace App

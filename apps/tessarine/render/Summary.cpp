@@ -17,13 +17,13 @@ constexpr double kLoudnessTolerance = 0.5; // LU
 std::string number(double value, const char *unit)
 {
     if (std::isinf(value)) return std::string(value < 0 ? "-inf " : "inf ") + unit;
-    // no "-0.0"
+    // avoids "-0.0"
     return fmt::format("{:.1f} {}", std::abs(value) < 0.05 ? 0.0 : value, unit);
 }
 
 std::string exactly(double value, const char *unit) { return fmt::format("{:.2f} {}", value, unit); }
 
-/// Whether the dry file could be matched with the output.
+/// True if the dry file could be matched to the output's loudness.
 bool isMatched(const Rendering &r) { return std::isfinite(r.in.loudness) && std::isfinite(r.out.loudness); }
 
 std::string duration(const Rendering &rendering)
@@ -47,7 +47,7 @@ Table files(const RenderOptions &options, const Rendering &r)
     if (!options.dry.empty()) {
         table.rows.push_back({"Dry", options.dry.string()});
         table.rows.push_back({"", fmt::format("{}, {:+.2f} dB, {}", describeFormat(r.formatDry), r.dryGainDb,
-                                              isMatched(r) ? "as loud as the output" : "at its own level")});
+                                              isMatched(r) ? "as loud as the output" : "level unchanged")});
     }
     if (!options.report.empty()) table.rows.push_back({"Report", options.report.string()});
     return table;
@@ -56,10 +56,10 @@ Table files(const RenderOptions &options, const Rendering &r)
 Table goal(const LoudnessChoice &choice, const Rendering &r)
 {
     return {.headed = true,
-            .rows = {{"Goal", "Asked", "Predicted", "Reached"},
+            .rows = {{"Target", "Requested", "Predicted", "Measured"},
                      {"Loudness", exactly(choice.goal.loudness, "LUFS"),
                       exactly(choice.predicted.loudness, "LUFS"), exactly(r.out.loudness, "LUFS")},
-                     {"True peak, at most", exactly(choice.goal.truePeak, "dBTP"),
+                     {"Maximum true peak", exactly(choice.goal.truePeak, "dBTP"),
                       exactly(choice.predicted.truePeak, "dBTP"), exactly(r.out.truePeakDb, "dBTP")}}};
 }
 
@@ -79,10 +79,10 @@ Table work(const RenderOptions &options, const Rendering &r)
 {
     const double length = static_cast<double>(r.frames) / r.rate;
     return {.rows = {
-                {"Speed", fmt::format("{:.0f} x real time, the effect alone {:.0f} x", length / r.seconds,
+                {"Speed", fmt::format("{:.0f} x real time; effect alone: {:.0f} x", length / r.seconds,
                                       length / r.effectSeconds)},
                 {"Delay", fmt::format("{} samples, {}", r.delay,
-                                      options.compensate ? "compensated" : "left in the output")},
+                                      options.compensate ? "compensated" : "not compensated")},
             }};
 }
 
@@ -92,28 +92,28 @@ std::vector<std::string> remarks(const Rendering &r)
     if (!r.warning.empty()) sentences.push_back(r.warning);
     if (r.clipped > 0)
         sentences.push_back(
-            fmt::format("{} samples lay above full scale and were clipped, as the output format holds "
-                        "no more; lower 'Limiter Margin' or 'Gain'",
+            fmt::format("{} samples exceeded full scale and were clipped (integer output format); lower "
+                        "'Limiter Margin' or 'Gain'",
                         r.clipped));
     if (r.dryClipped > 0)
-        sentences.push_back(fmt::format("{} samples of the dry file lay above full scale at {:+.2f} dB and "
-                                        "were clipped; compare with a quieter output",
+        sentences.push_back(fmt::format("{} samples of the dry file exceeded full scale after {:+.2f} dB of "
+                                        "gain and were clipped; lower the output's loudness",
                                         r.dryClipped, r.dryGainDb));
     if (r.formatDry != 0 && !isMatched(r))
-        sentences.emplace_back(
-            "the dry file keeps its level, as the input or the output is silent, below -70 "
-            "LUFS or shorter than 0.4 s");
+        sentences.emplace_back("the dry file was not matched to the output's loudness, because the input or "
+                               "the output is silent, "
+                               "below -70 LUFS or shorter than 0.4 s");
     if (r.choice && r.out.truePeakDb > r.choice->goal.truePeak)
-        sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the {:g} dBTP asked for; give a "
+        sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the requested {:g} dBTP; give a "
                                         "lower --true-peak",
                                         r.out.truePeakDb, r.choice->goal.truePeak));
     if (r.choice && std::abs(r.out.loudness - r.choice->goal.loudness) > kLoudnessTolerance)
-        sentences.push_back(fmt::format("the loudness is {:.2f} LUFS, not the {:g} LUFS asked for, as the "
-                                        "limiter works hard; correct --loudness by the difference",
+        sentences.push_back(fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS because of heavy "
+                                        "limiting; correct --loudness by the difference",
                                         r.out.loudness, r.choice->goal.loudness));
     if (r.silenced > 0)
-        sentences.push_back(fmt::format(
-            "{} input samples were no numbers or far beyond any level and were silenced", r.silenced));
+        sentences.push_back(
+            fmt::format("{} input samples were NaN, infinite or absurdly loud and were zeroed", r.silenced));
     return sentences;
 }
 
@@ -134,7 +134,7 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
         summary.goal = goal(*r.choice, r);
         summary.choice = chosen(*r.choice);
     }
-    summary.reduction = {.headed = true, .rows = {{"Gain reduction", "Deepest", "Mean"}}};
+    summary.reduction = {.headed = true, .rows = {{"Gain reduction", "Maximum", "Mean"}}};
     for (int i = 0; i < Column::kGains; ++i)
         summary.reduction.rows.push_back({kGainNames[static_cast<size_t>(i)],
                                           number(r.history.total().leastGainDb(i), "dB"),
