@@ -116,7 +116,7 @@ protected:
     ~Stack() override { choose(""); }
     static void choose(const std::string &set) { _putenv(("TESSARINE_ISA=" + set).c_str()); }
 };
-INSTANTIATE_TEST_SUITE_P(Sets, Stack, testing::Values("portable", "sse2", "avx2"));
+INSTANTIATE_TEST_SUITE_P(Variants, Stack, testing::Values("portable", "sse2", "avx2"));
 
 TEST_P(Stack, NeedsNoAlignmentNorPrecisionFromTheHost)
 {

@@ -11,7 +11,7 @@ namespace {
 using namespace DSP;
 using Buffer = Util::AlignedBuffer<float>;
 
-TEST(FourierTransform, GivesTheBitsOfThePlan)
+TEST(FourierTransform, IsBitExactWithFftPlan)
 {
     constexpr int kOrder = 9, kLength = 1 << kOrder;
     const FftPlan plan(kOrder);
