@@ -85,7 +85,7 @@ TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
     hosted.close();
     bool byThread = false;
     const int openings = std::getenv("TESSARINE_LONG_TESTS") ? 125 : 6;
-    Holdings left = leastLeftBehind(
+    ResourceUsage left = leastGrowth(
         openings,
         [&] {
             hosted.effect.global().setRenderingThread(byThread = !byThread);
@@ -98,7 +98,7 @@ TEST(Editors, LeaveNothingBehindHoweverOftenTheyOpen)
             ASSERT_EQ(0, WindowBase::liveWindows());
             ASSERT_EQ(0, FrameBase::liveFrames());
         },
-        [&] { return hosted.desk->holdings(); });
+        [&] { return hosted.desk->resourceUsage(); });
     // A heap takes its time to settle; the smallest of windows is more than that, and sanitizers find the rest.
     EXPECT_LT(left["heap"], 3000 + openings * 100);
     left.erase("heap");

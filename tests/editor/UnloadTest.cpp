@@ -26,8 +26,8 @@ TEST(Unloading, MayFollowTheEditorsEndAtOnce)
         EXPECT_FALSE(Module::isLoaded());
         desk->wait(60); // whatever still comes finds no code
         desk->click({300, 300});
-        if (i == 0) windows = desk->holdings()["windows"];
-        EXPECT_EQ(windows, desk->holdings()["windows"]);
+        if (i == 0) windows = desk->resourceUsage()["windows"];
+        EXPECT_EQ(windows, desk->resourceUsage()["windows"]);
     }
 }
 
