@@ -64,6 +64,7 @@ TEST_F(Dir, FailedCreationThrowsWithThePath)
 
 TEST_F(Dir, ModuleDirectoryIgnoresTheWorkingDirectory)
 {
+    fs::current_path(folder);
     const String module = Util::moduleDirectory();
     EXPECT_EQ(module.at(module.length() - 1), Platform::pathSeparator());
     EXPECT_TRUE(fs::path(module.c_str()).is_absolute() && fs::exists(Platform::modulePath()));

@@ -60,7 +60,8 @@ TEST(Object, ConnectsOnlyKnownMembersWithCompatibleParameters)
     } kCases[] = {
         {"2sigPair(uint, float)", "1slotPair( uint , float )", true},
         {"2  sigPair (uint,float)\t", "1slotId(uint)", true},
-        {"2sigPair(uint,  float)", "1slotPair(uint,float)", false}, // two spaces collapse to one, not none
+        {"2sigPair(uint,  float)", "1slotPair(uint,float)",
+         false}, // two spaces collapse to one and do not match
         {"2sigPair(uint,float)", "1slotNone()", true},
         {"2sigPair(uint,float)", "1slotText(const String&)", false},
         {"2sigNone()", "1slotId(uint)", false},

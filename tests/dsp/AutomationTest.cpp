@@ -76,7 +76,7 @@ TEST_P(AutomationSeeds, EnvelopesMatchValuesSetStepByStep)
         envelopes.setEnabled(true);
     }
     DSP::EnvelopeHandler &options = automatic.chain.global()->envelopeHandler();
-    options.setEnabled(false); // the bypass envelope works even so
+    options.setEnabled(false); // does not affect the bypass envelope
     std::vector<float> bypassed(kFrames);
     if (random.chance(0.5)) {
         const auto bypass = drawSegments(random, kRate, 0, 1);

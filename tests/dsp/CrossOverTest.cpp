@@ -69,7 +69,7 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
         }
         if (random.chance(changes / 20)) rig.drawRate(random, reference);
         Audio block = slice(audio, from, frames);
-        if (random.chance(changes / 5)) block.right.clear(); // the right filters keep their state
+        if (random.chance(changes / 5)) block.right.clear(); // the right channel's filters keep their state
         const Bands actual = split(rig, block);
         Bands expected(block);
         reference.process(frames, block.left.data(), block.rightOrNull(), expected.pointers.left,

@@ -28,7 +28,7 @@ std::vector<DSP::ParameterValue> someValues(const DSP::ParamRecord &record)
 
 TEST_F(Parameters, StartAtTheirDefaultsAndStoreEveryValue)
 {
-    chain.global()->setDelayCompensation(false); // the default; the chain's constructor turns it on
+    chain.global()->setDelayCompensation(false); // restore the default: the chain's constructor turns it on
     for (Component *component : plugin.components)
         for (const DSP::ParamKind kind : DSP::kParamLists)
             for (uint32_t i = 0; i < component->numParams(kind); ++i) {
@@ -50,7 +50,7 @@ TEST_F(Parameters, MatchTheirNamedIndices)
         const Component &component;
         ParamKind kind;
         uint32_t index;
-        const char *name; // of band 1 if there are several
+        const char *name; // for band parameters that of band 1
     };
     const Component &bands = *chain.dynamics(), &limiter = *chain.maximizer(), &spectrum = *chain.spectrum(0);
     const Row rows[] = {

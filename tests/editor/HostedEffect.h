@@ -10,6 +10,7 @@ class HostedEffect {
 public:
     static constexpr uint32_t kRate = 44100, kBlock = 512;
 
+    HostedEffect();
     ~HostedEffect();
     HostedEffect(const HostedEffect &) = delete;
 

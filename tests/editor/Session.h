@@ -79,7 +79,8 @@ public:
     const ControlRow *focused();
 
     // Compare a control with its expected picture, including the focus mark if visible.
-    /// For a slider or a field. Expects the parameter's value.
+
+    /// Expects the parameter's value. Only for sliders and fields.
     testing::AssertionResult showsValue(const ControlRow &row);
     testing::AssertionResult showsField(const ControlRow &row, std::string_view number);
     testing::AssertionResult showsButton(const ControlRow &row, bool on, bool pressed = false);

@@ -109,7 +109,7 @@ private:
     uint16_t before;
 };
 
-// Tests each instruction-set variant; only SSE needs aligned memory.
+// Tests each instruction-set variant: SSE2 needs an aligned stack, AVX2 does not.
 class Stack : public testing::TestWithParam<const char *> {
 protected:
     Stack() { choose(GetParam()); }
@@ -125,7 +125,8 @@ TEST_P(Stack, NeedsNoAlignmentOrFpuPrecisionFromTheHost)
     EXPECT_GT(peakOf(expected), 0.1);
     for (const char *name : {"main", "VSTPluginMain"})
         for (const uint32_t offset : {0u, 4u, 8u, 12u})
-            for (const uint16_t control : {0x007F, 0x027F, 0x0F7F}) { // 24 bits, 53, 64 and rounding to zero
+            for (const uint16_t control :
+                 {0x007F, 0x027F, 0x0F7F}) { // 24, 53 and 64 bits, the last rounding toward zero
                 const InStackPrecision precision(control);
                 const std::vector<float> actual = useAll(module.entry(name), offset);
                 EXPECT_EQ(control, InStackPrecision::now());

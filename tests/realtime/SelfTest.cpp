@@ -83,6 +83,7 @@ bool SelfTest::run()
         Counts counts;
         {
             const RealtimeCheck::Scope scope(counts);
+            free(fault.act());
         }
         if (!fault.isFound(counts) || counts.findingCount == 0) return missed(fault.name);
     }

@@ -18,7 +18,7 @@ public:
     void set(const Settings &next);
     void resume(uint32_t hz);
     void reset();
-    /// Processes one block. Reference results depend on the block boundaries of the host.
+    /// Processes one block. Needs the block sizes of the effect under test, as crossfades depend on them.
     Audio process(Audio input);
     /// Largest gain error that rounding can cause.
     float roundingBound() const { return dynamics.roundingBound() + maximizer.roundingBound(); }

@@ -37,7 +37,7 @@ void drawCutoffs(Signals::Random &random, float (&cutoffs)[3]);
 /// Draws all settings except the global bypass.
 Settings draw(Signals::Random &random);
 
-/// 10^(0.05 dB), with 0.05 rounded to a 32-bit float: part of the sound.
+/// 10^(0.05 db), with 0.05 rounded to a 32-bit float: part of the sound.
 float linear(float db);
 /// Feedback coefficient of a one-pole follower: exp(-1 / (t fs / 2)), with t in seconds.
 float timeCoeff(float ms, uint32_t sampleRate);

@@ -13,9 +13,8 @@ public:
 private:
     void rename(EffectInstance::Bytes &chunk, Random &random) const;
 
-    static constexpr size_t kHeader = 16; // bytes: image size, magic, version, size again
-    static constexpr uint32_t kLongest =
-        420000; // bytes; twice that fits the fuzzer's allocation limit of 1 MiB
+    static constexpr size_t kHeader = 16;        // bytes: image size, magic, version, size again
+    static constexpr uint32_t kLongest = 420000; // bytes; twice that is below the fuzzer's limit of 1 MiB
     const EffectInstance::Bytes valid;
     std::vector<size_t> words = {0, 4, 8, 12}; // byte offsets of sizes and reals
     std::vector<size_t> integers, flags;       // byte offsets
