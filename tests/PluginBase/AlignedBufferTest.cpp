@@ -8,7 +8,7 @@
 
 namespace {
 
-TEST(AlignedBuffer, GrowsWithItsContentsNeverShrinksAndStaysAsItWasWhenNoMemoryCanBeHad)
+TEST(AlignedBuffer, KeepsContentsWhenGrowingAndAfterFailedAllocation)
 {
     Util::AlignedBuffer<double> buffer;
     size_t kept = 0;
@@ -16,7 +16,7 @@ TEST(AlignedBuffer, GrowsWithItsContentsNeverShrinksAndStaysAsItWasWhenNoMemoryC
         SCOPED_TRACE(wanted);
         const double *before = buffer.data();
         buffer.grow(wanted);
-        EXPECT_TRUE(wanted > kept || buffer.data() == before) << "a size seen before moves nothing";
+        EXPECT_TRUE(wanted > kept || buffer.data() == before) << "moved without growing";
         ASSERT_EQ(buffer.size(), std::max(kept, wanted));
         EXPECT_EQ(reinterpret_cast<uintptr_t>(buffer.data()) % 32, 0u);
         for (size_t i = 0; i < buffer.size(); ++i) ASSERT_EQ(buffer[i], i < kept ? i + 1.0 : 0.0) << i;
@@ -26,7 +26,7 @@ TEST(AlignedBuffer, GrowsWithItsContentsNeverShrinksAndStaysAsItWasWhenNoMemoryC
     const double *memory = buffer.data();
     Util::AlignedBuffer<double> target(100);
     target = std::move(buffer);
-    // more than can be asked for: sanitizers abort on what is only too much
+    // The maximum overflows before the allocation: sanitizers abort on oversized allocations.
     EXPECT_THROW(target.grow(std::numeric_limits<size_t>::max()), std::bad_alloc);
     EXPECT_EQ(target.data(), memory);
     EXPECT_EQ(target.size(), kept);

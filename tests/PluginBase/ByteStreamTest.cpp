@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(ByteStream, FillsGapsWithZerosAndGivesNothingWhereTooLittleIsLeft)
+TEST(ByteStream, ZeroFillsGapsAndReadsNothingPastTheEnd)
 {
     Util::ByteStream stream(0);
     stream.seek(2);
@@ -16,11 +16,11 @@ TEST(ByteStream, FillsGapsWithZerosAndGivesNothingWhereTooLittleIsLeft)
     EXPECT_EQ(stream.getUInt32(), 0u);
     EXPECT_TRUE(stream.readBytes(block).position() == 1 && block.empty());
     EXPECT_EQ(stream.getInt16(), 0x0100);
-    stream.seek(0xFFFFFFFF); // no place beyond can be named
+    stream.seek(0xFFFFFFFF); // the highest position
     EXPECT_THROW(stream.writeInt8(1), std::bad_alloc);
 }
 
-TEST(ByteStream, TextsEndAtAZeroAndAtTheLongestThatIsNoDamage)
+TEST(ByteStream, RefusesStringsOver200000BytesAndStopsAtNull)
 {
     String text;
     for (const auto &[length, read] : {std::pair(200000u, 200000u), {200001u, 0u}})

@@ -11,7 +11,7 @@ namespace {
 
 namespace fs = std::filesystem;
 
-/// A fresh folder under the system's temporary one, gone with the test; nothing is made outside it.
+/// Creates a temporary folder, and deletes it after the test.
 class Dir : public testing::Test {
 protected:
     Dir() : folder(fs::temp_directory_path() / ("tessarine_dir_" + std::to_string(std::random_device()())))
@@ -25,7 +25,7 @@ protected:
     const fs::path folder;
 };
 
-TEST_F(Dir, SeparatorsAtTheEndAreAddedCutOrIgnored)
+TEST_F(Dir, HandlesTrailingAndNativeSeparators)
 {
     const std::pair<const char *, const char *> slashed[] = {
         {"", ""}, {"C:\\x", "C:\\x/"}, {"C:\\x\\", "C:\\x\\"}, {"/x/", "/x/"}};
@@ -38,7 +38,7 @@ TEST_F(Dir, SeparatorsAtTheEndAreAddedCutOrIgnored)
     EXPECT_FALSE(Util::directoryExists(inFolder("/none")) || Util::directoryExists(""));
 }
 
-TEST_F(Dir, MakesParentsAndTheLastPartOnlyBeforeASeparator)
+TEST_F(Dir, CreatesTheLastPartOnlyBeforeATrailingSeparator)
 {
     Util::makeDirectory(inFolder("/a/b"), true);
     EXPECT_TRUE(fs::is_directory(folder / "a") && !fs::exists(folder / "a" / "b"));
@@ -48,23 +48,23 @@ TEST_F(Dir, MakesParentsAndTheLastPartOnlyBeforeASeparator)
     EXPECT_TRUE(fs::is_directory(folder / "d"));
 }
 
-TEST_F(Dir, FailureToMakeThrowsWithThePath)
+TEST_F(Dir, FailedCreationThrowsWithThePath)
 {
     std::ofstream(folder / "file") << "in the way";
     const String path = inFolder("/file/sub/");
     for (const bool withParents : {false, true}) {
         try {
             Util::makeDirectory(path, withParents);
-            FAIL() << "made a directory inside a file";
+            FAIL() << "created a directory inside a file";
         } catch (const Util::Exception::FileIO &failure) {
             EXPECT_TRUE(failure.path == path && failure.kind == Util::FileErrorKind::write);
         }
     }
 }
 
-TEST_F(Dir, ModuleDirectoryIsWhereThisProgramStands)
+TEST_F(Dir, ModuleDirectoryIgnoresTheWorkingDirectory)
 {
-    fs::current_path(folder); // what the system answers must not depend on it
+    fs::current_path(folder);
     const String module = Util::moduleDirectory();
     EXPECT_EQ(module.at(module.length() - 1), Platform::pathSeparator());
     EXPECT_TRUE(fs::path(module.c_str()).is_absolute() && fs::exists(Platform::modulePath()));

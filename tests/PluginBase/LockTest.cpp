@@ -7,7 +7,7 @@
 
 namespace {
 
-TEST(NamedLock, NoWaiterIsForgottenAndNoTwoAreInside)
+TEST(NamedLock, AdmitsOneThreadAtATimeAndWakesEveryWaiter)
 {
     constexpr int kThreads = 4, kRounds = 20000;
     Util::NamedLock lock("Count");
@@ -19,14 +19,14 @@ TEST(NamedLock, NoWaiterIsForgottenAndNoTwoAreInside)
                 const Util::Hold outer(lock);
                 const Util::Hold inner(lock);
                 ++plainCount;
-                if (round % 64 == 0) std::this_thread::yield(); // others arrive and have to sleep
+                if (round % 64 == 0) std::this_thread::yield(); // makes other threads wait for the lock
             }
         });
     for (std::thread &thread : threads) thread.join();
     EXPECT_EQ(plainCount, kThreads * kRounds);
 }
 
-TEST(LowPriorityThread, RunsUntilAskedToStopAndMayRunAgain)
+TEST(LowPriorityThread, StopsOnRequestAndRestarts)
 {
     Platform::LowPriorityThread thread;
     for (int round = 0; round < 2; ++round) {
@@ -35,12 +35,12 @@ TEST(LowPriorityThread, RunsUntilAskedToStopAndMayRunAgain)
             while (thread.sleep(1)) ++ticks;
         }));
         while (ticks < 3) std::this_thread::yield();
-        EXPECT_FALSE(thread.start([] {})) << "one at a time";
+        EXPECT_FALSE(thread.start([] {})) << "already running";
         EXPECT_FALSE(thread.join(5));
         thread.requestStop();
         EXPECT_TRUE(thread.join(5000));
     }
-    ASSERT_TRUE(thread.start([&] { thread.sleep(60000); })); // ends with its owner
+    ASSERT_TRUE(thread.start([&] { thread.sleep(60000); })); // the destructor stops it
 }
 
 } // namespace

@@ -13,9 +13,9 @@ namespace {
 constexpr double kInfinity = std::numeric_limits<double>::infinity();
 constexpr OptionalIndex kAbsent;
 
-TEST(NumberText, IntegersInEveryRadix)
+TEST(NumberText, IntegersRoundTripInEveryRadix)
 {
-    EXPECT_EQ(String::number(255, 37u), "255") << "there is none such";
+    EXPECT_EQ(String::number(255, 37u), "255") << "an unsupported radix falls back to 10";
     for (uint32_t radix = 2; radix <= 36; ++radix)
         for (const int32_t value : {std::numeric_limits<int32_t>::min(), -1, 0, 35, 0x7FFFFFFF}) {
             const String text = String::number(value, radix);
@@ -23,7 +23,7 @@ TEST(NumberText, IntegersInEveryRadix)
         }
 }
 
-TEST(NumberText, RealsAreWrittenAsPrintfWritesThem)
+TEST(NumberText, RealsMatchPrintf)
 {
     std::mt19937_64 random(20);
     std::vector<double> values{
@@ -33,7 +33,7 @@ TEST(NumberText, RealsAreWrittenAsPrintfWritesThem)
         if (!std::isnan(value)) values.push_back(value);
     }
     for (const double value : values) {
-        EXPECT_EQ(String::number(value, 16, 'e').toDouble(), value) << "the way back";
+        EXPECT_EQ(String::number(value, 16, 'e').toDouble(), value) << "round trip";
         for (const char format : {'f', 'F', 'e', 'E', 'g', 'G'})
             for (const OptionalIndex precision :
                  {kAbsent, OptionalIndex(0), OptionalIndex(2), OptionalIndex(99)}) {
@@ -48,7 +48,7 @@ TEST(NumberText, RealsAreWrittenAsPrintfWritesThem)
     EXPECT_EQ(String::number(std::abs(std::nan(""))), "nan");
 }
 
-TEST(NumberText, ReadsWhatStrtodReadsAndRefusesTheRest)
+TEST(NumberText, ReadsRealsLikeStrtodAndRefusesOtherText)
 {
     bool ok = false;
     for (const char *text : {"1.5", "-.5", "+3", "1e3", "5.", "0x1.8p1", "-0X10", "inf", "-INFINITY", "1e999",
@@ -61,7 +61,7 @@ TEST(NumberText, ReadsWhatStrtodReadsAndRefusesTheRest)
     EXPECT_TRUE(std::isnan(String("nan").toDouble()));
 }
 
-/// A host may have set any locale; the setting returns with the scope.
+/// Sets a locale with a decimal comma, as a host may do. The destructor restores the previous one.
 struct CommaLocale {
     const std::string before = std::setlocale(LC_NUMERIC, nullptr);
     bool found = false;
@@ -74,7 +74,7 @@ struct CommaLocale {
     ~CommaLocale() { std::setlocale(LC_NUMERIC, before.c_str()); }
 };
 
-TEST(NumberText, HostsLocaleChangesNothing)
+TEST(NumberText, IgnoresTheHostsLocale)
 {
     const CommaLocale locale;
     if (!locale.found) GTEST_SKIP() << "no locale with a decimal comma is installed";

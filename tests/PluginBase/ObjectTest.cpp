@@ -22,7 +22,7 @@ public:
         MetaRows<Meta<&Sender::sigNone>, Meta<&Sender::sigPair, "uID">, Meta<&Sender::sigText, "strName">>;
 };
 
-/// Adds one signal to Sender's, receives, and may do something while it receives.
+/// A Sender with one more signal. Its slots record their arguments and call `onReceived`.
 class Receiver : public Reflected<Receiver, Sender> {
 public:
     static constexpr const char *kClassName = "Receiver";
@@ -41,18 +41,18 @@ public:
         MetaRows<Meta<&Receiver::slotNone>, Meta<&Receiver::slotId, "iControl">,
                  Meta<&Receiver::slotPair, "iControl", "fValue">, Meta<&Receiver::slotText, "strName">>;
 
-    std::vector<std::string> heard;
-    std::function<void()> onHeard;
+    std::vector<std::string> received;
+    std::function<void()> onReceived;
 
 private:
     void note(std::string what)
     {
-        heard.push_back(std::move(what));
-        if (const auto act = onHeard) act(); // a copy: it may delete this object
+        received.push_back(std::move(what));
+        if (const auto act = onReceived) act(); // a copy, as it may delete this object
     }
 };
 
-TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
+TEST(Object, ConnectsOnlyKnownMembersWithCompatibleParameters)
 {
     const struct {
         const char *signal, *member;
@@ -60,7 +60,8 @@ TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
     } kCases[] = {
         {"2sigPair(uint, float)", "1slotPair( uint , float )", true},
         {"2  sigPair (uint,float)\t", "1slotId(uint)", true},
-        {"2sigPair(uint,  float)", "1slotPair(uint,float)", false}, // of two blanks one stays
+        {"2sigPair(uint,  float)", "1slotPair(uint,float)",
+         false}, // two spaces collapse to one and do not match
         {"2sigPair(uint,float)", "1slotNone()", true},
         {"2sigPair(uint,float)", "1slotText(const String&)", false},
         {"2sigNone()", "1slotId(uint)", false},
@@ -80,7 +81,7 @@ TEST(Object, ConnectsWhereTheTextsAreFoundAndTheParametersFit)
     EXPECT_FALSE(Object::connect(&a, "2sigNone()", nullptr, "1slotNone()"));
 }
 
-TEST(Object, CountsARefusedConnectionThatTheEditorNeedsAndEndsADebugBuild)
+TEST(Object, RefusedWireIsCountedAndAbortsDebugBuilds)
 {
     Receiver a("a");
     const uint32_t before = Object::refusedConnections();
@@ -93,50 +94,50 @@ TEST(Object, CountsARefusedConnectionThatTheEditorNeedsAndEndsADebugBuild)
     EXPECT_DEBUG_DEATH(connectWrongly(), "refused");
 }
 
-TEST(Object, DeliversValuesInTheOrderOfConnection)
+TEST(Object, DeliversInOrderOfConnection)
 {
     Sender sender;
     Receiver a("a"), b("b");
-    sender.sigPair(1, 2.0f); // nobody listens
+    sender.sigPair(1, 2.0f); // not connected yet
     Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)");
     Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotPair(uint,float)");
-    Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)"); // twice: delivered twice
+    Object::mustConnect(&sender, "2sigPair(uint,float)", &a, "1slotId(uint)"); // again: delivered twice
     Object::mustConnect(&sender, "2sigText(const String&)", &a, "1slotText(const String&)");
     Object::mustConnect(&sender, "2sigNone()", &a, "2sigAgain()");
     Object::mustConnect(&a, "2sigAgain()", &b, "1slotNone()");
     sender.sigPair(7, 0.5f);
     sender.sigText("words");
     sender.sigNone();
-    EXPECT_EQ(a.heard, (std::vector<std::string>{"id 7", "pair 7 0.500000", "id 7", "words"}));
-    EXPECT_EQ(b.heard, std::vector<std::string>{"none"});
+    EXPECT_EQ(a.received, (std::vector<std::string>{"id 7", "pair 7 0.500000", "id 7", "words"}));
+    EXPECT_EQ(b.received, std::vector<std::string>{"none"});
 }
 
-TEST(Object, CutsNothingThatIsUnderWayAndEverythingOfADeadReceiversSender)
+TEST(Object, DisconnectSparesCurrentDeliveryAndReceiverDeathClearsSender)
 {
     Sender sender;
     Receiver a("a"), b("b"), late("late");
     for (Receiver *receiver : {&a, &b}) Object::mustConnect(&sender, "2sigNone()", receiver, "1slotNone()");
     bool isFirst = true;
-    a.onHeard = [&] {
+    a.onReceived = [&] {
         Object::disconnect(&sender, nullptr, nullptr, nullptr);
         if (!std::exchange(isFirst, false)) return;
         Object::mustConnect(&sender, "2sigNone()", &late, "1slotNone()");
         Object::disconnect(&sender, nullptr, &late, nullptr);
     };
     sender.sigNone();
-    EXPECT_TRUE(a.heard.size() == 1 && b.heard.size() == 1 && late.heard.size() == 1);
+    EXPECT_TRUE(a.received.size() == 1 && b.received.size() == 1 && late.received.size() == 1);
     Object::disconnect(&sender, "2sigNone()", &b, "1slotNone()");
     sender.sigNone();
-    EXPECT_TRUE(a.heard.size() == 2 && b.heard.size() == 1 && late.heard.size() == 2);
+    EXPECT_TRUE(a.received.size() == 2 && b.received.size() == 1 && late.received.size() == 2);
     {
         Receiver dying("dying");
         Object::mustConnect(&sender, "2sigPair(uint,float)", &dying, "1slotNone()");
     }
     sender.sigNone();
-    EXPECT_TRUE(a.heard.size() == 2 && late.heard.size() == 2);
+    EXPECT_TRUE(a.received.size() == 2 && late.received.size() == 2);
 }
 
-TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
+TEST(Object, MayBeDeletedWithItsChildrenDuringDelivery)
 {
     auto *sender = new Receiver("sender");
     auto *child = new Receiver("child");
@@ -146,38 +147,38 @@ TEST(Object, DiesWithItsChildrenInTheMiddleOfADelivery)
     Object::mustConnect(sender, "2sigNone()", child, "1slotNone()");
     Object::mustConnect(sender, "2sigNone()", &last, "1slotNone()");
     int deaths = 0;
-    child->onHeard = [&] {
+    child->onReceived = [&] {
         Object::mustConnect(sender, "2sigNone()", &added, "1slotNone()");
         if (++deaths == 2) delete sender;
     };
     sender->sigNone();
-    EXPECT_EQ(last.heard.size(), 1u);
-    EXPECT_EQ(added.heard.size(), 1u) << "connected during the delivery: delivered in the same";
+    EXPECT_EQ(last.received.size(), 1u);
+    EXPECT_EQ(added.received.size(), 1u) << "connected during the delivery";
     sender->sigNone();
-    EXPECT_EQ(last.heard.size(), 1u) << "the sender died before its turn";
+    EXPECT_EQ(last.received.size(), 1u) << "deleted during the delivery";
 }
 
-/// Under the address sanitizer this is the proof; alone it shows that nothing hangs or crashes.
-TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
+// The address sanitizer build checks for use of deleted objects; other builds only for crashes and hangs.
+TEST(Object, SurvivesRandomConnectionsSignalsAndDeletions)
 {
     std::mt19937 random(20261124);
     const auto below = [&](size_t count) {
         return std::uniform_int_distribution<size_t>(0, count - 1)(random);
     };
     std::unique_ptr<Receiver> objects[24];
-    // The last signal drives slots only, and the last member is that signal: no circles.
+    // sigAgain is never connected to itself, which would recurse without end.
     const char *const kSignals[] = {"2sigNone()", "2sigPair(uint,float)", "2sigText(const String&)",
                                     "2sigAgain()"};
     const char *const kMembers[] = {"1slotNone()", "1slotId(uint)", "1slotPair(uint,float)",
                                     "1slotText(const String&)", "2sigAgain()"};
     int depth = 0;
-    uint64_t heard = 0;
+    uint64_t received = 0;
     std::function<void()> step = [&] {
         std::unique_ptr<Receiver> &object = objects[below(std::size(objects))];
         Receiver *const other = objects[below(std::size(objects))].get();
         const size_t what = below(8), signal = below(std::size(kSignals));
         const bool perhaps = below(2);
-        if (what == 0) { // a death, perhaps in its own delivery: the pointer goes first, the object after it
+        if (what == 0) { // clear the pointer first: the object may be deleted during its own delivery
             std::exchange(object, nullptr).reset();
         } else if (what < 4) {
             const size_t members = std::size(kMembers) - (signal + 1 == std::size(kSignals));
@@ -186,8 +187,8 @@ TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
             Object::disconnect(object.get(), perhaps ? kSignals[signal] : nullptr, other, nullptr);
         } else if (!object) {
             object = std::make_unique<Receiver>("r");
-            object->onHeard = [&] {
-                ++heard;
+            object->onReceived = [&] {
+                ++received;
                 if (below(3) == 0) step();
             };
         } else if (depth < 2) {
@@ -200,7 +201,7 @@ TEST(Object, SurvivesRandomConnectsEmissionsAndDeaths)
         }
     };
     for (int i = 0; i < 300000; ++i) step();
-    EXPECT_GT(heard, 1000u);
+    EXPECT_GT(received, 1000u);
 }
 
 } // namespace

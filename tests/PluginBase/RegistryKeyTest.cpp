@@ -7,7 +7,7 @@ namespace {
 using Platform::RegistryValue;
 using Util::RegistryKey;
 
-TEST(RegistryKey, NumbersNeedTypeAndSizeAndTextEndsBeforeItsLastByte)
+TEST(RegistryKey, ChecksTypeAndSizeAndDropsTheLastByteOfStrings)
 {
     EXPECT_EQ(RegistryKey("SOFTWARE\\No Such Vendor").readDword("Value", 17), 17u);
     const std::pair<RegistryValue, uint32_t> numbers[] = {{{RegistryValue::kDword, {"\5\0\0\0", 4}}, 5u},
@@ -16,7 +16,7 @@ TEST(RegistryKey, NumbersNeedTypeAndSizeAndTextEndsBeforeItsLastByte)
     for (const auto &[stored, number] : numbers) EXPECT_EQ(RegistryKey::dwordOf(stored, 9), number);
     const std::pair<RegistryValue, const char *> texts[] = {
         {{RegistryValue::kText, {"abc\0", 4}}, "abc"},
-        {{RegistryValue::kExpandableText, "abcd"}, "abc"}, // stored without a terminator
+        {{RegistryValue::kExpandableText, "abcd"}, "abc"}, // stored without a terminating null
         {{RegistryValue::kText, {"a\0c\0", 4}}, "a"},
         {{RegistryValue::kText, ""}, ""},
         {{RegistryValue::kDword, "abcd"}, "fallback"}};

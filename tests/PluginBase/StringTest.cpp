@@ -6,7 +6,7 @@
 
 namespace {
 
-TEST(String, NullTextReadsAsEmptyButWasNeverGiven)
+TEST(String, NullStringReadsAsEmptyButStaysNull)
 {
     const String null, empty("");
     for (const String &text : {null, String(nullptr), String(nullptr, 4u)}) {
@@ -21,7 +21,7 @@ TEST(String, NullTextReadsAsEmptyButWasNeverGiven)
     EXPECT_EQ(String("abc", 9), "abc");
 }
 
-TEST(String, WhoeverChangesASharedTextLeavesTheOthersAlone)
+TEST(String, ChangingASharedStringLeavesOtherCopiesUnchanged)
 {
     const String source("  Gain ");
     String longer = source, shorter = source;
@@ -31,7 +31,7 @@ TEST(String, WhoeverChangesASharedTextLeavesTheOthersAlone)
     EXPECT_TRUE(longer == "  Gain dB" && shorter == "  Ga" && source == "  Gain ");
 }
 
-TEST(String, PiecesStayInsideTheText)
+TEST(String, SubstringsStayInBounds)
 {
     const std::string plain = "abcdef";
     const String text(plain.c_str());
@@ -47,7 +47,7 @@ TEST(String, PiecesStayInsideTheText)
     EXPECT_EQ(String("a/b/c").replace('/', '-'), "a-b-c");
 }
 
-TEST(String, WhitespaceIsBlankControlsAndNoBreakSpace)
+TEST(String, WhitespaceIncludesControlsAndNoBreakSpace)
 {
     const std::tuple<const char *, const char *, const char *> kCases[] = {
         {"  a \t\n b\xA0", "a \t\n b", "a b"},
@@ -92,7 +92,7 @@ TEST(String, ArgReplacesTheLowestMarkerOnce)
     EXPECT_EQ(String("%1 dB").arg(-1.25f, 1), "-1.2 dB");
 }
 
-TEST(String, FitToLengthPicksTheLongestThatFits)
+TEST(String, FitToLengthPicksTheLongestFittingAlternative)
 {
     const std::tuple<const char *, uint32_t, const char *> kCases[] = {{"Long Name\nShort", 8, "Short"},
                                                                        {"Long Name\nLonger", 4, "Long"},
@@ -100,7 +100,8 @@ TEST(String, FitToLengthPicksTheLongestThatFits)
                                                                        {"ab\ncd", 2, "ab"},
                                                                        {"\n\nx\n", 3, "x"},
                                                                        {"\nlong", 2, ""}};
-    for (const auto &[text, room, result] : kCases) EXPECT_EQ(fitToLength(text, room, '\n'), result) << text;
+    for (const auto &[text, length, result] : kCases)
+        EXPECT_EQ(fitToLength(text, length, '\n'), result) << text;
 }
 
 } // namespace

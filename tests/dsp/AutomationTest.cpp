@@ -18,7 +18,7 @@ using namespace Envelopes;
 
 constexpr uint32_t kRate = 44100;
 
-/// The chain of the effect with a sound, and a clock of its own.
+/// The effect's chain with an input, played from time 0.
 struct ChainRig {
     explicit ChainRig(const Audio &sound) : input(sound)
     {
@@ -45,39 +45,38 @@ struct ChainRig {
 class AutomationSeeds : public testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(All, AutomationSeeds, testing::Range(0, seedCount(32)));
 
-TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
+TEST_P(AutomationSeeds, EnvelopesMatchValuesSetStepByStep)
 {
     Random random(GetParam());
     const Audio sound = Signals::any(random.next(), kRate, kFrames).audio;
-    ChainRig automatic(sound), byHand(sound);
+    ChainRig automatic(sound), manual(sound);
     const auto step = static_cast<uint32_t>(random.pick(std::array{10, 50, 600}));
     automatic.chain.global()->setAutomationZipperSamples(static_cast<float>(step));
 
-    std::vector<std::function<void(uint32_t sample)>> automated; // by hand
+    std::vector<std::function<void(uint32_t sample)>> setters;
     for (uint32_t c = 0; c < automatic.plugin.components.size(); ++c) {
-        DSP::Component &component = *automatic.plugin.components[c], &twin = *byHand.plugin.components[c];
+        DSP::Component &component = *automatic.plugin.components[c], &twin = *manual.plugin.components[c];
         DSP::EnvelopeHandler &envelopes = component.envelopeHandler();
         for (uint32_t i = 0; i < component.numFloatParams(); ++i) {
             if (random.chance(0.7)) continue;
             const auto [low, high] = component.floatParamRange(i);
             const auto segments = drawSegments(random, kRate, low, high);
             envelopes.setEnvelope(ParamKind::real, i, toEnvelope(segments));
-            if (!component.floatParamAutomatable(i)) continue; // nothing is to follow
+            if (!component.floatParamAutomatable(i)) continue; // the envelope must have no effect
             const auto values = playEnvelope(segments, kRate, kFrames, component.floatParamValue(i));
-            automated.emplace_back([=, &twin](uint32_t at) { twin.setFloatParamValue(i, values[at]); });
+            setters.emplace_back([=, &twin](uint32_t at) { twin.setFloatParamValue(i, values[at]); });
         }
         for (uint32_t i = 0; i < component.numBoolParams(); ++i) {
             if (!component.boolParamAutomatable(i) || random.chance(0.9)) continue;
             const auto segments = drawSegments(random, kRate, 0, 1);
             envelopes.setEnvelope(ParamKind::boolean, i, toEnvelope(segments));
             const auto values = playEnvelope(hold(segments), kRate, kFrames, component.boolParamValue(i));
-            automated.emplace_back(
-                [=, &twin](uint32_t at) { twin.setBoolParamValue(i, values[at] >= 0.5f); });
+            setters.emplace_back([=, &twin](uint32_t at) { twin.setBoolParamValue(i, values[at] >= 0.5f); });
         }
         envelopes.setEnabled(true);
     }
     DSP::EnvelopeHandler &options = automatic.chain.global()->envelopeHandler();
-    options.setEnabled(false); // the bypass does not ask for it
+    options.setEnabled(false); // does not affect the bypass envelope
     std::vector<float> bypassed(kFrames);
     if (random.chance(0.5)) {
         const auto bypass = drawSegments(random, kRate, 0, 1);
@@ -87,20 +86,20 @@ TEST_P(AutomationSeeds, OfTheChainIsWhatAHostDoesThatSetsValuesStepByStep)
 
     for (const uint32_t frames : cutIntoBlocks(random, kFrames)) {
         automatic.play(frames);
-        for (uint32_t end = automatic.output.frames(), at = byHand.output.frames(); at < end; at += step) {
+        for (uint32_t end = automatic.output.frames(), at = manual.output.frames(); at < end; at += step) {
             const bool off = bypassed[at] >= 0.5f;
-            byHand.chain.global()->setBypass(off);
-            if (!off) // a component that does not run moves nothing
-                for (const auto &setValue : automated) setValue(at);
-            byHand.play(std::min(step, end - at));
+            manual.chain.global()->setBypass(off);
+            if (!off) // automation stops in a bypassed chain
+                for (const auto &setValue : setters) setValue(at);
+            manual.play(std::min(step, end - at));
         }
     }
-    EXPECT_LT(errorDb(automatic.output, byHand.output, peakOf(sound)), -100);
-    EXPECT_EQ(automatic.plugin.chainResets, byHand.plugin.chainResets);
-    EXPECT_EQ(automatic.chain.maximizer()->ratio(), byHand.chain.maximizer()->ratio());
+    EXPECT_LT(errorDb(automatic.output, manual.output, peakOf(sound)), -100);
+    EXPECT_EQ(automatic.plugin.chainResets, manual.plugin.chainResets);
+    EXPECT_EQ(automatic.chain.maximizer()->ratio(), manual.chain.maximizer()->ratio());
 }
 
-TEST(Automation, OfTheBypassYieldsToTheUser)
+TEST(Automation, BypassEnvelopeYieldsToTheUser)
 {
     ChainRig rig(Signals::noise(1, 1000, -20));
     DSP::Global &global = *rig.chain.global();
@@ -115,7 +114,7 @@ TEST(Automation, OfTheBypassYieldsToTheUser)
     EXPECT_EQ(rig.output.left[999], rig.input.left[999]);
 }
 
-TEST(Automation, RefreshesTheEditorNotAtEveryBlock)
+TEST(Automation, LimitsTheRateOfEditorRefreshes)
 {
     constexpr uint32_t kBlocks = 100, kIntervalMs = 67;
     ChainRig rig(Signals::noise(1, kBlocks * 100, -20));

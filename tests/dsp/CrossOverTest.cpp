@@ -15,12 +15,12 @@ namespace {
 using Signals::Random;
 using Signals::slice;
 
-/// Four bands of a block and the pointers to them.
+/// Buffers for the four bands of a block.
 struct Bands {
     explicit Bands(const Audio &like)
     {
         for (int b = 0; b < 4; ++b) {
-            // never silent by chance: a band that is not written shows
+            // not silence, so that a missing write fails the test
             audio[b] = {std::vector<float>(like.left.size(), 9.0f),
                         std::vector<float>(like.right.size(), 9.0f)};
             pointers.left[b] = audio[b].left.data();
@@ -36,7 +36,7 @@ Bands split(Rig<DSP::CrossOver> &rig, Audio block)
     Bands bands(block);
     const Audio before = block;
     rig.run({block.frames(), block.left.data(), block.rightOrNull(), bands.pointers});
-    EXPECT_EQ(block, before) << "the input is not the component's to change";
+    EXPECT_EQ(block, before) << "input changed";
     return bands;
 }
 
@@ -64,12 +64,12 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
                 rig->setCutoff(i, hz[i]);
                 reference.setCutoff(i, hz[i]);
             }
-        } else if (random.chance(changes)) { // the present one fades nothing
+        } else if (random.chance(changes)) { // unchanged cutoffs start no crossfade
             for (int i = 0; i < 3; ++i) rig->setCutoff(i, rig->cutoff(i));
         }
         if (random.chance(changes / 20)) rig.drawRate(random, reference);
         Audio block = slice(audio, from, frames);
-        if (random.chance(changes / 5)) block.right.clear(); // the filters of the right channel stand still
+        if (random.chance(changes / 5)) block.right.clear(); // the right channel's filters keep their state
         const Bands actual = split(rig, block);
         Bands expected(block);
         reference.process(frames, block.left.data(), block.rightOrNull(), expected.pointers.left,
@@ -83,10 +83,9 @@ TEST_P(CrossOverSeeds, MatchesTheReferenceThroughEveryChange)
     }
 }
 
-TEST(CrossOver, StaysFiniteAndRecoversAtCutoffsOnTheEdgeOfTheRate)
+TEST(CrossOver, StaysFiniteAndRecoversFromExtremeCutoffs)
 {
-    // Close below half the rate and far below any legal value the rounded taps may not describe a stable
-    // filter.
+    // Close to Nyquist and far below 20 Hz the filters with rounded taps may be unstable.
     const Audio wild = Signals::noise(1, 60000, 0), audio = Signals::noise(2, 60000, 0);
     for (uint32_t rate : {8000u, 40001u, 1000000u})
         for (float hz :
@@ -123,7 +122,7 @@ TEST(CrossOver, DraggedCutoffsStayInRangeAndApart)
             << row.index << ' ' << row.hz;
 }
 
-TEST(CrossOver, AResetCutoffTakesItsCloseNeighboursAlong)
+TEST(CrossOver, ResettingACutoffAlsoResetsCloseNeighbours)
 {
     struct Row {
         std::array<float, 3> hz;
@@ -133,9 +132,9 @@ TEST(CrossOver, AResetCutoffTakesItsCloseNeighboursAlong)
     };
     const Row rows[] = {
         {{200, 3000, 9000}, 1, 1, {1}},
-        {{200, 1000, 2500}, 1, 1, {1, 2}}, // 2000 comes close to 2500
+        {{200, 1000, 2500}, 1, 1, {1, 2}}, // 2000 is less than an octave below 2500
         {{1500, 3000, 9000}, 1, 1, {0, 1}},
-        {{9000, 11000, 20000}, 2, 0.2f, {0, 1, 2}}, // 10000 crosses 11000, whose default then crosses 9000
+        {{9000, 11000, 20000}, 2, 0.2f, {0, 1, 2}}, // 10000 is below 11000, whose default is below 9000
         {{20, 20, 20}, 0, 1, {0, 1, 2}},
     };
     Rig<DSP::CrossOver> rig;

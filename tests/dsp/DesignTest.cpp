@@ -8,7 +8,7 @@ namespace {
 
 using namespace DSP;
 
-TEST(BandDesign, TurnsSettingsIntoTheCoefficientsOfTheFormulas)
+TEST(BandDesign, CoefficientsMatchTheFormulas)
 {
     for (const uint32_t rate : {8000u, 44100u, 192000u}) {
         const BandCoefficients c = design(
@@ -23,7 +23,7 @@ TEST(BandDesign, TurnsSettingsIntoTheCoefficientsOfTheFormulas)
         EXPECT_NEAR(c.smoothCoeff, 1 - pole(5), 1e-6);
     }
     const BandCoefficients instant = design(BandSettings{.ratio = 0.5f}, 44100);
-    EXPECT_EQ(instant.exponent, 0.0f) << "a ratio below 1 does not lift";
+    EXPECT_EQ(instant.exponent, 0.0f) << "a ratio below 1 counts as 1";
     EXPECT_EQ(instant.attackComplement, 1.0f);
     EXPECT_EQ(instant.releaseCoeff, 0.0f);
     EXPECT_EQ(instant.smoothCoeff, 1.0f);
@@ -31,17 +31,17 @@ TEST(BandDesign, TurnsSettingsIntoTheCoefficientsOfTheFormulas)
     EXPECT_EQ(lookAheadSamples(100), 1u);
 }
 
-TEST(MaximizerDesign, LooksAheadByTheAttackAndLiftsToTheMargin)
+TEST(MaximizerDesign, LookAheadFollowsAttackAndGainReachesMargin)
 {
     MaximizerSettings settings{.thresholdDb = -6, .marginDb = -1, .attackMs = 1, .releaseMs = 500};
     EXPECT_NEAR(design(settings, 44100).outputGain, std::pow(10.0, 0.25), 1e-6);
     EXPECT_EQ(design(settings, 44100).lookAhead, 76u);
-    EXPECT_EQ(design(settings, 8000).lookAhead, 64u) << "never below the window";
+    EXPECT_EQ(design(settings, 8000).lookAhead, 64u) << "minimum: the window length";
     EXPECT_NEAR(design(settings, 44100).follower.attackCoeff, std::exp(-2000.0 / 44100), 1e-6);
     settings.attackMs = 20;
     settings.brickwall = true;
     for (const uint32_t rate : {44100u, 192000u}) {
-        EXPECT_EQ(design(settings, rate).lookAhead, 199u) << "never beyond the ring";
+        EXPECT_EQ(design(settings, rate).lookAhead, 199u) << "maximum: the ring buffer";
         EXPECT_NEAR(design(settings, rate).follower.attackCoeff, std::exp(-0.01), 1e-6);
     }
 }

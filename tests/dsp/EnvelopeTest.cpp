@@ -21,7 +21,7 @@ using namespace Envelopes;
 class EnvelopeSeeds : public testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(All, EnvelopeSeeds, testing::Range(0, seedCount(16)));
 
-TEST_P(EnvelopeSeeds, AreReadAsWrittenSampleBySample)
+TEST_P(EnvelopeSeeds, MatchTheReferenceAtEverySample)
 {
     Random random(GetParam());
     const uint32_t rate = drawRate(random), step = random.pick(std::array{1u, 10u, 50u, 600u});
@@ -51,7 +51,7 @@ TEST_P(EnvelopeSeeds, AreReadAsWrittenSampleBySample)
     }
 }
 
-TEST(Envelope, IsReadAtTheEndsOfTimeAndLeavesOutWhatIsNone)
+TEST(Envelope, IgnoresInvalidSegmentsAndHandlesExtremeTimes)
 {
     constexpr uint32_t rate = 10000;
     EnvelopeHandler handler("Test", 1, 0, 0);
@@ -67,7 +67,7 @@ TEST(Envelope, IsReadAtTheEndsOfTimeAndLeavesOutWhatIsNone)
     EXPECT_FALSE(handler.hasEnvelope(ParamKind::real, 0));
     EXPECT_EQ(read(0), std::pair(7.0f, 7.0f));
 
-    handler.setEnvelope(ParamKind::real, 0, // not in order
+    handler.setEnvelope(ParamKind::real, 0, // unsorted
                         {{timeOf(300, rate), timeOf(350, rate), 1, 2, 0, 0},
                          {INT64_MIN, timeOf(50, rate), -1e38f, 3e38f, 0, 1},
                          {INT64_MAX - 1, INT64_MAX, 5, 6, 0, 0}});
@@ -75,10 +75,10 @@ TEST(Envelope, IsReadAtTheEndsOfTimeAndLeavesOutWhatIsNone)
     EXPECT_EQ(read(0), std::pair(-1e38f, 3e38f));
     EXPECT_EQ(read(timeOf(200, rate)), std::pair(3e38f, 3e38f));
     EXPECT_EQ(read(timeOf(300, rate)), std::pair(1.0f, 2.0f));
-    EXPECT_EQ(read(INT64_MAX), std::pair(2.0f, 2.0f)) << "far from any sound";
+    EXPECT_EQ(read(INT64_MAX), std::pair(2.0f, 2.0f));
 }
 
-TEST(Automation, WaitsUntilItIsEnabledAndYieldsToTheUser)
+TEST(Automation, WaitsUntilEnabledAndYieldsToTheUser)
 {
     Rig<DSP::Gain> rig;
     bool moved = false;
@@ -94,13 +94,13 @@ TEST(Automation, WaitsUntilItIsEnabledAndYieldsToTheUser)
     EXPECT_EQ(firstAndLast(), std::pair(1.0f, 1.0f));
     envelopes.setEnabled(true);
     rig->setFloatParamEditing(0, true);
-    EXPECT_EQ(firstAndLast(), std::pair(1.0f, 1.0f)) << "the user holds the control";
+    EXPECT_EQ(firstAndLast(), std::pair(1.0f, 1.0f)) << "while the user edits";
     EXPECT_FALSE(moved);
     rig->setFloatParamEditing(0, false);
     EXPECT_EQ(firstAndLast(), std::pair(loud, soft));
     EXPECT_TRUE(moved);
     envelopes.setEnvelope(ParamKind::real, 0, {{timeOf(-10, 44100), timeOf(-5, 44100), 6, -6, 0, 0}});
-    EXPECT_EQ(firstAndLast(), std::pair(soft, soft)) << "what has ended holds";
+    EXPECT_EQ(firstAndLast(), std::pair(soft, soft)) << "an ended envelope keeps its last value";
     EXPECT_FALSE(moved);
 }
 

@@ -6,16 +6,16 @@
 #include "tests/reference/Envelope.h"
 #include "tests/signals/Signals.h"
 
-/// Automation for tests, over the first kFrames samples.
+/// Random envelopes over the first kFrames samples.
 namespace Envelopes {
 
 inline constexpr uint32_t kFrames = 12000;
 
-/// Of a sample, as a host rounds it.
+/// Start of a sample in units of 100 ns, rounded as by a host.
 inline int64_t timeOf(int64_t sample, uint32_t rate) { return (sample * 10000000 + rate / 2) / rate; }
 
-/// Segments of every kind in the order of their start: apart, touching, overlapping, of no length, shorter
-/// than a sample, begun before the sound and unfinished at its end.
+/// Draws segments sorted by start: separate, adjacent, overlapping, empty, shorter than a sample, starting before time 0
+/// or ending after kFrames.
 inline std::vector<Reference::Segment> drawSegments(Signals::Random &random, uint32_t rate, float low,
                                                     float high)
 {
@@ -36,7 +36,7 @@ inline std::vector<Reference::Segment> drawSegments(Signals::Random &random, uin
     return segments;
 }
 
-/// As a switch follows them: every segment holds its first value.
+/// Converts segments for a switch: each holds its first value.
 inline std::vector<Reference::Segment> hold(std::vector<Reference::Segment> segments)
 {
     for (Reference::Segment &segment : segments) segment.curve = DSP::EnvelopeSegment::step;

@@ -6,7 +6,7 @@
 #include "dsp/component/PluginLink.h"
 #include "tests/signals/Blocks.h"
 
-/// Stands in for the plug-in where a component is tested alone; counts what the component asks for.
+/// Plug-in for testing a single component; counts the component's requests.
 class FakePlugin final : public DSP::PluginLink {
 public:
     void registerComponent(DSP::Component *component) override { components.push_back(component); }
@@ -23,7 +23,7 @@ public:
     int activeRequests = 0, chainResets = 0;
 };
 
-/// A component on its own, switched on and run as the chain runs it.
+/// A single component, called in the same order as by the chain.
 template <class T>
 struct Rig {
     template <class... Arguments>
@@ -33,7 +33,7 @@ struct Rig {
         resume(44100);
         resume(44100);
     }
-    /// As the chain does it: the reset first, at the old rate.
+    /// Resets at the old rate first, as the chain does.
     void resume(uint32_t hz)
     {
         component.resetComponent();
@@ -46,7 +46,7 @@ struct Rig {
     }
     /// True if automation moved a parameter.
     bool run(const DSP::Block &block) { return component.run({rate, 0, 50}, block); }
-    /// Of this and the plain loop `reference` alike; half of the times without the reset before it.
+    /// Sets the same random rate in the component and in `reference`, with or without a reset first.
     template <class Reference>
     uint32_t drawRate(Signals::Random &random, Reference &reference)
     {

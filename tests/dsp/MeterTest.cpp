@@ -17,7 +17,7 @@ using Signals::Random;
 class MeterSeeds : public testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(All, MeterSeeds, testing::Range(0, seedCount(8)));
 
-TEST_P(MeterSeeds, LevelHoldsAndFallsExactlyAsTheReference)
+TEST_P(MeterSeeds, LevelMatchesTheReferenceExactly)
 {
     Random random(GetParam());
     auto audio = Signals::any(random.next(), 44100, 100000).audio;
@@ -48,7 +48,7 @@ TEST_P(MeterSeeds, LevelHoldsAndFallsExactlyAsTheReference)
     }
 }
 
-TEST(Meter, SpectrumTakesTheChainsGuardAway)
+TEST(Meter, SpectrumRemovesTheDenormalGuard)
 {
     for (bool guarded : {false, true}) {
         Rig<DSP::Meter::Spectrum> rig(String("Band 1 Spectrum"));

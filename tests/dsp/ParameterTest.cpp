@@ -13,7 +13,7 @@ protected:
     DSP::Transform chain{plugin};
 };
 
-/// Bounds and middle of a float, every value of the others.
+/// Bounds and midpoint of a real parameter, all values of other kinds.
 std::vector<DSP::ParameterValue> someValues(const DSP::ParamRecord &record)
 {
     const double low = DSP::toNumber(record.range.minimum), high = DSP::toNumber(record.range.maximum);
@@ -26,9 +26,9 @@ std::vector<DSP::ParameterValue> someValues(const DSP::ParamRecord &record)
     return all;
 }
 
-TEST_F(Parameters, StartAtTheirDefaultsAndKeepWhatIsWritten)
+TEST_F(Parameters, StartAtTheirDefaultsAndStoreEveryValue)
 {
-    chain.global()->setDelayCompensation(false); // the chain has turned it on
+    chain.global()->setDelayCompensation(false); // restore the default: the chain's constructor turns it on
     for (Component *component : plugin.components)
         for (const DSP::ParamKind kind : DSP::kParamLists)
             for (uint32_t i = 0; i < component->numParams(kind); ++i) {
@@ -38,19 +38,19 @@ TEST_F(Parameters, StartAtTheirDefaultsAndKeepWhatIsWritten)
                 for (const DSP::ParameterValue &value : someValues(record)) {
                     component->setParamValue(kind, i, value);
                     EXPECT_EQ(component->paramValue(kind, i), value);
-                    EXPECT_FALSE(component->setParamValue(kind, i, value)) << "nothing moves";
+                    EXPECT_FALSE(component->setParamValue(kind, i, value)) << "value unchanged";
                 }
             }
 }
 
-TEST_F(Parameters, AreListedAtTheirNamedIndices)
+TEST_F(Parameters, MatchTheirNamedIndices)
 {
     using DSP::CrossOver, DSP::Dynamics, DSP::Gain, DSP::Maximizer, DSP::Meter::Spectrum, DSP::ParamKind;
     struct Row {
         const Component &component;
         ParamKind kind;
         uint32_t index;
-        const char *name; // of the first band
+        const char *name; // for band parameters that of band 1
     };
     const Component &bands = *chain.dynamics(), &limiter = *chain.maximizer(), &spectrum = *chain.spectrum(0);
     const Row rows[] = {
@@ -88,13 +88,13 @@ TEST_F(Parameters, StayInTheirRanges)
     }
 }
 
-TEST_F(Parameters, OfTheOptionsAskForWhatTheyChange)
+TEST_F(Parameters, OptionsRequestTheUpdatesThatTheyNeed)
 {
     using enum DSP::PluginLink::Message;
     DSP::Global &global = *chain.global();
     plugin.messages.clear();
     global.setFps(30);
-    EXPECT_TRUE(plugin.messages.empty()) << "nothing changed";
+    EXPECT_TRUE(plugin.messages.empty()) << "value unchanged";
     global.setFps(60);
     EXPECT_EQ(global.getFramePeriodMs(), 17u);
     global.setShowBackgroundGrid(false);
@@ -102,7 +102,7 @@ TEST_F(Parameters, OfTheOptionsAskForWhatTheyChange)
     EXPECT_EQ(plugin.messages,
               (std::vector<uint32_t>{renderTimingChanged, backgroundGridChanged, renderTimingChanged}));
     global.setFps(25);
-    EXPECT_EQ(plugin.messages.size(), 3u) << "the thread reads the period itself";
+    EXPECT_EQ(plugin.messages.size(), 3u) << "the rendering thread needs no message";
 
     global.setAutomationZipperSamples(5);
     EXPECT_EQ(global.getAutomationZipperSamples(), 10);
@@ -115,7 +115,7 @@ TEST_F(Parameters, OfTheOptionsAskForWhatTheyChange)
     global.setBypass(true);
     global.setBypass(true);
     global.setBypass(false);
-    EXPECT_EQ(plugin.chainResets, resets + 1) << "only turning it on clears the sound";
+    EXPECT_EQ(plugin.chainResets, resets + 1) << "only enabling the bypass resets the chain";
 }
 
 } // namespace

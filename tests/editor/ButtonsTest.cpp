@@ -12,7 +12,7 @@ protected:
         for (int32_t band = 0; band < 4; ++band) text += session.value(firstHost + band) > 0.5f ? '1' : '0';
         return text;
     }
-    /// Which of the bands and, at last, whether the limiter has a coloured bar.
+    /// "1" for each coloured and "0" for each grey panel bar: bands 1 to 4, then the limiter.
     std::string activeBars()
     {
         constexpr uint32_t kColours[] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5, 0x626C7B}, kGrey = 0x535353;
@@ -49,15 +49,15 @@ TEST_F(Buttons, ClicksAndKeysToggle)
         desk.type(row.host % 2 ? kKeyUp : kKeyDown);
         EXPECT_EQ(session.told(), told);
         desk.type(kKeySpace);
-        EXPECT_EQ(session.told(), "") << "no other key";
+        EXPECT_EQ(session.told(), "") << "Space has no function";
         desk.wait(0);
         desk.doubleClick();
-        EXPECT_EQ(session.told(), automated ? told + " " + told : "") << "two presses, two toggles";
+        EXPECT_EQ(session.told(), automated ? told + " " + told : "") << "a double click toggles twice";
         EXPECT_TRUE(session.showsButton(row, false));
     }
 }
 
-TEST_F(Buttons, ThePressCountsOnlyOverTheButton)
+TEST_F(Buttons, ToggleOnlyIfReleasedOverTheButton)
 {
     const ControlRow &row = control("limiter bypass");
     desk.moveTo(row.centre());
@@ -74,22 +74,22 @@ TEST_F(Buttons, ThePressCountsOnlyOverTheButton)
         const Rect place = control(name).place();
         desk.click(place.corner());
         desk.click({place.right, place.bottom});
-        EXPECT_EQ(session.told(), "") << name << ": its edge is not part of it";
+        EXPECT_EQ(session.told(), "") << name << ": the edge is not clickable";
     }
     desk.click(control("brickwall").corner);
-    EXPECT_EQ(session.told(), bracketed(9)) << "a box is hit everywhere";
+    EXPECT_EQ(session.told(), bracketed(9)) << "the edge of a box is clickable";
 }
 
-TEST_F(Buttons, AltMakesOneOfFourTheOnlyOne)
+TEST_F(Buttons, AltClickTurnsTheOtherBandsOff)
 {
     for (const auto &[kind, host] : {std::pair{"solo ", 35}, std::pair{"bypass ", 31}}) {
         SCOPED_TRACE(kind);
         const Point second = control(kind + std::string("2")).centre();
         desk.click(second, {kKeyAlt});
-        EXPECT_EQ(session.told(), bracketed(host, 4)) << "also of those that stay";
+        EXPECT_EQ(session.told(), bracketed(host, 4)) << "unchanged bands are reported, too";
         EXPECT_EQ(states(host), "0100");
         desk.click(second, {kKeyAlt});
-        EXPECT_EQ(states(host), "1011") << "alone before: the others take over";
+        EXPECT_EQ(states(host), "1011") << "Alt-clicking the only active band inverts all four";
         session.window(control(kind + std::string("4"))).setFocus();
         session.told();
         {
@@ -99,35 +99,35 @@ TEST_F(Buttons, AltMakesOneOfFourTheOnlyOne)
         EXPECT_EQ(states(host), "0001");
         EXPECT_EQ(session.told(), bracketed(host, 4));
         desk.click(second, {kKeyAlt, kKeyShift});
-        EXPECT_EQ(states(host), "0101") << "a plain click";
+        EXPECT_EQ(states(host), "0101") << "with Shift, Alt has no effect";
         for (int32_t band = 0; band < 4; ++band) session.put(host + band, 0.0f);
         session.told();
     }
     desk.click(control("limiter bypass").centre(), {kKeyAlt});
-    EXPECT_EQ(session.told(), bracketed(8)) << "has no group";
+    EXPECT_EQ(session.told(), bracketed(8)) << "not part of a group";
 }
 
-TEST_F(Buttons, BarsTellWhatIsHeard)
+TEST_F(Buttons, PanelBarsShowActiveBands)
 {
     const std::pair<const char *, const char *> clicks[] = {{"bypass 3", "11011"},
                                                             {"solo 2", "01001"},
-                                                            {"solo 3", "01001"}, // bypassed in spite of it
+                                                            {"solo 3", "01001"}, // still bypassed
                                                             {"limiter bypass", "01000"}};
     EXPECT_EQ(activeBars(), "11111");
     for (const auto &[name, bars] : clicks) {
         desk.click(control(name).centre());
         EXPECT_EQ(activeBars(), bars) << name;
     }
-    session.put(35, 1.0f); // by the host
+    session.put(35, 1.0f);
     session.put(8, 0.0f);
     EXPECT_EQ(activeBars(), "11001");
 }
 
-TEST_F(Buttons, WordsWorkTheBoxes)
+TEST_F(Buttons, ClickingALabelTogglesItsBox)
 {
-    const std::pair<Point, const char *> words[] = {
+    const std::pair<Point, const char *> labels[] = {
         {{500, 378}, "spectrum on input"}, {{500, 398}, "brickwall"}, {{500, 418}, "band link"}};
-    for (const auto &[at, name] : words)
+    for (const auto &[at, name] : labels)
         for (const bool on : {true, false}) {
             const ControlRow &row = control(name);
             desk.click(at);
@@ -136,21 +136,21 @@ TEST_F(Buttons, WordsWorkTheBoxes)
         }
 }
 
-TEST_F(Buttons, BrickwallNarrowsTheAttackOnShow)
+TEST_F(Buttons, BrickwallLimitsTheDisplayedAttack)
 {
     const ControlRow &attack = control("limiter attack");
     const Point brickwall = control("brickwall").centre();
     session.put(6, 12.0f);
     desk.click(brickwall);
     EXPECT_TRUE(session.showsField(attack, "5.0"));
-    EXPECT_FLOAT_EQ(session.value(6), 12.0f) << "the parameter stays";
+    EXPECT_FLOAT_EQ(session.value(6), 12.0f) << "parameter changed";
     desk.click(brickwall);
     EXPECT_TRUE(session.showsField(attack, "12.0"));
-    session.put(9, 1.0f); // by the host
+    session.put(9, 1.0f);
     EXPECT_TRUE(session.showsField(attack, "5.0"));
     desk.moveTo(attack.centre());
     desk.wheel(-120);
-    EXPECT_NEAR(session.value(6), 4.0f, 1e-4f) << "counted from what is shown";
+    EXPECT_NEAR(session.value(6), 4.0f, 1e-4f) << "the wheel starts from the displayed value";
     desk.wheel(480);
     EXPECT_NEAR(session.value(6), 5.0f, 1e-4f);
 }

@@ -4,40 +4,38 @@
 #include <vector>
 
 #include "platform/WindowSystem.h"
-#include "tests/host/Holdings.h"
+#include "tests/host/ResourceUsage.h"
 
-/// A host's window on a screen, with a person in front of it: the same for windows in memory and for real
-/// ones, so that one test runs on both. Places are in the host window's client area. What the person does has
-/// been handled when the call returns.
+/// A simulated desktop: a host window, a mouse and a keyboard. Tests run on offscreen windows and on real Windows
+/// windows. Positions are relative to the host window's client area. Input has been processed when a call returns.
 class Desk {
 public:
     static std::unique_ptr<Desk> make(int32_t width = 547, int32_t height = 488);
     virtual ~Desk() = default;
 
     virtual Platform::WindowHandle window() const = 0;
-    /// As the host does when it is closed first.
+    /// Destroys the host window before the editor is closed.
     virtual void destroyWindow() = 0;
-    /// What the screen shows of the client area, 0xRRGGBB.
+    /// Screenshot of the client area. Format: 0xRRGGBB
     virtual Platform::Bitmap shot() = 0;
 
     virtual void moveTo(Point at) = 0;
     virtual void press() = 0;
     virtual void release() = 0;
-    /// The second click of a double click follows the first at once.
     virtual void doubleClick() = 0;
     virtual void wheel(int32_t delta) = 0;
     virtual void keyDown(uint32_t key) = 0;
     virtual void keyUp(uint32_t key) = 0;
-    /// Lets time pass and everything pending happen.
+    /// Lets time pass and processes all pending events.
     virtual void wait(uint32_t ms) = 0;
-    /// Types into the next text prompt, and confirms it or not.
+    /// Types `text` into the next prompt, then confirms or cancels it.
     virtual void answerPrompt(const char *text, bool confirm) = 0;
-    /// What else happens while the next prompt is open, before it is answered.
+    /// Runs once while the next prompt is open, before it is answered.
     std::function<void()> whilePrompted;
-    /// With "windows", "timers" or "graphics" (bitmaps, fonts and contexts), where the system tells.
-    virtual Holdings holdings() const = 0;
+    /// Resource usage of the process, with "windows", "timers" and "graphics" (GDI objects) where available.
+    virtual ResourceUsage resourceUsage() const = 0;
 
-    /// As shot() has them, row by row.
+    /// Pixels of shot(). Shape: [height][width]
     std::vector<uint32_t> pixels()
     {
         const Platform::Bitmap picture = shot();
@@ -66,7 +64,7 @@ public:
     }
 };
 
-/// Keys that are held for as long as the object lives.
+/// Holds keys down during its lifetime.
 class Held {
 public:
     Held(Desk &where, std::initializer_list<uint32_t> which) : desk(where), keys(which)

@@ -7,7 +7,7 @@ using namespace UI::Native;
 
 namespace {
 
-/// One channel after the other, as a reader would do it by hand.
+/// Reference blend, one channel at a time.
 uint32_t blended(uint32_t dst, uint32_t src, uint32_t a)
 {
     if (a == 0 || a == 255) return (a == 0 ? src : dst) & 0xFFFFFF;
@@ -30,7 +30,7 @@ SurfaceRef randomSurface(Signals::Random &random)
     return made;
 }
 
-TEST(Copy, BlendsWhatBothImagesHoldAndNothingElse)
+TEST(Copy, BlendsOnlyTheOverlapOfBothImages)
 {
     Signals::Random random(2);
     const auto anyPoint = [&] { return Point{any(random, -10, 20), any(random, -10, 20)}; };
@@ -49,7 +49,7 @@ TEST(Copy, BlendsWhatBothImagesHoldAndNothingElse)
             if (useAlpha || fade != 0)
                 wanted[i] = blended(wanted[i], src, std::min((src >> 24) + fade, 255u));
             else
-                wanted[i] = src; // the whole word, its top byte too
+                wanted[i] = src; // including the top byte
         }
         if (random.chance(0.5)) {
             copyImage(from, source, to, at, useAlpha, fade);

@@ -1,5 +1,5 @@
-// A small host for Windows: opens the shipped library's editor in a window of its own, plays sound through the
-// effect and prints every gesture that it is told of. script/drive-editor is the person in front of it.
+// A small Windows host for script/drive-editor. It opens the library's editor, plays audio and prints every edit that
+// the effect reports.
 #include <cstdio>
 #include <thread>
 #include <windows.h>
@@ -53,7 +53,7 @@ void run(LoadedEffect::Entry entry)
     effect.dispatch(effEditGetRect, 0, 0, &size);
     std::printf("open %d\n", effect.dispatch(effEditOpen, 0, 0, makeWindow(*size)) != 0);
     std::fflush(stdout);
-    const std::jthread audio([&](const std::stop_token &ended) { // all bands have something to show
+    const std::jthread audio([&](const std::stop_token &ended) {
         const Audio music = Signals::music(1, kRate, 1000 * kBlock, -6);
         for (uint32_t block = 0; !ended.stop_requested(); ++block) {
             effect.process(Signals::slice(music, block % 1000 * kBlock, kBlock));
@@ -75,7 +75,7 @@ int main()
 {
     const Module module;
     if (!module.entry()) {
-        std::fprintf(stderr, "tessarine.dll is not beside this program, or does not load\n");
+        std::fprintf(stderr, "cannot load tessarine.dll; it must be in the folder of this program\n");
         return 1;
     }
     run(module.entry());

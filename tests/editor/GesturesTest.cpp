@@ -1,31 +1,30 @@
 #include "tests/editor/Session.h"
 
-// What a person does with mouse, wheel and keyboard on each slider and field, and what comes of it: the value,
-// what the host is told, what is drawn.
+// Mouse, wheel and keyboard gestures on each slider and field: value, edits reported to the host, drawing.
 
 namespace {
 
 using namespace Platform;
 
-constexpr float kGapOctaves = 10.0f / 377.0f * 9.9657843f; // between two cutoffs: ten pixels
+constexpr float kGapOctaves = 10.0f / 377.0f * 9.9657843f; // smallest gap between cutoffs: ten pixels
 
-/// One of each kind, and of each kind of scale.
+/// One control of each kind and scale.
 const char *const kKinds[] = {"output slider", "threshold slider 3", "output gain", "mid cutoff",
                               "gain 2",        "release 4"};
 
 class Gestures : public testing::Test {
 protected:
-    /// Every value somewhere inside its range.
+    /// Sets all values inside their ranges.
     void prepare()
     {
         for (int32_t host = 0; host < 30; ++host)
-            if (host != 8 && host != 9) session.effect.set(host, 0.4f); // but for switches
+            if (host != 8 && host != 9) session.effect.set(host, 0.4f); // 8 and 9 are switches
         for (const auto &[host, hz] : {std::pair{1, 150.0f}, {2, 1500.0f}, {3, 9000.0f}})
             session.put(host, hz);
         session.told();
     }
 
-    /// A step of a field's own scale, where it has one.
+    /// Adds `step` on the field's scale.
     static float scaled(const ControlRow &row, float from, float step)
     {
         if (row.isCutoff()) return from * std::pow(1000.0f, step / 37.7f);
@@ -33,7 +32,7 @@ protected:
         return from + step;
     }
 
-    /// Where a value ends that is sent beyond what it may be.
+    /// Clamps a value to its range and to the neighbouring cutoffs.
     float limited(const ControlRow &row, float wanted) const
     {
         DSP::FloatRange bounds = session.range(row.host);
@@ -44,7 +43,7 @@ protected:
         return std::clamp(wanted, bounds.minimum, bounds.maximum);
     }
 
-    /// The parameter has that value, the host was told it last, no gesture is left open, and the control shows it.
+    /// Expects the value in the parameter, in the last report to the host and on the screen, and no open gesture.
     void expectResult(const ControlRow &row, float wanted, float toldLast)
     {
         const float tolerance = 2e-4f * std::max(1.0f, std::abs(wanted));
@@ -58,24 +57,25 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(Gestures, WheelAndKeysStep)
+TEST_F(Gestures, WheelAndKeysStepTheValue)
 {
     struct Step {
         const char *what;
         std::initializer_list<uint32_t> held;
-        int32_t wheel; // else a key
+        int32_t wheel; // 0: use `key`
         uint32_t key;
         float slider, field;
     };
     constexpr float kFar = 1e6f;
-    const Step steps[] = {{"wheel", {}, 120, 0, 1.0f, 1.0f},
-                          {"wheel back, coarse", {kKeyShift}, -120, 0, -10.0f, -5.0f},
-                          {"wheel, fine", {kKeyControl}, 240, 0, 0.2f, 0.2f},
-                          {"down, coarse", {kKeyShift}, 0, kKeyDown, -10.0f, -10.0f},
-                          {"right, to step instead of moving", {kKeyAlt}, 0, kKeyRight, 1.0f, 1.0f},
-                          {"page down, fine", {kKeyControl}, 0, kKeyPageDown, -0.3f, -1.0f},
-                          {"end", {}, 0, kKeyEnd, kFar, kFar},
-                          {"home", {}, 0, kKeyHome, -kFar, -kFar}};
+    const Step steps[] = {
+        {"wheel", {}, 120, 0, 1.0f, 1.0f},
+        {"wheel back, coarse", {kKeyShift}, -120, 0, -10.0f, -5.0f},
+        {"wheel, fine", {kKeyControl}, 240, 0, 0.2f, 0.2f},
+        {"down, coarse", {kKeyShift}, 0, kKeyDown, -10.0f, -10.0f},
+        {"right with Alt, which steps instead of moving the focus", {kKeyAlt}, 0, kKeyRight, 1.0f, 1.0f},
+        {"page down, fine", {kKeyControl}, 0, kKeyPageDown, -0.3f, -1.0f},
+        {"end", {}, 0, kKeyEnd, kFar, kFar},
+        {"home", {}, 0, kKeyHome, -kFar, -kFar}};
     for (const char *kind : kKinds) {
         const ControlRow &row = control(kind);
         for (const Step &step : steps) {
@@ -97,7 +97,7 @@ TEST_F(Gestures, WheelAndKeysStep)
             EXPECT_TRUE(session.mainWindow().showsFocus() || step.wheel != 0);
         }
     }
-    desk.moveTo({545, 486}); // on nothing: consumed without effect
+    desk.moveTo({545, 486}); // the wheel has no effect on the background
     desk.wheel(120);
     EXPECT_EQ(session.told(), "");
 }
@@ -107,7 +107,7 @@ TEST_F(Gestures, DragsAreOneGesture)
     struct Drag {
         const char *what;
         std::initializer_list<uint32_t> held;
-        float field; // the step of ten pixels
+        float field; // step per ten pixels
     };
     const Drag drags[] = {
         {"plain", {}, 1.0f}, {"coarse", {kKeyShift}, 10.0f}, {"fine", {kKeyControl}, 0.025f}};
@@ -137,7 +137,7 @@ TEST_F(Gestures, DragsAreOneGesture)
             EXPECT_TRUE(session.editing(row.host));
             desk.moveTo(to);
             EXPECT_EQ(session.told(), "v" + n);
-            if (row.isField()) { // the pointer is held where it was pressed
+            if (row.isField()) { // the pointer returns to the pressed position
                 EXPECT_EQ(windowSystem().pointer(), windowSystem().toScreen(desk.window(), from));
             }
             const float dragged = session.lastTold(row.host);
@@ -151,7 +151,7 @@ TEST_F(Gestures, DragsAreOneGesture)
     }
 }
 
-TEST_F(Gestures, FieldsAreDraggedWithoutEnd)
+TEST_F(Gestures, FieldDragsAreNotLimitedByTheScreen)
 {
     const ControlRow &row = control("output gain");
     desk.moveTo(row.centre());
@@ -163,7 +163,7 @@ TEST_F(Gestures, FieldsAreDraggedWithoutEnd)
     EXPECT_TRUE(session.showsValue(control("output slider"))) << "shows the same parameter";
 }
 
-TEST_F(Gestures, TheHandleJumpsUnderThePointer)
+TEST_F(Gestures, PressBesideTheHandleMovesItToThePointer)
 {
     const ControlRow &row = control("output slider"); // 36 dB on 146 pixels
     desk.moveTo(row.corner + Point{5, 26});
@@ -178,7 +178,7 @@ TEST_F(Gestures, TheHandleJumpsUnderThePointer)
     EXPECT_EQ(session.told(), "v0 e0");
     EXPECT_TRUE(session.showsValue(row));
     EXPECT_TRUE(session.showsField(control("output gain"), "18.0"));
-    desk.click(row.corner + Point{5, 158}); // below the last place of the handle
+    desk.click(row.corner + Point{5, 158}); // below the lowest handle position
     EXPECT_FLOAT_EQ(session.value(0), -18.0f);
     EXPECT_EQ(session.told(), bracketed(0));
     desk.moveTo(row.corner + Point{5, 40});
@@ -187,7 +187,7 @@ TEST_F(Gestures, TheHandleJumpsUnderThePointer)
     EXPECT_EQ(session.told(), "b0 v0 e0 b0 v0 e0");
 }
 
-TEST_F(Gestures, AltResets)
+TEST_F(Gestures, AltPressResetsToTheDefault)
 {
     for (const char *kind : kKinds) {
         const ControlRow &row = control(kind);
@@ -200,19 +200,19 @@ TEST_F(Gestures, AltResets)
         }
         EXPECT_EQ(session.told(), bracketed(row.host));
         expectResult(row, session.defaultValue(row.host), session.lastTold(row.host));
-        desk.moveTo(row.centre() + Point{0, 9}); // nothing is held
+        desk.moveTo(row.centre() + Point{0, 9}); // no drag is active
         desk.release();
         EXPECT_EQ(session.told(), "");
     }
 }
 
-TEST_F(Gestures, NumbersAreTyped)
+TEST_F(Gestures, TypedNumbersAreClampedAndInvalidOnesIgnored)
 {
     struct Field {
         const char *name, *number;
         float value;
     };
-    // One that the window carries out, one of a group and one that works by itself: boxes take their time.
+    // A few fields only, as prompts are slow: a cutoff, a linkable band parameter and an independent field.
     const Field fields[] = {{"mid cutoff", "1687.5dB", 1687.5f},
                             {"release 1", "2000.25", 2000.25f},
                             {"limiter margin", "-2,75dB", -2.75f}};
@@ -222,7 +222,7 @@ TEST_F(Gestures, NumbersAreTyped)
         const float most = limited(row, 1e6f), least = limited(row, -1e6f);
         const std::tuple<const char *, bool, float> cases[] = {
             {number, true, value}, {number, false, NAN},     {"999999", true, most}, {"abc", true, NAN},
-            {"1.2.3", true, NAN},  {"-999999", true, least}, {"-", true, NAN}}; // no number: no change
+            {"1.2.3", true, NAN},  {"-999999", true, least}, {"-", true, NAN}}; // NAN: no change
         for (const auto &[text, confirmed, typed] : cases) {
             SCOPED_TRACE(row.name + ", " + text);
             prepare();
@@ -239,7 +239,7 @@ TEST_F(Gestures, NumbersAreTyped)
     }
 }
 
-TEST_F(Gestures, NumbersAreShownInFullAndWithoutMinusZero)
+TEST_F(Gestures, NumbersAreRoundedWithoutNegativeZero)
 {
     const std::tuple<const char *, float, const char *> rows[] = {{"low cutoff", 1000.0f, "1000"},
                                                                   {"output gain", -0.04f, "0.0"},
@@ -251,10 +251,10 @@ TEST_F(Gestures, NumbersAreShownInFullAndWithoutMinusZero)
     }
 }
 
-TEST_F(Gestures, EachControlMovesItsParameterOnce)
+TEST_F(Gestures, EachControlReportsOneGestureDespiteHostEcho)
 {
     prepare();
-    session.host.echoesAutomation = true; // sets what it is told, which ends the talk
+    session.host.echoesAutomation = true;
     for (const ControlRow &row : controlTable()) {
         if (row.isButton()) continue;
         SCOPED_TRACE(row.name);
@@ -268,14 +268,14 @@ TEST_F(Gestures, EachControlMovesItsParameterOnce)
     }
 }
 
-TEST_F(Gestures, TabWalksOverAllControls)
+TEST_F(Gestures, TabReachesAllControlsInOrder)
 {
     const auto &table = controlTable();
     ASSERT_EQ(session.controls().size(), 45u);
     for (const ControlRow &row : table) EXPECT_EQ(session.window(row).frameRect(), row.place()) << row.name;
     session.window(table[0]).setFocus();
     desk.type(kKeyTab);
-    EXPECT_EQ(session.focused(), &table[0]) << "the first only shows where the focus is";
+    EXPECT_EQ(session.focused(), &table[0]) << "the first Tab only shows the focus mark";
     EXPECT_TRUE(session.showsValue(table[0]));
     for (size_t i = 1; i <= table.size(); ++i) {
         desk.type(i % 2 ? kKeyTab : kKeyRight);

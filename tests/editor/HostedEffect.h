@@ -5,12 +5,11 @@
 #include "tests/signals/Signals.h"
 #include "ui/editor/MainWindow.h"
 
-/// An effect in a host that records its calls, with the editor open in a window on a desk.
+/// A running effect in a FakeHost, with its editor open on a simulated desktop.
 class HostedEffect {
 public:
     static constexpr uint32_t kRate = 44100, kBlock = 512;
 
-    /// Switched on, with its editor open.
     HostedEffect();
     ~HostedEffect();
     HostedEffect(const HostedEffect &) = delete;
@@ -19,20 +18,20 @@ public:
     void close() { effect.dispatch(effEditClose); }
     bool isOpen() { return editor().getMainWindow() != nullptr; }
     VSTEditor &editor();
-    /// Only while it is open.
+    /// Needs an open editor.
     UI::MainWindow &mainWindow() { return *editor().getMainWindow(); }
     UI::Native::Frame &frame() { return mainWindow().getFrame(); }
-    /// The controls in the order of the Tab key.
+    /// Controls in tab order.
     const std::vector<UI::Native::WindowBase *> &controls() { return mainWindow().controlsInFocusOrder(); }
 
-    /// Processed in blocks of kBlock; no time passes on the desk.
+    /// Processes `sound` in blocks of kBlock. The desktop's clock does not advance.
     void play(const Audio &sound);
-    /// Lets a tick come, at once and whatever the clock says.
+    /// Runs one editor tick, regardless of the clock.
     void tick() { mainWindow().tick(); }
-    /// What the host has been told since the last time: automation and its gestures only.
+    /// Returns the edits reported to the host since the last call.
     std::vector<FakeHost::Call> takeEdits();
 
-    const std::unique_ptr<Desk> desk = Desk::make(); // first: everything else stands on it
+    const std::unique_ptr<Desk> desk = Desk::make(); // first: destroyed after the other members
     FakeHost host;
     const LoadedEffect effect;
 };

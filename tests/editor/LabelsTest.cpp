@@ -7,20 +7,20 @@ namespace {
 using namespace Platform;
 using UI::Language;
 
-/// What the host speaks, for as long as the object lives.
-struct Speaking {
-    explicit Speaking(Language::Index language) { Language::prefer(language); }
-    ~Speaking() { Language::prefer(std::nullopt); }
-    Speaking(const Speaking &) = delete;
+/// Sets the editor's language during its lifetime.
+struct HostLanguage {
+    explicit HostLanguage(Language::Index language) { Language::prefer(language); }
+    ~HostLanguage() { Language::prefer(std::nullopt); }
+    HostLanguage(const HostLanguage &) = delete;
 };
 
-class SpeakingSession : Speaking, public Session {
+class LanguageSession : HostLanguage, public Session {
 public:
-    explicit SpeakingSession(Language::Index language) : Speaking(language) {}
+    explicit LanguageSession(Language::Index language) : HostLanguage(language) {}
 
     OffscreenWindowSystem &system() { return static_cast<OffscreenDesk &>(*desk).system; }
-    /// Of the visible windows with such a title, in the order in which they were made.
-    std::vector<Rect> places(const char *titleBegin)
+    /// Rectangles of the visible windows whose title begins with `titleBegin`, in order of creation.
+    std::vector<Rect> windowRects(const char *titleBegin)
     {
         std::vector<Rect> found;
         const Point corner = system().screenRect(editor().window()).corner();
@@ -31,7 +31,7 @@ public:
     }
 };
 
-/// A label as it is placed in English.
+/// Position of an English label.
 struct Label {
     uint32_t row;
     Rect field;
@@ -52,17 +52,17 @@ std::vector<Label> labels()
     return made;
 }
 
-TEST(Labels, OtherLanguagesShowAllLettersThatFit)
+TEST(Labels, ShowAllLettersThatFitInOtherLanguages)
 {
     const std::vector<Label> all = labels();
     for (uint32_t index = 1; index < Language::languages; ++index) {
-        SpeakingSession session(static_cast<Language::Index>(index));
+        LanguageSession session(static_cast<Language::Index>(index));
         const Language language;
         ASSERT_NE(language.labelFont(), nullptr);
         const auto widthOf = [&](std::u16string_view words) {
             return session.system().measureText(*language.labelFont(), words).width;
         };
-        const std::vector<Rect> places = session.places("Translated text '");
+        const std::vector<Rect> places = session.windowRects("Translated text '");
         ASSERT_EQ(places.size(), all.size());
         const Bitmap shot = session.desk->shot();
         for (size_t i = 0; i < places.size(); ++i) {
@@ -85,9 +85,9 @@ TEST(Labels, OtherLanguagesShowAllLettersThatFit)
     }
 }
 
-TEST(Labels, OfABoxTakeClicksOnTheirWordsOnly)
+TEST(Labels, OfCheckBoxesTakeClicksOnTheirWordsOnly)
 {
-    SpeakingSession session(Language::spanish);
+    LanguageSession session(Language::spanish);
     const Language language;
     const UI::Native::TextRow &text = UI::textRow(UI::kBandLinkLabel);
     const int32_t width =
@@ -112,10 +112,10 @@ class ToolTips : public testing::Test {
 protected:
     static constexpr uint32_t kTickMs = 33;
 
-    /// The tip's place; empty while there is none.
+    /// Rectangle of the tool tip; empty if there is none.
     Rect tip()
     {
-        const std::vector<Rect> tips = session.places("ToolTip");
+        const std::vector<Rect> tips = session.windowRects("ToolTip");
         return tips.empty() ? Rect{} : tips.front();
     }
     testing::AssertionResult showsTip(uint32_t row)
@@ -130,11 +130,11 @@ protected:
         return wanted.isShown(desk.shot(), place.corner());
     }
 
-    SpeakingSession session{Language::english};
+    LanguageSession session{Language::english};
     Desk &desk = *session.desk;
 };
 
-TEST_F(ToolTips, ComesAfterARestAndGoesWithThePointer)
+TEST_F(ToolTips, AppearAfterTwoSecondsAndLeaveWithThePointer)
 {
     const Point solo = control("solo 1").centre(), nowhere{300, 480};
     desk.moveTo(nowhere);
@@ -145,25 +145,25 @@ TEST_F(ToolTips, ComesAfterARestAndGoesWithThePointer)
     EXPECT_TRUE(showsTip(32));
     EXPECT_EQ(tip().corner(), (solo + Point{0, 20}));
     desk.moveTo(solo + Point{3, 2});
-    EXPECT_FALSE(tip().isEmpty()) << "still on it";
+    EXPECT_FALSE(tip().isEmpty()) << "pointer still on the control";
     desk.moveTo(control("bypass 1").centre());
     EXPECT_TRUE(tip().isEmpty());
     desk.wait(kTickMs);
-    EXPECT_TRUE(showsTip(36)) << "one after another comes at once";
+    EXPECT_TRUE(showsTip(36)) << "no delay shortly after another tip";
     desk.moveTo(nowhere);
     desk.wait(4000);
     EXPECT_TRUE(tip().isEmpty());
-    desk.moveTo(solo); // long after the last
+    desk.moveTo(solo); // long after the last tip
     desk.wait(1900);
     EXPECT_TRUE(tip().isEmpty());
 }
 
-TEST_F(ToolTips, AClickTakesItAwayForTheWholeDelay)
+TEST_F(ToolTips, AClickHidesTheTipAndRestartsTheDelay)
 {
     desk.moveTo(control("limiter bypass").centre());
     desk.wait(2050);
     EXPECT_TRUE(showsTip(44));
-    EXPECT_EQ(tip().right, 546) << "pushed into the window";
+    EXPECT_EQ(tip().right, 546) << "moved to stay inside the window";
     desk.press();
     desk.wait(66);
     EXPECT_TRUE(tip().isEmpty());
@@ -174,7 +174,7 @@ TEST_F(ToolTips, AClickTakesItAwayForTheWholeDelay)
     desk.wait(200);
     EXPECT_TRUE(showsTip(35));
     desk.wheel(120);
-    EXPECT_FALSE(tip().isEmpty()) << "the wheel is no click";
+    EXPECT_FALSE(tip().isEmpty()) << "the wheel must not hide the tip";
 
     const Point slider = control("threshold slider 2").centre(), beneath = slider + Point{1, 25};
     desk.moveTo(slider);
@@ -182,10 +182,10 @@ TEST_F(ToolTips, AClickTakesItAwayForTheWholeDelay)
     ASSERT_TRUE(tip().contains(beneath));
     session.told();
     desk.click(beneath);
-    EXPECT_EQ(session.told(), bracketed(11)) << "a tip leaves the mouse to what it lies on";
+    EXPECT_EQ(session.told(), bracketed(11)) << "clicks on a tip go to the control underneath";
 }
 
-TEST_F(ToolTips, ThePointersShapeTellsWhatCanBeDragged)
+TEST_F(ToolTips, CursorShowsWhatCanBeDragged)
 {
     const auto shape = [&] { return session.system().shownCursor(); };
     const Point line{14 + 251, 100}, field = control("gain 1").centre();
@@ -202,7 +202,7 @@ TEST_F(ToolTips, ThePointersShapeTellsWhatCanBeDragged)
     EXPECT_EQ(shape(), CursorKind::arrow);
 }
 
-TEST_F(ToolTips, TheMarkOfTheFocusStaysForThreeSeconds)
+TEST_F(ToolTips, FocusMarkStaysForThreeSeconds)
 {
     const ControlRow &row = control("ratio 1");
     const auto expectMark = [&](bool marked) {
@@ -214,7 +214,7 @@ TEST_F(ToolTips, TheMarkOfTheFocusStaysForThreeSeconds)
     expectMark(false);
     desk.type(kKeyUp);
     desk.wait(2000);
-    desk.type(kKeyUp); // once more from here
+    desk.type(kKeyUp); // restarts the three seconds
     desk.wait(2900);
     expectMark(true);
     desk.wait(150);

@@ -1,6 +1,6 @@
 #include "tests/editor/Session.h"
 
-// Gestures on a band while the bands are linked, by the box or by keys.
+// Gestures on a band while the bands are linked by the box or by keys.
 
 namespace {
 
@@ -23,7 +23,7 @@ TEST_F(Links, BandsMoveTogether)
         SCOPED_TRACE(kind);
         const ControlRow &row = control(std::string(kind) + " 2");
         const int32_t first = row.host - 1;
-        const float shares[] = {0.4f, 0.4f, 1.0f, 0.5f}; // the third ends at once
+        const float shares[] = {0.4f, 0.4f, 1.0f, 0.5f}; // the third is at its maximum
         float before[4];
         for (int32_t band = 0; band < 4; ++band) {
             session.effect.set(first + band, shares[band]);
@@ -43,7 +43,7 @@ TEST_F(Links, BandsMoveTogether)
     }
 }
 
-TEST_F(Links, BandsTakeOneNumberAndTheirDefaults)
+TEST_F(Links, TypedNumbersAndResetsApplyToAllBands)
 {
     session.put(30, 1.0f);
     session.told();
@@ -53,12 +53,12 @@ TEST_F(Links, BandsTakeOneNumberAndTheirDefaults)
     expectValues(14, 4.5f);
     session.put(30, 0.0f);
     session.told();
-    desk.click(control("gain 1").centre(), {kKeyAlt, kKeyShift, kKeyControl}); // all three: a linked reset
+    desk.click(control("gain 1").centre(), {kKeyAlt, kKeyShift, kKeyControl}); // linked reset
     EXPECT_EQ(session.told(), bracketed(14, 4));
     expectValues(14, 0.0f);
 }
 
-TEST_F(Links, TheKeysLinkFromTheNextStepOn)
+TEST_F(Links, LinkKeysTakeEffectDuringAGesture)
 {
     const ControlRow &row = control("gain 2");
     desk.moveTo(row.centre());
@@ -69,17 +69,17 @@ TEST_F(Links, TheKeysLinkFromTheNextStepOn)
         desk.wheel(120);
     }
     desk.release();
-    // The touched band has a gesture open, the others get brackets of their own.
+    // The dragged band has an open gesture; the others begin and end one for each step.
     EXPECT_EQ(session.told(), "b15 v15 b14 v14 e14 v15 b16 v16 e16 b17 v17 e17 e15");
     EXPECT_NEAR(session.value(15), 2.0f, 1e-4f);
     EXPECT_NEAR(session.value(17), 1.0f, 1e-4f);
 }
 
-TEST_F(Links, TheBoxFollowsTheKeys)
+TEST_F(Links, LinkBoxFollowsTheKeys)
 {
     const ControlRow &box = control("band link");
     desk.wait(40);
-    session.put(30, 1.0f); // ticked by hand before
+    session.put(30, 1.0f); // the box is on before the keys are pressed
     session.told();
     {
         const Held keys(desk, {kKeyAlt, kKeyShift});

@@ -8,7 +8,7 @@ struct Bar {
     bool over = false;
 };
 
-/// A level that has lasted, on a scale of 60 dB.
+/// Expected bar for a constant level in dBFS, on a scale of 60 dB.
 Bar steady(int32_t segments, double db)
 {
     const auto segment = static_cast<int32_t>(std::lround((db + 60.0) / 60.0 * (segments + 1)));
@@ -16,7 +16,7 @@ Bar steady(int32_t segments, double db)
 }
 
 constexpr int32_t kOutputSegments = 47, kBandSegments = 38;
-const double kSlopeDb = 20.0 * std::log10(1.0 + 1.0 / 16.0); // 1 kHz an octave below the cutoff
+const double kSlopeDb = 20.0 * std::log10(1.0 + 1.0 / 16.0); // loss at 1 kHz, an octave below the cutoff
 
 class Meters : public testing::Test {
 protected:
@@ -63,14 +63,14 @@ protected:
         return wanted.isShown(desk.shot(), {477, 39});
     }
     void tick() { desk.wait(kTickMs); }
-    /// A tone that has lasted, so that nothing shows of its beginning.
+    /// Plays a tone until its onset no longer affects the meters.
     void playSteadily(double db, double rightDb)
     {
-        constexpr uint32_t kFrames = 441 * 80; // whole periods: goes on without a click
+        constexpr uint32_t kFrames = 441 * 80; // whole periods, to repeat without a click
         Audio sound = Signals::sine(HostedEffect::kRate, 1000.0, kFrames, db);
         sound.right = Signals::sine(HostedEffect::kRate, 1000.0, kFrames, rightDb).right;
         session.play(sound);
-        desk.wait(14 * kTickMs); // longer than any peak is held
+        desk.wait(14 * kTickMs); // longer than the peak hold
         session.play(sound);
         tick();
     }
@@ -81,23 +81,23 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(Meters, TheReadoutSaysHowNearTheTopIs)
+TEST_F(Meters, ReadoutShowsThePeakAndClipLightHoldsUntilClicked)
 {
     playSteadily(-30.0, -5.0);
     EXPECT_TRUE(showsReadout("Yellow", "-5.0"));
-    session.put(0, 8.0f); // behind the limiter
+    session.put(0, 8.0f); // output gain, after the limiter
     playSteadily(-30.0, -5.0);
     EXPECT_TRUE(showsReadout("Red", "3.0"));
     EXPECT_TRUE(showsOutput(steady(kOutputSegments, -22.0), {48, 48, true}));
     session.put(0, 0.0f);
     playSteadily(-30.0, -20.0);
     const Bar left = steady(kOutputSegments, -30.0);
-    EXPECT_TRUE(showsOutput(left, {48 - 15, steady(kOutputSegments, -20.0).peak, true})) << "the light stays";
+    EXPECT_TRUE(showsOutput(left, {48 - 15, steady(kOutputSegments, -20.0).peak, true})) << "clip light held";
     desk.click(kOutputCorner + Point{10, 70});
-    EXPECT_TRUE(showsOutput(left, {48 - 15, 48 - 15})) << "but for a click";
+    EXPECT_TRUE(showsOutput(left, {48 - 15, 48 - 15})) << "clip light reset by the click";
 }
 
-TEST_F(Meters, BarsFallOneSegmentATick)
+TEST_F(Meters, BarsFallOneSegmentPerTick)
 {
     playSteadily(-12.0, -12.0);
     const int32_t full = steady(kBandSegments, -12.0 - kSlopeDb).peak;
@@ -105,19 +105,19 @@ TEST_F(Meters, BarsFallOneSegmentATick)
         tick();
         EXPECT_TRUE(showsBand(1, {full - fallen, full}, {full - fallen, full})) << fallen;
     }
-    tick(); // the peak is held for 400 ms
+    tick(); // the 400 ms peak hold ends
     EXPECT_TRUE(showsBand(1, {full - 13, 0}, {full - 13, 0}));
     desk.wait(kTickMs * 40);
     EXPECT_TRUE(showsBand(1, {}, {}));
 }
 
-TEST_F(Meters, GainReductionHangsFromTheTop)
+TEST_F(Meters, GainReductionGrowsDownwardsAndHoldsItsPeak)
 {
-    session.put(11, static_cast<float>(-32.0 - kSlopeDb)); // 20 dB below the tone in its band
-    session.put(19, 4.0f);                                 // leaves 5 of them
+    session.put(11, static_cast<float>(-32.0 - kSlopeDb)); // threshold 20 dB below the tone in this band
+    session.put(19, 4.0f);                                 // ratio: 15 dB of gain reduction
     session.put(23, 0.0f);
     playSteadily(-12.0, -12.0);
-    int32_t bar = 11; // 15 of 30 dB are 12 segments
+    int32_t bar = 11; // 15 dB are 12 segments on the scale of 30 dB
     while (bar < 14 && !showsReduction(1, bar, bar)) ++bar;
     EXPECT_NEAR(bar, 12, 1);
     EXPECT_TRUE(showsReduction(0, 0, 0));
@@ -125,7 +125,7 @@ TEST_F(Meters, GainReductionHangsFromTheTop)
         tick();
         EXPECT_TRUE(showsReduction(1, bar - fallen, bar)) << fallen;
     }
-    tick(); // the deepest is held for 250 ms
+    tick(); // the 250 ms peak hold ends
     EXPECT_TRUE(showsReduction(1, bar - 8, 0));
 }
 

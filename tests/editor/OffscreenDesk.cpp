@@ -20,17 +20,18 @@ void OffscreenDesk::destroyWindow() { system.destroyWindow(host); }
 void OffscreenDesk::answerPrompt(const char *text, bool confirm)
 {
     system.onPrompt = [this, answer = std::string(text), confirm](const Platform::PromptRequest &) {
-        const auto kept = std::exchange(system.onPrompt, {}); // this function itself, until it has run
+        const auto kept = std::exchange(system.onPrompt, {}); // keeps this lambda alive until it returns
         if (const auto first = std::exchange(whilePrompted, {})) first();
         return confirm ? std::optional(answer) : std::nullopt;
     };
 }
 
-Holdings OffscreenDesk::holdings() const
+ResourceUsage OffscreenDesk::resourceUsage() const
 {
-    Holdings now = ownHoldings();
+    ResourceUsage now = processUsage();
     now["windows"] = static_cast<int64_t>(system.windowCount());
     now["timers"] = static_cast<int64_t>(system.timerCount());
-    now["heap"] -= static_cast<int64_t>(system.paints.capacity() * sizeof system.paints[0]); // the desk's own
+    now["heap"] -=
+        static_cast<int64_t>(system.paints.capacity() * sizeof system.paints[0]); // not the editor's
     return now;
 }

@@ -2,8 +2,7 @@
 #include "platform/offscreen/OffscreenWindowSystem.h"
 #include "tests/editor/Desk.h"
 
-/// A desk in memory. Its window system, with its clock and its records, is open to tests that need more than
-/// a person sees.
+/// A simulated desktop with offscreen windows. Tests may access its window system directly.
 class OffscreenDesk final : public Desk {
 public:
     OffscreenDesk(int32_t width, int32_t height);
@@ -21,12 +20,12 @@ public:
     void keyUp(uint32_t key) override { system.releaseKey(key); }
     void wait(uint32_t ms) override { system.advance(ms); }
     void answerPrompt(const char *text, bool confirm) override;
-    Holdings holdings() const override;
+    ResourceUsage resourceUsage() const override;
 
     Platform::OffscreenWindowSystem system;
 
 private:
-    static constexpr Point kCorner{40, 30}; // of the host window on the screen
+    static constexpr Point kCorner{40, 30}; // screen position of the host window
 
     Platform::WindowHandle host;
 };

@@ -3,24 +3,24 @@
 #include "tests/editor/Session.h"
 #include "ui/controls/SpectrumAxis.h"
 
-// Every build and every window system shows these pictures to the last pixel. The numbers are what the test itself
-// prints when one does not match, with the picture in a file; a change of them is a change of what users see.
+// The editor must look the same to the pixel in every build and on every window system. If a hash differs, the test
+// prints the new one and writes the picture to a file. Changing a hash changes the look of the editor.
 
 namespace {
 
 using UI::MainWindow;
 
-/// An editor whose ticks come only when they are asked for, so that nothing moves by itself.
-class StillEditor : public HostedEffect {
+/// An editor without a timer: it ticks only when the test calls for it.
+class ManualEditor : public HostedEffect {
 public:
-    StillEditor() { mainWindow().stopTicking(); }
+    ManualEditor() { mainWindow().stopTicking(); }
     void tickAfter(uint32_t ms)
     {
         desk->wait(ms);
         tick();
     }
     void playMusic() { play(Signals::music(1, kRate, 20000, 3)); }
-    /// All parameters by chance, as the host sets them.
+    /// Sets all parameters at random.
     void setAll(uint64_t seed)
     {
         Signals::Random random(seed);
@@ -34,10 +34,10 @@ public:
         desk->press();
         desk->moveTo(control(name).centre() + away);
     }
-    /// The first shows the focus, each that follows moves it on.
+    /// Types Tab `count` times. The first Tab shows the focus mark, the others move it.
     void tabs(int count)
     {
-        desk->click({3, 3}); // the keys go to the editor
+        desk->click({3, 3}); // gives the editor the keyboard focus
         controls().front()->setFocus();
         for (int i = 0; i < count; ++i) desk->type(Platform::kKeyTab);
     }
@@ -46,20 +46,20 @@ public:
 struct EditorState {
     const char *name;
     uint64_t hash;
-    void (*reach)(StillEditor &);
+    void (*reach)(ManualEditor &);
 };
 void PrintTo(const EditorState &state, std::ostream *out) { *out << state.name; }
 
 const EditorState kStates[] = {
-    {"Opened", 0x966C8C241872DC8C, [](StillEditor &) {}},
-    {"AnySettings", 0xC5CDB597831860F4, [](StillEditor &editor) { editor.setAll(1); }},
+    {"Opened", 0x966C8C241872DC8C, [](ManualEditor &) {}},
+    {"AnySettings", 0xC5CDB597831860F4, [](ManualEditor &editor) { editor.setAll(1); }},
     {"MetersAndSpectra", 0x066765EBAC6206A9,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.playMusic();
          editor.tickAfter(0);
      }},
-    {"OverAndReduced", 0xE465041FBAEAA7D4,
-     [](StillEditor &editor) {
+    {"ClippingAndReducing", 0xE465041FBAEAA7D4,
+     [](ManualEditor &editor) {
          for (int32_t band = 0; band < 4; ++band) {
              editor.effect.set(10 + band, 0.3f); // thresholds
              editor.effect.set(18 + band, 0.2f); // ratios
@@ -69,55 +69,55 @@ const EditorState kStates[] = {
          editor.play(Signals::hostile(1, HostedEffect::kRate, 20000));
          editor.tickAfter(0);
      }},
-    {"AtRestAgain", 0x67C7C1E55A80E6A6,
-     [](StillEditor &editor) {
+    {"AfterDecay", 0x67C7C1E55A80E6A6,
+     [](ManualEditor &editor) {
          editor.playMusic();
          editor.tickAfter(0);
          editor.play(Signals::silence(44100));
          for (int i = 0; i < 60; ++i) editor.tickAfter(MainWindow::kMinRenderMs + 2);
      }},
     {"LowRate", 0x1F4D31C8DE4403D0,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.effect.switchOff();
          editor.effect.dispatch(effSetSampleRate, 0, 0, nullptr, 22050.0f);
          editor.effect.switchOn();
          editor.mainWindow().slotUpdateAll();
      }},
     {"SliderHeld", 0x39282111CB17C99F,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.hold("output slider", {2, -11});
      }},
     {"FieldDragged", 0x95BEB8BE8D0689C2,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.hold("low cutoff", {4, -9});
          editor.desk->release();
      }},
     {"CutoffHeld", 0x4161D1C2864D6DF4,
-     [](StillEditor &editor) {
-         const int32_t x = 14 + UI::Native::SpectrumAxis(377, 167).column(2000.0f); // the middle line
+     [](ManualEditor &editor) {
+         const int32_t x = 14 + UI::Native::SpectrumAxis(377, 167).column(2000.0f); // the mid cutoff's line
          editor.desk->moveTo({x, 100});
          editor.desk->press();
          editor.desk->moveTo({x - 20, 60});
      }},
     {"SwitchHeld", 0xA03224EEDFF80E98,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.hold("solo 2", {0, 0});
      }},
     {"SoloAndBypass", 0x69BE67B1B8EF48C2,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.click("solo 2");
          editor.click("bypass 3");
          editor.click("limiter bypass");
      }},
     {"Boxes", 0x7FDC047C59AD3538,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          for (const char *box : {"spectrum on input", "brickwall", "band link"}) editor.click(box);
      }},
-    {"FocusOnSlider", 0x3EB52362D9FD59AF, [](StillEditor &editor) { editor.tabs(1); }},
-    {"FocusOnField", 0x5939661E2693153C, [](StillEditor &editor) { editor.tabs(3); }},
-    {"FocusOnSwitch", 0x55F37875E4D14069, [](StillEditor &editor) { editor.tabs(6); }},
+    {"FocusOnSlider", 0x3EB52362D9FD59AF, [](ManualEditor &editor) { editor.tabs(1); }},
+    {"FocusOnField", 0x5939661E2693153C, [](ManualEditor &editor) { editor.tabs(3); }},
+    {"FocusOnSwitch", 0x55F37875E4D14069, [](ManualEditor &editor) { editor.tabs(6); }},
     {"ToolTip", 0x03DB52FF9EE03976,
-     [](StillEditor &editor) {
+     [](ManualEditor &editor) {
          editor.desk->moveTo(control("solo 2").centre());
          for (int i = 0; i < 3; ++i) editor.tickAfter(700);
      }},
@@ -132,7 +132,7 @@ uint64_t hashOf(const Pixels &pixels)
     return hash;
 }
 
-/// A PPM file in the folder where the tests run.
+/// Writes a PPM file to the current folder and returns its path.
 std::string write(const Pixels &pixels, const char *name)
 {
     std::string path = std::string("picture-") + name + ".ppm";
@@ -147,15 +147,15 @@ class Pictures : public testing::TestWithParam<EditorState> {};
 INSTANTIATE_TEST_SUITE_P(Of, Pictures, testing::ValuesIn(kStates),
                          [](const auto &made) { return std::string(made.param.name); });
 
-TEST_P(Pictures, AreTheSameToTheLastPixelEverywhere)
+TEST_P(Pictures, ArePixelExactInEveryBuild)
 {
-    StillEditor editor;
+    ManualEditor editor;
     GetParam().reach(editor);
-    editor.desk->wait(0); // all is painted
+    editor.desk->wait(0); // finish painting
     const Pixels shown = editor.desk->pixels();
     EXPECT_EQ(GetParam().hash, hashOf(shown))
         << "0x" << std::hex << hashOf(shown) << ", see " << write(shown, GetParam().name);
-    editor.desk->release(); // whatever is still held
+    editor.desk->release(); // ends a held gesture
 }
 
 } // namespace

@@ -8,45 +8,45 @@
 #include "tests/editor/HostedEffect.h"
 #include "ui/draw/Surface.h"
 
-/// A control that takes the keyboard focus: where it stands, and what the host calls it.
+/// A control that can have the keyboard focus, its position and its host parameter.
 struct ControlRow {
     enum class Kind { largeSlider, smallSlider, largeField, smallField, panelSwitch, box };
 
     std::string name;
     Point corner;
     Kind kind;
-    int32_t host; // index of the parameter, kNotAutomated
+    int32_t host; // parameter index, or kNotAutomated
 
     static constexpr int32_t kNotAutomated = -1;
 
     bool isSlider() const { return kind == Kind::largeSlider || kind == Kind::smallSlider; }
     bool isField() const { return kind == Kind::largeField || kind == Kind::smallField; }
     bool isButton() const { return !isSlider() && !isField(); }
-    /// Whether the steps of the field are equal on a logarithmic scale.
+    /// Returns true for fields with a logarithmic scale.
     bool isCutoff() const { return kind == Kind::largeField; }
     bool isBandRelease() const { return host >= 26 && host <= 29; }
     Rect place() const;
     Point centre() const { return {place().left + place().width() / 2, place().top + place().height() / 2}; }
 };
 
-/// All of them in the order of the Tab key.
+/// All controls in tab order.
 const std::vector<ControlRow> &controlTable();
-/// The only one of that name.
+/// Finds a control by name.
 const ControlRow &control(std::string_view name);
 
-/// Begin, value and end of so many parameters in turn, as Session::told() has them.
+/// One complete gesture for each of `count` parameters from `first`, in the format of Session::told().
 std::string bracketed(int32_t first, int32_t count = 1);
 
-/// Pixels as they are expected on the screen.
+/// Expected pixels of a part of the screen.
 class Picture {
 public:
     Picture(int32_t width, int32_t height) : surface(std::make_shared<UI::Native::Surface>(width, height)) {}
     Picture &draw(const String &image, Point at = {});
     Picture &drawPart(const String &image, const Rect &part, Point at);
     Picture &fill(const Rect &area, uint32_t colour);
-    /// The editor's ground as it lies under a place of it, bars included, all of them active.
+    /// Draws the editor's background at `place`, with all panel bars in their active colours.
     Picture &drawGround(const Rect &place);
-    /// The digits of a field or of the readout, from a strip of them.
+    /// Draws a number with the glyphs of the image `strip`.
     Picture &drawNumber(const String &strip, std::string_view number, Point at);
 
     testing::AssertionResult isShown(const Platform::Bitmap &shot, Point corner) const;
@@ -58,29 +58,30 @@ private:
 
 uint32_t pixel(const Platform::Bitmap &shot, Point at);
 
-/// The parameters behind an editor in their own units, and what the host was told of them.
+/// A hosted effect with its parameters in their units and the edits that it reports to the host.
 class Session : public HostedEffect {
 public:
     float value(int32_t index) const;
     DSP::FloatRange range(int32_t index) const;
     float defaultValue(int32_t index) const;
-    /// As the host sets it; the editor shows it.
+    /// Sets a parameter as a host does, and updates the editor.
     void put(int32_t index, float wanted);
-    /// Whether a gesture is under way.
+    /// Returns true during a gesture.
     bool editing(int32_t index) const;
-    /// "b4 v4 e4" for begin, values and end of parameter 4, since the last time.
+    /// Returns the edits since the last call: "b4 v4 e4" for begin, one or more values and end of parameter 4.
     std::string told();
-    /// That the host was told last by told(), in the parameter's units.
+    /// Last value of a parameter among the edits that told() returned, in its unit; NaN if there was none.
     float lastTold(int32_t index) const;
-    /// Each parameter's begins and ends in turn, finite values only between them, and nothing left open.
+    /// Succeeds if begin and end alternate for each parameter, all values are finite and inside gestures, and all gestures
+    /// have ended.
     static testing::AssertionResult areWhole(const std::vector<FakeHost::Call> &edits);
     UI::Native::WindowBase &window(const ControlRow &row);
-    /// The row of the control with the keyboard focus; null for none.
+    /// The control with the keyboard focus; null if there is none.
     const ControlRow *focused();
 
-    // What a control looks like in its present state; with the mark of the focus, if it has that and it shows.
+    // Compare a control with its expected picture, including the focus mark if visible.
 
-    /// A slider or a field with the parameter's value.
+    /// Expects the parameter's value. Only for sliders and fields.
     testing::AssertionResult showsValue(const ControlRow &row);
     testing::AssertionResult showsField(const ControlRow &row, std::string_view number);
     testing::AssertionResult showsButton(const ControlRow &row, bool on, bool pressed = false);

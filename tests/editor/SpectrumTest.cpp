@@ -16,7 +16,7 @@ float hertzAt(int32_t column) { return static_cast<float>(20.0 * std::exp2(colum
 class SpectrumControls : public testing::Test {
 protected:
     static Point at(int32_t column, int32_t row = 80) { return kPlace.corner() + Point{column, row}; }
-    /// The columns with a line of dots over the whole height.
+    /// Columns with a dotted line of full height.
     std::vector<int32_t> lines()
     {
         std::vector<int32_t> found;
@@ -31,12 +31,12 @@ protected:
 
     Session session;
     Desk &desk = *session.desk;
-    const int32_t low = columnOf(120), mid = columnOf(2000), high = columnOf(10000); // the lines at first
+    const int32_t low = columnOf(120), mid = columnOf(2000), high = columnOf(10000); // initial lines
 };
 
 using Columns = std::vector<int32_t>;
 
-TEST_F(SpectrumControls, LinesAreDragged)
+TEST_F(SpectrumControls, DraggingALineSetsItsCutoff)
 {
     EXPECT_EQ(lines(), (Columns{low, mid, high}));
     desk.moveTo(at(mid + 3));
@@ -51,7 +51,7 @@ TEST_F(SpectrumControls, LinesAreDragged)
     EXPECT_EQ(lines(), (Columns{low, mid - 40, high}));
     EXPECT_TRUE(session.showsValue(control("mid cutoff")));
 
-    desk.moveTo(at(0)); // towards the low line
+    desk.moveTo(at(0)); // beyond the low line
     EXPECT_NEAR(session.value(2), hertzAt(low + 10), 0.01f);
     desk.moveTo(at(600, -50));
     EXPECT_NEAR(session.value(2), hertzAt(high - 10), 1.0f);
@@ -60,13 +60,13 @@ TEST_F(SpectrumControls, LinesAreDragged)
     EXPECT_FALSE(session.editing(2));
 
     desk.drag(at(low), at(-30));
-    EXPECT_FLOAT_EQ(session.value(1), 20.0f) << "the end of the axis, to the hertz";
+    EXPECT_FLOAT_EQ(session.value(1), 20.0f) << "exactly the end of the axis";
     desk.drag(at(high), at(500));
     EXPECT_FLOAT_EQ(session.value(3), 20000.0f);
     EXPECT_EQ(session.told(), bracketed(1) + " " + bracketed(3));
 }
 
-TEST_F(SpectrumControls, LinesAreHitWithinFivePixels)
+TEST_F(SpectrumControls, LinesCanBeGrabbedWithinFivePixels)
 {
     session.put(1, hertzAt(100));
     session.put(2, hertzAt(110));
@@ -77,17 +77,18 @@ TEST_F(SpectrumControls, LinesAreHitWithinFivePixels)
     desk.click(at(95));
     EXPECT_EQ(session.told(), "b1 e1");
     desk.click(at(115));
-    desk.click(at(105)); // as far from both: the higher
+    desk.click(at(105)); // equal distance: the higher line
     EXPECT_EQ(session.told(), "b2 e2 b2 e2");
 }
 
-TEST_F(SpectrumControls, ResetsKeepTheOrder)
+TEST_F(SpectrumControls, ResetsKeepCutoffsInOrder)
 {
-    session.put(1, 3000.0f); // its default, 120 Hz, is legal by itself
+    session.put(1, 3000.0f);
     session.put(2, 5000.0f);
     session.told();
     desk.click(at(columnOf(5000)), {kKeyAlt});
-    EXPECT_EQ(session.told(), bracketed(1, 2)) << "the lower one stands in the way";
+    EXPECT_EQ(session.told(), bracketed(1, 2))
+        << "the lower cutoff is above the default and must be reset, too";
     EXPECT_FLOAT_EQ(session.value(1), 120.0f);
     EXPECT_FLOAT_EQ(session.value(2), 2000.0f);
     session.put(3, 15000.0f);

@@ -8,7 +8,7 @@
 #include "tests/editor/OffscreenDesk.h"
 #include "ui/window/Window.h"
 
-// The editor's ticks, by a timer of the clock in memory or by a thread, and what each paints anew.
+// The editor's ticks, from the offscreen timer or a thread, and their repaints.
 
 namespace {
 
@@ -19,7 +19,7 @@ class Ticks : public testing::Test {
 protected:
     OffscreenDesk &desk() { return static_cast<OffscreenDesk &>(*hosted.desk); }
     Platform::OffscreenWindowSystem &system() { return desk().system; }
-    /// When the spectrum was drawn anew, ms, in as much time of the desk's.
+    /// Times of repaints during the next `ms` milliseconds of the simulated clock, in ms.
     std::vector<uint32_t> tickTimes(uint32_t ms)
     {
         std::vector<uint32_t> times;
@@ -33,7 +33,7 @@ protected:
         desk().wait(ms);
         return std::exchange(system().paints, {});
     }
-    /// Until all that falls has fallen.
+    /// Waits until all meters have fallen.
     void settle()
     {
         hosted.play(Signals::silence(2 * HostedEffect::kRate));
@@ -46,7 +46,7 @@ protected:
     UI::MainWindow &root = hosted.mainWindow();
 };
 
-TEST_F(Ticks, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
+TEST_F(Ticks, FollowTheFrameRateAtLeast30MillisecondsApart)
 {
     for (const float fps : {60.0f, 47.0f, 34.0f, 30.0f, 20.0f, 5.0f}) {
         SCOPED_TRACE(fps);
@@ -62,24 +62,24 @@ TEST_F(Ticks, ComeAtTheChosenRateButNeverTwiceIn30Milliseconds)
     root.stopTicking();
     settings.setFps(60);
     desk().wait(0);
-    EXPECT_EQ(system().timerCount(), 0u) << "a new rate starts nothing";
+    EXPECT_EQ(system().timerCount(), 0u) << "a new frame rate must not start the ticks";
 }
 
-TEST_F(Ticks, StopWhileOneIsPendingWithoutWaitingForIt)
+TEST_F(Ticks, StopWithoutWaitingForAPendingTick)
 {
     settings.setRenderingThread(true);
     desk().wait(0);
     for (int round = 0; round < 4; ++round) {
         root.startTicking();
-        letThreadsRun(); // a tick waits by now
+        letThreadsRun(); // a tick is pending now
         if (round == 3) desk().destroyWindow();
-        root.stopTicking(); // or the test never ends
+        root.stopTicking(); // must not deadlock
         EXPECT_FALSE(root.isTicking());
     }
 }
 
-/// Some hosts do so when keys that the tick notices tick the link box.
-TEST_F(Ticks, MayCloseTheEditorFromInsideOne)
+// Some hosts close the editor from the callback that reports the link box.
+TEST_F(Ticks, MayCloseTheEditor)
 {
     for (const bool threaded : {false, true}) {
         settings.setRenderingThread(threaded);
@@ -99,9 +99,9 @@ TEST_F(Ticks, MayCloseTheEditorFromInsideOne)
     }
 }
 
-TEST_F(Ticks, LeaveTheOpacityAloneUnlessItIsAnother)
+TEST_F(Ticks, SetTheOpacityOnlyWhenItChanges)
 {
-    EXPECT_FALSE(system().opacity()) << "opaque is how a window is";
+    EXPECT_FALSE(system().opacity()) << "set although windows are opaque by default";
     const std::pair<float, int> rows[] = {{50, 128}, {20, 51}, {99, 252}, {100, 255}, {-5, 0}, {300, 255}};
     for (const auto &[percent, byte] : rows) {
         settings.setOpacity(percent);
@@ -109,27 +109,27 @@ TEST_F(Ticks, LeaveTheOpacityAloneUnlessItIsAnother)
         EXPECT_EQ(system().opacity(), byte) << percent;
         system().setOpacity(desk().window(), 7);
         root.slotUpdateAll();
-        EXPECT_EQ(system().opacity(), 7) << "nothing new";
+        EXPECT_EQ(system().opacity(), 7) << "opacity unchanged";
     }
 }
 
-TEST_F(Ticks, PaintTheSpectrumAloneWhenNothingMoves)
+TEST_F(Ticks, RepaintOnlyTheSpectrumWhenIdle)
 {
     settle();
     const Paints paints = paintsIn(330);
     for (const auto &paint : paints) EXPECT_EQ(system().title(paint.window), "Multiband Spectrum");
     EXPECT_FALSE(paints.empty());
-    EXPECT_LE(paints.size(), 10u) << "one for each tick";
+    EXPECT_LE(paints.size(), 10u) << "more than one per tick";
 }
 
-TEST_F(Ticks, PaintTheMetersOwnRectanglesWhenASoundComes)
+TEST_F(Ticks, RepaintOnlyMetersDuringPlayback)
 {
     settle();
     hosted.play(Signals::sine(HostedEffect::kRate, 1000, 4410, -12));
     std::set<Platform::WindowHandle> seen;
     for (const auto &[window, area] : paintsIn(33)) {
         EXPECT_TRUE(seen.insert(window).second) << system().title(window) << " twice in a tick";
-        EXPECT_NE(window, hosted.editor().window()) << "the ground stays";
+        EXPECT_NE(window, hosted.editor().window()) << "background repainted";
         const Rect place = system().screenRect(window);
         EXPECT_EQ(area.intersected(Rect::at({}, place.width(), place.height())), area);
     }

@@ -1,7 +1,7 @@
 #include "tests/editor/Session.h"
 #include "ui/window/KeyboardProxy.h"
 
-// The editor as the host drives it.
+// Calls of the host to the editor.
 
 namespace {
 
@@ -9,7 +9,7 @@ using namespace Platform;
 
 class VSTEditors : public testing::Test {
 protected:
-    /// The answer to a key of the host.
+    /// Passes a key from the host to the editor; returns the editor's answer.
     intptr_t hostKey(int32_t character, int32_t virtualKey, float modifier = 0.0f)
     {
         return session.effect.dispatch(effEditKeyDown, character, virtualKey, nullptr, modifier);
@@ -19,7 +19,7 @@ protected:
     Desk &desk = *session.desk;
 };
 
-TEST_F(VSTEditors, TellsItsSize)
+TEST_F(VSTEditors, ReportsItsSize)
 {
     for (const bool open : {true, false}) {
         if (!open) session.close();
@@ -32,7 +32,7 @@ TEST_F(VSTEditors, TellsItsSize)
     EXPECT_EQ(hostKey(0, 12), -1) << "closed";
 }
 
-TEST_F(VSTEditors, HostKeysReachTheControls)
+TEST_F(VSTEditors, HostKeysReachTheFocusedControl)
 {
     const ControlRow &row = control("gain 2");
     session.window(row).setFocus();
@@ -41,7 +41,7 @@ TEST_F(VSTEditors, HostKeysReachTheControls)
         EXPECT_EQ(hostKey(0, number), 1) << number;
         EXPECT_FLOAT_EQ(session.value(row.host), value) << number;
     }
-    EXPECT_EQ(hostKey(12, 0), 1) << "the character, where there is no virtual key";
+    EXPECT_EQ(hostKey(12, 0), 1) << "the character counts if the virtual key is 0";
     EXPECT_FLOAT_EQ(session.value(row.host), -17.0f);
     desk.answerPrompt("3.5", true);
     EXPECT_EQ(hostKey(0, 41), 1) << "F2";
@@ -65,7 +65,7 @@ TEST_F(VSTEditors, HostKeysMoveTheFocus)
         float modifier;
         size_t reached;
     };
-    const Key keys[] = {{0, 2, 0, 0}, // Tab, which only shows the mark at first
+    const Key keys[] = {{0, 2, 0, 0}, // the first Tab only shows the focus mark
                         {0, 2, 0, 1},  {'t', 0, 0, 2}, {0, 2, 1, 1}, // with Shift
                         {0, 13, 0, 2},                               // right
                         {0, 11, 0, 1}};                              // left
@@ -77,7 +77,7 @@ TEST_F(VSTEditors, HostKeysMoveTheFocus)
     EXPECT_EQ(session.told(), "");
 }
 
-TEST_F(VSTEditors, ReopenedItShowsTheSame)
+TEST_F(VSTEditors, LooksTheSameAfterReopening)
 {
     for (int32_t host = 0; host < 39; ++host)
         session.effect.set(host, static_cast<float>(host % 7) / 8.0f + 0.1f);
@@ -92,11 +92,11 @@ TEST_F(VSTEditors, ReopenedItShowsTheSame)
     EXPECT_EQ(desk.pixels(), before);
 }
 
-TEST_F(VSTEditors, IdleUpdatesWhenAsked)
+TEST_F(VSTEditors, IdleUpdatesOnlyOnRequest)
 {
     const ControlRow &row = control("output gain");
     session.effect.plugin().transformHandle().gain()->setFloatParamValue(DSP::Gain::Param::gain,
-                                                                         5.0f); // behind everybody's back
+                                                                         5.0f); // sends no notification
     for (const bool asked : {false, true}) {
         if (asked) session.editor().postUpdate();
         session.effect.dispatch(effEditIdle);
@@ -105,7 +105,7 @@ TEST_F(VSTEditors, IdleUpdatesWhenAsked)
     }
 }
 
-TEST_F(VSTEditors, KeysWithoutAUseAreTheHosts)
+TEST_F(VSTEditors, UnusedKeysAreLeftToTheHost)
 {
     using Kind = Event::Kind;
     const auto isTaken = [](UI::Native::WindowBase &by, Kind kind, uint32_t key) {
@@ -121,12 +121,12 @@ TEST_F(VSTEditors, KeysWithoutAUseAreTheHosts)
     EXPECT_FALSE(isTaken(field, Kind::keyUp, 'A'));
     EXPECT_FALSE(isTaken(field, Kind::systemKeyDown, 'F'));
     EXPECT_FALSE(isTaken(field, Kind::character, 'x'));
-    UI::Native::KeyboardProxy proxy(&session.frame()); // swallows all
+    UI::Native::KeyboardProxy proxy(&session.frame()); // takes all keys
     for (const auto kind : {Kind::keyDown, Kind::systemKeyUp, Kind::character})
         EXPECT_TRUE(isTaken(proxy, kind, kKeyTab));
 }
 
-TEST_F(VSTEditors, ANewDelayReachesTheHost)
+TEST_F(VSTEditors, ReportsANewDelayToTheHost)
 {
     session.host.takeCalls();
     session.effect.global().setDelayCompensation(false);

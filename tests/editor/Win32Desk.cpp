@@ -8,9 +8,9 @@
 namespace {
 
 constexpr char kHostClass[] = "Tessarine test host";
-constexpr Point kCorner{40, 30}; // of the host window on the screen
+constexpr Point kCorner{40, 30}; // screen position of the host window
 constexpr UINT kMostDoubleClickMs = 5000;
-constexpr UINT kLookMs = 10; // how often the one who answers looks for the prompt
+constexpr UINT kLookMs = 10; // interval of lookForPrompt()
 constexpr int kSettlingRounds = 10;
 
 bool isExtended(uint32_t key)
@@ -36,14 +36,14 @@ void typeKey(uint32_t key)
 
 void typeCharacter(char character)
 {
-    const SHORT place = VkKeyScanA(character);
-    const bool shifted = (place & 0x100) != 0;
+    const SHORT key = VkKeyScanA(character);
+    const bool shifted = (key & 0x100) != 0;
     if (shifted) useKey(VK_SHIFT, true);
-    typeKey(place & 0xFF);
+    typeKey(key & 0xFF);
     if (shifted) useKey(VK_SHIFT, false);
 }
 
-/// Moves of the mouse, without those that go nowhere: the system may send one whenever it likes.
+/// Drops mouse moves that do not change the position: Windows may send one at any time.
 class Moves {
 public:
     void expect() { last.reset(); }
@@ -79,8 +79,8 @@ Win32Desk::Win32Desk(int32_t width, int32_t height)
     made.hInstance = GetModuleHandleA(nullptr);
     made.hCursor = LoadCursorA(nullptr, MAKEINTRESOURCEA(32512));
     made.lpszClassName = kHostClass;
-    RegisterClassExA(&made); // once; later it is there
-    SetCursorPos(0, 0);      // the pointer is nowhere near
+    RegisterClassExA(&made); // fails harmlessly if already registered
+    SetCursorPos(0, 0);      // outside the host window
     host = CreateWindowExA(WS_EX_TOPMOST, kHostClass, "Host", WS_POPUP | WS_VISIBLE | WS_CLIPCHILDREN,
                            kCorner.x, kCorner.y, width, height, nullptr, nullptr, made.hInstance, nullptr);
     SetForegroundWindow(host);
@@ -110,12 +110,12 @@ LRESULT CALLBACK Win32Desk::hostProcedure(HWND window, UINT message, WPARAM word
     return DefWindowProcA(window, message, word, number);
 }
 
-/// Until nothing is left to do, but for what other threads go on posting, and for windows that leave their painting for
-/// later. The mouse's messages are asked for first: Wine forgets a double click that it finds while asked for others.
+/// Processes all pending messages. Limits paint messages and messages posted by other threads, which may never end.
+/// Requests mouse messages first: Wine loses a double click that it finds while it looks for other messages.
 void Win32Desk::pump(Timers timers)
 {
-    constexpr UINT kFirstPosted = 0xC000; // of the messages with a registered name
-    int paints = 1000, posted = 4;        // more than one action brings
+    constexpr UINT kFirstPosted = 0xC000; // first registered message
+    int paints = 1000, posted = 4;        // limits; one action causes fewer
     const auto serve = [&](UINT first, UINT last) {
         MSG message;
         if (!PeekMessageA(&message, nullptr, first, last, PM_REMOVE)) return false;
@@ -139,7 +139,7 @@ Platform::Bitmap Win32Desk::shot()
     RECT area = {};
     GetClientRect(host, &area);
     Platform::Bitmap picture(area.right, area.bottom, Platform::Bitmap::Format::colour);
-    const HDC screen = GetDCEx(host, nullptr, DCX_CACHE); // with the children
+    const HDC screen = GetDCEx(host, nullptr, DCX_CACHE); // includes child windows
     const HDC memory = CreateCompatibleDC(screen);
     const HGDIOBJ before = SelectObject(memory, picture.handle());
     BitBlt(memory, 0, 0, area.right, area.bottom, screen, 0, 0, SRCCOPY);
@@ -166,7 +166,7 @@ void Win32Desk::moveTo(Point at)
     holdKeys();
 }
 
-/// Wine learns at times, with an event of the mouse, that its screen's own keyboard has no key down.
+/// Presses held keys again: after a mouse event Wine may release them, as its X server reports no pressed key.
 void Win32Desk::holdKeys()
 {
     if (keysHeld.empty()) return;
@@ -186,7 +186,7 @@ void Win32Desk::useMouse(DWORD flags, DWORD data)
     pump(Timers::held);
 }
 
-/// Tests are quicker than people: a click of another button between two keeps them from being a double click.
+/// Clicks the middle button first, so that two quick presses do not become a double click.
 void Win32Desk::press()
 {
     useMouse(MOUSEEVENTF_MIDDLEDOWN);
@@ -199,7 +199,7 @@ void Win32Desk::release() { useMouse(MOUSEEVENTF_LEFTUP); }
 void Win32Desk::doubleClick()
 {
     const UINT usual = GetDoubleClickTime();
-    SetDoubleClickTime(kMostDoubleClickMs); // a busy machine may take its time between the two
+    SetDoubleClickTime(kMostDoubleClickMs); // a busy machine may delay the second click
     press();
     release();
     useMouse(MOUSEEVENTF_LEFTDOWN);
@@ -209,7 +209,8 @@ void Win32Desk::doubleClick()
 
 void Win32Desk::wheel(int32_t delta) { useMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta)); }
 
-/// After a prompt the screen reports the window under the pointer, which makes Wine release all keys: press them later.
+/// After a prompt the X server reports the window under the pointer, and Wine then releases all keys. Waits until this
+/// has happened.
 void Win32Desk::settleAfterPrompt()
 {
     if (!std::exchange(promptAnswered, false)) return;
@@ -252,8 +253,8 @@ void Win32Desk::wait(uint32_t ms)
 
 void Win32Desk::answerPrompt(const char *text, bool confirm) { answer = Answer{text, confirm}; }
 
-/// The prompt runs a loop of its own; a timer of the thread goes off in it. A prompt that no answer was meant for is
-/// cancelled, as it would stay for ever.
+/// Runs as a timer inside the prompt's message loop. Cancels a prompt without a prepared answer, which would stay open
+/// for ever.
 void CALLBACK Win32Desk::lookForPrompt(HWND, UINT, UINT_PTR, DWORD)
 {
     HWND prompt = nullptr;

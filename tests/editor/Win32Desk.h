@@ -6,9 +6,8 @@
 
 #include "tests/editor/Desk.h"
 
-/// A desk on the screen of Windows, with the system's own mouse and keyboard: what the person does goes through
-/// SendInput, so hit tests, the capture, the focus and the state of the keys are the system's. Between two
-/// actions timers do not go off, only while wait() lasts.
+/// A desktop with real windows. Input goes through SendInput, so Windows handles hit tests, mouse capture, focus and key
+/// states. Timers fire only inside wait().
 class Win32Desk final : public Desk {
 public:
     Win32Desk(int32_t width, int32_t height);
@@ -26,7 +25,7 @@ public:
     void keyUp(uint32_t key) override;
     void wait(uint32_t ms) override;
     void answerPrompt(const char *text, bool confirm) override;
-    Holdings holdings() const override;
+    ResourceUsage resourceUsage() const override;
 
 private:
     enum class Timers { held, served };
@@ -44,10 +43,10 @@ private:
     static void useMouse(DWORD flags, DWORD data = 0);
 
     HWND host = nullptr;
-    std::optional<Answer> answer; // of the next prompt
-    bool promptAnswered = false;  // since the last key that was held
+    std::optional<Answer> answer; // for the next prompt
+    bool promptAnswered = false;  // since the last keyDown()
     UINT_PTR promptTimer = 0;
-    static inline HWND answered = nullptr; // the prompt that has been dealt with
+    static inline HWND answered = nullptr; // the last answered prompt
     static inline std::set<uint32_t> keysHeld;
-    static inline Win32Desk *latest = nullptr; // a timer's call carries no pointer
+    static inline Win32Desk *latest = nullptr; // for the timer callback, which has no user pointer
 };

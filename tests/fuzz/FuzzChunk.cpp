@@ -1,13 +1,13 @@
-#include "tests/driver/ChunkDamage.h"
-#include "tests/driver/Playing.h"
 #include "tests/fuzz/Seeds.h"
+#include "tests/simulation/ChunkDamage.h"
+#include "tests/simulation/Playing.h"
 
-// Hands damaged chunks to the effect. A refused one may change nothing at all, a taken one must leave the effect sound.
+// Loads damaged chunks. A refused chunk must not change the effect; an accepted one must leave a valid state.
 
 namespace {
 
-/// The one effect for all inputs, switched on and with every parameter away from its default. It begins each with
-/// the same chunk: what an input finds must not depend on those before it.
+/// One running effect for all inputs, with no parameter at its default. Each input starts from the same chunk, because
+/// its result must not depend on earlier inputs.
 struct Subject {
     Subject()
     {
@@ -16,9 +16,9 @@ struct Subject {
             effect.record()->setParameter(effect.record(), i, random.real(0.1, 0.9));
         start = effect.chunk();
     }
-    DrivenEffect effect{0};
+    EffectInstance effect{0};
     const ChunkDamage damage{effect};
-    DrivenEffect::Bytes start;
+    EffectInstance::Bytes start;
 };
 
 } // namespace
@@ -26,19 +26,19 @@ struct Subject {
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t *data, size_t size)
 {
     static Subject subject;
-    const DrivenEffect &effect = subject.effect;
-    effect.require(effect.setChunk(subject.start, false), "the effect takes its own chunk");
-    effect.require(effect.chunk() == subject.start, "a chunk comes back as it was loaded");
+    const EffectInstance &effect = subject.effect;
+    effect.require(effect.setChunk(subject.start, false), "the effect loads its own chunk");
+    effect.require(effect.chunk() == subject.start, "loading and saving does not change a chunk");
 
-    DrivenEffect::Bytes chunk = subject.start;
+    EffectInstance::Bytes chunk = subject.start;
     Random random(0);
     for (const uint32_t seed : seedsOf(data, size)) {
         random = Random(seed);
         subject.damage.change(chunk, random);
     }
-    if (!effect.offer(chunk, random.chance(0.5)) || !random.chance(1.0 / 32)) return 0;
-    effect.requireTextsThatFit();
-    effect.switchTo(false); // the sound begins in a chain without a past
+    if (!effect.checkChunk(chunk, random.chance(0.5)) || !random.chance(1.0 / 32)) return 0;
+    effect.requireShortStrings();
+    effect.switchTo(false); // clears the chain's audio state
     effect.switchTo(true);
     playBlock(subject.effect, random);
     return 0;

@@ -1,9 +1,10 @@
 #pragma once
+#include <cstdint>
 #include <cstring>
 #include <vector>
 
-/// An input is a row of numbers, each of which decides a whole step: so the search changes, joins and shortens rows
-/// of steps, and every input means something.
+/// Reads the input as a sequence of seeds. Each seed decides one step, so every input is valid, and the fuzzer can
+/// change, join and shorten sequences of steps.
 inline std::vector<uint32_t> seedsOf(const uint8_t *data, size_t size)
 {
     std::vector<uint32_t> seeds;

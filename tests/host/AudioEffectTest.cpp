@@ -7,7 +7,7 @@
 
 namespace {
 
-/// The base classes with nothing added but what they leave open.
+/// Smallest effect that the base classes allow.
 class PlainEffect final : public AudioEffectX {
 public:
     explicit PlainEffect(HostCallback host) : AudioEffectX(host, 3, 5) {}
@@ -31,21 +31,21 @@ struct AudioEffects : testing::Test {
     }
 };
 
-TEST_F(AudioEffects, TakesNoSmallNumberForAnAddress)
+TEST_F(AudioEffects, IgnoresSmallIntegersPassedAsPointers)
 {
     SpeakerLayout *output = nullptr;
-    for (const intptr_t number : {0, 8, 4088}) // a host may write the number of a pin there
+    for (const intptr_t number : {0, 8, 4088}) // some hosts pass a pin number instead of a pointer
         EXPECT_EQ(0, dispatch(effGetSpeakerArrangement, number, &output));
 }
 
-TEST_F(AudioEffects, LetsNoExceptionReachTheHost)
+TEST_F(AudioEffects, PassesNoExceptionToTheHost)
 {
     effect.outOfMemory = true;
     EXPECT_EQ(0, dispatch(effOpen));
     record->process(record, nullptr, nullptr, 1);
 }
 
-TEST_F(AudioEffects, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
+TEST_F(AudioEffects, SendsDocumentedOpcodesAndWorksWithoutAHost)
 {
     static char text[65];
     const struct {
@@ -74,10 +74,10 @@ TEST_F(AudioEffects, AsksByTheNumbersThatHostsKnowAndWithoutAHostNobody)
     EXPECT_TRUE(alone.isInputConnected(0));
 }
 
-TEST(SpeakerArrangements, HoldEverySpeakerOfWhatTheyAreMadeLike)
+TEST(SpeakerArrangements, MatchingCopiesEverySpeaker)
 {
     PlainEffect effect(nullptr);
-    constexpr int32_t kSpeakers = 20; // more than the record has
+    constexpr int32_t kSpeakers = 20; // more than SpeakerLayout declares
     SpeakerLayout *source = nullptr, *copy = nullptr;
     ASSERT_TRUE(effect.allocateArrangement(&source, kSpeakers));
     Speaker *const speakers = source->speakers;
@@ -102,7 +102,7 @@ TEST(Entry, RefusesAHostWithoutVersion)
 {
     EXPECT_EQ(nullptr, VSTPluginMain(nullptr));
     FakeHost host;
-    host.answers.clear(); // 0 to everything
+    host.answers.clear(); // the host answers 0 to every call
     EXPECT_EQ(nullptr, VSTPluginMain(FakeHost::callback));
 }
 

@@ -12,10 +12,11 @@ namespace {
 
 constexpr float kNaN = std::numeric_limits<float>::quiet_NaN();
 constexpr float kInfinity = std::numeric_limits<float>::infinity();
-constexpr float kHosts = LoadedEffect::kUntouchedSample;
+constexpr float kUntouched = LoadedEffect::kUntouchedSample;
 
-/// One call of the host. A null channel is one that `hide` names: 0 and 1 inputs, 2 and 3 outputs.
 enum class Entry { process, processReplacing };
+
+/// Processes one block. If `hide` is not -1, one channel pointer is null: 0 and 1 are inputs, 2 and 3 outputs.
 void block(const LoadedEffect &effect, Entry entry, const Audio &in, Audio &out, int32_t frames,
            int hide = -1)
 {
@@ -26,7 +27,7 @@ void block(const LoadedEffect &effect, Entry entry, const Audio &in, Audio &out,
     call(effect.operator->(), channels, channels + 2, frames);
 }
 
-/// All four bands and the limiter at work.
+/// Makes all compressors and the limiter reduce the gain.
 void compress(const LoadedEffect &effect)
 {
     for (int32_t band = 0; band < 4; ++band) {
@@ -40,10 +41,10 @@ struct AudioPath : testing::Test {
     FakeHost host;
     LoadedEffect effect;
     const Audio music = Signals::music(1, 44100, 4096, -3.0);
-    const Audio untouched = {std::vector(4096, kHosts), std::vector(4096, kHosts)};
+    const Audio untouched = {std::vector(4096, kUntouched), std::vector(4096, kUntouched)};
 };
 
-TEST_F(AudioPath, ReplacingOverwritesAndTheOtherEntryAdds)
+TEST_F(AudioPath, ProcessReplacingOverwritesAndProcessAdds)
 {
     const Audio first = effect.process(music);
     EXPECT_NE(untouched, first);
@@ -52,15 +53,15 @@ TEST_F(AudioPath, ReplacingOverwritesAndTheOtherEntryAdds)
     Audio sum = untouched;
     block(adding, Entry::process, music, sum, 4096);
     for (uint32_t i = 0; i < sum.frames(); ++i) {
-        ASSERT_EQ(kHosts + first.left[i], sum.left[i]) << i;
-        ASSERT_EQ(kHosts + first.right[i], sum.right[i]) << i;
+        ASSERT_EQ(kUntouched + first.left[i], sum.left[i]) << i;
+        ASSERT_EQ(kUntouched + first.right[i], sum.right[i]) << i;
     }
-    Audio inPlace = music; // in the host's input buffers
+    Audio inPlace = music; // one buffer for input and output
     block(LoadedEffect(), Entry::processReplacing, inPlace, inPlace, 4096);
     EXPECT_EQ(first, inPlace);
 }
 
-TEST_F(AudioPath, ResumesByItselfAtTheFirstBlock)
+TEST_F(AudioPath, ResumesAtTheFirstBlock)
 {
     EXPECT_FALSE(effect.plugin().isActive());
     Audio out = untouched;
@@ -81,7 +82,7 @@ TEST_F(AudioPath, RefusesMixedAndMissingConnections)
         SCOPED_TRACE(testing::Message() << inputs << " in, " << outputs << " out");
         host.connectedInputs = inputs;
         host.connectedOutputs = outputs;
-        effect.switchOn(); // a host that changes the layout without a pause
+        effect.switchOn(); // without suspending first
         EXPECT_EQ(untouched, effect.process(music));
         EXPECT_FALSE(effect.plugin().isActive());
         host.connectedInputs = host.connectedOutputs = 2;
@@ -100,12 +101,12 @@ TEST_F(AudioPath, MonoReadsAndWritesTheLeftChannelOnly)
     EXPECT_EQ(untouched.right, out.right);
 }
 
-TEST_F(AudioPath, SoundsTheSameInAnyFloatStateOfTheHost)
+TEST_F(AudioPath, IsBitExactInAnyFloatEnvironment)
 {
     const auto play = [this] {
         const LoadedEffect fresh;
         compress(fresh);
-        fresh.set(1, 0.01f); // a cutoff, whose filter is designed at once
+        fresh.set(1, 0.01f); // a cutoff; computes filter coefficients at once
         return fresh.process(music);
     };
     const Audio expected = play();
@@ -117,7 +118,7 @@ TEST_F(AudioPath, SoundsTheSameInAnyFloatStateOfTheHost)
     }
 }
 
-TEST_F(AudioPath, LeavesTheHostAloneWithoutAllItsBuffersOrFrames)
+TEST_F(AudioPath, WritesNothingIfBuffersOrFramesAreMissing)
 {
     for (Entry entry : {Entry::process, Entry::processReplacing}) {
         Audio out = untouched;
@@ -128,10 +129,10 @@ TEST_F(AudioPath, LeavesTheHostAloneWithoutAllItsBuffersOrFrames)
         call(effect.operator->(), nullptr, nullptr, 4096);
         EXPECT_EQ(untouched, out);
     }
-    EXPECT_EQ(LoadedEffect().process(music), effect.process(music)) << "refused blocks leave no trace";
+    EXPECT_EQ(LoadedEffect().process(music), effect.process(music)) << "a refused block changed the state";
 }
 
-TEST_F(AudioPath, TakesBlocksOfAnySize)
+TEST_F(AudioPath, DoesNotDependOnBlockSizes)
 {
     const LoadedEffect other;
     compress(effect);
@@ -142,7 +143,7 @@ TEST_F(AudioPath, TakesBlocksOfAnySize)
     EXPECT_TRUE(effect.process(longMusic) == Signals::append(first, rest));
 }
 
-TEST_F(AudioPath, TakesANewRateInItsStateAndIgnoresWhatIsNone)
+TEST_F(AudioPath, AcceptsNewRatesAndIgnoresInvalidOnes)
 {
     const auto setRate = [this](float rate) { effect.dispatch(effSetSampleRate, 0, 0, nullptr, rate); };
     for (float rate : {0.0f, 0.4f, -44100.0f, kNaN, kInfinity, -kInfinity, 1e30f}) {
@@ -161,29 +162,29 @@ TEST_F(AudioPath, TakesANewRateInItsStateAndIgnoresWhatIsNone)
         EXPECT_EQ(rate, static_cast<float>(effect.plugin().sampleRate()));
         EXPECT_TRUE(std::isfinite(peakOf(effect.process(music)))) << rate;
     }
-    for (int turn = 0; turn < 2; ++turn) { // the look-ahead follows a new rate at the second
+    for (int turn = 0; turn < 2; ++turn) { // the look-ahead takes a new rate only at the second resume
         effect.setRate(44100);
         effect.switchOff();
         effect.switchOn();
     }
-    EXPECT_EQ(LoadedEffect().process(music), effect.process(music)) << "absurd rates leave no trace";
+    EXPECT_EQ(LoadedEffect().process(music), effect.process(music)) << "an extreme rate changed the state";
 }
 
-TEST_F(AudioPath, ProcessAsMonoGivesBothChannelsTheSame)
+TEST_F(AudioPath, ProcessAsMonoMakesBothChannelsIdentical)
 {
     effect.global().setProcessAsMono(true);
     effect.switchOn();
-    const Audio fromLeft = effect.process(music); // the shell gives the chain one channel
+    const Audio fromLeft = effect.process(music); // the chain processes only the left channel
     EXPECT_EQ(fromLeft.left, fromLeft.right);
     const LoadedEffect stereo;
     EXPECT_EQ(stereo.process(music).left, fromLeft.left);
-    stereo.global().setProcessAsMono(true); // while it plays: the chain folds
+    stereo.global().setProcessAsMono(true); // during playback: the chain mixes both channels
     const Audio folded = stereo.process(music);
     EXPECT_EQ(folded.left, folded.right);
     EXPECT_NE(fromLeft.left, folded.left);
 }
 
-TEST_F(AudioPath, ReportsANewDelayOnlyThroughTheEditorsWindow)
+TEST_F(AudioPath, ReportsANewDelayOnlyThroughTheEditor)
 {
     effect.setRate(48000);
     effect.switchOn();
@@ -193,7 +194,7 @@ TEST_F(AudioPath, ReportsANewDelayOnlyThroughTheEditorsWindow)
     RecordingWindow window(effect.plugin());
     const auto moved = [&] { return std::ranges::count(window.codes, DSP::PluginLink::latencyMoved); };
     effect.switchOn();
-    EXPECT_EQ(305, effect->initialDelay) << "the audio thread does not call the host";
+    EXPECT_EQ(305, effect->initialDelay) << "the audio thread must not report the delay";
     EXPECT_EQ(0, host.count(audioMasterIOChanged));
     ASSERT_EQ(1, moved());
     effect.plugin().applyLatency();
@@ -201,7 +202,7 @@ TEST_F(AudioPath, ReportsANewDelayOnlyThroughTheEditorsWindow)
     EXPECT_EQ(1, host.count(audioMasterIOChanged));
 
     effect.switchOn();
-    EXPECT_EQ(1, moved()) << "nothing new to say";
+    EXPECT_EQ(1, moved()) << "delay unchanged";
     effect.global().setDelayCompensation(false);
     EXPECT_EQ(2, moved());
     effect.plugin().applyLatency();

@@ -19,7 +19,7 @@ std::vector<FakeHost::Call> FakeHost::takeCalls()
 intptr_t FakeHost::answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr,
                           float opt)
 {
-    if (opcode == hostChannelConnected) // 0 is the interface's yes
+    if (opcode == hostChannelConnected) // 0 means connected
         return index < (value == 0 ? connectedInputs : connectedOutputs) ? 0 : 1;
     calls.push_back({opcode, index, value, opt});
     if (opcode == audioMasterGetProductString) std::strcpy(static_cast<char *>(ptr), product.c_str());

@@ -8,8 +8,8 @@
 #include "host/VSTPlugin.h"
 #include "tests/signals/Signals.h"
 
-/// A host that writes down what the effect asks and answers as the test says. The callback carries no pointer
-/// of ours, so one host at a time exists.
+/// A host that records the effect's calls and returns the answers set by the test. Only one can exist at a time, as the
+/// callback has no user pointer.
 class FakeHost {
 public:
     struct Call {
@@ -28,16 +28,16 @@ public:
         return current->answer(effect, opcode, index, value, ptr, opt);
     }
 
-    /// How often the effect has asked for that.
+    /// Number of recorded calls with `opcode`.
     int count(int32_t opcode) const;
-    /// What it has asked for since the last call of this, without the questions about connections.
+    /// Returns and clears the recorded calls, except queries of connections.
     std::vector<Call> takeCalls();
 
-    std::map<int32_t, intptr_t> answers = {{audioMasterVersion, 2300}}; // everything else: 0
+    std::map<int32_t, intptr_t> answers = {{audioMasterVersion, 2300}}; // default: 0
     std::string product;
     int32_t connectedInputs = 2, connectedOutputs = 2;
-    bool echoesAutomation = false;              // sets each automated value at once, as some hosts do
-    std::function<void(int32_t opcode)> onCall; // what the host does while the effect waits for its answer
+    bool echoesAutomation = false; // sets each automated value again inside the callback, as some hosts do
+    std::function<void(int32_t opcode)> onCall; // runs inside each callback
 
 private:
     intptr_t answer(AEffect *effect, int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt);
@@ -46,19 +46,19 @@ private:
     std::vector<Call> calls;
 };
 
-/// The effect as a host has it: reached through its record only, but for plugin(). Closed at the end.
+/// An effect that the test uses through its AEffect record, like a host. The destructor closes it.
 class LoadedEffect {
 public:
     using Entry = AEffect *(*)(HostCallback);
     using Bytes = std::vector<uint8_t>;
 
-    /// By the entry of a library, or linked in.
+    /// Creates the effect with the entry of a loaded library, or with the linked one.
     explicit LoadedEffect(Entry entry = VSTPluginMain) : effect(entry(FakeHost::callback)) {}
     ~LoadedEffect() { dispatch(effClose); }
     LoadedEffect(LoadedEffect &&) = delete;
 
     AEffect *operator->() const { return effect; }
-    /// Of an effect that is linked in.
+    /// Only for an effect from the linked entry.
     VSTPlugin &plugin() const { return *VSTPlugin::of(effect); }
     DSP::Global &global() const { return *plugin().transformHandle().global(); }
 
@@ -72,17 +72,17 @@ public:
     void set(int32_t index, float value) const { effect->setParameter(effect, index, value); }
     float get(int32_t index) const { return effect->getParameter(effect, index); }
     void setRate(uint32_t rate) const { dispatch(effSetSampleRate, 0, 0, nullptr, static_cast<float>(rate)); }
-    /// The stereo sound as one block of processReplacing.
+    /// Processes stereo audio as one block of processReplacing.
     Audio process(Audio in) const;
-    /// All parameters by chance: cutoffs in order, most switches off.
+    /// Sets all parameters at random: cutoffs sorted, most switches off.
     void setAll(Signals::Random &random) const;
     Bytes chunk() const;
-    /// Bytes that the effect took.
+    /// Loads a chunk; returns the effect's answer.
     intptr_t load(Bytes chunk) const;
-    /// What the effect writes for a question; the marker shows that it wrote nothing.
+    /// Returns the string that the effect writes, or kUntouched if it writes none.
     std::string text(int32_t opcode, int32_t index = 0) const;
 
-    // What stands in the host's buffers before a call.
+    // Contents of the host's buffers before a call.
     static constexpr char kUntouched[] = "untouched";
     static constexpr float kUntouchedSample = 0.5f;
 
@@ -90,7 +90,8 @@ private:
     AEffect *effect;
 };
 
-/// Stands for the editor's window, to its end, and writes down what it is told by any thread.
+/// Replaces the editor's window during its lifetime, and records the messages posted to it.
+/// Thread: post() any
 class RecordingWindow final : public EditorWindow {
 public:
     explicit RecordingWindow(VSTPlugin &shown) : plugin(shown) { plugin.setEditorWindow(this); }

@@ -6,22 +6,20 @@
 #include <emmintrin.h>
 #endif
 
-/// How a host may have set the processor before it calls the effect.
+/// Floating-point mode that a host may set before it calls the effect.
 struct FloatEnvironment {
     const char *name;
     int rounding;
-    bool flushing; // denormals, of inputs and of results
+    bool flushing; // flush-to-zero and denormals-are-zero
 };
 
 constexpr FloatEnvironment kFloatEnvironments[] = {
-    {"as a program starts", FE_TONEAREST, false},
-    {"flushing denormals", FE_TONEAREST, true},
-    {"rounding up", FE_UPWARD, false},
-    {"rounding down and flushing", FE_DOWNWARD, true},
+    {"default", FE_TONEAREST, false},           {"flushing denormals", FE_TONEAREST, true},
+    {"rounding up", FE_UPWARD, false},          {"rounding down and flushing", FE_DOWNWARD, true},
     {"rounding to zero", FE_TOWARDZERO, false},
 };
 
-/// Sets an environment to the end of the scope.
+/// Sets a floating-point mode during its lifetime.
 class InFloatEnvironment {
 public:
     explicit InFloatEnvironment(const FloatEnvironment &environment)
@@ -32,7 +30,7 @@ public:
     }
     ~InFloatEnvironment()
     {
-        setVector(before.second); // not every system's fesetround reaches it
+        setVector(before.second); // fesetround does not restore it on every system
         std::fesetround(before.first);
     }
     InFloatEnvironment(const InFloatEnvironment &) = delete;
@@ -40,11 +38,11 @@ public:
     bool isUntouched() const { return now() == set; }
 
 private:
-    using State = std::pair<int, unsigned>;                    // rounding, and control of the vectors
-    static constexpr unsigned kFlush = 0x8040, kRaised = 0x3F; // the exceptions that have occurred
+    using State = std::pair<int, unsigned>;                   // rounding mode and MXCSR
+    static constexpr unsigned kFlush = 0x8040, kFlags = 0x3F; // kFlags: exception flags
 
 #if defined(__SSE2__)
-    static unsigned vector() { return _mm_getcsr() & ~kRaised; }
+    static unsigned vector() { return _mm_getcsr() & ~kFlags; }
     static void setVector(unsigned control) { _mm_setcsr(control); }
 #else
     static unsigned vector() { return 0; }

@@ -3,8 +3,7 @@
 
 #include "tests/host/FakeHost.h"
 
-/// The library as it ships, loaded from its file and unloaded at the end. What differs between systems stands in
-/// one source for each.
+/// The shared library, loaded from its file. The destructor unloads it.
 class Module {
 public:
     Module();
@@ -13,11 +12,11 @@ public:
 
     /// Null for a name that is not exported.
     LoadedEffect::Entry entry(const char *name = "VSTPluginMain") const;
-    /// Whether anything of it is in this process.
+    /// Returns true if the library is loaded in this process.
     static bool isLoaded();
 
-    /// Most bytes that the system and the compiler's runtime keep of each load.
-    static const int64_t kKeptOfALoad;
+    /// Upper bound of the bytes that the system and the compiler's runtime leak per load.
+    static const int64_t kKeptPerLoad;
 
 private:
     void *handle;

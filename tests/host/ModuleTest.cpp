@@ -1,12 +1,12 @@
 #include <gtest/gtest.h>
 
-#include "tests/host/Holdings.h"
 #include "tests/host/Module.h"
+#include "tests/host/ResourceUsage.h"
 #include "tests/signals/Compare.h"
 
 namespace {
 
-TEST(Module, ServesAHostThroughEitherName)
+TEST(Module, ExportsTheEffectUnderBothNames)
 {
     FakeHost host;
     const Module module;
@@ -18,12 +18,12 @@ TEST(Module, ServesAHostThroughEitherName)
     EXPECT_EQ(linkedIn.process(music), loaded.process(music));
 }
 
-TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded)
+TEST(Module, LeavesNothingBehindAfterManyLoads)
 {
     FakeHost host;
     const Audio music = Signals::music(1, 44100, 1000, 0);
     constexpr int kLoads = SANITIZED ? 25 : 250;
-    Holdings left = leastLeftBehind(kLoads, [&] {
+    ResourceUsage left = leastGrowth(kLoads, [&] {
         {
             const Module module;
             ASSERT_NE(nullptr, module.entry());
@@ -38,8 +38,8 @@ TEST(Module, LeavesNothingBehindHoweverOftenItIsLoaded)
         }
         ASSERT_FALSE(Module::isLoaded());
     });
-    EXPECT_LT(left["heap"], kLoads * Module::kKeptOfALoad);
-    // Some pages of the heap stay for later; sanitizers keep whole ones, and find what is lost by themselves.
+    EXPECT_LT(left["heap"], kLoads * Module::kKeptPerLoad);
+    // The heap keeps some free pages. Sanitizers keep more, but detect leaks themselves.
     EXPECT_TRUE(SANITIZED || left["memory"] < kLoads * 2000) << left["memory"];
     EXPECT_LE(left["threads"], 0);
     EXPECT_LE(left["handles"], 0);

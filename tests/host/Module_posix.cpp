@@ -2,9 +2,9 @@
 
 #include <dlfcn.h>
 
-// TESSARINE_MODULE comes from the build.
+// CMakeLists.txt defines TESSARINE_MODULE.
 
-const int64_t Module::kKeptOfALoad = 20;
+const int64_t Module::kKeptPerLoad = 20;
 
 Module::Module() : handle(dlopen(TESSARINE_MODULE, RTLD_NOW | RTLD_LOCAL)) {}
 

@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-static constexpr char kFile[] = "tessarine.dll"; // Windows looks beside the program first
+static constexpr char kFile[] = "tessarine.dll"; // Windows searches the program's folder first
 
-// The compiler's thread library never frees the record of a thread that has loaded it, nor its first locks.
-const int64_t Module::kKeptOfALoad = 1500;
+// The compiler's thread library never frees its record of the loading thread or its first locks.
+const int64_t Module::kKeptPerLoad = 1500;
 
 Module::Module() : handle(LoadLibraryA(kFile)) {}
 

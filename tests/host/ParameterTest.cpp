@@ -10,10 +10,10 @@ namespace {
 struct Expected {
     std::string name, label;
     float low, high, initial;
-    std::string display = "False"; // of a switch
+    std::string display = "False"; // default for switches
 };
 
-/// What a host's parameter list shows, in its order; % stands for each band.
+/// The expected parameter list in host order. "%" in a pattern is replaced by each band number.
 std::vector<Expected> expectedTable()
 {
     const Expected patterns[] = {{"Gain", "dB", -18, 18, 0, "0.00"},
@@ -56,7 +56,7 @@ struct HostParameterList : testing::Test {
     float number(int32_t index) const { return row(index).component->floatParamValue(row(index).index); }
 };
 
-TEST_F(HostParameterList, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
+TEST_F(HostParameterList, MatchesTheTableAndScalesLinearly)
 {
     const std::vector<Expected> table = expectedTable();
     ASSERT_EQ(static_cast<size_t>(effect->numParams), table.size());
@@ -82,7 +82,7 @@ TEST_F(HostParameterList, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
             EXPECT_NEAR(row(i).kind == DSP::ParamKind::real ? 0.123f : 0.0f, effect.get(i), 1e-6);
         }
         for (float huge : {std::numeric_limits<float>::max(), std::numeric_limits<float>::lowest()}) {
-            effect.set(i, huge); // beyond all floats in the parameter's unit
+            effect.set(i, huge); // overflows in the parameter's unit
             EXPECT_TRUE(std::isfinite(effect.get(i)));
         }
     }
@@ -94,7 +94,7 @@ TEST_F(HostParameterList, ShowTheirValuesAndRunLinearlyBetweenTheirBounds)
     }
 }
 
-TEST(ParameterNames, AreShortForTheHostThatCutsThem)
+TEST(ParameterNames, AreShortForTheHostThatTruncatesThem)
 {
     FakeHost host;
     for (const auto &[product, name] :
@@ -104,14 +104,14 @@ TEST(ParameterNames, AreShortForTheHostThatCutsThem)
     }
 }
 
-TEST_F(HostParameterList, RefreshTheEditorOnlyWhenAValueChanges)
+TEST_F(HostParameterList, RefreshesTheEditorOnlyWhenAValueChanges)
 {
     RecordingWindow window(effect.plugin());
-    effect.set(0, 0.5f); // as it was
+    effect.set(0, 0.5f); // unchanged
     effect.set(8, 0.2f);
     EXPECT_TRUE(window.codes.empty());
     effect.set(0, 0.75f);
-    effect.set(8, 0.8f); // not served yet, so no second request
+    effect.set(8, 0.8f); // no second request before the first is served
     EXPECT_EQ(std::vector<uint32_t>{DSP::PluginLink::refreshControls}, window.codes);
 }
 

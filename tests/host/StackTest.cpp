@@ -6,17 +6,17 @@
 #include "tests/host/Module.h"
 #include "tests/signals/Compare.h"
 
-// A 32-bit host of Windows promises a stack aligned to 4 bytes, while vector instructions want 16; and it may have set
-// the number stack, through which results return, to any precision.
+// A 32-bit Windows host guarantees a stack alignment of 4 bytes only, while SSE needs 16. It may also set the x87 FPU,
+// which returns floats, to any precision.
 
 namespace {
 
-/// Calls `function` with `count` words of `arguments`, which lie `offset` bytes above a multiple of 16. What the
-/// function returns, in whatever register, is still there afterwards.
-extern "C" void callOffTheStack(); // (offset, function, arguments, count)
+/// Calls `function` with `count` words of `arguments`, on a stack `offset` bytes above a multiple of 16. Preserves the
+/// registers that may hold the result.
+extern "C" void callWithStackOffset(); // (offset, function, arguments, count)
 asm(R"(
     .text
-_callOffTheStack:
+_callWithStackOffset:
     pushl %ebp
     movl %esp, %ebp
     pushl %esi
@@ -45,24 +45,24 @@ uint32_t word(T value)
     return std::bit_cast<uint32_t>(value);
 }
 
-/// The words of what a function with such parameters is given.
+/// Calls a function with 32-bit arguments on a stack `offset` bytes above a multiple of 16.
 template <class Result, class... Parameters>
 Result call(uint32_t offset, Result (*function)(Parameters...), std::type_identity_t<Parameters>... arguments)
 {
     const uint32_t words[] = {word(arguments)...};
     const auto caller =
-        reinterpret_cast<Result (*)(uint32_t, void *, const uint32_t *, uint32_t)>(callOffTheStack);
+        reinterpret_cast<Result (*)(uint32_t, void *, const uint32_t *, uint32_t)>(callWithStackOffset);
     return caller(offset, reinterpret_cast<void *>(function), words, std::size(words));
 }
 
-/// Everything a host calls, each call with the same stack; all that came back.
+/// Makes every kind of host call with the given stack offset. Returns all results.
 std::vector<float> useAll(LoadedEffect::Entry entry, uint32_t offset)
 {
     FakeHost host;
-    std::vector<float> seen;
+    std::vector<float> results;
     AEffect *const effect = call(offset, entry, FakeHost::callback);
     const auto dispatch = [&](int32_t opcode, int32_t index, intptr_t value, void *ptr, float opt) {
-        seen.push_back(
+        results.push_back(
             static_cast<float>(call(offset, effect->dispatcher, effect, opcode, index, value, ptr, opt)));
     };
     dispatch(effOpen, 0, 0, nullptr, 0);
@@ -71,9 +71,9 @@ std::vector<float> useAll(LoadedEffect::Entry entry, uint32_t offset)
         for (int32_t i = 0; i < effect->numParams; ++i) {
             char text[64] = {};
             call(offset, effect->setParameter, effect, i, i < 30 ? 0.3f : 0.0f);
-            seen.push_back(call(offset, effect->getParameter, effect, i));
+            results.push_back(call(offset, effect->getParameter, effect, i));
             dispatch(effGetParamDisplay, i, 0, text, 0);
-            for (const char character : text) seen.push_back(character);
+            for (const char character : text) results.push_back(character);
         }
         dispatch(effMainsChanged, 0, 1, nullptr, 0);
         Audio music = Signals::music(1, 48000, 3000, 0);
@@ -81,14 +81,14 @@ std::vector<float> useAll(LoadedEffect::Entry entry, uint32_t offset)
         call(offset, effect->processReplacing, effect, channels, channels, 3000);
         call(offset, effect->process, effect, channels, channels, 3000);
         for (const auto &channel : {music.left, music.right})
-            seen.insert(seen.end(), channel.begin(), channel.end());
+            results.insert(results.end(), channel.begin(), channel.end());
         void *chunk = nullptr;
         dispatch(effGetChunk, 0, 0, &chunk, 0);
-        dispatch(effSetChunk, 0, static_cast<intptr_t>(seen.back()), chunk, 0);
+        dispatch(effSetChunk, 0, static_cast<intptr_t>(results.back()), chunk, 0);
         dispatch(effMainsChanged, 0, 0, nullptr, 0);
     }
     dispatch(effClose, 0, 0, nullptr, 0);
-    return seen;
+    return results;
 }
 
 class InStackPrecision {
@@ -109,23 +109,24 @@ private:
     uint16_t before;
 };
 
-/// With the kernels of each set of instructions: those with vectors of 32 bytes ask for no alignment at all.
+// Tests each instruction-set variant: SSE2 needs an aligned stack, AVX2 does not.
 class Stack : public testing::TestWithParam<const char *> {
 protected:
     Stack() { choose(GetParam()); }
     ~Stack() override { choose(""); }
     static void choose(const std::string &set) { _putenv(("TESSARINE_ISA=" + set).c_str()); }
 };
-INSTANTIATE_TEST_SUITE_P(Sets, Stack, testing::Values("portable", "sse2", "avx2"));
+INSTANTIATE_TEST_SUITE_P(Variants, Stack, testing::Values("portable", "sse2", "avx2"));
 
-TEST_P(Stack, NeedsNoAlignmentNorPrecisionFromTheHost)
+TEST_P(Stack, NeedsNoAlignmentOrFpuPrecisionFromTheHost)
 {
     const Module module;
     const std::vector<float> expected = useAll(module.entry(), 0);
     EXPECT_GT(peakOf(expected), 0.1);
     for (const char *name : {"main", "VSTPluginMain"})
         for (const uint32_t offset : {0u, 4u, 8u, 12u})
-            for (const uint16_t control : {0x007F, 0x027F, 0x0F7F}) { // 24 bits, 53, 64 and rounding to zero
+            for (const uint16_t control :
+                 {0x007F, 0x027F, 0x0F7F}) { // 24, 53 and 64 bits, the last rounding toward zero
                 const InStackPrecision precision(control);
                 const std::vector<float> actual = useAll(module.entry(name), offset);
                 EXPECT_EQ(control, InStackPrecision::now());

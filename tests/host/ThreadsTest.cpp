@@ -14,7 +14,7 @@ namespace {
 
 using Signals::Random;
 
-/// An effect that plays: its rate, settings, sound, blocks and automation are all drawn from the seed.
+/// Plays one effect; `seed` decides rate, settings, audio, block sizes and automation.
 struct Player {
     explicit Player(uint64_t seed) : random(seed)
     {
@@ -26,7 +26,7 @@ struct Player {
     {
         const Audio music = Signals::music(random.next(), rate, 10000, 3);
         for (const uint32_t frames : cutIntoBlocks(random, music.frames())) {
-            effect.set(static_cast<int32_t>(random.below(30)), random.real(0, 1)); // no switch
+            effect.set(static_cast<int32_t>(random.below(30)), random.real(0, 1)); // below the band switches
             const Audio played = effect.process(Signals::slice(music, output.frames(), frames));
             output = Signals::append(std::move(output), played);
         }
@@ -38,7 +38,7 @@ struct Player {
     Audio output;
 };
 
-TEST(Instances, PlayInThreadsAsEachAlone)
+TEST(Instances, PlayIdenticallyInThreadsAndAlone)
 {
     FakeHost host;
     std::deque<Player> alone, together;
@@ -52,8 +52,9 @@ TEST(Instances, PlayInThreadsAsEachAlone)
     for (size_t i = 0; i < alone.size(); ++i) EXPECT_EQ(alone[i].output, together[i].output) << i;
 }
 
-/// The host's window thread: states, programs, pauses, settings.
-void useProject(const LoadedEffect &effect, Random &random, const std::vector<LoadedEffect::Bytes> &chunks)
+/// One turn of the host's window thread: loads states and programs, suspends, changes settings.
+void useHostControls(const LoadedEffect &effect, Random &random,
+                     const std::vector<LoadedEffect::Bytes> &chunks)
 {
     effect.load(random.pick(chunks));
     effect.dispatch(effSetProgram);
@@ -65,8 +66,8 @@ void useProject(const LoadedEffect &effect, Random &random, const std::vector<Lo
     if (random.chance(0.05)) effect.switchOn();
 }
 
-/// What an editor shows.
-void look(const LoadedEffect &effect, Random &random)
+/// Reads everything that an editor shows.
+void readMeters(const LoadedEffect &effect, Random &random)
 {
     const TransformHandle &parts = effect.plugin().transformHandle();
     EXPECT_NE(LoadedEffect::kUntouched,
@@ -81,7 +82,7 @@ void look(const LoadedEffect &effect, Random &random)
     EXPECT_TRUE(std::isfinite(peakOf(magnitudes)));
 }
 
-TEST(Threads, MoveAndShowEverythingWhileAudioRunsAndNothingOfItStays)
+TEST(Threads, ChangesAndMetersWhilePlayingHaveNoLastingEffect)
 {
     FakeHost host;
     const LoadedEffect effect, fresh;
@@ -92,10 +93,10 @@ TEST(Threads, MoveAndShowEverythingWhileAudioRunsAndNothingOfItStays)
         chunks.push_back(effect.chunk());
     }
     const std::function<void(Random &)> works[] = {
-        [&](Random &random) { useProject(effect, random, chunks); },
+        [&](Random &random) { useHostControls(effect, random, chunks); },
         [&](Random &random) { effect.set(static_cast<int32_t>(random.below(39)), random.real(-0.1, 1.1)); },
-        [&](Random &random) { look(effect, random); }};
-    const int rounds = seedCount(300); // of each, however little of the machine it gets
+        [&](Random &random) { readMeters(effect, random); }};
+    const int rounds = seedCount(300); // of each thread, even on a busy machine
     const Audio music = Signals::append(Signals::music(1, 44100, 40000, 3), Signals::noise(2, 40000, 0));
     {
         const RecordingWindow window(effect.plugin());

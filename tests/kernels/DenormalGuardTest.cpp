@@ -9,7 +9,7 @@ namespace {
 using namespace DSP;
 using Floats = std::vector<float>;
 
-TEST(DenormalGuard, IsTheSameWaveHoweverTheBlocksAreCut)
+TEST(DenormalGuard, DoesNotDependOnBlockSizes)
 {
     constexpr uint32_t kFrames = 1000;
     for (const uint8_t start : {0, 127, 200, 255})

@@ -17,8 +17,8 @@ using Buffer = Util::AlignedBuffer<float>;
 
 using Bin = std::complex<long double>;
 
-/// The sum itself.
-std::vector<Bin> plainTransform(const Buffer &in)
+/// Discrete Fourier transform by direct summation.
+std::vector<Bin> directTransform(const Buffer &in)
 {
     const size_t length = in.size();
     std::vector<Bin> unit(length), bins(length / 2 + 1);
@@ -28,7 +28,7 @@ std::vector<Bin> plainTransform(const Buffer &in)
     return bins;
 }
 
-/// Noise on an offset.
+/// Noise with a DC offset.
 Buffer offsetNoise(size_t length)
 {
     Buffer samples(length);
@@ -44,8 +44,8 @@ Buffer forward(const FftPlan &plan, const Buffer &in)
     return out;
 }
 
-/// The magnitudes that stay over `before`, with a window of ones.
-Buffer raised(const FftPlan &plan, const Buffer &in, float before = 0)
+/// Magnitudes with a rectangular window, or `before` where that is higher. Shape: [in.size() / 2 + 1]
+Buffer magnitudesOf(const FftPlan &plan, const Buffer &in, float before = 0)
 {
     Buffer window(in.size()), magnitudes(in.size() / 2 + 1), work(plan.workLength());
     std::fill(window.begin(), window.end(), 1.0f);
@@ -61,16 +61,16 @@ bool sameBits(const Buffer &a, const Buffer &b)
 
 class Fft : public testing::TestWithParam<int> {};
 
-TEST_P(Fft, IsThePlainSumInEverySet)
+TEST_P(Fft, MatchesTheDirectTransformInEveryVariant)
 {
     const size_t length = size_t(1) << GetParam();
     const Buffer sound = offsetNoise(length);
-    const std::vector<Bin> expected = plainTransform(sound);
+    const std::vector<Bin> expected = directTransform(sound);
     long double largest = 0;
     for (const Bin &bin : expected) largest = std::max(largest, std::abs(bin));
     const auto tolerance = double(4e-7L * largest);
-    const FftPlan plainest(GetParam(), *available().front());
-    const Buffer bins = forward(plainest, sound), magnitudes = raised(plainest, sound);
+    const FftPlan baseline(GetParam(), *available().front());
+    const Buffer bins = forward(baseline, sound), magnitudes = magnitudesOf(baseline, sound);
     for (size_t k = 0; k < expected.size(); ++k) {
         ASSERT_NEAR(bins[2 * k], static_cast<double>(expected[k].real()), tolerance) << k;
         ASSERT_NEAR(bins[2 * k + 1], static_cast<double>(expected[k].imag()), tolerance) << k;
@@ -81,13 +81,13 @@ TEST_P(Fft, IsThePlainSumInEverySet)
     for (const auto *table : available()) {
         const FftPlan plan(GetParam(), *table);
         EXPECT_TRUE(sameBits(forward(plan, sound), bins)) << table->name;
-        EXPECT_TRUE(sameBits(raised(plan, sound), magnitudes)) << table->name;
+        EXPECT_TRUE(sameBits(magnitudesOf(plan, sound), magnitudes)) << table->name;
     }
 }
 
 INSTANTIATE_TEST_SUITE_P(Orders, Fft, testing::Range(FftPlan::kLeastOrder, FftPlan::kMostOrder + 1));
 
-TEST(FftMagnitudes, KeepNeitherInfinityNorNaN)
+TEST(FftMagnitudes, StayFiniteForNonFiniteInput)
 {
     using Limits = std::numeric_limits<float>;
     for (const auto *table : available())
@@ -95,7 +95,7 @@ TEST(FftMagnitudes, KeepNeitherInfinityNorNaN)
             Buffer in(512);
             in[3] = bad;
             in[300] = -bad;
-            for (float magnitude : raised(FftPlan(9, *table), in, 0.5f))
+            for (float magnitude : magnitudesOf(FftPlan(9, *table), in, 0.5f))
                 ASSERT_TRUE(magnitude >= 0.5f && magnitude <= Limits::max()) << magnitude;
         }
 }

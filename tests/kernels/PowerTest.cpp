@@ -30,7 +30,7 @@ std::vector<float> powers(const DSP::Kernels::Table &table, const std::vector<fl
     return results;
 }
 
-/// In units of the last place of the float nearest to the true value.
+/// Largest error in ULPs of a 32-bit float.
 double worstError(const std::vector<float> &bases, float exponent)
 {
     const std::vector<float> results = powers(*available().back(), bases, exponent);
@@ -51,7 +51,7 @@ TEST(Power, StaysWithinTwoUlpsOverTheWholeRange)
             EXPECT_LT(worstError(bases, exponent), 1.75) << exponent << " from " << bases[0];
 }
 
-TEST(Power, IsOneWhereItMustBeAndNeverNaN)
+TEST(Power, IsNeverNaNAndIsOneForBaseOneOrExponentZero)
 {
     const float infinity = HUGE_VALF, nan = std::nanf("");
     const std::vector<float> odd = {0.0f, -0.0f, 1e-45f, 2.0f, kMost, infinity, -1.0f, -infinity, nan};

@@ -15,7 +15,7 @@ namespace Math = DSP::Math;
 constexpr double kInf = std::numeric_limits<double>::infinity();
 constexpr double kNan = std::numeric_limits<double>::quiet_NaN();
 
-/// Distance from the true value in units of the last place of the nearest double.
+/// Error in ULPs of a double.
 double ulps(double value, long double truth)
 {
     const int exponent = std::max(std::ilogb(truth), -1022);
@@ -29,7 +29,7 @@ struct Case {
     double low, high, bound;
     bool logarithmic = false; ///< samples spread evenly over the exponents
 };
-constexpr double kTight = 0.51, kLoose = 0.8; // half a unit in the last place and a little
+constexpr double kTight = 0.51, kLoose = 0.8; // ULPs
 const Case kCases[] = {{"exp", Math::exp, std::exp, -708, 709.7, kTight},
                        {"exp near zero", Math::exp, std::exp, -1e-3, 1e-3, kTight},
                        {"exp2", Math::exp2, std::exp2, -1021, 1023.9, kTight},
@@ -46,7 +46,7 @@ const Case kCases[] = {{"exp", Math::exp, std::exp, -708, 709.7, kTight},
                        {"tan near zero", Math::tan, std::tan, 1e-8, 1, kLoose, true},
                        {"tan far out", Math::tan, std::tan, -1e4, 1e4, kLoose}};
 
-void holdToLongDouble(const Case &c)
+void compareWithLongDouble(const Case &c)
 {
     std::mt19937_64 random(1);
     std::uniform_real_distribution spread(c.logarithmic ? std::log(c.low) : c.low,
@@ -56,26 +56,25 @@ void holdToLongDouble(const Case &c)
         ASSERT_LE(ulps(c.ours(any), c.truth(any)), c.bound) << c.name << " at " << any;
         if (c.bound == kTight) continue;
         const double x =
-            std::nearbyint(any / (Math::kPi / 2)) * (Math::kPi / 2); // a turn is reduced to almost nothing
+            std::nearbyint(any / (Math::kPi / 2)) * (Math::kPi / 2); // worst case of the range reduction
         ASSERT_LE(ulps(c.ours(x), c.truth(x)), c.bound) << c.name << " at " << x;
     }
 }
 
-/// Whether the C library's long double is good enough to judge by: those of Windows reduce angles by a short pi and
-/// lose bits of a large power.
-bool canJudge()
+/// Returns false on Windows, whose long double functions reduce angles with an inexact pi and lose bits of large powers.
+bool longDoubleIsExact()
 {
-    // volatile: the compiler would work them out itself, and better
+    // volatile prevents constant folding, which would be exact
     volatile long double angle = 22.0L, base = 5.1600072504696976e-137, exponent = -0.96834037503312742;
     const long double sine = std::sin(angle), power = std::pow(base, exponent);
     return std::fabs(sine + 0.00885130929040387592169025681577L) < 1e-20L &&
            std::fabs(power / 9.3873564581856972619347e+131L - 1) < 2e-19L;
 }
 
-TEST(Math, StaysWithinItsBoundOfLongDouble)
+TEST(Math, AgreesWithLongDoubleWithinItsErrorBound)
 {
-    if (!canJudge()) GTEST_SKIP() << "the C library here is less exact than what it should judge";
-    for (const Case &c : kCases) holdToLongDouble(c);
+    if (!longDoubleIsExact()) GTEST_SKIP() << "this C library's long double functions are too inexact";
+    for (const Case &c : kCases) compareWithLongDouble(c);
     std::mt19937_64 random(2);
     std::uniform_real_distribution anyLog(-700.0, 700.0);
     for (int i = 0; i < 50000; ++i) {
@@ -89,7 +88,7 @@ TEST(Math, StaysWithinItsBoundOfLongDouble)
 
 TEST(Math, BesselFunctionAgreesWithItsIntegral)
 {
-    // I0(x) = 1/pi times the integral of exp(x cos t) over half a turn; the midpoint rule converges at once.
+    // I0(x) = 1/pi times the integral of exp(x cos t) from 0 to pi, by the midpoint rule.
     for (const double x : {0.0, 0.006, -0.5, 3.0, 12.28, -24.6, 100.0}) {
         long double sum = 0;
         for (int i = 0; i < 400; ++i) sum += std::exp(x * std::cos((i + 0.5L) * std::acos(-1.0L) / 400));
@@ -97,7 +96,7 @@ TEST(Math, BesselFunctionAgreesWithItsIntegral)
     }
 }
 
-TEST(Math, EndsOfTheRangeAreDefined)
+TEST(Math, SpecialValuesAreDefined)
 {
     for (const auto f : {Math::exp, Math::exp2, Math::log, Math::log2, Math::log10, Math::sin, Math::cos,
                          Math::tan, Math::besselI0, Math::flooredLog2, Math::flooredLog10})
@@ -121,7 +120,7 @@ TEST(Math, EndsOfTheRangeAreDefined)
     for (const double base : {-2.0, kNan}) EXPECT_TRUE(std::isnan(Math::pow(base, base < 0 ? 2 : 0)));
 }
 
-TEST(Math, ConventionsOfTheSystem)
+TEST(Math, ConversionsHandleZeroNegativeAndNaN)
 {
     for (const auto f : {Math::flooredLog2, Math::flooredLog10}) {
         EXPECT_EQ(f(-9.9e-37), -1e35);
@@ -136,8 +135,8 @@ TEST(Math, ConventionsOfTheSystem)
         EXPECT_EQ(Math::roundHalfAwayFromZero(x), whole) << x;
 }
 
-/// The sum over a few thousand results, so that a build whose compiler or flags differ is found out.
-TEST(Math, EveryBuildGivesTheSameBits)
+// Fails if a compiler or its flags change a result.
+TEST(Math, IsBitExactInEveryBuild)
 {
     uint64_t hash = 0xcbf29ce484222325u;
     for (int i = 1; i < 2000; ++i) {

@@ -25,10 +25,9 @@ Floats noise(int length, unsigned seed)
     return Signals::noise(seed, static_cast<uint32_t>(length), 0).left;
 }
 
-/// One operation on floats: `in` and `out` are its arrays, the same ones where it works in place.
 const struct {
-    std::function<int(const float *in, float *out, int len)> call;
-    float (*expected)(float in, float out); ///< of each element
+    std::function<int(const float *in, float *out, int len)> call; ///< returns the status
+    float (*expected)(float in, float out);                        ///< result for one element
 } kOperations[] = {
     {ippsAdd_32f_I, [](auto in, auto out) { return out + in; }},
     {ippsMul_32f_I, [](auto in, auto out) { return out * in; }},
@@ -44,7 +43,7 @@ const struct {
     {[](auto, auto out, int len) { return ippsZero_32f(out, len); }, [](auto, auto) { return 0.0f; }},
 };
 
-TEST(VectorOperations, DoToEveryElementWhatTheySayAtAnyLengthAndAddress)
+TEST(VectorOperations, AreCorrectAtAnyLengthAndAddress)
 {
     for (const auto &[call, expectedOf] : kOperations)
         for (int len = -1; len < 40; ++len)
@@ -56,7 +55,7 @@ TEST(VectorOperations, DoToEveryElementWhatTheySayAtAnyLengthAndAddress)
                 ASSERT_TRUE(len > 0 ? status == 0 : len == 0 || status == -6) << status;
                 ASSERT_EQ(out, expected) << "length " << len << " from " << from;
             }
-    for (const int shift : {1, -1, 5, -5}) { // and moves within one array
+    for (const int shift : {1, -1, 5, -5}) { // overlapping moves
         Floats values = noise(40, 5);
         ippsMove_32f(values.data() + 8, values.data() + 8 + shift, 20);
         EXPECT_TRUE(
@@ -64,7 +63,7 @@ TEST(VectorOperations, DoToEveryElementWhatTheySayAtAnyLengthAndAddress)
     }
 }
 
-TEST(VectorOperations, OddValuesSurviveOrGoAsPromisedAndSumsAreClose)
+TEST(VectorOperations, HandleSpecialValuesAndSumAccurately)
 {
     const Floats odd = {1e-40f, kInfinity, -kInfinity, kNaN};
     Floats one = odd, silenced = odd, held = odd;

@@ -15,7 +15,7 @@ class FourierTransform : public testing::TestWithParam<int> {};
 INSTANTIATE_TEST_SUITE_P(Orders, FourierTransform,
                          testing::Range(FftPlan::kLeastOrder, FftPlan::kMostOrder + 1));
 
-TEST_P(FourierTransform, IsBitExactToThePlanAtAnyAddress)
+TEST_P(FourierTransform, IsBitExactWithFftPlanAtAnyAddress)
 {
     const int order = GetParam();
     const size_t length = size_t{1} << order;

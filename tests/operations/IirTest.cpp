@@ -13,10 +13,10 @@ using namespace DSP;
 
 using Signal = std::vector<double>;
 
-/// Two different sections with an a0 that is not 1: a low pass and a high pass.
+/// A low-pass and a high-pass section, with a0 other than 1.
 const Signal kTaps = {0.02, 0.04, 0.02, 2.0, -3.1, 1.25, 0.9, -1.8, 0.9, 0.5, -0.85, 0.4};
 
-/// b[0] x[n] + b[1] x[n-1] ... - a[1] y[n-1] ..., over a[0], straight from the definition.
+/// y[n] = (b[0] x[n] + b[1] x[n-1] + b[2] x[n-2] - a[1] y[n-1] - a[2] y[n-2]) / a[0]
 Signal section(const double *b, const Signal &x)
 {
     const double *const a = b + 3;
@@ -38,7 +38,7 @@ Filter cascade(const double *delay)
     EXPECT_EQ(ippsIIRInitAlloc_BiQuad_64f(&state, kTaps.data(), 2, delay), 0);
     return {state, ippsIIRFree_64f};
 }
-/// The same filter as one form of order 4: b0 to b4, a0 to a4.
+/// The same filter as a direct form of order 4.
 Filter direct(const double *delay)
 {
     double taps[10] = {};
@@ -51,7 +51,7 @@ Filter direct(const double *delay)
 
 class Iir : public testing::TestWithParam<Filter (*)(const double *)> {};
 
-TEST_P(Iir, FollowsTheDifferenceEquationHoweverTheBlocksAreCutAndWhoeverGoesOn)
+TEST_P(Iir, MatchesTheDifferenceEquationForAnyBlocksAndRestoredState)
 {
     const Audio noise = Signals::noise(11, 2000, 0);
     const Signal in(noise.left.begin(), noise.left.end()),
@@ -63,7 +63,7 @@ TEST_P(Iir, FollowsTheDifferenceEquationHoweverTheBlocksAreCutAndWhoeverGoesOn)
             double *part = out.data() + i;
             ASSERT_EQ(ippsIIR_64f(part, part, std::min(block, 2000 - i), filter.get()), 0);
             ASSERT_EQ(ippsIIRGetDlyLine_64f(filter.get(), line.data()), 0);
-            if (i / block % 2) filter = GetParam()(line.data()); // the line carries the whole state
+            if (i / block % 2) filter = GetParam()(line.data()); // the delay line is the whole state
             ASSERT_EQ(ippsIIRSetDlyLine_64f(filter.get(), line.data()), 0);
         }
         for (size_t i = 0; i < in.size(); ++i)

@@ -8,8 +8,8 @@
 
 namespace {
 
-/// What the resource compiler made of the texts, against what the C++ compiler did.
-TEST(Resources, HoldEveryString)
+// Compares the strings in the Windows resources with the generated C++ table.
+TEST(Resources, ContainEveryString)
 {
     int count = 0;
     for (const auto *entry = Platform::embeddedStrings; entry->text; ++entry, ++count)
@@ -18,7 +18,7 @@ TEST(Resources, HoldEveryString)
     for (const uint32_t id : {0u, 65535u}) EXPECT_TRUE(Platform::windowSystem().loadString(id).empty()) << id;
 }
 
-TEST(Resources, HoldTheDragCursor)
+TEST(Resources, ContainTheDragCursor)
 {
     ASSERT_NE(Platform::windowSystem().loadCursor(Platform::CursorKind::drag), nullptr);
     const HCURSOR cursor = LoadCursorA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kDragCursorId));
@@ -36,7 +36,7 @@ TEST(Resources, HoldTheDragCursor)
 
 INT_PTR CALLBACK ignoreAll(HWND, UINT, WPARAM, LPARAM) { return FALSE; }
 
-TEST(Resources, HoldThePromptWithoutABorder)
+TEST(Resources, ContainABorderlessPrompt)
 {
     const HWND dialog = CreateDialogParamA(GetModuleHandleA(nullptr), MAKEINTRESOURCEA(kPromptDialogId),
                                            nullptr, &ignoreAll, 0);

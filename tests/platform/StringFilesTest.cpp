@@ -10,8 +10,8 @@ namespace {
 
 constexpr uint32_t kFirst = 377, kRows = 45, kLanguages = 6;
 
-/// The build's way from resources/strings to the program, for every row.
-TEST(StringFiles, ReachTheProgramWholeAndNothingLiesAroundThem)
+// Compares every row of resources/strings with the string that the program loads.
+TEST(StringFiles, LoadEveryRowUnchangedAndNoOtherIds)
 {
     Platform::OffscreenWindowSystem system;
     uint32_t rows = 0;

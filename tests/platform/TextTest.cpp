@@ -11,7 +11,7 @@
 
 namespace {
 
-constexpr int32_t kOverhang = 1; // pixels by which a letter may leave its own width
+constexpr int32_t kOverhang = 1; // pixels that a letter may extend beyond its width
 
 class Text : public testing::Test {
 protected:
@@ -20,24 +20,24 @@ protected:
         return system.createFont({size, bold, face});
     }
 
-    /// The pixels, row after row.
+    /// Draws text on a new bitmap and returns its pixels. Shape: [height][width]
     std::vector<uint32_t> draw(const Platform::FontRef &with, std::u16string_view text, Point at,
                                bool alignRight = false)
     {
         Platform::Bitmap bitmap(width, height, Platform::Bitmap::Format::colour);
         const std::span pixels(static_cast<uint32_t *>(bitmap.pixels()), static_cast<size_t>(width * height));
-        std::ranges::fill(pixels, ground);
+        std::ranges::fill(pixels, background);
         system.drawText(bitmap, *with, colour, at, text, alignRight);
         return {pixels.begin(), pixels.end()};
     }
 
-    /// The smallest rectangle around everything that was drawn.
+    /// Bounding box of the pixels that differ from the background. `right` and `bottom` are inclusive.
     Rect ink(const std::vector<uint32_t> &pixels) const
     {
         Rect found{width, -1, height, -1};
         for (int32_t i = 0; i < width * height; ++i) {
             const int32_t x = i % width, y = i / width;
-            if (pixels[static_cast<size_t>(i)] != ground)
+            if (pixels[static_cast<size_t>(i)] != background)
                 found = {std::min(found.left, x), std::max(found.right, x), std::min(found.top, y),
                          std::max(found.bottom, y)};
         }
@@ -46,10 +46,10 @@ protected:
 
     Platform::OffscreenWindowSystem system;
     int32_t width = 300, height = 40;
-    uint32_t ground = 0xFFFFFF, colour = 0;
+    uint32_t background = 0xFFFFFF, colour = 0;
 };
 
-TEST_F(Text, StaysWithinItsMeasureInEveryLanguage)
+TEST_F(Text, StaysWithinItsMeasuredSizeInEveryLanguage)
 {
     const auto arial = font(-10), gothic = font(-10, "MS UI Gothic");
     for (uint32_t id = 377; id <= 646; ++id) {
@@ -70,7 +70,7 @@ TEST_F(Text, StaysWithinItsMeasureInEveryLanguage)
     }
 }
 
-TEST_F(Text, HasAGlyphForEveryLetterOfTheEditor)
+TEST_F(Text, HasAGlyphForEveryEditorCharacter)
 {
     std::set<char16_t> letters;
     for (uint32_t id = 377; id <= 646; ++id)
@@ -88,8 +88,8 @@ TEST_F(Text, HasAGlyphForEveryLetterOfTheEditor)
     }
 }
 
-/// The same letters as on a bitmap with room for all of them, wherever the edges are.
-TEST_F(Text, IsCutAtTheEdges)
+// Compares text at the edges of a small bitmap with the same text on a large one.
+TEST_F(Text, IsClippedAtTheBitmapEdges)
 {
     const auto face = font(-20);
     const std::u16string text = u"\u9891gAj";
@@ -109,7 +109,7 @@ TEST_F(Text, IsCutAtTheEdges)
         for (const bool right : {false, true}) EXPECT_TRUE(ink(draw(face, text, far, right)).isEmpty());
 }
 
-TEST_F(Text, StopsAtAZeroAndAtItsLimitAndTakesPairsOfWordsAsOneLetter)
+TEST_F(Text, StopsAtNullAndAt1024CharactersAndJoinsSurrogatePairs)
 {
     const auto face = font(-10);
     const auto widthOf = [&](std::u16string_view text) { return system.measureText(*face, text).width; };
@@ -121,7 +121,7 @@ TEST_F(Text, StopsAtAZeroAndAtItsLimitAndTakesPairsOfWordsAsOneLetter)
     EXPECT_LT(widthOf(u"\U0001D11E"), 2 * widthOf(u"\uFFFD"));
 }
 
-TEST_F(Text, HasTheHeightThatWasAskedForInAnyFace)
+TEST_F(Text, HasTheRequestedHeightInEveryTypeface)
 {
     EXPECT_EQ(system.measureText(*font(-10), u"").height, 13);
     EXPECT_NEAR(system.measureText(*font(30, "No Such Face"), u"").height, 29, 1);
@@ -130,22 +130,22 @@ TEST_F(Text, HasTheHeightThatWasAskedForInAnyFace)
               system.measureText(*font(-12), u"limiter").width);
 }
 
-TEST_F(Text, BlendsItsColourOverTheGround)
+TEST_F(Text, BlendsItsColourWithTheBackground)
 {
-    ground = 0x000080;
+    background = 0x000080;
     colour = 0x800000;
     bool full = false, partly = false;
     for (const uint32_t pixel : draw(font(-30), u"M", {0, 0})) {
         const uint32_t red = pixel >> 16, blue = pixel & 0xFF;
         EXPECT_EQ(pixel & 0xFF00FF00, 0u);
-        EXPECT_EQ(red + blue, 128u); // rounded, not cut
+        EXPECT_EQ(red + blue, 128u); // rounded, not truncated
         full |= red == 128;
         partly |= red > 0 && red < 128;
     }
     EXPECT_TRUE(full && partly);
 }
 
-TEST_F(Text, GivesNoFontWhereThereAreNone)
+TEST_F(Text, CreatesNoFontIfNoneIsInstalled)
 {
     FcConfig *const before = FcConfigReference(nullptr), *const empty = FcConfigCreate();
     FcConfigSetCurrent(empty);

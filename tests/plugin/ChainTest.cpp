@@ -13,7 +13,7 @@ using Reference::Settings;
 using Signals::Random;
 using Signals::slice;
 
-/// Samples by which the analysis of each band's spectrum follows that of the band below.
+/// Samples between the analyses of one band's spectrum and the next.
 constexpr uint32_t kSpectrumStagger = 64;
 
 void compareSpectra(TestPlugin &plugin, Reference::Chain &reference, double scale)
@@ -26,26 +26,26 @@ void compareSpectra(TestPlugin &plugin, Reference::Chain &reference, double scal
         EXPECT_EQ(fresh, expected.has_value()) << "band " << b;
         if (!fresh || !expected) continue;
         EXPECT_LT(differenceOf(std::span(magnitudes.data(), count), *expected),
-                  2 * (1e-6 + reference.doubt()) * scale)
+                  2 * (1e-6 + reference.roundingBound()) * scale)
             << "band " << b;
     }
 }
 
 void compareMeters(TestPlugin &plugin, Reference::Chain &reference, double scale)
 {
-    const double close = (1e-6 + reference.doubt()) * scale;
+    const double close = (1e-6 + reference.roundingBound()) * scale;
     const TransformHandle &chain = plugin.transformHandle();
     float peak[2], held[2];
     chain.level()->read(peak[0], peak[1], held[0], held[1]);
-    // how long a peak is held depends on the last bit of peaks that are alike, so it is compared elsewhere
+    // MeterTest compares the held peaks: their time depends on the last bit of similar peaks.
     for (int channel = 0; channel < 2; ++channel)
         EXPECT_NEAR(peak[channel], reference.level.read(channel).first, close);
     EXPECT_NEAR(chain.maximizer()->readGainReduction(), reference.maximizer.readGainReduction(),
-                1e-6 + reference.doubt());
+                1e-6 + reference.roundingBound());
     for (int b = 0; b < 4; ++b) {
         const auto band = static_cast<uint32_t>(b);
         EXPECT_NEAR(chain.dynamics()->readGainReduction(band), reference.dynamics.readGainReduction(b),
-                    1e-6 + reference.doubt());
+                    1e-6 + reference.roundingBound());
         float left, right, expectedLeft, expectedRight;
         chain.dynamics()->readPeaks(band, left, right);
         reference.dynamics.readPeaks(b, expectedLeft, expectedRight);
@@ -82,7 +82,7 @@ TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
     const double changes = random.pick(std::array{0.0, 3.0, 20.0}) / static_cast<double>(blocks.size());
     SCOPED_TRACE(name + (audio.stereo() ? ", stereo at " : ", mono at ") + std::to_string(rate));
 
-    const double scale = 8 * std::max(1.0, peakOf(audio)); // bands may be lifted by 18 dB
+    const double scale = 8 * std::max(1.0, peakOf(audio)); // up to 18 dB of make-up gain
     Audio actual, expected;
     for (uint32_t frames : blocks) {
         if (random.chance(changes)) chooseSettings();
@@ -96,10 +96,11 @@ TEST_P(ChainSeeds, MatchesTheReferenceThroughEveryChange)
         compareMeters(plugin, reference, scale);
         if (HasFailure()) return;
     }
-    EXPECT_LT(errorDb(actual, expected, peakOf(audio)), std::max(-120.0, toDb(512 * reference.doubt())));
+    EXPECT_LT(errorDb(actual, expected, peakOf(audio)),
+              std::max(-120.0, toDb(512 * reference.roundingBound())));
 }
 
-TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)
+TEST_P(ChainSeeds, DoesNotDependOnBlockSizes)
 {
     Random random(GetParam());
     const uint32_t rate = drawRate(random), frames = 20000;
@@ -107,7 +108,7 @@ TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)
     Audio audio = Signals::any(random.next(), rate, frames).audio;
     if (random.chance(0.3)) audio = Signals::mono(audio);
     TestPlugin whole(settings, rate), cut(settings, rate);
-    if (random.chance(0.5)) { // meters are no part of the sound
+    if (random.chance(0.5)) { // meters must not affect the audio
         cut.transformHandle().global()->setMeterEnable(false);
         for (TestPlugin *plugin : {&whole, &cut}) plugin->resume(rate);
     }
@@ -120,7 +121,7 @@ TEST_P(ChainSeeds, DoesNotDependOnHowTheAudioIsCut)
     EXPECT_EQ(actual, expected);
 }
 
-TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
+TEST_P(ChainSeeds, BrickwallNeverExceedsTheCeilingOrMixesChannels)
 {
     Random random(GetParam());
     Settings settings = Reference::draw(random);
@@ -134,7 +135,8 @@ TEST_P(ChainSeeds, BrickwallNeverPassesTheCeilingAndSoundStaysInItsChannel)
     std::fill(still.begin(), still.end(), 0.0f);
     const Audio output = plugin.process(audio, 441);
     EXPECT_LT(toDb(peakOf(output)), settings.maximizer.marginDb + settings.gainDb + 0.001);
-    EXPECT_LT(peakOf(leftOnly ? output.right : output.left), 1e-5) << "the guard, lifted by at most 92 dB";
+    EXPECT_LT(peakOf(leftOnly ? output.right : output.left), 1e-5)
+        << "denormal guard, amplified by up to 92 dB";
 }
 
 TEST(Chain, SilenceStaysSilence)

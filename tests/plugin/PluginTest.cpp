@@ -5,7 +5,7 @@
 
 namespace {
 
-TEST(PluginBypass, IsWhatTheModeOfPresetChangesSays)
+TEST(PluginBypass, FollowsThePresetChangeMode)
 {
     const Audio audio = Signals::noise(1, 3000, 0), silence = Signals::silence(3000);
     for (bool bypass : {false, true})
@@ -31,10 +31,10 @@ TEST(PluginLatency, FollowsTheRateAndIsReported)
     EXPECT_EQ(plugin.latency(), 309u);
     EXPECT_EQ(plugin.latencyReports, atStart + 1);
     plugin.requestLatencyUpdate();
-    EXPECT_EQ(plugin.latencyReports, atStart + 2) << "at once, as no block runs";
+    EXPECT_EQ(plugin.latencyReports, atStart + 2) << "reported at once, as no block is being processed";
     plugin.setPresetChanging(true);
     plugin.transformHandle().global()->setMeterEnable(false);
-    EXPECT_EQ(plugin.latencyReports, atStart + 2) << "ignored while a program is exchanged";
+    EXPECT_EQ(plugin.latencyReports, atStart + 2) << "ignored during a program change";
     plugin.setPresetChanging(false);
     const int compensations = plugin.compensationReports;
     plugin.transformHandle().global()->setDelayCompensation(false);
@@ -46,7 +46,7 @@ TEST(PluginLatency, FollowsTheRateAndIsReported)
     EXPECT_EQ(plugin.latency(), 262u + 191);
 }
 
-TEST(PluginState, IsRestoredAndTheHostToldOfWhatChanged)
+TEST(PluginState, RestoringReportsChangedParameters)
 {
     TestPlugin plugin;
     const TransformHandle &chain = plugin.transformHandle();
@@ -58,7 +58,7 @@ TEST(PluginState, IsRestoredAndTheHostToldOfWhatChanged)
     EXPECT_EQ(plugin.captureState(), before);
 }
 
-TEST(PluginEdits, HoldTheParameterAndReportItsValueInEitherForm)
+TEST(PluginEdits, MarkTheParameterAndReportItsValue)
 {
     using enum Plugin::EditPhase;
     TestPlugin plugin;
@@ -73,10 +73,10 @@ TEST(PluginEdits, HoldTheParameterAndReportItsValueInEitherForm)
     EXPECT_FALSE(parameter.record().editing);
     EXPECT_EQ(plugin.parameterReports, 3);
     plugin.editParameter(static_cast<DSP::ParamKind>(7), begin, gain, 0, &db, nullptr, nullptr);
-    EXPECT_EQ(plugin.parameterReports, 3) << "no such kind";
+    EXPECT_EQ(plugin.parameterReports, 3) << "unknown kind";
 }
 
-TEST(PluginMessages, AreNothingWithoutAWindowAndOneRefreshUntilServed)
+TEST(PluginMessages, NeedAWindowAndPostOneRefreshUntilServed)
 {
     using Link = DSP::PluginLink;
     TestPlugin plugin;
@@ -101,7 +101,7 @@ TEST(PluginMessages, AreNothingWithoutAWindowAndOneRefreshUntilServed)
     EXPECT_EQ(window.codes.size(), 4u);
     plugin.setEditorWindow(&window);
     plugin.requestRefresh();
-    EXPECT_EQ(window.codes.size(), 5u) << "what the window before did not serve holds nothing up";
+    EXPECT_EQ(window.codes.size(), 5u) << "an unserved refresh of the old window must not block this one";
 }
 
 } // namespace

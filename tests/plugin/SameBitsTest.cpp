@@ -6,20 +6,20 @@
 #include "tests/plugin/TestPlugin.h"
 #include "tests/signals/Signals.h"
 
-// Every build and every set of kernels gives these samples to the last bit. The numbers are what the test itself prints
-// when one does not match; a change of them is a change of the sound, and is to be explained where it is made.
+// Every build and every instruction-set variant must give the same output bits. If a hash differs, the test prints the
+// new one. Changing a hash means changing the sound: explain it in the commit.
 
 namespace {
 
 using Signals::Random;
 
-/// Goes on with FNV-1a over the bits of the samples.
-void add(uint64_t &hash, const std::vector<float> &samples)
+/// Adds samples to a 64-bit FNV-1a hash.
+void addToHash(uint64_t &hash, const std::vector<float> &samples)
 {
     for (float sample : samples) hash = (hash ^ std::bit_cast<uint32_t>(sample)) * 0x100000001B3ull;
 }
 
-Reference::Settings drawPlainly(Random &random)
+Reference::Settings drawSimpleSettings(Random &random)
 {
     constexpr float cutoffs[][3] = {
         {120, 2000, 10000}, {50, 400, 3200}, {900, 1000, 1100}, {200, 200, 15000}};
@@ -40,7 +40,7 @@ uint64_t hashOf(uint32_t seed, const FloatEnvironment &environment)
     constexpr uint32_t rates[] = {8000, 44100, 48000, 96000};
     Random random(seed);
     const uint32_t rate = random.pick(rates), frames = 30000;
-    TestPlugin plugin(drawPlainly(random), rate);
+    TestPlugin plugin(drawSimpleSettings(random), rate);
     const Audio audio = seed % 3 == 0   ? Signals::noise(seed, frames, 0)
                         : seed % 3 == 1 ? Signals::music(seed, rate, frames, -3)
                                         : Signals::bursts(seed, rate, frames, 6);
@@ -52,14 +52,14 @@ uint64_t hashOf(uint32_t seed, const FloatEnvironment &environment)
         output = plugin.process(audio, block);
         EXPECT_TRUE(hosts.isUntouched());
     }
-    add(hash, output.left);
-    add(hash, output.right);
+    addToHash(hash, output.left);
+    addToHash(hash, output.right);
     std::vector<float> magnitudes(DSP::Meter::Spectrum::kMostMagnitudes);
     for (uint32_t band = 0; band < 4; ++band) {
         uint32_t count = 0;
         plugin.transformHandle().spectrum(band)->readSpectrum(magnitudes.data(), count);
-        add(hash, magnitudes);
-        add(hash, {plugin.transformHandle().dynamics()->readGainReduction(band)});
+        addToHash(hash, magnitudes);
+        addToHash(hash, {plugin.transformHandle().dynamics()->readGainReduction(band)});
     }
     return hash;
 }
@@ -70,7 +70,7 @@ constexpr uint64_t kHashes[] = {
     0x7817403852124E5E, 0xB435F75DDA58FC64, 0x8B9EC2901B3DE0FD, 0x9ACC40931984E3F1,
 };
 
-TEST(SameBits, InEveryBuildEverySetOfKernelsAndEveryStateOfTheProcessor)
+TEST(SameBits, InEveryBuildVariantAndFloatEnvironment)
 {
     for (uint32_t seed = 0; seed < std::size(kHashes); ++seed) {
         const FloatEnvironment &environment = kFloatEnvironments[seed % std::size(kFloatEnvironments)];
@@ -79,7 +79,7 @@ TEST(SameBits, InEveryBuildEverySetOfKernelsAndEveryStateOfTheProcessor)
         std::snprintf(text, sizeof text, "0x%016llX", static_cast<unsigned long long>(hash));
         EXPECT_EQ(kHashes[seed], hash)
             << text << " with the kernels " << DSP::Kernels::active().name << ", seed " << seed << ", "
-            << environment.name << "; Sets.WriteTheSameBits names kernel and frame";
+            << environment.name << "; KernelVariants.AreBitExact names the kernel and the frame";
     }
 }
 

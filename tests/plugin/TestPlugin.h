@@ -5,16 +5,16 @@
 #include "tests/dsp/Apply.h"
 #include "tests/reference/Settings.h"
 
-/// The plug-in without a host: blocks go in and out, reports are counted.
+/// A plug-in without a host; counts its reports.
 class TestPlugin : public Plugin {
 public:
     TestPlugin() : Plugin(kVst) {}
-    /// With settings made before playing starts, at `rate` in every part of the chain.
+    /// Applies settings, then resumes at `rate` in Hz.
     TestPlugin(const Reference::Settings &settings, uint32_t rate) : TestPlugin()
     {
         apply(settings);
         resume(rate);
-        resume(rate); // the look-ahead follows a new rate at the second
+        resume(rate); // the look-ahead takes a new rate only at the second resume: part of the sound
     }
 
     void notifyParameter(const DSP::ParameterAddress &, EditPhase, const DSP::ParameterValue &value) override
@@ -26,9 +26,9 @@ public:
     void delayCompensationChanged() override { ++compensationReports; }
 
     void apply(const Reference::Settings &settings);
-    /// One block, mono or stereo as the input is.
+    /// Processes one block. The output has the channels of the input.
     Audio process(Audio input);
-    /// A whole sound in blocks of `size`.
+    /// Processes all of `input` in blocks of `size` frames.
     Audio process(const Audio &input, uint32_t size);
 
     int latencyReports = 0, compensationReports = 0, parameterReports = 0;

@@ -1,28 +1,28 @@
 #include "platform/System.h"
-#include "tests/realtime/Watch.h"
+#include "tests/realtime/RealtimeCheck.h"
 
 using Platform::RecursiveLock;
-using Watch::LockWork;
+using RealtimeCheck::LockWork;
 
-// The linker leads all calls of the platform's lock to the first of these, which go on to the lock itself.
+// The linker's --wrap option redirects all calls of RecursiveLock to enterCounted and leaveCounted.
 
-void enterWatched(RecursiveLock *lock) asm("__wrap__ZN8Platform13RecursiveLock5enterEv");
-void leaveWatched(RecursiveLock *lock) asm("__wrap__ZN8Platform13RecursiveLock5leaveEv");
+void enterCounted(RecursiveLock *lock) asm("__wrap__ZN8Platform13RecursiveLock5enterEv");
+void leaveCounted(RecursiveLock *lock) asm("__wrap__ZN8Platform13RecursiveLock5leaveEv");
 void enterItself(RecursiveLock *lock) asm("__real__ZN8Platform13RecursiveLock5enterEv");
 void leaveItself(RecursiveLock *lock) asm("__real__ZN8Platform13RecursiveLock5leaveEv");
 
-void enterWatched(RecursiveLock *lock)
+void enterCounted(RecursiveLock *lock)
 {
-    Watch::Counts *const counts = Watch::thread.counts;
+    RealtimeCheck::Counts *const counts = RealtimeCheck::thread.counts;
     if (!counts) return enterItself(lock);
     ++counts->locks;
     const LockWork work(counts->waits);
     enterItself(lock);
 }
 
-void leaveWatched(RecursiveLock *lock)
+void leaveCounted(RecursiveLock *lock)
 {
-    Watch::Counts *const counts = Watch::thread.counts;
+    RealtimeCheck::Counts *const counts = RealtimeCheck::thread.counts;
     if (!counts) return leaveItself(lock);
     const LockWork work(counts->wakes);
     leaveItself(lock);

@@ -1,10 +1,9 @@
 #include <cerrno>
 #include <cstdlib>
 
-#include "tests/realtime/Watch.h"
+#include "tests/realtime/RealtimeCheck.h"
 
-// The program's own forms of what gives and takes memory, in the place of the C library's. The operators of C++
-// come here, too.
+// Replaces the C library's allocation functions with counting ones; operator new and delete use them, too.
 
 void *mallocOfLibrary(size_t bytes) asm("__libc_malloc");
 void *callocOfLibrary(size_t count, size_t bytes) asm("__libc_calloc");
@@ -16,9 +15,9 @@ namespace {
 
 void countAllocation()
 {
-    if (!Watch::thread.counts) return;
-    ++Watch::thread.counts->allocations;
-    Watch::saw("allocation");
+    if (!RealtimeCheck::thread.counts) return;
+    ++RealtimeCheck::thread.counts->allocations;
+    RealtimeCheck::recordFinding("allocation");
 }
 
 } // namespace
@@ -57,9 +56,9 @@ extern "C" int posix_memalign(void **memory, size_t alignment, size_t bytes) noe
 
 extern "C" void free(void *memory) noexcept
 {
-    if (memory && Watch::thread.counts) {
-        ++Watch::thread.counts->releases;
-        Watch::saw("release");
+    if (memory && RealtimeCheck::thread.counts) {
+        ++RealtimeCheck::thread.counts->releases;
+        RealtimeCheck::recordFinding("release");
     }
     freeOfLibrary(memory);
 }

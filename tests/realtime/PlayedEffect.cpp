@@ -1,11 +1,11 @@
 #include "tests/realtime/PlayedEffect.h"
 
 #include "host/VSTEditor.h"
-#include "tests/driver/Project.h"
+#include "tests/simulation/HostActions.h"
 
 PlayedEffect::PlayedEffect()
 {
-    studio.open(0);
+    host.open(0);
     effect.plugin().setEditorWindow(this);
 }
 
@@ -24,22 +24,22 @@ void PlayedEffect::restart(Format format)
 
 void PlayedEffect::useWindow(Random &random)
 {
-    options().setBypass(false); // it would leave little to watch if it stayed
+    options().setBypass(false); // a bypassed chain would leave little to check
     switch (random.below(12)) {
     case 0:
     case 1: changeOption(effect.plugin(), random, false); break;
     case 2: setEnvelopes(random); break;
     case 3: useState(random); break;
-    case 4: // a pause of the transport
+    case 4: // suspend and resume
         effect.switchTo(false);
         effect.switchTo(true);
         break;
-    default: person.use(0, random);
+    default: user.use(0, random);
     }
     tick();
 }
 
-/// Automation that is known ahead, of some parameters of all components, each within a block; or none.
+/// Sets an envelope for some parameters of all components, or disables all envelopes.
 void PlayedEffect::setEnvelopes(Random &random)
 {
     const bool on = random.chance(0.5);
@@ -63,10 +63,10 @@ void PlayedEffect::useState(Random &random)
 {
     if (random.chance(0.3))
         effect.dispatch(effSetProgram, 0, 0);
-    else if (kept.empty() || random.chance(0.3))
-        kept = effect.chunk();
+    else if (saved.empty() || random.chance(0.3))
+        saved = effect.chunk();
     else
-        effect.setChunk(kept, false);
+        effect.setChunk(saved, false);
 }
 
 void PlayedEffect::automate(Random &random)
@@ -82,6 +82,6 @@ void PlayedEffect::tick()
     auto &editor = static_cast<VSTEditor &>(*effect.plugin().getEditor());
     for (uint32_t codes = waiting.exchange(0), code = 0; code < 32; ++code)
         if (codes & 1u << code) editor.post(code);
-    studio.system.advance(33);
-    studio.system.paints.clear();
+    host.system.advance(33);
+    host.system.paints.clear();
 }

@@ -2,10 +2,11 @@
 #include <atomic>
 #include <vector>
 
-#include "tests/driver/Person.h"
+#include "tests/simulation/SimulatedUser.h"
 
-/// An effect in a host, with its editor open in a window in memory all the time.
-/// Thread  record, options: any. automate: any. Everything else: the window's; restart() while nobody plays
+/// An effect in a simulated host, with its editor always open offscreen.
+/// Thread: record(), options() and automate() any; everything else the window thread. restart() needs the audio thread
+///         stopped
 class PlayedEffect final : private EditorWindow {
 public:
     struct Format {
@@ -16,26 +17,25 @@ public:
 
     PlayedEffect();
 
-    /// Switches the effect off and on again and sets the format.
+    /// Suspends the effect, sets the format and resumes.
     void restart(Format format);
-    /// One thing that the person or the host does, and a tick with all that it paints.
+    /// Performs one action of the user or the host, then an editor tick.
     void useWindow(Random &random);
-    /// Moves one parameter, or at times draws all of them anew.
+    /// Sets one parameter at random, occasionally all of them.
     void automate(Random &random);
     AEffect *record() const { return effect.record(); }
     DSP::Global &options() const { return *effect.plugin().transformHandle().global(); }
 
 private:
-    /// Stands before the editor's window: what posting costs is the system's affair, and windows in memory take
-    /// memory for it. The window thread takes the messages from here.
+    /// Stores the message for tick(). The offscreen window would allocate memory for it, which the check would report.
     void post(uint32_t code) override { waiting |= 1u << code; }
     void setEnvelopes(Random &random);
     void useState(Random &random);
     void tick();
 
-    Studio studio{1};
-    DrivenEffect &effect = studio.effect(0);
-    Person person{studio};
-    std::atomic<uint32_t> waiting = 0; // a bit for each code of a message
-    DrivenEffect::Bytes kept;          // a state
+    SimulatedHost host{1};
+    EffectInstance &effect = host.effect(0);
+    SimulatedUser user{host};
+    std::atomic<uint32_t> waiting = 0; // one bit per message code
+    EffectInstance::Bytes saved;       // a chunk
 };

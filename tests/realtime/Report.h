@@ -1,15 +1,15 @@
 #pragma once
-#include "tests/realtime/Watch.h"
+#include "tests/realtime/RealtimeCheck.h"
 
-/// What audio threads have done in their steady state.
+/// Sums over all audio threads, each in its steady state.
 struct Figures {
-    Watch::Counts counts;
-    bool armed = false;        // the kernel hands system calls over
-    bool controlsFound = true; // by each of the threads
+    RealtimeCheck::Counts counts;
+    bool armed = false;         // the kernel traps system calls
+    bool selfTestPassed = true; // on every audio thread
     uint64_t threads = 0, blocks = 0;
-    uint64_t bypassedBlocks = 0; // went past the chain
-    uint64_t waitingBlocks = 0;  // met a lock that another thread had
+    uint64_t bypassedBlocks = 0;
+    uint64_t waitingBlocks = 0; // waited for a lock that another thread held
 };
 
-/// Prints the figures as a table, and the places of what should not be. True if all is as it has to be.
+/// Prints a table, and the backtraces of all findings. Returns true if the audio threads were real-time safe.
 bool report(const Figures &figures);

@@ -8,12 +8,12 @@
 #include <ucontext.h>
 #include <unistd.h>
 
-#include "tests/realtime/Watch.h"
+#include "tests/realtime/RealtimeCheck.h"
 
-// The kernel does not carry a trapped call out but sends SIGSYS, and the handler makes it after it has counted.
-// "Seccomp BPF" in the kernel's documentation.
+// Instead of a trapped system call the kernel sends SIGSYS. The handler counts the call, then makes it. See "Seccomp BPF"
+// in the kernel's documentation.
 
-/// A system call from the one place that the filter lets through; the answer is the kernel's own.
+/// Makes a system call from the one address that the filter allows. Returns the kernel's result.
 extern "C" long realtimeKernelCall(long number, long a, long b, long c, long d, long e, long f);
 extern "C" const char realtimeKernelCallMade[];
 asm(R"(
@@ -33,7 +33,7 @@ realtimeKernelCallMade:
     .size realtimeKernelCall, . - realtimeKernelCall
 )");
 
-namespace Watch {
+namespace RealtimeCheck {
 namespace {
 
 void onTrap(int, siginfo_t *info, void *context)
@@ -42,7 +42,7 @@ void onTrap(int, siginfo_t *info, void *context)
     if (Counts *const counts = thread.counts) {
         const bool ofLock = thread.lockDepth > 0;
         ++(ofLock ? counts->callsOfLocks : counts->callsElsewhere);
-        if (!ofLock) saw("system call", number);
+        if (!ofLock) recordFinding("system call", number);
     }
     auto &registers = static_cast<ucontext_t *>(context)->uc_mcontext.gregs;
     registers[REG_RAX] =
@@ -84,8 +84,8 @@ bool arm()
     action.sa_flags = SA_SIGINFO;
     sigaction(SIGSYS, &action, nullptr);
     std::array<void *, 4> frames;
-    backtrace(frames.data(), frames.size()); // what it loads when it is first called
+    backtrace(frames.data(), frames.size()); // its first call loads a library
     return filterCalls();
 }
 
-} // namespace Watch
+} // namespace RealtimeCheck

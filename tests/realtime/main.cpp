@@ -6,13 +6,13 @@
 #include <memory>
 #include <thread>
 
-#include "tests/driver/Playing.h"
-#include "tests/realtime/Controls.h"
 #include "tests/realtime/PlayedEffect.h"
 #include "tests/realtime/Report.h"
+#include "tests/realtime/SelfTest.h"
+#include "tests/simulation/Playing.h"
 
-// Plays effects in all settings with their editors open, and shows that the audio thread takes no memory and makes
-// no system call but for a lock that another thread has.
+// Plays effects in all settings with open editors. The audio thread must not allocate memory, and must not make system
+// calls except to wait for a lock that another thread holds.
 
 namespace {
 
@@ -22,11 +22,8 @@ using std::chrono::milliseconds;
 constexpr PlayedEffect::Format kFormats[] = {{44100, 2}, {96000, 2}, {44100, 1}, {96000, 1}};
 constexpr milliseconds kTimeOfFormat{350};
 
-/// Plays until told to stop, block after block without a pause, so that threads meet far more often than in a
-/// host, and watches itself while the effect is at work.
-///
-/// The steady state begins when the effect has played kWarmBlocks of the largest size since it was told the
-/// format; from there on nothing is left out, whatever is set meanwhile by whom.
+/// Plays blocks without a pause, so that threads meet far more often than in a host. Counts forbidden operations in
+/// every block after the first kWarmBlocks of the largest size in a new format.
 class AudioThread {
 public:
     AudioThread(PlayedEffect &played, uint64_t seed, Figures &sum)
@@ -34,13 +31,13 @@ public:
     {
     }
 
-    /// The body of a thread of its own.
-    void run(Controls &controls, const std::atomic<bool> &stopping)
+    /// Thread: the audio thread
+    void run(SelfTest &selfTest, const std::atomic<bool> &stopping)
     {
         ++figures.threads;
-        figures.armed = Watch::arm();
+        figures.armed = RealtimeCheck::arm();
         if (figures.armed) {
-            figures.controlsFound = controls.run() && figures.controlsFound;
+            figures.selfTestPassed = selfTest.run() && figures.selfTestPassed;
             Audio silence = Signals::silence(kLongest);
             for (int i = 0; i < kWarmBlocks; ++i)
                 for (const bool adds : {false, true}) play(silence, adds);
@@ -48,22 +45,22 @@ public:
         warm = true;
         while (figures.armed && !stopping) {
             const uint32_t size = random.pick(std::array{16u, 64u, 128u, 256u, 512u, 1024u, kLongest});
-            playWatched(random.chance(0.5) ? size : 16 + random.below(size - 15));
+            playChecked(random.chance(0.5) ? size : 16 + random.below(size - 15));
         }
     }
 
-    /// Until then nobody may bypass or pause the effect.
+    /// The effect must not be bypassed or suspended before this returns true.
     bool isWarm() const { return warm; }
 
 private:
-    void playWatched(uint32_t frames)
+    void playChecked(uint32_t frames)
     {
         Audio sound = anySound(random, frames);
         const bool adds = random.chance(0.1), sets = random.chance(0.25);
         const uint64_t waits = figures.counts.waits;
         {
-            const Watch::Scope scope(figures.counts);
-            if (sets) effect.automate(random); // as many hosts do between blocks
+            const RealtimeCheck::Scope scope(figures.counts);
+            if (sets) effect.automate(random); // many hosts automate on the audio thread
             play(sound, adds);
         }
         ++figures.blocks;
@@ -88,14 +85,14 @@ private:
     float left[kLongest] = {}, right[kLongest] = {};
 };
 
-/// One format, with the threads of a host.
+/// Plays one format with an audio, an automation and a window thread.
 void play(PlayedEffect &effect, PlayedEffect::Format format, uint64_t seed, Figures &figures)
 {
     effect.restart(format);
     const auto audio = std::make_unique<AudioThread>(effect, seed, figures);
-    Controls controls; // its thread is there before the audio thread is armed
+    SelfTest selfTest; // starts its thread before the audio thread calls arm()
     std::atomic<bool> stopping = false;
-    std::thread audioThread([&] { audio->run(controls, stopping); });
+    std::thread audioThread([&] { audio->run(selfTest, stopping); });
     while (!audio->isWarm()) std::this_thread::sleep_for(milliseconds(1));
     DSP::Global &options = effect.options();
     options.setProcessAsMono(!options.getProcessAsMono()); // the next block resets the chain, at its new rate

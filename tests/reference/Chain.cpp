@@ -4,7 +4,7 @@
 
 namespace Reference {
 
-/// Adds the guard to both channels and returns the phase behind them.
+/// Adds the denormal guard to both channels and returns the next phase.
 static uint8_t addGuard(Audio &audio, uint8_t phase)
 {
     for (uint32_t i = 0; i < audio.frames(); ++i) {

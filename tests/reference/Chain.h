@@ -7,10 +7,10 @@
 
 namespace Reference {
 
-/// The whole effect behind the host shell: input, guard, bands, compressors, sum, limiter, gain, meter.
+/// The whole signal path: input, denormal guard, crossover, compressors, sum, limiter, gain, meter.
 class Chain {
 public:
-    /// Each band's spectrum is analysed `stagger` samples later than that of the band below.
+    /// The spectrum of each band is analysed `stagger` samples after the next lower band's.
     explicit Chain(uint32_t stagger = 0)
         : spectra{Spectrum(0), Spectrum(stagger), Spectrum(2 * stagger), Spectrum(3 * stagger)}
     {
@@ -18,10 +18,10 @@ public:
     void set(const Settings &next);
     void resume(uint32_t hz);
     void reset();
-    /// One block, as long as the host's.
+    /// Processes one block. Needs the block sizes of the effect under test, as crossfades depend on them.
     Audio process(Audio input);
-    /// Bound of what rounding may add to a gain.
-    float doubt() const { return dynamics.doubt() + maximizer.doubt(); }
+    /// Largest gain error that rounding can cause.
+    float roundingBound() const { return dynamics.roundingBound() + maximizer.roundingBound(); }
     uint32_t latency() const { return dynamics.latency() + 262; }
 
     CrossOver crossOver;

@@ -9,8 +9,8 @@
 
 namespace Reference {
 
-/// Bilinear transform of 1 / (s^2 + sqrt(2) s + 1), or of s^2 over that, with K = tan(pi fc / fs): as in every
-/// textbook. The gain is that of both sections.
+/// Bilinear transform of a Butterworth filter: 1 / (s^2 + sqrt(2) s + 1), for the high pass s^2 / (s^2 + sqrt(2) s + 1),
+/// with K = tan(pi fc / fs). designGain covers both sections.
 Cascade Cascade::design(bool highPass, double hz, double sampleRate)
 {
     const double k = std::tan(std::numbers::pi * (hz / sampleRate)), root = std::numbers::sqrt2 * k;
@@ -57,7 +57,7 @@ void CrossOver::designFilters(FilterSet &set) const
 {
     if (!std::is_sorted(cutoffs, cutoffs + 3)) return;
     set = {};
-    // below 20 Hz the rounded taps would not be stable at high rates
+    // below 20 Hz the filter with rounded taps would be unstable at high rates
     double hz[3];
     for (int i = 0; i < 3; ++i) hz[i] = std::max(cutoffs[i], 20.0f);
 
@@ -127,7 +127,7 @@ void CrossOver::processSet(FilterSet &set, int channel, uint32_t frames, const f
 void CrossOver::process(uint32_t frames, const float *left, const float *right, float *const *bandsLeft,
                         float *const *bandsRight)
 {
-    // a block shorter than the fade reads the last entries of the tables
+    // A block shorter than the remaining fade uses the last entries of the tables: part of the sound.
     const uint32_t fading = std::min(frames, fadeRemaining);
     const auto offset = static_cast<uint32_t>(fadeIn.size()) - fading;
     for (int channel = 0; channel < (right ? 2 : 1); ++channel) {

@@ -18,8 +18,8 @@ struct Cascade {
     void clear() { sections[0] = sections[1] = {}; }
 };
 
-/// Splits one or two channels into four bands, one sample and one filter at a time, and adds the guard to each; a
-/// new cutoff fades a new set of filters in over the old one.
+/// Splits one or two channels into four bands and adds the denormal guard to each. A new cutoff crossfades from the old
+/// filters to new ones.
 class CrossOver {
 public:
     CrossOver();
@@ -40,7 +40,7 @@ private:
 
     void updateFade();
     void designFilters(FilterSet &set) const;
-    /// One channel of one set; with a fade table, its entries from `offset` on weigh the first samples.
+    /// Filters one channel. Multiplies the output by `table`, starting at entry `offset`, until the table ends.
     void processSet(FilterSet &set, int channel, uint32_t frames, const float *in, float *const *out,
                     const std::vector<float> *table, uint32_t offset) const;
 

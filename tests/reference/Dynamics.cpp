@@ -77,7 +77,7 @@ void Dynamics::process(int index, uint32_t frames, float *left, float *right)
         if (x >= threshold && inverseRatio != 1.0f)
             target = static_cast<float>(
                 std::pow(static_cast<double>(x / threshold), static_cast<double>(inverseRatio) - 1.0));
-        doubts.decide(target, band.followedGain, 1 - attackComplement, releaseCoeff);
+        rounding.decide(target, band.followedGain, 1 - attackComplement, releaseCoeff);
         if (target < band.followedGain)
             band.followedGain = (target - band.followedGain) * attackComplement + band.followedGain;
         else

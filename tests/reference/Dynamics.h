@@ -6,7 +6,7 @@
 
 namespace Reference {
 
-/// The compressors of four bands, sample by sample. Variables of the signal path are 32-bit floats.
+/// The compressors of four bands, in 32-bit floats.
 class Dynamics {
 public:
     Dynamics();
@@ -17,7 +17,7 @@ public:
     void process(int band, uint32_t frames, float *left, float *right);
     float readGainReduction(int band);
     void readPeaks(int band, float &left, float &right);
-    float doubt() const { return doubts.worst(); }
+    float roundingBound() const { return rounding.worst(); }
     uint32_t latency() const { return lookAhead() - 1; }
 
 private:
@@ -33,7 +33,7 @@ private:
 
     uint32_t sampleRate = 44100;
     Band bands[4];
-    Doubt doubts;
+    RoundingBound rounding;
 };
 
 } // namespace Reference

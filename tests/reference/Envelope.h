@@ -6,13 +6,13 @@
 namespace Reference {
 
 struct Segment {
-    int64_t start, end; // 100 ns
+    int64_t start, end; // in units of 100 ns
     float from, to;
-    uint32_t curve; // 1 step, 4 accelerating, 8 decelerating, linear
+    uint32_t curve; // 1: step, 4: accelerating, 8: decelerating, otherwise linear
 };
 
-/// The automation of a parameter sample by sample from time 0, written segment over segment. Those come in
-/// the order of their start.
+/// Computes the parameter value of each sample from time 0. Segments must be sorted by start; a later segment overwrites
+/// earlier ones.
 inline std::vector<float> playEnvelope(const std::vector<Segment> &segments, uint32_t rate, uint32_t frames,
                                        float initial)
 {
@@ -24,7 +24,7 @@ inline std::vector<float> playEnvelope(const std::vector<Segment> &segments, uin
         const int64_t start = sampleAt(s.start), length = sampleAt(s.end) - start;
         if (length <= 0) continue;
         const double rise = static_cast<double>(s.to) - s.from;
-        // increments of one size, or growing from 0 or shrinking to it by equal amounts
+        // linear: constant increment; accelerating: it grows from 0; decelerating: it shrinks to 0
         const double most = length > 1 ? 2 * rise / static_cast<double>(length) : 0;
         const double change = length > 1 ? most / static_cast<double>(length - 1) : 0;
         double increment = rise / static_cast<double>(length), growth = 0, value = s.from;

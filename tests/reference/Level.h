@@ -6,14 +6,14 @@
 
 namespace Reference {
 
-/// Peak meter with a held peak, one channel.
+/// One channel of a peak meter with peak hold.
 struct LevelChannel {
     float peak = 0, held = 0;
     uint32_t holdCount = 0;
 
     void measure(float sample)
     {
-        peak = std::max(peak, std::fabs(sample)); // false for NaN, which leaves the peak
+        peak = std::max(peak, std::fabs(sample)); // ignores NaN
         if (peak > held) {
             held = peak;
             holdCount = 0;
@@ -34,7 +34,7 @@ struct Level {
         for (uint32_t i = 0; right && i < frames; ++i) channels[1].measure(right[i]);
         if (!right) channels[1] = channels[0];
     }
-    /// Peak and held peak of a channel; clears the peak.
+    /// Returns the peak and the held peak; resets the peak.
     std::pair<float, float> read(int channel)
     {
         return {std::exchange(channels[channel].peak, 0.0f), channels[channel].held};

@@ -53,13 +53,13 @@ void Maximizer::follow(float target, float attack, float release)
         followedGain = release * followedGain + (1 - release);
 }
 
-/// Gain of the sample that leaves next.
+/// Returns the gain of the next output sample.
 float Maximizer::soft(const Coefficients &c)
 {
     float target = 1;
     if (envelope >= c.threshold)
         target = static_cast<float>(std::pow(static_cast<double>(envelope / c.threshold), 0.05f - 1.0));
-    doubts.decide(target, followedGain, c.attack, c.release);
+    rounding.decide(target, followedGain, c.attack, c.release);
     follow(target, c.attack, c.release);
 
     const float difference = followedGain - smoothedGain;
@@ -75,7 +75,7 @@ static float windowWeight(uint32_t k)
     return static_cast<float>((1 - std::cos((k + 0.5) * 6.283185307179586 / kWindow)) / kWindow);
 }
 
-/// Gain of the sample `lookAhead` before the newest.
+/// Returns the gain of the sample `lookAhead` samples before the newest.
 float Maximizer::brickwall(const Coefficients &c)
 {
     const float target = envelope < c.threshold ? 1.0f : c.threshold / envelope;

@@ -6,8 +6,7 @@
 
 namespace Reference {
 
-/// Output limiter in both modes, sample by sample; the sliding minimum is a line of 200 values, all of which
-/// are lowered for every sample.
+/// The output limiter in both modes. The sliding minimum lowers all of its 200 values for every sample.
 class Maximizer {
 public:
     Maximizer() { reset(); }
@@ -16,9 +15,9 @@ public:
     void reset();
     /// In place; `right` is null for mono.
     void process(uint32_t frames, float *left, float *right);
-    /// Smallest gain since the last call, without the lift to the margin.
+    /// Returns the smallest gain since the last call, without the output gain.
     float readGainReduction();
-    float doubt() const { return doubts.worst(); }
+    float roundingBound() const { return rounding.worst(); }
 
 private:
     struct Coefficients {
@@ -34,7 +33,7 @@ private:
     MaximizerSettings settings;
     float envelope = 0, followedGain = 1, smoothedGain = 1, reportedGain = 1;
     std::vector<float> inputDelay[2], outputDelay[2], gainLine, gainRing;
-    Doubt doubts;
+    RoundingBound rounding;
     uint32_t inputPosition = 0, outputPosition = 0, gainRingPosition = 0;
 };
 

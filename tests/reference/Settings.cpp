@@ -7,7 +7,7 @@ namespace Reference {
 
 using Signals::Random;
 
-/// Mostly inside the range, sometimes at its ends.
+/// Random value from `low` to `high`; both ends are likely.
 static float value(Random &random, float low, float high)
 {
     switch (random.below(8)) {
@@ -51,7 +51,7 @@ void drawCutoffs(Random &random, float (&cutoffs)[3])
 {
     const auto anywhere = [&] { return static_cast<float>(20 * std::pow(1000.0, random.uniform(0, 1))); };
     for (float &cutoff : cutoffs) cutoff = anywhere();
-    if (random.chance(0.1)) return; // in any order
+    if (random.chance(0.1)) return; // unsorted
     std::sort(cutoffs, cutoffs + 3);
     if (random.chance(0.2)) cutoffs[1] = cutoffs[0];
     if (random.chance(0.2)) cutoffs[2] = cutoffs[1] * 1.01f;
@@ -90,7 +90,7 @@ float peakDecay(uint32_t sampleRate)
     return static_cast<float>(std::pow(static_cast<double>(0.03f), 1.0 / (sampleRate * 0.05)));
 }
 
-void Doubt::decide(float target, float gain, float attackCoeff, float releaseCoeff)
+void RoundingBound::decide(float target, float gain, float attackCoeff, float releaseCoeff)
 {
     now *= target < gain ? attackCoeff : releaseCoeff;
     if (std::fabs(target - gain) <= 1e-6f * gain) now += (1 - gain) * (1 - releaseCoeff);

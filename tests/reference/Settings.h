@@ -20,7 +20,7 @@ struct SpectrumSettings {
     uint32_t size = 3, overlap = 5, window = 4;
 };
 
-/// Every setting that reaches the audio or the meters.
+/// All settings that affect the audio or the meters.
 struct Settings {
     float cutoffs[3] = {120, 2000, 10000};
     bool bandBypass[4] = {}, bandMute[4] = {};
@@ -32,24 +32,24 @@ struct Settings {
 };
 
 BandSettings drawBand(Signals::Random &random);
-/// Cutoffs far apart, close, equal or crossed.
+/// Draws cutoffs that are far apart, close, equal or crossed, in Hz.
 void drawCutoffs(Signals::Random &random, float (&cutoffs)[3]);
-/// All but global bypass; a tenth of the switches is on.
+/// Draws all settings except the global bypass.
 Settings draw(Signals::Random &random);
 
-/// 10^(dB / 20), with the factor 0.05 as a 32-bit float.
+/// 10^(0.05 db), with 0.05 rounded to a 32-bit float: part of the sound.
 float linear(float db);
-/// Feedback of a one-pole follower, with half the sample rate.
+/// Feedback coefficient of a one-pole follower: exp(-1 / (t fs / 2)), with t in seconds.
 float timeCoeff(float ms, uint32_t sampleRate);
 /// Per-sample factor of a detector that falls to 3 % in 50 ms.
 float peakDecay(uint32_t sampleRate);
 /// +1 for 128 samples, -1 for 128 samples.
 inline float guardSign(uint8_t phase) { return phase < 128 ? 1.0f : -1.0f; }
 
-/// Attack or release is decided by comparing a target gain with the present one. Where the two agree to their
-/// last places, a rounding of the power function decides, and the gains differ by a step of the release from
-/// then on. This bounds by how much.
-class Doubt {
+/// Bounds the gain error caused by rounding. A follower compares target and current gain to choose attack or release.
+/// If they are almost equal, rounding in the power function can flip the choice, which changes the gain by one release
+/// step.
+class RoundingBound {
 public:
     void decide(float target, float gain, float attackCoeff, float releaseCoeff);
     float worst() const { return most; }

@@ -10,14 +10,14 @@ namespace Reference {
 /// Magnitude spectrum of a mono mix, by a recursive transform in double precision.
 class Spectrum {
 public:
-    /// A full frame is analysed when `samplesLate` more samples have arrived.
+    /// Analyses a full frame after `samplesLate` more samples.
     explicit Spectrum(uint32_t samplesLate = 0) : stagger(samplesLate) { rebuild(); }
     void set(const SpectrumSettings &next);
     void setSampleRate(uint32_t hz);
     void reset();
     /// `right` is null for mono.
     void feed(uint32_t frames, const float *left, const float *right);
-    /// The newest magnitudes, if there are any since the last call.
+    /// Returns the latest magnitudes; nullopt if there are none since the last call. Shape: [size / 2 + 1]
     std::optional<std::vector<float>> read();
 
 private:

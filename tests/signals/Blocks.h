@@ -6,10 +6,11 @@
 
 #include "tests/signals/Signals.h"
 
-/// Seeds of a randomised test; TESSARINE_LONG_TESTS=1 asks for ten times as many.
+/// Number of seeds of a randomised test; ten times `usual` if TESSARINE_LONG_TESTS is set.
 inline int seedCount(int usual) { return std::getenv("TESSARINE_LONG_TESTS") ? 10 * usual : usual; }
 
-/// Cuts `frames` into the blocks of a host: one size, or an irregular mix. Tiny blocks do not go on for ever.
+/// Splits `frames` into blocks of one size or of random sizes. After 1000 blocks the block size is 4096, which limits
+/// the time of a test.
 inline std::vector<uint32_t> cutIntoBlocks(Signals::Random &random, uint32_t frames)
 {
     constexpr std::array sizes = {1u, 7u, 64u, 441u, 512u, 4096u, 16384u};
@@ -25,7 +26,7 @@ inline std::vector<uint32_t> cutIntoBlocks(Signals::Random &random, uint32_t fra
     return blocks;
 }
 
-/// A usual one, or one at the edge of what decides the size of the spectra.
+/// Returns a common rate, or one where the FFT size of the spectra changes, in Hz.
 inline uint32_t drawRate(Signals::Random &random)
 {
     return random.pick(

@@ -18,7 +18,7 @@ inline double peakOf(std::span<const float> samples)
 
 inline double peakOf(const Audio &audio) { return std::max(peakOf(audio.left), peakOf(audio.right)); }
 
-/// Largest difference; infinite if the lengths differ or a sample is no number.
+/// Largest absolute difference; infinite if the lengths differ or a sample is NaN.
 inline double differenceOf(std::span<const float> a, std::span<const float> b)
 {
     if (a.size() != b.size()) return std::numeric_limits<double>::infinity();
@@ -37,14 +37,13 @@ inline double differenceOf(const Audio &a, const Audio &b)
 
 inline double toDb(double linear) { return 20 * std::log10(std::max(linear, 1e-30)); }
 
-/// Error of `actual` in dB below full scale, or below the peak of `expected` or of the input where that is
-/// higher.
+/// Largest error of `actual` in dB relative to the highest of full scale, `inputPeak` and the peak of `expected`.
 inline double errorDb(const Audio &actual, const Audio &expected, double inputPeak = 0)
 {
     return toDb(differenceOf(actual, expected) / std::max({1.0, inputPeak, peakOf(expected)}));
 }
 
-/// For the messages of a failed comparison.
+/// Prints audio in GoogleTest's failure messages.
 inline void PrintTo(const Audio &audio, std::ostream *out)
 {
     *out << audio.frames() << (audio.stereo() ? " stereo" : " mono") << " frames, peak " << peakOf(audio)

@@ -27,7 +27,7 @@ float fromDb(double db) { return static_cast<float>(Math::pow(10.0, db / 20)); }
 
 Audio silence(uint32_t frames) { return {std::vector<float>(frames), std::vector<float>(frames)}; }
 
-/// A sound from one routine of the time in frames for each channel.
+/// Computes each channel with a function of the frame index.
 template <class Left, class Right>
 static Audio fill(uint32_t frames, Left left, Right right)
 {
@@ -47,7 +47,7 @@ Audio noise(uint64_t seed, uint32_t frames, double db)
     return fill(frames, sample, sample);
 }
 
-/// Sine of a phase counted in turns.
+/// Sine of a phase in cycles.
 static double turn(double phase) { return Math::sin(2 * Math::kPi * (phase - std::floor(phase))); }
 
 Audio sine(uint32_t rate, double hz, uint32_t frames, double db)

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Sound of a test; `right` is empty for mono.
+/// Test audio; `right` is empty for mono.
 struct Audio {
     std::vector<float> left, right;
 
@@ -15,12 +15,11 @@ struct Audio {
     bool operator==(const Audio &) const = default;
 };
 
-/// Sounds by name and seed, the same bits on every system. Levels are peaks in dB over full scale; left and
-/// right differ everywhere.
+/// Test signals, bit-exact on every system. Levels are peaks in dBFS. The left and right channels differ.
 namespace Signals {
 
-/// Random numbers that are the same with every library (Steele, Lea and Flood, "Fast Splittable Pseudorandom
-/// Number Generators", 2014).
+/// SplitMix64, which gives the same sequence with every standard library (Steele, Lea and Flood, "Fast Splittable
+/// Pseudorandom Number Generators", 2014).
 class Random {
 public:
     explicit Random(uint64_t seed) : state(seed) { state = next(); }
@@ -44,29 +43,29 @@ float fromDb(double db);
 Audio silence(uint32_t frames);
 Audio noise(uint64_t seed, uint32_t frames, double db);
 Audio sine(uint32_t rate, double hz, uint32_t frames, double db);
-/// Exponential in frequency.
+/// Exponential sine sweep.
 Audio sweep(uint32_t rate, double fromHz, double toHz, uint32_t frames, double db);
 Audio squares(uint32_t rate, double hz, uint32_t frames, double db);
-/// Single samples of both signs at random distances of 1 to 2000.
+/// Single samples of random sign, 1 to 2000 frames apart.
 Audio impulses(uint64_t seed, uint32_t frames, double db);
-/// Noise and tones of 1 to 50 ms with pauses, from a silent start.
+/// Noise and tones of 1 to 50 ms, each preceded by silence.
 Audio bursts(uint64_t seed, uint32_t rate, uint32_t frames, double db);
 /// Decaying chords, a drum and hiss.
 Audio music(uint64_t seed, uint32_t rate, uint32_t frames, double db);
 Audio musicThenSilence(uint64_t seed, uint32_t rate, uint32_t frames, double db);
-/// What a limiter fears: all of the above cut together at +24 dB.
+/// Short pieces of the signals above, mostly at +24 dBFS: hard to limit.
 Audio hostile(uint64_t seed, uint32_t rate, uint32_t frames);
 
 Audio mono(Audio audio);
 Audio slice(const Audio &audio, uint32_t from, uint32_t frames);
-/// `audio` behind `before`.
+/// Appends `audio` to `before`.
 Audio append(Audio before, const Audio &audio);
 
 struct Named {
     std::string name;
     Audio audio;
 };
-/// One of the sounds, chosen, seeded and levelled by `seed`.
+/// Returns a random signal at a random level.
 Named any(uint64_t seed, uint32_t rate, uint32_t frames);
 
 } // namespace Signals

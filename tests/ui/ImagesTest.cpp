@@ -13,7 +13,7 @@ namespace {
 
 using Pixels = std::vector<uint32_t>;
 
-/// As the library's own reader has it.
+/// Decodes a file with libpng's simplified interface.
 Pixels decoded(const EmbeddedFile &file)
 {
     png_image image{};
@@ -25,7 +25,7 @@ Pixels decoded(const EmbeddedFile &file)
     return pixels;
 }
 
-TEST(Images, AreAllThereWithTheirPixels)
+TEST(Images, LoadWithTheSamePixelsAsInLibpng)
 {
     std::set<Pixels> seen;
     const EmbeddedFile *file = embeddedFiles;
@@ -41,26 +41,27 @@ TEST(Images, AreAllThereWithTheirPixels)
         EXPECT_EQ(pixmap->hasAlpha, std::ranges::any_of(wanted, [](uint32_t p) { return p >> 24 != 0; }));
         EXPECT_EQ(surface->bounds(), Rect::at({}, pixmap->width, pixmap->height));
         EXPECT_EQ(wanted, Pixels(surface->pixels(), surface->pixels() + wanted.size()));
-        EXPECT_TRUE(seen.insert(wanted).second) << "looks like another";
+        EXPECT_TRUE(seen.insert(wanted).second) << "identical to another image";
     }
     EXPECT_EQ(84, file - embeddedFiles);
     for (const char *name : {"background.png", "Background", "Background.png ", ""})
         EXPECT_FALSE(loadPixmap(name) || loadSurface(name)) << name;
 }
 
-TEST(Images, CutShortAreRefused)
+TEST(Images, RefuseTruncatedFiles)
 {
     const EmbeddedData whole = findEmbeddedFile("Slider_Handle_Normal.png");
     EmbeddedData &cut = embeddedCache["Cut.png"];
     for (uint32_t size = 0; size < whole.size; ++size) {
-        const std::vector<uint8_t> bytes(whole.data, whole.data + size); // reading on beyond the end shows
+        const std::vector<uint8_t> bytes(whole.data,
+                                         whole.data + size); // a copy: sanitizers find reads past it
         cut = {bytes.data(), size};
         EXPECT_FALSE(loadPixmap("Cut.png") || loadSurface("Cut.png")) << size;
     }
     embeddedCache.clear();
 }
 
-TEST(Surfaces, OfImpossibleSizeAreEmpty)
+TEST(Surfaces, AreEmptyForInvalidSizes)
 {
     constexpr int32_t kMost = Platform::Bitmap::kMaxSide;
     for (const auto &[width, height] :

@@ -8,7 +8,7 @@ namespace {
 
 using namespace DSP;
 
-TEST(PixelOperations, ChangeTheRectangleAndNothingElse)
+TEST(PixelOperations, ChangeOnlyTheRectangle)
 {
     constexpr int kStep = 24, kRows = 4, kWidth = 4, kHeight = 3;
     std::vector<uint8_t> before(kStep * kRows);

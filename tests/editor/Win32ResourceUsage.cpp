@@ -22,7 +22,7 @@ int64_t ownWindows()
     return count;
 }
 
-/// Wine does not count them, but tells of each by the low half of its handle.
+/// Counts GDI objects. Wine does not count them, so try all handle indices.
 int64_t graphicsObjects()
 {
     if (const DWORD counted = GetGuiResources(GetCurrentProcess(), GR_GDIOBJECTS)) return counted;
@@ -35,9 +35,9 @@ int64_t graphicsObjects()
 
 } // namespace
 
-Holdings Win32Desk::holdings() const
+ResourceUsage Win32Desk::resourceUsage() const
 {
-    Holdings now = ownHoldings();
+    ResourceUsage now = processUsage();
     now["windows"] = ownWindows();
     now["graphics"] = graphicsObjects();
     return now;

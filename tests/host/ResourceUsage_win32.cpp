@@ -1,4 +1,4 @@
-#include "tests/host/Holdings.h"
+#include "tests/host/ResourceUsage.h"
 
 #include <iterator>
 #include <windows.h>
@@ -37,7 +37,7 @@ int64_t ownThreads()
 
 } // namespace
 
-Holdings ownHoldings()
+ResourceUsage processUsage()
 {
     PROCESS_MEMORY_COUNTERS_EX memory = {};
     GetProcessMemoryInfo(GetCurrentProcess(), reinterpret_cast<PROCESS_MEMORY_COUNTERS *>(&memory),

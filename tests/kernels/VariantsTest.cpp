@@ -16,7 +16,7 @@ struct Block {
     alignas(32) float samples[128];
 };
 
-/// Sound in which, if asked, values stand in which an implementation may go its own way.
+/// Fills the blocks with noise. If `odd`, adds special values that implementations may treat differently.
 template <int blocks>
 void fill(Block (&target)[blocks], std::mt19937 &random, bool odd)
 {
@@ -35,7 +35,7 @@ struct States {
     float envelope = 0, followed = 1, smoothed = 1, held = 1;
 };
 
-/// One value that a kernel wrote.
+/// One output value of a kernel.
 struct Written {
     const char *kernel;
     int block;
@@ -48,12 +48,12 @@ struct Written {
     }
 };
 
-/// All that the kernels of a set write, block after block; any NaN counts as 7.
+/// Runs all kernels of a variant and returns their outputs. NaN is replaced by 7, so that NaNs compare equal.
 std::vector<Written> transcript(const Table &set, bool odd)
 {
     std::vector<Written> written;
     int round = 0;
-    const auto hear = [&](const char *kernel, const float *values, uint32_t count) {
+    const auto append = [&](const char *kernel, const float *values, uint32_t count) {
         for (uint32_t i = 0; i < count; ++i)
             written.push_back({kernel, round, i, std::isnan(values[i]) ? 7 : values[i]});
     };
@@ -75,7 +75,7 @@ std::vector<Written> transcript(const Table &set, bool odd)
     const MaximizerFollower follower = {0.9f, 0.1f, 0.99f, 0.01f};
 
     for (; round < 200; ++round) {
-        if (odd) states = {}; // what is no number would stay
+        if (odd) states = {}; // otherwise NaN would stay in the feedback
         Block in[8], out[8];
         fill(in, random, odd);
         fill(out, random, odd);
@@ -86,8 +86,8 @@ std::vector<Written> transcript(const Table &set, bool odd)
         for (int i = 0; i < 4; ++i) bands.left[i] = out[i].samples, bands.right[i] = out[4 + i].samples;
         set.crossOver.split(bank, states.bank, a, b, bands, frames);
         const float within = set.crossOver.isWithin(states.bank, 10);
-        for (Block &block : out) hear("crossOver.split", block.samples, frames);
-        hear("crossOver.isWithin", &within, 1);
+        for (Block &block : out) append("crossOver.split", block.samples, frames);
+        append("crossOver.isWithin", &within, 1);
 
         DynamicsPeaks peaks;
         float *gains[4], *sound[2] = {out[4].samples, out[5].samples},
@@ -96,57 +96,57 @@ std::vector<Written> transcript(const Table &set, bool odd)
         const float *left[4] = {a, b, nullptr, in[2].samples},
                     *right[4] = {b, nullptr, nullptr, in[3].samples};
         set.dynamics.computeGains(dynamics, states.dynamics, left, right, gains, peaks, frames);
-        for (const float *gain : gains) hear("dynamics.computeGains", gain, frames);
+        for (const float *gain : gains) append("dynamics.computeGains", gain, frames);
         for (const float *peak : {peaks.left, peaks.right, peaks.smallestGain})
-            hear("dynamics.computeGains, peaks by band", peak, 4);
+            append("dynamics.computeGains, peaks by band", peak, 4);
         const float *guards[2] = {in[4].samples, in[5].samples};
         set.dynamics.applyGains(sound, lines, guards, 2, 37, gains[0], 1.5f, frames);
         for (int side = 0; side < 2; ++side) {
-            hear("dynamics.applyGains", sound[side], frames);
-            hear("dynamics.applyGains, delay line", lines[side], frames);
+            append("dynamics.applyGains", sound[side], frames);
+            append("dynamics.applyGains, delay line", lines[side], frames);
         }
 
         set.maximizer.detect(a, b, 0.99f, states.envelope, c, frames);
-        hear("maximizer.detect", c, frames);
+        append("maximizer.detect", c, frames);
         set.maximizer.softGains(0.3f, -0.9f, follower, 0.8f, states.followed, states.smoothed, c, frames);
-        hear("maximizer.softGains", c, frames);
+        append("maximizer.softGains", c, frames);
         set.maximizer.holdingGains(0.5f, a, frames);
-        hear("maximizer.holdingGains", a, frames);
+        append("maximizer.holdingGains", a, frames);
         set.maximizer.slidingMinimum(states.ladder, a, frames);
-        hear("maximizer.slidingMinimum", a, frames);
+        append("maximizer.slidingMinimum", a, frames);
         set.maximizer.followMinimum(follower, states.held, a, frames);
-        hear("maximizer.followMinimum", a, frames);
+        append("maximizer.followMinimum", a, frames);
         set.maximizer.weightedSum(b, in[2].samples + 64, d, frames);
-        hear("maximizer.weightedSum", d, frames);
+        append("maximizer.weightedSum", d, frames);
         set.maximizer.apply(in[3].samples, d, 0.7f, b, frames);
-        hear("maximizer.apply", b, frames);
+        append("maximizer.apply", b, frames);
 
         const float *sources[4] = {a, b, c, in[4].samples};
         set.block.sum(sources, 1 + round % 4, in[5].samples, frames);
-        hear("block.sum", in[5].samples, frames);
+        append("block.sum", in[5].samples, frames);
         set.block.monoMix(in[6].samples, round % 2 ? b : nullptr, c, in[7].samples, frames);
-        hear("block.monoMix", in[7].samples, frames);
+        append("block.monoMix", in[7].samples, frames);
         set.block.add(a, b, frames);
-        hear("block.add", b, frames);
+        append("block.add", b, frames);
         set.block.multiply(in[6].samples, c, frames);
-        hear("block.multiply", c, frames);
+        append("block.multiply", c, frames);
         set.block.scale(0.3f, d, frames);
-        hear("block.scale", d, frames);
+        append("block.scale", d, frames);
         set.block.copy(d, out[7].samples, frames);
-        hear("block.copy", out[7].samples, frames);
+        append("block.copy", out[7].samples, frames);
         set.power.power(in[2].samples, -1.0f + 0.01f * static_cast<float>(round), out[6].samples, frames);
-        hear("power.power", out[6].samples, frames);
+        append("power.power", out[6].samples, frames);
         const float found[] = {set.block.peak(a, frames), set.block.least(a, 0.5f, frames)};
-        hear("block.peak and least", found, 2);
+        append("block.peak and least", found, 2);
         const auto silenced = static_cast<float>(set.block.silenceGarbage(a, 2, frames));
-        hear("block.silenceGarbage, count", &silenced, 1);
-        hear("block.silenceGarbage", a, frames);
+        append("block.silenceGarbage, count", &silenced, 1);
+        append("block.silenceGarbage", a, frames);
     }
     return written;
 }
 
-/// What each value must be, the tests of the stages say; they run with the best set only.
-TEST(Sets, WriteTheSameBits)
+// The tests of the stages check the values, but only with the best variant.
+TEST(KernelVariants, AreBitExact)
 {
     for (const bool odd : {false, true}) {
         const std::vector<Written> expected = transcript(*available().front(), odd);
@@ -162,7 +162,7 @@ TEST(Sets, WriteTheSameBits)
     }
 }
 
-TEST(Sets, FallBackToTheBestForAnUnknownWish)
+TEST(KernelVariants, UnknownNamesSelectTheBest)
 {
     const Table &best = *available().back();
     for (const char *wish : {static_cast<const char *>(nullptr), "", "avx9000"})

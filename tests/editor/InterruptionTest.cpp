@@ -1,31 +1,31 @@
 #include "tests/editor/Session.h"
 
-// Gestures that something ends before the person does, on one control of each kind.
+// Gestures that are interrupted before the user ends them, on one control of each kind.
 
 namespace {
 
 using namespace Platform;
 using UI::Native::WindowBase;
 
-struct Place {
-    const char *control;   // the one that shows the parameter
-    bool onLine = false;   // on the crossover's line instead
-    bool isButton = false; // its gesture is the release
+struct Target {
+    const char *control;
+    bool onLine = false;   // use the crossover line of the same parameter instead
+    bool isButton = false; // reports its gesture on release
 };
-void PrintTo(const Place &place, std::ostream *out)
+void PrintTo(const Target &target, std::ostream *out)
 {
-    *out << place.control << (place.onLine ? ", its line" : "");
+    *out << target.control << (target.onLine ? ", its line" : "");
 }
 
-class CutShort : public testing::TestWithParam<Place> {
+class Interruption : public testing::TestWithParam<Target> {
 protected:
-    CutShort()
+    Interruption()
     {
         session.put(30, 1.0f); // bands are linked
         session.put(15, -3.0f);
         session.told();
     }
-    /// The host closes the editor from inside the effect's next call of that kind and each that follows.
+    /// Closes the editor inside the next callback with `opcode`, and in every later callback.
     void closeAt(int32_t opcode)
     {
         session.host.onCall = [this, opcode, reached = false](int32_t called) mutable {
@@ -33,7 +33,7 @@ protected:
             if (reached) session.close();
         };
     }
-    /// That the gestures are whole and the editor is closed; it is open again then.
+    /// Expects complete gestures and a closed editor, then opens it again.
     void expectClosed()
     {
         EXPECT_FALSE(session.isOpen());
@@ -50,17 +50,17 @@ protected:
     const ControlRow &row = control(GetParam().control);
     const Point at = GetParam().onLine ? Point{14 + 251, 100} : row.centre();
 };
-INSTANTIATE_TEST_SUITE_P(On, CutShort,
-                         testing::Values(Place{"output slider"}, Place{"output gain"}, Place{"gain 2"},
-                                         Place{"mid cutoff"}, Place{"mid cutoff", true},
-                                         Place{"solo 2", false, true}));
+INSTANTIATE_TEST_SUITE_P(On, Interruption,
+                         testing::Values(Target{"output slider"}, Target{"output gain"}, Target{"gain 2"},
+                                         Target{"mid cutoff"}, Target{"mid cutoff", true},
+                                         Target{"solo 2", false, true}));
 
-TEST_P(CutShort, GesturesEndOnceWhateverEndsThem)
+TEST_P(Interruption, EndsTheGestureExactlyOnce)
 {
-    desk.answerPrompt("7", true); // nobody asks
+    desk.answerPrompt("7", true); // no prompt may appear
     const std::string end = GetParam().isButton ? "" : "e" + std::to_string(row.host);
     for (const auto &[close, moved] : {std::pair(false, false), {false, true}, {true, true}}) {
-        SCOPED_TRACE(testing::Message() << (close ? "closed" : "mouse lost") << (moved ? ", moved" : ""));
+        SCOPED_TRACE(testing::Message() << (close ? "closed" : "capture lost") << (moved ? ", moved" : ""));
         const float before = session.value(row.host);
         desk.moveTo(at);
         desk.press();
@@ -79,7 +79,7 @@ TEST_P(CutShort, GesturesEndOnceWhateverEndsThem)
     }
 }
 
-TEST_P(CutShort, GesturesMayBeClosedFromInsideAnyCall)
+TEST_P(Interruption, EditorMayCloseInsideAnyCallback)
 {
     for (const int32_t opcode : {audioMasterBeginEdit, audioMasterAutomate, audioMasterEndEdit}) {
         SCOPED_TRACE(opcode);
@@ -87,7 +87,7 @@ TEST_P(CutShort, GesturesMayBeClosedFromInsideAnyCall)
         desk.drag(at, at + Point{2, -5});
         expectClosed();
     }
-    if (GetParam().onLine) return; // neither wheel nor keys
+    if (GetParam().onLine) return; // lines ignore wheel and keys
     session.window(row).setFocus();
     closeAt(audioMasterAutomate);
     desk.moveTo(at);
@@ -98,7 +98,7 @@ TEST_P(CutShort, GesturesMayBeClosedFromInsideAnyCall)
     expectClosed();
 }
 
-TEST(CutShort, NumbersMayBeTypedWhileTheEditorCloses)
+TEST(Interruption, EditorMayCloseDuringAPrompt)
 {
     Session session;
     for (const auto &[confirm, destroy] : {std::pair(true, false), {false, false}, {false, true}}) {
@@ -110,7 +110,7 @@ TEST(CutShort, NumbersMayBeTypedWhileTheEditorCloses)
         session.desk->answerPrompt("3", confirm);
         session.desk->click(control("output gain").centre());
         session.desk->wait(50);
-        EXPECT_FALSE(session.desk->whilePrompted) << "no prompt came";
+        EXPECT_FALSE(session.desk->whilePrompted) << "no prompt appeared";
         EXPECT_EQ(0, WindowBase::liveWindows());
     }
 }

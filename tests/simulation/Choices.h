@@ -8,7 +8,7 @@
 
 using Signals::Random;
 
-/// Numbers that mean something to the effect, or that code tends to forget.
+// Special cases for the effect and numeric edge cases.
 inline constexpr float kOddReals[] = {
     0,       -0.0f, 1,      -1,     20,      -60,      8000,    44100,        96000,    1e5f,      -1e5f,
     0x1p31f, 1e30f, -1e30f, 1e-30f, FLT_MAX, -FLT_MAX, FLT_MIN, FLT_TRUE_MIN, INFINITY, -INFINITY, NAN};

@@ -1,4 +1,4 @@
-#include "tests/realtime/Controls.h"
+#include "tests/realtime/SelfTest.h"
 
 #include <chrono>
 #include <cstdio>
@@ -9,9 +9,9 @@
 #include <sys/syscall.h>
 #include <unistd.h>
 
-#include "tests/realtime/Watch.h"
+#include "tests/realtime/RealtimeCheck.h"
 
-using Watch::Counts;
+using RealtimeCheck::Counts;
 
 namespace {
 
@@ -20,7 +20,7 @@ bool tookMemory(const Counts &counts) { return counts.allocations > 0 && counts.
 template <long number>
 bool madeCall(const Counts &counts)
 {
-    return counts.callsElsewhere == 1 && counts.sights[0].number == number;
+    return counts.callsElsewhere == 1 && counts.findings[0].number == number;
 }
 
 void *alignedInto()
@@ -29,15 +29,15 @@ void *alignedInto()
     return posix_memalign(&memory, 64, 128) == 0 ? memory : nullptr;
 }
 
-/// What it returns, if anything, is given back.
-struct Plant {
+/// `act` returns memory to free, or null.
+struct PlantedFault {
     const char *name;
     void *(*act)();
     bool (*isFound)(const Counts &counts);
 };
 
 constexpr std::align_val_t kAlignment{64};
-constexpr Plant kPlants[] = {
+constexpr PlantedFault kPlantedFaults[] = {
     {"malloc", [] { return malloc(100); }, tookMemory},
     {"calloc", [] { return calloc(10, 10); }, tookMemory},
     {"realloc", [] { return realloc(nullptr, 100); }, tookMemory},
@@ -46,58 +46,58 @@ constexpr Plant kPlants[] = {
     {"operator new", [] { return ::operator new(100); }, tookMemory},
     {"operator new, aligned", [] { return ::operator new(100, kAlignment); }, tookMemory},
     {"memory from the system", [] { return malloc(64 << 20); },
-     [](const Counts &counts) { return tookMemory(counts) && counts.sights[1].number == SYS_mmap; }},
-    {"clock_gettime by its number",
+     [](const Counts &counts) { return tookMemory(counts) && counts.findings[1].number == SYS_mmap; }},
+    {"clock_gettime through syscall",
      []() -> void * {
          timespec now;
          return syscall(SYS_clock_gettime, CLOCK_MONOTONIC, &now), nullptr;
      },
      madeCall<SYS_clock_gettime>},
-    {"write to nowhere", []() -> void * { return write(-1, "", 1) < 0 ? nullptr : malloc(1); },
+    {"write to an invalid descriptor", []() -> void * { return write(-1, "", 1) < 0 ? nullptr : malloc(1); },
      madeCall<SYS_write>},
-    {"sched_yield outside of a lock", []() -> void * { return sched_yield(), nullptr; },
+    {"sched_yield outside a lock", []() -> void * { return sched_yield(), nullptr; },
      madeCall<SYS_sched_yield>},
 };
 
 bool missed(const char *name)
 {
-    std::printf("  the watch misjudges: %s\n", name);
+    std::printf("  the real-time check misjudges: %s\n", name);
     return false;
 }
 
 } // namespace
 
-Controls::Controls() : holder([this] { holdLock(); }) {}
+SelfTest::SelfTest() : holder([this] { holdLock(); }) {}
 
-Controls::~Controls()
+SelfTest::~SelfTest()
 {
     stopping = true;
     holder.join();
 }
 
-uint32_t Controls::plants() { return static_cast<uint32_t>(std::size(kPlants) + 1); }
+uint32_t SelfTest::plantedFaults() { return static_cast<uint32_t>(std::size(kPlantedFaults) + 1); }
 
-bool Controls::run()
+bool SelfTest::run()
 {
-    for (const Plant &plant : kPlants) {
+    for (const PlantedFault &fault : kPlantedFaults) {
         Counts counts;
         {
-            const Watch::Scope scope(counts);
-            free(plant.act()); // all of them give what it takes
+            const RealtimeCheck::Scope scope(counts);
+            free(fault.act());
         }
-        if (!plant.isFound(counts) || counts.sightCount == 0) return missed(plant.name);
+        if (!fault.isFound(counts) || counts.findingCount == 0) return missed(fault.name);
     }
     Counts counts;
     {
-        const Watch::Scope scope(counts);
+        const RealtimeCheck::Scope scope(counts);
         lock.enter();
         lock.leave();
     }
-    if (!counts.isQuiet() || counts.locks != 1 || counts.callsOfLocks != 0) return missed("a free lock");
-    return findsTakenLock() || missed("a lock that another thread has");
+    if (!counts.isClean() || counts.locks != 1 || counts.callsOfLocks != 0) return missed("a free lock");
+    return findsTakenLock() || missed("a lock held by another thread");
 }
 
-void Controls::holdLock()
+void SelfTest::holdLock()
 {
     while (!stopping) {
         std::this_thread::sleep_for(std::chrono::milliseconds(1));
@@ -110,8 +110,8 @@ void Controls::holdLock()
     }
 }
 
-/// On a busy machine this thread may come when the lock is free again, so it has more than one turn.
-bool Controls::findsTakenLock()
+/// Tries several times: on a busy machine the holder may release the lock before this thread enters it.
+bool SelfTest::findsTakenLock()
 {
     for (int turn = 0; turn < 100; ++turn) {
         const uint32_t before = taken;
@@ -119,12 +119,12 @@ bool Controls::findsTakenLock()
         while (taken == before) std::this_thread::yield();
         Counts counts;
         {
-            const Watch::Scope scope(counts);
+            const RealtimeCheck::Scope scope(counts);
             lock.enter();
             lock.leave();
         }
         while (left == before) std::this_thread::yield();
-        if (counts.waits > 0) return counts.isQuiet() && counts.waits == 1 && counts.callsOfLocks > 0;
+        if (counts.waits > 0) return counts.isClean() && counts.waits == 1 && counts.callsOfLocks > 0;
     }
     return false;
 }

@@ -1,80 +1,79 @@
-#include "tests/driver/Project.h"
+#include "tests/simulation/HostActions.h"
 
 #include <array>
 
-#include "tests/driver/AnyCall.h"
+#include "tests/simulation/AnyCall.h"
 
-using Bytes = DrivenEffect::Bytes;
-using Still = DrivenEffect::Still;
+using Bytes = EffectInstance::Bytes;
+using Exclusive = EffectInstance::Exclusive;
 
-Project::Project(Studio &where, bool replays)
-    : studio(where),
-      person(where),
+HostActions::HostActions(SimulatedHost &simulated, bool replays)
+    : host(simulated),
+      user(simulated),
       withoutThreads(replays),
-      damage(where.effect(0)),
-      kept{where.effect(0).chunk()}
+      damage(simulated.effect(0)),
+      saved{simulated.effect(0).chunk()}
 {
 }
 
-void Project::step(Random random)
+void HostActions::step(Random random)
 {
     static constexpr struct {
         uint32_t share;
         const char *what;
-        void (Project::*act)(DrivenEffect &effect, Random &random);
-    } kActs[] = {{44, "let the person act", &Project::letPersonAct},
-                 {10, "let time pass", &Project::letTimePass},
-                 {6, "open", &Project::open},
-                 {4, "close", &Project::close},
-                 {2, "host's window goes", &Project::destroyWindow},
-                 {3, "save", &Project::keepChunk},
-                 {3, "load", &Project::loadKept},
-                 {6, "load a damaged chunk", &Project::loadDamaged},
-                 {4, "program", &Project::useProgram},
-                 {2, "rate", &Project::changeRate},
-                 {2, "channels", &Project::changeChannels},
-                 {2, "pause or resume", &Project::pauseOrResume},
-                 {4, "option", &Project::change},
-                 {4, "envelope", &Project::setEnvelope},
-                 {3, "any call", &Project::call},
-                 {1, "unload", &Project::unload}};
+        void (HostActions::*act)(EffectInstance &effect, Random &random);
+    } kActs[] = {{44, "user action", &HostActions::letUserAct},
+                 {10, "let time pass", &HostActions::letTimePass},
+                 {6, "open", &HostActions::open},
+                 {4, "close", &HostActions::close},
+                 {2, "destroy the host's window", &HostActions::destroyWindow},
+                 {3, "save a chunk", &HostActions::saveChunk},
+                 {3, "load a chunk", &HostActions::loadSaved},
+                 {6, "load a damaged chunk", &HostActions::loadDamaged},
+                 {4, "program", &HostActions::useProgram},
+                 {2, "rate", &HostActions::changeRate},
+                 {2, "channels", &HostActions::changeChannels},
+                 {2, "pause or resume", &HostActions::pauseOrResume},
+                 {4, "option", &HostActions::changeOptions},
+                 {4, "envelope", &HostActions::setEnvelope},
+                 {3, "any call", &HostActions::call},
+                 {1, "unload", &HostActions::unload}};
     Journal::steps.add();
-    DrivenEffect &effect = studio.effect(random.below(studio.size()));
+    EffectInstance &effect = host.effect(random.below(host.size()));
     if (!effect.record()) {
-        const Still still(effect.playing, effect.automating);
+        const Exclusive exclusive(effect.playing, effect.automating);
         return effect.load();
     }
     const auto *act = kActs;
-    for (uint32_t place = random.below(100); place >= act->share; ++act) place -= act->share;
+    for (uint32_t left = random.below(100); left >= act->share; ++act) left -= act->share;
     Journal::note(act->what, effect.number);
     (this->*act->act)(effect, random);
     if (!random.chance(0.02)) return;
-    studio.system.advance(200);
-    studio.requireRest();
+    host.system.advance(200);
+    host.requireIdle();
 }
 
-void Project::keepChunk(DrivenEffect &effect, Random &random)
+void HostActions::saveChunk(EffectInstance &effect, Random &random)
 {
-    const uint32_t place = random.below(32);
-    if (place >= kept.size()) return kept.push_back(effect.chunk());
-    kept[place] = effect.chunk();
+    const uint32_t slot = random.below(32);
+    if (slot >= saved.size()) return saved.push_back(effect.chunk());
+    saved[slot] = effect.chunk();
 }
 
-void Project::loadKept(DrivenEffect &effect, Random &random)
+void HostActions::loadSaved(EffectInstance &effect, Random &random)
 {
-    effect.require(effect.setChunk(random.pick(kept), random.chance(0.5)),
-                   "the effect takes what an effect saved");
+    effect.require(effect.setChunk(random.pick(saved), random.chance(0.5)), "the effect loads a saved chunk");
 }
 
-void Project::loadDamaged(DrivenEffect &effect, Random &random)
+void HostActions::loadDamaged(EffectInstance &effect, Random &random)
 {
-    Bytes chunk = random.pick(kept);
+    Bytes chunk = random.pick(saved);
     for (uint32_t changes = 1 + random.below(4); changes > 0; --changes) damage.change(chunk, random);
-    const Still still(effect.playing, effect.automating);
-    effect.offer(chunk, random.chance(0.5));
+    const Exclusive exclusive(effect.playing, effect.automating);
+    effect.checkChunk(chunk, random.chance(0.5));
 }
 
-void Project::useProgram(DrivenEffect &effect, Random &random)
+void HostActions::useProgram(EffectInstance &effect, Random &random)
 {
     std::string name(random.below(60), 'n');
     name.resize(256);
@@ -86,29 +85,29 @@ void Project::useProgram(DrivenEffect &effect, Random &random)
     }
 }
 
-void Project::changeRate(DrivenEffect &effect, Random &random)
+void HostActions::changeRate(EffectInstance &effect, Random &random)
 {
     const float rate =
         random.pick(std::array{1000.0f, 8000.0f, 11025.0f, 22050.0f, 44100.0f, 44100.0f, 44100.4f, 48000.0f,
                                88200.0f, 96000.0f, 192000.0f, 384000.0f, 0.0f, -1.0f});
     const bool pauses = random.chance(0.5);
-    const Still still(effect.playing, effect.automating);
+    const Exclusive exclusive(effect.playing, effect.automating);
     if (pauses) effect.switchTo(false);
     effect.dispatch(effSetSampleRate, 0, 0, nullptr, rate);
     effect.dispatch(effSetBlockSize, 0, random.below(8192));
     if (pauses) effect.switchTo(true);
 }
 
-void Project::changeChannels(DrivenEffect &effect, Random &random)
+void HostActions::changeChannels(EffectInstance &effect, Random &random)
 {
-    const Still still(effect.playing, effect.automating);
+    const Exclusive exclusive(effect.playing, effect.automating);
     effect.inputs = static_cast<int32_t>(random.below(3));
     effect.outputs = random.chance(0.1) ? 2 - effect.inputs : effect.inputs.load();
     effect.switchTo(false);
     effect.switchTo(true);
 }
 
-void Project::change(DrivenEffect &effect, Random &random)
+void HostActions::changeOptions(EffectInstance &effect, Random &random)
 {
     effect.echoes = random.chance(0.5);
     changeOption(effect.plugin(), random, withoutThreads);
@@ -134,7 +133,7 @@ void changeOption(VSTPlugin &plugin, Random &random, bool withoutThreads)
     }
 }
 
-void Project::setEnvelope(DrivenEffect &effect, Random &random)
+void HostActions::setEnvelope(EffectInstance &effect, Random &random)
 {
     constexpr int64_t kSecond = 10000000;
     DSP::Envelope envelope;
@@ -150,15 +149,15 @@ void Project::setEnvelope(DrivenEffect &effect, Random &random)
     component.envelopeHandler().setEnabled(random.chance(0.5));
 }
 
-void Project::call(DrivenEffect &effect, Random &random)
+void HostActions::call(EffectInstance &effect, Random &random)
 {
-    const Still still(effect.playing, effect.automating);
+    const Exclusive exclusive(effect.playing, effect.automating);
     callAnything(effect, random);
 }
 
-void Project::unload(DrivenEffect &effect, Random &random)
+void HostActions::unload(EffectInstance &effect, Random &random)
 {
-    if (random.chance(0.5)) studio.close(effect.number); // else the editor closes with it
-    const Still still(effect.playing, effect.automating);
+    if (random.chance(0.5)) host.close(effect.number); // otherwise unload() closes the editor
+    const Exclusive exclusive(effect.playing, effect.automating);
     effect.unload();
 }
