@@ -251,23 +251,6 @@ TEST_F(Gestures, NumbersAreShownInFullAndWithoutMinusZero)
     }
 }
 
-TEST_F(Gestures, EachControlMovesItsParameterOnce)
-{
-    prepare();
-    session.host.echoesAutomation = true; // sets what it is told, which ends the talk
-    for (const ControlRow &row : controlTable()) {
-        if (row.isButton()) continue;
-        SCOPED_TRACE(row.name);
-        const float before = session.value(row.host);
-        desk.moveTo(row.centre());
-        desk.wheel(120);
-        desk.wait(0);
-        EXPECT_EQ(session.takeEdits().size(), 3u);
-        EXPECT_GT(session.value(row.host), before);
-        EXPECT_TRUE(session.showsValue(row));
-    }
-}
-
 TEST_F(Gestures, TabWalksOverAllControls)
 {
     const auto &table = controlTable();
