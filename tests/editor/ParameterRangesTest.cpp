@@ -60,7 +60,8 @@ protected:
 
 TEST_F(ParameterRanges, AreReachedByEverySliderAndField)
 {
-    session.host.echoesAutomation = true; // sets each automated value at once, which must not start another round
+    session.host.echoesAutomation =
+        true; // sets each automated value at once, which must not start another round
     for (const ControlRow &row : controlTable()) {
         if (row.isButton()) continue;
         SCOPED_TRACE(row.name);

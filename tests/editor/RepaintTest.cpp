@@ -51,7 +51,13 @@ TEST_F(Repaint, FollowsEveryGesture)
     const Gesture gestures[] = {
         {"wheel", false, true, {}, [](Desk &desk, Point) { desk.wheel(-240); }},
         {"linked wheel", false, true, {kKeyAlt, kKeyShift}, [](Desk &desk, Point) { desk.wheel(-360); }},
-        {"drag", false, true, {}, [](Desk &desk, Point at) { desk.drag(at, at + Point{2, 9}); }},
+        {"drag",
+         false,
+         true,
+         {},
+         [](Desk &desk, Point at) {
+             desk.drag(at, at + Point{2, 9});
+         }},
         {"click", true, false, {}, click},
         {"Alt-click", true, true, {kKeyAlt}, click},
         {"key", true, true, {}, key},
