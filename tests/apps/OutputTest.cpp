@@ -74,11 +74,13 @@ TEST_F(Output, ListsEveryParameterOnceWithItsRangeAndDefault)
     };
     for (const DSP::ParameterAddress &address : table.hostRows()) add(address, "");
     ASSERT_EQ(wanted.size(), 39u);
-    for (const bool spectrum : {false, true}) // their settings have one name for all bands, and are not listed
+    for (const bool spectrum :
+         {false, true}) // their settings have one name for all bands, and are not listed
         for (const DSP::ParameterAddress &address : table.hiddenRows()) {
             if ((address.record().group == DSP::ParamGroup::spectrum) != spectrum) continue;
             int band = 0;
-            while (spectrum && host.plugin().transformHandle().spectrum(static_cast<uint32_t>(band)) != address.component)
+            while (spectrum &&
+                   host.plugin().transformHandle().spectrum(static_cast<uint32_t>(band)) != address.component)
                 ++band;
             add(address, spectrum ? fmt::format("Band {} ", band + 1) : "");
         }
@@ -100,7 +102,8 @@ TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
         for (const int percent : {30, 50, 90}) {
             SCOPED_TRACE(testing::Message() << name << ", " << percent << " %");
             write(name, format, 44100, sound);
-            const uint64_t whole = std::filesystem::file_size(pathOf(name)), kept = whole * static_cast<uint64_t>(percent) / 100;
+            const uint64_t whole = std::filesystem::file_size(pathOf(name)),
+                           kept = whole * static_cast<uint64_t>(percent) / 100;
             std::filesystem::resize_file(pathOf(name), kept);
             const std::string message = run(std::string("render ") + name + " out.wav --block 97").err;
             if (format != (SF_FORMAT_FLAC | SF_FORMAT_PCM_16)) {
@@ -140,7 +143,8 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
         column.gainDbFrames[gain] = -100.0 * static_cast<double>(gain + 1);
     }
     r.history.add(column);
-    r.choice = App::LoudnessChoice{{-11.0, -1.0}, 2.5, -3.5, -4.5, App::LimiterMode::brickwall, {-11.3, -1.2}};
+    r.choice =
+        App::LoudnessChoice{{-11.0, -1.0}, 2.5, -3.5, -4.5, App::LimiterMode::brickwall, {-11.3, -1.2}};
 
     const App::Summary summary = summarise(options, r);
     const auto numbers = [](const App::Table &table) { return numbersIn(toText(table)); };
@@ -148,9 +152,8 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     EXPECT_THAT(numbers(summary.levels), ElementsAre("-1.1", "0.0", "-0.9", "0.4", "-17.3", "-12.2"));
     EXPECT_THAT(numbers(summary.goal), ElementsAre("-11.00", "-11.30", "-12.20", "-1.00", "-1.20", "0.40"));
     EXPECT_THAT(numbers(summary.choice), ElementsAre("2.50", "-3.50", "-4.50"));
-    EXPECT_THAT(numbers(summary.reduction),
-                ElementsAre("1", "-2.0", "-0.1", "2", "-4.0", "-0.2", "3", "-6.0", "-0.3", "4", "-8.0",
-                            "-0.4", "-10.0", "-0.5"));
+    EXPECT_THAT(numbers(summary.reduction), ElementsAre("1", "-2.0", "-0.1", "2", "-4.0", "-0.2", "3", "-6.0",
+                                                        "-0.3", "4", "-8.0", "-0.4", "-10.0", "-0.5"));
     EXPECT_THAT(numbers(summary.work), ElementsAre("42", "167", "305"));
     std::vector<std::string> remarked;
     for (const std::string &remark : summary.remarks)

@@ -42,7 +42,8 @@ public:
     explicit Svg(std::string file) : svg(std::move(file))
     {
         static const std::regex symbol("<symbol[^>]*id=\"([^\"]+)\">\\s*<path[^>]* d=\"([^\"]*)\""),
-            path("stroke-width:([0-9.]+);[^\"]*stroke:(rgb[^;]*);[^\"]*\"(?: transform[^ ]*)? d=\"([^\"]*)\""),
+            path(
+                "stroke-width:([0-9.]+);[^\"]*stroke:(rgb[^;]*);[^\"]*\"(?: transform[^ ]*)? d=\"([^\"]*)\""),
             number("-?[0-9.]+");
         for (const auto &match : findAll(svg, symbol)) outlines[match[1]] = match[2];
         for (const auto &match : findAll(svg, path)) {
@@ -155,8 +156,7 @@ void expectHorizontalAxis(const Svg &svg, const Box &frame, const std::vector<La
         const double x = frame.left + share * frame.width();
         EXPECT_TRUE(svg.hasGridLine({x, frame.top}, {x, frame.bottom})) << x;
         EXPECT_TRUE(std::ranges::any_of(texts, [&](const Svg::Text &text) {
-            return text.words == words &&
-                   Svg::near(text.at, {x - widthOf(words) / 2.0, frame.bottom + 16.0});
+            return text.words == words && Svg::near(text.at, {x - widthOf(words) / 2.0, frame.bottom + 16.0});
         })) << x;
     }
 }
@@ -174,8 +174,7 @@ void expectVerticalAxis(const Svg &svg, const Box &frame, const std::vector<Labe
         const double y = frame.bottom - share * frame.height();
         EXPECT_TRUE(svg.hasGridLine({frame.left, y}, {frame.right, y})) << y;
         EXPECT_TRUE(std::ranges::any_of(texts, [&](const Svg::Text &text) {
-            return text.words == words &&
-                   Svg::near(text.at, {frame.left - 7.0 - widthOf(words), y + 4.0});
+            return text.words == words && Svg::near(text.at, {frame.left - 7.0 - widthOf(words), y + 4.0});
         })) << y;
     }
     EXPECT_THAT(shown, testing::UnorderedElementsAreArray(wanted));
@@ -201,17 +200,21 @@ TEST(ResponsePicture, PutsLabelsAndCurvesAtTheirValues)
     const std::vector<Box> frames = svg.frames();
     ASSERT_EQ(frames.size(), 2u);
     std::vector<Label> frequencies;
-    for (const auto &[words, hz] :
-         std::initializer_list<std::pair<const char *, double>>{{"20", 20},       {"50", 50},
-                                                                {"100", 100},     {"200", 200},
-                                                                {"500", 500},     {"1k", 1000},
-                                                                {"2k", 2000},     {"5k", 5000},
-                                                                {"10k", 10000},   {"20k", 20000}})
+    for (const auto &[words, hz] : std::initializer_list<std::pair<const char *, double>>{{"20", 20},
+                                                                                          {"50", 50},
+                                                                                          {"100", 100},
+                                                                                          {"200", 200},
+                                                                                          {"500", 500},
+                                                                                          {"1k", 1000},
+                                                                                          {"2k", 2000},
+                                                                                          {"5k", 5000},
+                                                                                          {"10k", 10000},
+                                                                                          {"20k", 20000}})
         frequencies.push_back({words, std::log10(hz / 20.0) / 3.0});
     std::vector<Label> levels;
     for (int db = -60; db <= 12; db += 6)
         levels.push_back({(db > 0 ? "+" : "") + std::to_string(db), (db + 60.0) / 72.0});
-    const std::vector<Label> fine = {{"0", 1.0 / 11.0}, {"+2", 3.0 / 11.0}, {"+4", 5.0 / 11.0},
+    const std::vector<Label> fine = {{"0", 1.0 / 11.0},  {"+2", 3.0 / 11.0}, {"+4", 5.0 / 11.0},
                                      {"+6", 7.0 / 11.0}, {"+8", 9.0 / 11.0}, {"+10", 1.0}};
     for (const Box &frame : frames) expectHorizontalAxis(svg, frame, frequencies);
     expectVerticalAxis(svg, frames[0], levels);
@@ -226,8 +229,7 @@ TEST(ResponsePicture, PutsLabelsAndCurvesAtTheirValues)
         for (size_t band = 0; band < 4; ++band)
             EXPECT_TRUE(passes(svg, App::Palette::kBands[band], 2.0,
                                at(frames[0], share, response.bands[band][i], -60.0, 12.0)));
-        EXPECT_TRUE(
-            passes(svg, App::Palette::kInk, 2.2, at(frames[0], share, response.sum[i], -60.0, 12.0)));
+        EXPECT_TRUE(passes(svg, App::Palette::kInk, 2.2, at(frames[0], share, response.sum[i], -60.0, 12.0)));
         EXPECT_TRUE(passes(svg, App::Palette::kInk, 2.0, at(frames[1], share, response.sum[i], -1.0, 10.0)));
     }
 }
@@ -239,11 +241,17 @@ TEST(ReportPicture, PutsLabelsAndCurvesAtTheirValues)
         std::vector<const char *> labels;
     };
     const Length lengths[] = {
-        {0.04, 0.005, {"0 s", "0.005 s", "0.01 s", "0.015 s", "0.02 s", "0.025 s", "0.03 s", "0.035 s", "0.04 s"}},
-        {5.5, 0.5, {"0 s", "0.5 s", "1 s", "1.5 s", "2 s", "2.5 s", "3 s", "3.5 s", "4 s", "4.5 s", "5 s", "5.5 s"}},
+        {0.04,
+         0.005,
+         {"0 s", "0.005 s", "0.01 s", "0.015 s", "0.02 s", "0.025 s", "0.03 s", "0.035 s", "0.04 s"}},
+        {5.5,
+         0.5,
+         {"0 s", "0.5 s", "1 s", "1.5 s", "2 s", "2.5 s", "3 s", "3.5 s", "4 s", "4.5 s", "5 s", "5.5 s"}},
         {70.0, 10.0, {"0:00", "0:10", "0:20", "0:30", "0:40", "0:50", "1:00", "1:10"}},
         {4000.0, 600.0, {"0:00", "10:00", "20:00", "30:00", "40:00", "50:00", "60:00"}},
-        {40000.0, 3600.0, {"0 h", "1 h", "2 h", "3 h", "4 h", "5 h", "6 h", "7 h", "8 h", "9 h", "10 h", "11 h"}}};
+        {40000.0,
+         3600.0,
+         {"0 h", "1 h", "2 h", "3 h", "4 h", "5 h", "6 h", "7 h", "8 h", "9 h", "10 h", "11 h"}}};
     for (const auto &[seconds, step, labels] : lengths) {
         SCOPED_TRACE(seconds);
         App::Rendering rendering;
@@ -270,8 +278,12 @@ TEST(ReportPicture, PutsLabelsAndCurvesAtTheirValues)
         for (size_t i = 0; i < charts.size(); ++i)
             expectHorizontalAxis(svg, charts[i], i == 5 ? times : std::vector<Label>{});
         expectVerticalAxis(svg, charts[0],
-                           {{"-60", 0.0}, {"-48", 12 / 66.0}, {"-36", 24 / 66.0}, {"-24", 36 / 66.0},
-                            {"-12", 48 / 66.0}, {"0", 60 / 66.0}});
+                           {{"-60", 0.0},
+                            {"-48", 12 / 66.0},
+                            {"-36", 24 / 66.0},
+                            {"-24", 36 / 66.0},
+                            {"-12", 48 / 66.0},
+                            {"0", 60 / 66.0}});
         const auto passesAt = [&](double share, size_t chart, Colour colour, double width, double value) {
             const double low = chart == 0 ? -60.0 : -9.0, high = chart == 0 ? 6.0 : 0.0;
             const Box &frame = charts[chart];

@@ -7,8 +7,6 @@ namespace {
 
 using namespace Platform;
 
-constexpr float kGapOctaves = 10.0f / 377.0f * 9.9657843f; // between two cutoffs: ten pixels
-
 /// One of each kind, and of each kind of scale.
 const char *const kKinds[] = {"output slider", "threshold slider 3", "output gain", "mid cutoff",
                               "gain 2",        "release 4"};
@@ -20,7 +18,7 @@ protected:
     {
         for (int32_t host = 0; host < 30; ++host)
             if (host != 8 && host != 9) session.effect.set(host, 0.4f); // but for switches
-        for (const auto &[host, hz] : {std::pair{1, 150.0f}, {2, 1500.0f}, {3, 9000.0f}})
+        for (const auto &[host, hz] : {std::pair{1, 150.0f}, {2, 1500.0f}, {3, 15000.0f}})
             session.put(host, hz);
         session.told();
     }
@@ -31,17 +29,6 @@ protected:
         if (row.isCutoff()) return from * std::pow(1000.0f, step / 37.7f);
         if (row.isBandRelease()) return (from + 1.0f) * std::pow(5001.0f, step / 100.0f) - 1.0f;
         return from + step;
-    }
-
-    /// Where a value ends that is sent beyond what it may be.
-    float limited(const ControlRow &row, float wanted) const
-    {
-        DSP::FloatRange bounds = session.range(row.host);
-        if (row.isCutoff() && row.host > 1)
-            bounds.minimum = session.value(row.host - 1) * std::exp2(kGapOctaves);
-        if (row.isCutoff() && row.host < 3)
-            bounds.maximum = session.value(row.host + 1) / std::exp2(kGapOctaves);
-        return std::clamp(wanted, bounds.minimum, bounds.maximum);
     }
 
     /// The parameter has that value, the host was told it last, no gesture is left open, and the control shows it.
@@ -67,15 +54,12 @@ TEST_F(Gestures, WheelAndKeysStep)
         uint32_t key;
         float slider, field;
     };
-    constexpr float kFar = 1e6f;
     const Step steps[] = {{"wheel", {}, 120, 0, 1.0f, 1.0f},
                           {"wheel back, coarse", {kKeyShift}, -120, 0, -10.0f, -5.0f},
                           {"wheel, fine", {kKeyControl}, 240, 0, 0.2f, 0.2f},
                           {"down, coarse", {kKeyShift}, 0, kKeyDown, -10.0f, -10.0f},
                           {"right, to step instead of moving", {kKeyAlt}, 0, kKeyRight, 1.0f, 1.0f},
-                          {"page down, fine", {kKeyControl}, 0, kKeyPageDown, -0.3f, -1.0f},
-                          {"end", {}, 0, kKeyEnd, kFar, kFar},
-                          {"home", {}, 0, kKeyHome, -kFar, -kFar}};
+                          {"page down, fine", {kKeyControl}, 0, kKeyPageDown, -0.3f, -1.0f}};
     for (const char *kind : kKinds) {
         const ControlRow &row = control(kind);
         for (const Step &step : steps) {
@@ -93,7 +77,7 @@ TEST_F(Gestures, WheelAndKeysStep)
             else
                 desk.type(step.key);
             EXPECT_EQ(session.told(), bracketed(row.host));
-            expectResult(row, limited(row, wanted), session.lastTold(row.host));
+            expectResult(row, wanted, session.lastTold(row.host));
             EXPECT_TRUE(session.mainWindow().showsFocus() || step.wheel != 0);
         }
     }
@@ -143,7 +127,7 @@ TEST_F(Gestures, DragsAreOneGesture)
             const float dragged = session.lastTold(row.host);
             desk.release();
             EXPECT_EQ(session.told(), "e" + n);
-            expectResult(row, limited(row, wanted), dragged);
+            expectResult(row, wanted, dragged);
             EXPECT_EQ(session.focused(), &row);
             desk.moveTo(to + Point{0, -20});
             EXPECT_EQ(session.told(), "") << "released";
@@ -178,6 +162,16 @@ TEST_F(Gestures, TheHandleJumpsUnderThePointer)
     EXPECT_EQ(session.told(), "v0 e0");
     EXPECT_TRUE(session.showsValue(row));
     EXPECT_TRUE(session.showsField(control("output gain"), "18.0"));
+    desk.moveTo(row.corner + Point{5, 16});
+    desk.press();
+    desk.moveTo(row.corner + Point{5, 36});
+    {
+        const Held keys(desk, {kKeyControl}); // fine from here on
+        desk.moveTo(row.corner + Point{5, 32});
+        EXPECT_NEAR(session.value(0), 18.0f - 30.0f * 36.0f / 146.0f + 4 * 0.025f, 1e-4f);
+    }
+    desk.release();
+    session.told();
     desk.click(row.corner + Point{5, 158}); // below the last place of the handle
     EXPECT_FLOAT_EQ(session.value(0), -18.0f);
     EXPECT_EQ(session.told(), bracketed(0));
@@ -218,11 +212,11 @@ TEST_F(Gestures, NumbersAreTyped)
                             {"limiter margin", "-2,75dB", -2.75f}};
     for (const auto &[name, number, value] : fields) {
         const ControlRow &row = control(name);
-        prepare();
-        const float most = limited(row, 1e6f), least = limited(row, -1e6f);
-        const std::tuple<const char *, bool, float> cases[] = {
-            {number, true, value}, {number, false, NAN},     {"999999", true, most}, {"abc", true, NAN},
-            {"1.2.3", true, NAN},  {"-999999", true, least}, {"-", true, NAN}}; // no number: no change
+        const std::tuple<const char *, bool, float> cases[] = {{number, true, value},
+                                                               {number, false, NAN},
+                                                               {"abc", true, NAN},
+                                                               {"1.2.3", true, NAN},
+                                                               {"-", true, NAN}};
         for (const auto &[text, confirmed, typed] : cases) {
             SCOPED_TRACE(row.name + ", " + text);
             prepare();

@@ -1,11 +1,10 @@
 #include <cstdlib>
-#include <optional>
 
 #include "tests/editor/OffscreenDesk.h"
 #include "tests/editor/Session.h"
 #include "ui/controls/SpectrumAxis.h"
 
-// The mouse on a grid of points over the whole editor, between the controls above all.
+// The mouse on a grid of points over the whole editor, above all between the controls.
 
 namespace {
 
@@ -15,40 +14,39 @@ class Pointer : public testing::Test {
 protected:
     static constexpr Rect kSpectrum = Rect::at({14, 24}, 377, 167);
 
-    static const ControlRow *controlAt(Point at)
-    {
-        for (const ControlRow &row : controlTable())
-            if (row.place().contains(at)) return &row;
-        return nullptr;
-    }
-    /// The cutoff whose line can be grabbed there.
-    std::optional<int32_t> lineAt(Point at) const
+    Pointer() { session.put(1, 1700.0f); } // nine columns from the next
+    /// The field of the cutoff whose line can be grabbed there; of two the higher.
+    const ControlRow *lineAt(Point at) const
     {
         const UI::Native::SpectrumAxis axis(kSpectrum.width(), kSpectrum.height());
-        for (int32_t cutoff = 0; cutoff < 3; ++cutoff)
-            if (kSpectrum.contains(at) &&
-                std::abs(kSpectrum.left + axis.column(session.value(1 + cutoff)) - at.x) <= 5)
-                return cutoff;
-        return std::nullopt;
+        const ControlRow *nearest = nullptr;
+        int32_t least = 5;
+        for (const ControlRow &row : controlTable()) {
+            if (!row.isCutoff() || !kSpectrum.contains(at)) continue;
+            const int32_t distance = std::abs(kSpectrum.left + axis.column(session.value(row.host)) - at.x);
+            if (distance > least) continue;
+            least = distance;
+            nearest = &row;
+        }
+        return nearest;
     }
     /// The title of the child window there; empty for the background.
     std::string titleAt(Point at)
     {
         const WindowHandle editor = session.editor().window();
-        const Point corner = system.screenRect(editor).corner();
         for (const WindowHandle child : system.children(editor))
-            if (system.isVisible(child) && system.screenRect(child).contains(at + corner))
+            if (system.isVisible(child) &&
+                system.screenRect(child).contains(at + system.screenRect(editor).corner()))
                 return system.title(child);
         return {};
     }
     template <class Check>
-    static void forEachPoint(Check check)
+    void forEachPoint(Check check)
     {
-        for (int32_t y = 3; y < VSTEditor::kHeight; y += 11)
-            for (int32_t x = 3; x < VSTEditor::kWidth; x += 7) {
-                SCOPED_TRACE(testing::Message() << x << ", " << y);
-                check(Point{x, y});
-                if (testing::Test::HasFailure()) return;
+        for (Point at{3, 3}; at.y < VSTEditor::kHeight; at = {3, at.y + 11})
+            for (; at.x < VSTEditor::kWidth && !HasFailure(); at.x += 3) {
+                SCOPED_TRACE(testing::Message() << at.x << ", " << at.y << " on " << titleAt(at));
+                check(at);
             }
     }
 
@@ -59,10 +57,9 @@ protected:
 
 TEST_F(Pointer, IsAnArrowExceptOnTheCutoffLines)
 {
-    const Point line = kSpectrum.corner() + Point{251, 80};
     forEachPoint([&](Point at) {
-        desk.moveTo(line);
-        ASSERT_EQ(system.shownCursor(), CursorKind::horizontal);
+        system.showCursor(system.loadCursor(CursorKind::drag));
+        desk.moveTo(at + Point{0, 1});
         desk.moveTo(at);
         EXPECT_EQ(system.shownCursor(), lineAt(at) ? CursorKind::horizontal : CursorKind::arrow);
     });
@@ -74,21 +71,42 @@ TEST_F(Pointer, ClickBesideTheControlsChangesNoParameter)
     const Rect options = Rect::at({423, 368}, 117, 60); // a click on their labels toggles them
     const std::vector<uint32_t> before = desk.pixels();
     forEachPoint([&](Point at) {
-        if (controlAt(at) || options.contains(at)) return;
+        const auto isHere = [&](const ControlRow &row) { return row.place().contains(at); };
+        if (std::ranges::any_of(controlTable(), isHere) || options.contains(at)) return;
         session.window(focused).setFocus();
         desk.click(at);
-        const std::optional<int32_t> line = lineAt(at);
-        const std::string n = line ? std::to_string(1 + *line) : "";
+        const ControlRow *const line = lineAt(at);
+        const std::string n = line ? std::to_string(line->host) : "";
         EXPECT_EQ(session.told(), line ? "b" + n + " e" + n : "");
         const std::string title = titleAt(at);
         if (title.empty() || title.ends_with("Gain Reduction Meter")) // they leave the click to the editor
             EXPECT_EQ(system.focus(), session.editor().window());
         else
-            EXPECT_EQ(session.focused(), line ? &controlTable()[2 + static_cast<size_t>(*line)] : &focused);
+            EXPECT_EQ(session.focused(), line ? line : &focused);
         desk.wheel(120);
         EXPECT_EQ(session.told(), "");
     });
     EXPECT_EQ(desk.pixels(), before);
+}
+
+TEST_F(Pointer, ClickOnAFieldAsksForItsNumber)
+{
+    for (const ControlRow &row : controlTable()) {
+        if (!row.isField()) continue;
+        SCOPED_TRACE(row.name);
+        std::optional<PromptRequest> asked;
+        system.onPrompt = [&](const PromptRequest &request) {
+            asked = request;
+            return std::nullopt;
+        };
+        desk.click(row.corner + Point{3, 3});
+        ASSERT_TRUE(asked);
+        EXPECT_EQ(asked->owner, session.editor().window());
+        EXPECT_EQ(asked->centre, windowSystem().toScreen(asked->owner, row.centre()));
+        EXPECT_EQ(asked->width, row.place().width() + 21);
+        EXPECT_TRUE(session.showsField(row, asked->text.c_str()));
+        EXPECT_EQ(std::string(asked->allowed.begin(), asked->allowed.end()), "0123456789.,-");
+    }
 }
 
 } // namespace
