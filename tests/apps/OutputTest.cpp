@@ -48,46 +48,41 @@ TEST_F(Output, ListsEveryParameterOnceWithItsRangeAndDefault)
 {
     const App::EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
     const ParameterTable &table = host.plugin().parameters();
-    Rows wanted, saved;
-    const auto add = [&](const DSP::ParameterAddress &address, const std::string &prefix) {
+    Rows wanted, saved; // of "params" and of "chunk --print"
+    int32_t spectra = 0;
+    const auto add = [&](const DSP::ParameterAddress &address) {
         const DSP::ParamRecord &record = address.record();
-        const bool isSwitch = address.kind == DSP::ParamKind::boolean;
-        const auto textOf = [&](const DSP::ParameterValue &value, const char *format, bool ofHost) {
+        const bool isSwitch = address.kind == DSP::ParamKind::boolean,
+                   isSpectrum = record.group == DSP::ParamGroup::spectrum;
+        const auto text = [&](const DSP::ParameterValue &value, const char *format, const char *off,
+                              const char *on) {
             const double number = DSP::toNumber(value);
-            if (!isSwitch) return fmt::format(fmt::runtime(format), number);
-            return std::string(ofHost ? (number != 0.0 ? "True" : "False") : number != 0.0 ? "on" : "off");
+            return isSwitch ? (number != 0.0 ? on : off) : fmt::format(fmt::runtime(format), number);
         };
-        const bool isReal = address.kind == DSP::ParamKind::real;
-        const std::string name = prefix + record.name.c_str(),
-                          initial = textOf(record.defaultValue, "{:g}", false),
-                          range = fmt::format("{:g} to {:g}", DSP::toNumber(record.range.minimum),
-                                              DSP::toNumber(record.range.maximum)),
-                          shown = textOf(address.value(), isReal ? "{:.2f}" : "{:g}", bool(record.hostIndex));
-        Rows::value_type row{name, isSwitch ? "off, on" : range, initial, shown}, print{name, shown};
-        if (!record.label.isEmpty()) {
-            row.emplace(row.begin() + 1, record.label.c_str());
-            print.emplace_back(record.label.c_str());
-        }
+        const std::string name = (isSpectrum ? fmt::format("Band {} ", spectra++ / 4 + 1) : "") +
+                                 record.name.c_str(),
+                          range = text(record.range.minimum, "{:g} to ", "off, on", "") +
+                                  text(record.range.maximum, "{:g}", "", ""),
+                          shown =
+                              text(address.value(), address.kind == DSP::ParamKind::real ? "{:.2f}" : "{:g}",
+                                   record.hostIndex ? "False" : "off", record.hostIndex ? "True" : "on");
+        Rows::value_type row{name, range, text(record.defaultValue, "{:g}", "off", "on"), shown},
+            value{name, shown};
+        if (!record.label.isEmpty()) row.emplace(row.begin() + 1, record.label.c_str());
+        if (!record.label.isEmpty()) value.emplace_back(record.label.c_str());
         if (record.hostIndex) row.insert(row.begin(), std::to_string(record.hostIndex.value));
-        if (record.isSaved()) saved.push_back(print);
-        if (prefix.empty()) wanted.push_back(row);
+        if (record.isSaved()) saved.push_back(value);
+        if (!isSpectrum) wanted.push_back(row);
     };
-    for (const DSP::ParameterAddress &address : table.hostRows()) add(address, "");
-    ASSERT_EQ(wanted.size(), 39u);
-    for (const bool spectrum :
-         {false, true}) // their settings have one name for all bands, and are not listed
-        for (const DSP::ParameterAddress &address : table.hiddenRows()) {
-            if ((address.record().group == DSP::ParamGroup::spectrum) != spectrum) continue;
-            int band = 0;
-            while (spectrum &&
-                   host.plugin().transformHandle().spectrum(static_cast<uint32_t>(band)) != address.component)
-                ++band;
-            add(address, spectrum ? fmt::format("Band {} ", band + 1) : "");
-        }
+    for (const DSP::ParameterAddress &address : table.hostRows()) add(address);
+    wanted.insert(wanted.end(), {Rows::value_type{}, {}}); // a blank line and a heading
+    for (const DSP::ParameterAddress &address : table.hiddenRows()) add(address);
+    std::ranges::stable_partition(
+        saved, [](const auto &row) { return row[0].find("Spectrum") == std::string::npos; });
     Rows listed = rowsOf(succeed("params"));
     ASSERT_GT(listed.size(), 42u);
-    listed.erase(listed.begin());                           // the heading
-    listed.erase(listed.begin() + 39, listed.begin() + 41); // and that of the settings
+    listed.erase(listed.begin()); // the heading
+    listed[40].clear();
     EXPECT_THAT(listed, ElementsAreArray(wanted));
     succeed("chunk a.chunk");
     EXPECT_THAT(rowsOf(succeed("chunk --print a.chunk")), ElementsAreArray(saved));
