@@ -1,13 +1,17 @@
 #include "tests/apps/Sandbox.h"
 
 #include <filesystem>
+#include <memory>
 #include <regex>
 #include <sstream>
 
 #include <fmt/format.h>
 #include <gmock/gmock.h>
 
+#include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/effect/EffectHost.h"
+#include "apps/tessarine/files/FileFormat.h"
+#include "apps/tessarine/pictures/Report.h"
 #include "apps/tessarine/render/Summary.h"
 
 // What the program prints, in full: every row of its lists and every number of its messages.
@@ -48,44 +52,54 @@ TEST_F(Output, ListsEveryParameterOnceWithItsRangeAndDefault)
 {
     const App::EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
     const ParameterTable &table = host.plugin().parameters();
-    Rows wanted, saved; // of "params" and of "chunk --print"
-    int32_t spectra = 0;
+    Rows wanted;
     const auto add = [&](const DSP::ParameterAddress &address) {
         const DSP::ParamRecord &record = address.record();
-        const bool isSwitch = address.kind == DSP::ParamKind::boolean,
-                   isSpectrum = record.group == DSP::ParamGroup::spectrum;
-        const auto text = [&](const DSP::ParameterValue &value, const char *format, const char *off,
-                              const char *on) {
-            const double number = DSP::toNumber(value);
-            return isSwitch ? (number != 0.0 ? on : off) : fmt::format(fmt::runtime(format), number);
-        };
-        const std::string name = (isSpectrum ? fmt::format("Band {} ", spectra++ / 4 + 1) : "") +
-                                 record.name.c_str(),
-                          range = text(record.range.minimum, "{:g} to ", "off, on", "") +
-                                  text(record.range.maximum, "{:g}", "", ""),
-                          shown =
-                              text(address.value(), address.kind == DSP::ParamKind::real ? "{:.2f}" : "{:g}",
-                                   record.hostIndex ? "False" : "off", record.hostIndex ? "True" : "on");
-        Rows::value_type row{name, range, text(record.defaultValue, "{:g}", "off", "on"), shown},
-            value{name, shown};
-        if (!record.label.isEmpty()) row.emplace(row.begin() + 1, record.label.c_str());
-        if (!record.label.isEmpty()) value.emplace_back(record.label.c_str());
+        if (record.group == DSP::ParamGroup::spectrum) return; // one name for four bands
+        const bool isSwitch = address.kind == DSP::ParamKind::boolean;
+        const double initial = DSP::toNumber(record.defaultValue);
+        Rows::value_type row{record.name.c_str()};
         if (record.hostIndex) row.insert(row.begin(), std::to_string(record.hostIndex.value));
-        if (record.isSaved()) saved.push_back(value);
-        if (!isSpectrum) wanted.push_back(row);
+        if (!record.label.isEmpty()) row.emplace_back(record.label.c_str());
+        row.push_back(isSwitch ? "off, on"
+                               : fmt::format("{:g} to {:g}", DSP::toNumber(record.range.minimum),
+                                             DSP::toNumber(record.range.maximum)));
+        row.push_back(isSwitch ? (initial != 0.0 ? "on" : "off") : fmt::format("{:g}", initial));
+        wanted.push_back(row);
     };
     for (const DSP::ParameterAddress &address : table.hostRows()) add(address);
-    wanted.insert(wanted.end(), {Rows::value_type{}, {}}); // a blank line and a heading
+    wanted.insert(wanted.end(), 2, {}); // a blank line and the heading of the settings
     for (const DSP::ParameterAddress &address : table.hiddenRows()) add(address);
-    std::ranges::stable_partition(
-        saved, [](const auto &row) { return row[0].find("Spectrum") == std::string::npos; });
     Rows listed = rowsOf(succeed("params"));
-    ASSERT_GT(listed.size(), 42u);
+    ASSERT_EQ(listed.size(), wanted.size() + 1);
     listed.erase(listed.begin()); // the heading
     listed[40].clear();
+    for (auto &row : listed)
+        if (!row.empty()) row.pop_back(); // the present value
     EXPECT_THAT(listed, ElementsAreArray(wanted));
-    succeed("chunk a.chunk");
-    EXPECT_THAT(rowsOf(succeed("chunk --print a.chunk")), ElementsAreArray(saved));
+}
+
+TEST_F(Output, ShowsEachNumber)
+{
+    EXPECT_THAT(numbersIn(succeed("latency --rate 192000")),
+                ElementsAre("192000", "305", "1.589", "453", "2.359", "453", "2.359"));
+    EXPECT_THAT(numbersIn(succeed("response --png a.png")),
+                ElementsAre("120", "2000", "10000", "44100", "-0.26", "2060", "+0.09", testing::_));
+    EXPECT_THAT(numbersIn(succeed("chunk a.chunk")), ElementsAre("258"));
+    write("in.wav", kWav16, 20000, Signals::noise(2, 5000, -20.0));
+    const std::tuple<const char *, const char *, const char *, std::vector<const char *>> warnings[] = {
+        {"100", "399", "3000", {"100", "399"}},
+        {"100", "400", "1599", {"400", "1599"}},
+        {"900", "1000", "1100", {"900", "1000", "1000", "1100"}},
+        {"9000", "10000", "11000", {}}}; // above the Nyquist frequency
+    for (const auto &[low, mid, high, expected] : warnings)
+        EXPECT_THAT(
+            numbersIn(
+                run(fmt::format("render in.wav out.wav --set 'Crossover Low Cutoff={}' --set 'Crossover Mid "
+                                "Cutoff={}' --set 'Crossover High Cutoff={}'",
+                                low, mid, high))
+                    .err),
+            ElementsAreArray(expected));
 }
 
 TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
@@ -112,6 +126,38 @@ TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
             sf_close(file);
             EXPECT_THAT(numbersIn(message), ElementsAre(std::to_string(left), "44100"));
         }
+}
+
+TEST_F(Output, FilesKeepTheTagsOfTheInput)
+{
+    write("in.wav", kWav16, 44100, Signals::silence(1000));
+    const auto tagged = [this](const char *name, int mode) {
+        SF_INFO info{};
+        const std::unique_ptr<SNDFILE, int (*)(SNDFILE *)> file(sf_open(pathOf(name).c_str(), mode, &info),
+                                                                sf_close);
+        if (mode == SFM_RDWR) sf_set_string(file.get(), SF_STR_ARTIST, "Somebody");
+        const char *const artist = sf_get_string(file.get(), SF_STR_ARTIST);
+        return std::string(artist ? artist : "");
+    };
+    tagged("in.wav", SFM_RDWR);
+    for (const char *name : {"out.wav", "out.flac", "out.ogg"}) {
+        succeed(std::string("render in.wav ") + name);
+        EXPECT_EQ(tagged(name, SFM_READ), "Somebody") << name;
+    }
+}
+
+TEST(OutputFormat, HoldsMoreThanFourGigabytes)
+{
+    SF_INFO input{};
+    input.channels = 2;
+    input.samplerate = 44100;
+    input.format = kWav16;
+    for (const auto &[frames, container] :
+         {std::pair{1'072'000'000, SF_FORMAT_WAV}, {1'073'000'000, SF_FORMAT_RF64}}) {
+        input.frames = frames;
+        EXPECT_EQ(container, App::outputFormat("a.wav", input).format & SF_FORMAT_TYPEMASK) << frames;
+    }
+    EXPECT_THROW(App::outputFormat("a.aiff", input), App::Failure);
 }
 
 TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
@@ -154,6 +200,15 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     for (const std::string &remark : summary.remarks)
         for (const std::string &each : numbersIn(remark)) remarked.push_back(each);
     EXPECT_THAT(remarked, ElementsAre("17", "23", "+5.10", "0.40", "-1", "-12.20", "-11", "29"));
+
+    options.report = "report.html";
+    const std::string page = makeReport(options, r, summary);
+    for (const App::Table &table :
+         {summary.files, summary.levels, summary.goal, summary.choice, summary.reduction, summary.work})
+        for (const auto &row : table.rows)
+            for (const std::string &cell : row) EXPECT_THAT(page, testing::HasSubstr(">" + cell + "</t"));
+    for (const std::string &remark : summary.remarks)
+        EXPECT_THAT(page, testing::HasSubstr(remark.substr(0, 40)));
 }
 
 } // namespace

@@ -9,7 +9,6 @@
 #include "apps/tessarine/pictures/Palette.h"
 #include "apps/tessarine/pictures/ReportPicture.h"
 #include "apps/tessarine/pictures/ResponsePicture.h"
-#include "apps/tessarine/render/Summary.h"
 
 // The charts as SVG, read back: labels, grid lines and curves against the values that they show.
 
@@ -32,7 +31,7 @@ bool near(Position a, Position b) { return std::hypot(a.x - b.x, a.y - b.y) < 0.
 class Svg {
 public:
     struct Text {
-        std::string words; // '?' for each letter of a vertical one
+        std::string words; // '?' for a letter of another size or of a vertical text
         Position at;       // its left end
     };
     struct Path {
@@ -89,18 +88,17 @@ public:
     std::vector<std::string> glyphs; // the outlines of all letters in turn
 
 private:
+    /// Of the size that labels have.
     static const std::map<std::string, char> &alphabet()
     {
         static const std::map<std::string, char> letters = [] {
-            std::map<std::string, char> made;
             std::string all;
             for (char letter = ' '; letter <= '~'; ++letter) all += letter;
-            for (const double size : {11.0, 12.0}) {
-                App::Drawing drawing(App::PictureFormat::svg, 2000.0, 100.0);
-                drawing.text({0.0, 50.0}, all, size, Palette::kInk, App::Align::left, size == 12.0);
-                const std::vector<std::string> used = Svg(drawing.finish(), {}).glyphs;
-                for (size_t i = 0; i < used.size(); ++i) made.emplace(used[i], all[i]);
-            }
+            App::Drawing drawing(App::PictureFormat::svg, 2000.0, 100.0);
+            drawing.text({0.0, 50.0}, all, 11.0, Palette::kInk);
+            const std::vector<std::string> used = Svg(drawing.finish(), {}).glyphs;
+            std::map<std::string, char> made;
+            for (size_t i = 0; i < used.size(); ++i) made.emplace(used[i], all[i]);
             return made;
         }();
         return letters;
@@ -225,17 +223,9 @@ TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
                     gain == 4 ? Palette::kLimiter : Palette::kBands[gain], 1.4,
                     placed(svg.charts[gain + 1], share, -factor * static_cast<double>(gain + 1), -9.0, 0.0)));
         }
-        for (size_t gain = 0; gain < App::Column::kGains; ++gain) {
-            const Box &chart = svg.charts[gain + 1];
-            expectAxis(svg, chart, false, {{"0", 1.0}, {"-3", 2 / 3.0}, {"-6", 1 / 3.0}, {"-9", 0.0}});
-            std::string caption;
-            for (const auto &[words, at] : svg.texts)
-                if (at.y == chart.top - 7.0) caption += words + " ";
-            EXPECT_THAT(caption, testing::StartsWith(App::kGainNames[gain]));
-            EXPECT_THAT(caption, testing::HasSubstr(gain == 2 ? " -6.0 dB" : " 0.0 dB"));
-            EXPECT_THAT(caption,
-                        testing::HasSubstr(fmt::format(" {:.1f} dB", -0.75 * static_cast<double>(gain + 1))));
-        }
+        for (size_t gain = 0; gain < App::Column::kGains; ++gain)
+            expectAxis(svg, svg.charts[gain + 1], false,
+                       {{"0", 1.0}, {"-3", 2 / 3.0}, {"-6", 1 / 3.0}, {"-9", 0.0}});
     }
 }
 

@@ -35,45 +35,32 @@ protected:
 
 TEST_F(Repaint, FollowsEveryGesture)
 {
-    const auto click = [](Desk &desk, Point at) { desk.click(at); };
-    const auto key = [](Desk &desk, Point) { desk.type(kKeyUp); };
-    const struct {
-        const char *name;
-        bool ofButtons, ofOthers;
-        std::initializer_list<uint32_t> held;
-        void (*carryOut)(Desk &desk, Point at);
-    } gestures[] = {
-        {"wheel", false, true, {}, [](Desk &desk, Point) { desk.wheel(-240); }},
-        {"linked wheel", false, true, {kKeyAlt, kKeyShift}, [](Desk &desk, Point) { desk.wheel(-360); }},
-        {"drag",
-         false,
-         true,
-         {},
-         [](Desk &desk, Point at) {
-             desk.drag(at, at + Point{2, 9});
-         }},
-        {"click", true, false, {}, click},
-        {"Alt-click", true, true, {kKeyAlt}, click},
-        {"key", true, true, {}, key},
-        {"key with Alt", true, false, {kKeyAlt}, key},
-        {"mouse taken away", true, true, {}, [](Desk &desk, Point at) {
-             desk.moveTo(at);
-             desk.press();
-             windowSystem().captureMouse(desk.window());
-             windowSystem().releaseMouse();
-             desk.release();
-         }}};
     for (const ControlRow &row : controlTable()) {
         if (row.name.ends_with('2') || row.name.ends_with('3')) continue; // the bands' controls are alike
-        for (const auto &[name, ofButtons, ofOthers, held, carryOut] : gestures) {
-            if (!(row.isButton() ? ofButtons : ofOthers)) continue;
-            SCOPED_TRACE(row.name + ", " + name);
+        const Point at = row.centre();
+        const auto linked = [&](auto act) {
+            const Held keys(desk, {kKeyAlt, kKeyShift});
+            act();
+        };
+        const std::function<void()> gestures[] = {[&] { desk.wheel(-240); },
+                                                  [&] { linked([&] { desk.wheel(-360); }); },
+                                                  [&] {
+                                                      desk.drag(at, at + Point{2, row.isButton() ? 0 : 9});
+                                                  }, // a click on a button
+                                                  [&] { desk.click(at, {kKeyAlt}); },
+                                                  [&] { desk.type(kKeyUp); },
+                                                  [&] {
+                                                      desk.press();
+                                                      windowSystem().captureMouse(
+                                                          desk.window()); // taken away
+                                                      windowSystem().releaseMouse();
+                                                      desk.release();
+                                                  }};
+        for (const std::function<void()> &gesture : gestures) {
+            SCOPED_TRACE(testing::Message() << row.name << ", gesture " << &gesture - gestures);
             session.window(row).setFocus();
-            desk.moveTo(row.centre());
-            {
-                const Held keys(desk, held);
-                carryOut(desk, row.centre());
-            }
+            desk.moveTo(at);
+            gesture();
             expectFreshPicture();
         }
     }
@@ -101,20 +88,17 @@ TEST_F(Repaint, FollowsTheHost)
 TEST(RepaintOfSpectra, FollowsTheRate)
 {
     std::vector<uint32_t> pictures[2];
-    for (const bool before : {false, true}) { // the editor opens
+    for (const bool isOpen : {false, true}) { // when the rate changes
         Session session;
-        if (!before) session.close();
-        session.effect.switchOff();
+        if (!isOpen) session.close();
         session.effect.setRate(22050);
-        session.effect.switchOn();
-        if (!before) session.open();
-        session.desk->wait(0);
+        if (!isOpen) session.open();
         session.mainWindow().stopTicking();
         session.play(Signals::music(1, 22050, 20000, 3));
-        session.desk->wait(50);
+        session.desk->wait(UI::MainWindow::kMinRenderMs);
         session.tick();
         session.desk->wait(0);
-        pictures[before] = session.desk->pixels();
+        pictures[isOpen] = session.desk->pixels();
     }
     EXPECT_EQ(pictures[0], pictures[1]);
 }
