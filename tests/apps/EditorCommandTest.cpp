@@ -1,5 +1,6 @@
 #include <cairo.h>
 
+#include "platform/Geometry.h"
 #include "tests/apps/Sandbox.h"
 
 namespace {
@@ -50,7 +51,10 @@ TEST_F(EditorCommand, ShowsMetersAndSpectraAtTheRequestedTime)
           Signals::append(Signals::noise(5, 44100, -6), Signals::silence(88200)));
     const Picture loud = picture("--in song.wav --at 0.9"), over = picture("--in song.wav --at 3");
     EXPECT_TRUE(loud != picture() && loud != over);
-    EXPECT_EQ(over, picture("--in song.wav")); // default: the end of a file shorter than 10 s
+    EXPECT_EQ(over, picture("--in song.wav")); // the end comes before 10 s
+    write("start.wav", kWavFloat, 44100, Signals::noise(5, 44100 / 2, -6));
+    write("whole.wav", kWavFloat, 44100, Signals::noise(5, 44100, -6));
+    EXPECT_EQ(picture("--in start.wav"), picture("--in whole.wav --at 0.5"));
 }
 
 TEST_F(EditorCommand, ShowsFocusToolTipPressedButtonAndLanguage)
@@ -63,6 +67,21 @@ TEST_F(EditorCommand, ShowsFocusToolTipPressedButtonAndLanguage)
                       french = picture("--language french" + sound);
         EXPECT_EQ(5u, std::set<Picture>({plain, focused, pointed, pressed, french}).size());
         EXPECT_EQ(plain, picture("--language english" + sound));
+    }
+}
+
+TEST_F(EditorCommand, MarksTheControlAskedFor)
+{
+    const Picture plain = picture();
+    for (const auto &[name, place] : {std::pair{"Output Gain Slider", Rect::at({460, 46}, 16, 159)},
+                                      {"Band 1 Threshold", Rect::at({54, 400}, 33, 13)},
+                                      {"Link Band Controls", Rect::at({517, 413}, 13, 13)}}) {
+        const Picture marked = picture(std::string("--focus '") + name + "'");
+        EXPECT_NE(plain, marked) << name;
+        for (int32_t y = 0; y < 488; ++y)
+            for (int32_t x = 0; x < 547; ++x)
+                ASSERT_TRUE(plain[y][x] == marked[y][x] || place.contains({x, y}))
+                    << name << ", " << x << ", " << y;
     }
 }
 

@@ -54,6 +54,8 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --chunk notes.wav", 1, "notes.wav is damaged or not a chunk of this effect"},
     {"render good.wav out.wav --chunk large.chunk", 1, "large.chunk is larger than 1 MiB"},
     {"render good.wav out.wav --chunk ./out.wav", 1, "the output would overwrite the chunk ./out.wav"},
+    {"render good.wav out.wav --chunk r.png --report r.png", 1, "the report would overwrite the chunk r.png"},
+    {"render good.wav out.wav --chunk d.wav --dry d.wav", 1, "the dry file would overwrite the chunk d.wav"},
     {"render good.wav out.wav --chunk ''", 2, "the name of the chunk is empty"},
     {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not saved in chunks"},
     {"chunk a --print --set Gain=1", 2, "--print excludes --set"},

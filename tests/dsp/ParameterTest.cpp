@@ -43,43 +43,6 @@ TEST_F(Parameters, StartAtTheirDefaultsAndStoreEveryValue)
             }
 }
 
-TEST_F(Parameters, MatchTheirNamedIndices)
-{
-    using DSP::CrossOver, DSP::Dynamics, DSP::Gain, DSP::Maximizer, DSP::Meter::Spectrum, DSP::ParamKind;
-    struct Row {
-        const Component &component;
-        ParamKind kind;
-        uint32_t index;
-        const char *name; // for band parameters that of band 1
-    };
-    const Component &bands = *chain.dynamics(), &limiter = *chain.maximizer(), &spectrum = *chain.spectrum(0);
-    const Row rows[] = {
-        {*chain.gain(), ParamKind::real, Gain::Param::gain, "Gain"},
-        {*chain.crossOver(), ParamKind::real, CrossOver::Param::cutoff, "Crossover Low Cutoff"},
-        {*chain.crossOver(), ParamKind::boolean, CrossOver::Param::bandBypass, "Crossover Band 1 Bypass"},
-        {*chain.crossOver(), ParamKind::boolean, CrossOver::Param::bandMute, "Crossover Band 1 Mute"},
-        {limiter, ParamKind::real, Maximizer::Param::threshold, "Limiter Threshold"},
-        {limiter, ParamKind::real, Maximizer::Param::margin, "Limiter Margin"},
-        {limiter, ParamKind::real, Maximizer::Param::ratio, "Limiter Ratio"},
-        {limiter, ParamKind::real, Maximizer::Param::attack, "Limiter Attack"},
-        {limiter, ParamKind::real, Maximizer::Param::release, "Limiter Release"},
-        {limiter, ParamKind::boolean, Maximizer::Param::bypass, "Limiter Bypass"},
-        {limiter, ParamKind::boolean, Maximizer::Param::brickwall, "Limiter Brickwall Mode"},
-        {bands, ParamKind::real, Dynamics::Param::threshold, "Band 1 Comp Threshold"},
-        {bands, ParamKind::real, Dynamics::Param::gain, "Band 1 Gain"},
-        {bands, ParamKind::real, Dynamics::Param::ratio, "Band 1 Ratio"},
-        {bands, ParamKind::real, Dynamics::Param::attack, "Band 1 Attack"},
-        {bands, ParamKind::real, Dynamics::Param::release, "Band 1 Release"},
-        {bands, ParamKind::boolean, Dynamics::Param::bandLink, "Dynamics Band Link"},
-        {bands, ParamKind::boolean, Dynamics::Param::bypass, "Band 1 Bypass"},
-        {bands, ParamKind::boolean, Dynamics::Param::solo, "Band 1 Solo"},
-        {spectrum, ParamKind::boolean, Spectrum::Param::onInput, "Spectrum On Input"},
-        {spectrum, ParamKind::integer, Spectrum::Param::windowSize, "Spectrum Window Size"},
-        {spectrum, ParamKind::integer, Spectrum::Param::overlap, "Spectrum Overlap"},
-        {spectrum, ParamKind::integer, Spectrum::Param::windowType, "Spectrum Window Type"}};
-    for (const Row &row : rows) EXPECT_EQ(row.name, row.component.param(row.kind, row.index).name);
-}
-
 TEST_F(Parameters, StayInTheirRanges)
 {
     for (const auto &[wanted, stored] : {std::pair{24.0f, 18.0f}, {-30.0f, -18.0f}}) {

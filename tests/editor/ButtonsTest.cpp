@@ -12,17 +12,6 @@ protected:
         for (int32_t band = 0; band < 4; ++band) text += session.value(firstHost + band) > 0.5f ? '1' : '0';
         return text;
     }
-    /// "1" for each coloured and "0" for each grey panel bar: bands 1 to 4, then the limiter.
-    std::string activeBars()
-    {
-        constexpr uint32_t kColours[] = {0x3D7D96, 0xD68C17, 0x77963D, 0xAD47A5, 0x626C7B}, kGrey = 0x535353;
-        std::string text;
-        for (int32_t panel = 0; panel < 5; ++panel) {
-            const uint32_t shown = pixel(desk.shot(), {panel < 4 ? 9 + 104 * panel : 425, 237});
-            text += shown == kColours[panel] ? '1' : shown == kGrey ? '0' : '?';
-        }
-        return text;
-    }
 
     Session session;
     Desk &desk = *session.desk;
@@ -105,22 +94,6 @@ TEST_F(Buttons, AltClickTurnsTheOtherBandsOff)
     }
     desk.click(control("limiter bypass").centre(), {kKeyAlt});
     EXPECT_EQ(session.told(), bracketed(8)) << "not part of a group";
-}
-
-TEST_F(Buttons, PanelBarsShowActiveBands)
-{
-    const std::pair<const char *, const char *> clicks[] = {{"bypass 3", "11011"},
-                                                            {"solo 2", "01001"},
-                                                            {"solo 3", "01001"}, // still bypassed
-                                                            {"limiter bypass", "01000"}};
-    EXPECT_EQ(activeBars(), "11111");
-    for (const auto &[name, bars] : clicks) {
-        desk.click(control(name).centre());
-        EXPECT_EQ(activeBars(), bars) << name;
-    }
-    session.put(35, 1.0f);
-    session.put(8, 0.0f);
-    EXPECT_EQ(activeBars(), "11001");
 }
 
 TEST_F(Buttons, ClickingALabelTogglesItsBox)

@@ -66,21 +66,6 @@ TEST_F(SpectrumControls, DraggingALineSetsItsCutoff)
     EXPECT_EQ(session.told(), bracketed(1) + " " + bracketed(3));
 }
 
-TEST_F(SpectrumControls, LinesCanBeGrabbedWithinFivePixels)
-{
-    session.put(1, hertzAt(100));
-    session.put(2, hertzAt(110));
-    session.told();
-    desk.click(at(94));
-    desk.click(at(116));
-    EXPECT_EQ(session.told(), "");
-    desk.click(at(95));
-    EXPECT_EQ(session.told(), "b1 e1");
-    desk.click(at(115));
-    desk.click(at(105)); // equal distance: the higher line
-    EXPECT_EQ(session.told(), "b2 e2 b2 e2");
-}
-
 TEST_F(SpectrumControls, ResetsKeepCutoffsInOrder)
 {
     session.put(1, 3000.0f);

@@ -47,10 +47,10 @@ TEST_F(VSTEditors, HostKeysReachTheFocusedControl)
     EXPECT_EQ(hostKey(0, 41), 1) << "F2";
     EXPECT_FLOAT_EQ(session.value(row.host), 3.5f);
     for (const int32_t left : {0, 3, 6, 58, 200, -4}) EXPECT_EQ(hostKey(0, left), -1) << left;
-    {
-        const Held held(desk, {kKeyControl});
+    for (const auto &[modifier, value] : {std::pair{kKeyControl, 3.6f}, {kKeyShift, 13.6f}}) {
+        const Held held(desk, {modifier});
         EXPECT_EQ(hostKey(0, 12), 1);
-        EXPECT_NEAR(session.value(row.host), 3.6f, 1e-4f);
+        EXPECT_NEAR(session.value(row.host), value, 1e-4f);
     }
     session.window(control("output slider")).setFocus();
     EXPECT_EQ(hostKey(0, 15), 1);
