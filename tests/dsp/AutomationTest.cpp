@@ -114,6 +114,21 @@ TEST(Automation, BypassEnvelopeYieldsToTheUser)
     EXPECT_EQ(rig.output.left[999], rig.input.left[999]);
 }
 
+TEST(Automation, RunBlockFollowsEnvelopesOnlyIfEnabled)
+{
+    ChainRig rig({});
+    DSP::Gain &gain = *rig.chain.gain();
+    gain.envelopeHandler().setEnvelope(ParamKind::real, DSP::Gain::Param::gain,
+                                       {{0, 10000000, 6, 6, 0, DSP::EnvelopeSegment::step}});
+    for (const bool on : {false, true}) {
+        gain.envelopeHandler().setEnabled(on);
+        float sample = 0.5f;
+        EXPECT_EQ(gain.runBlock({kRate, 0, 10}, {1, &sample, nullptr}), on);
+        EXPECT_EQ(gain.gain(), on ? 6.0f : 0.0f);
+        EXPECT_NEAR(sample, on ? 0.9976f : 0.5f, 1e-4f);
+    }
+}
+
 TEST(Automation, LimitsTheRateOfEditorRefreshes)
 {
     constexpr uint32_t kBlocks = 100, kIntervalMs = 67;

@@ -49,8 +49,8 @@ std::optional<double> readQuantity(std::string_view text, const std::string &uni
 {
     if (text.starts_with('+')) text.remove_prefix(1);
     const std::optional<double> value = takeNumber<double>(text);
-    const std::string behind = trimmed(std::string(text));
-    const bool isQuantity = value && std::isfinite(*value) && (behind.empty() || sameName(behind, unit));
+    const std::string suffix = trimmed(std::string(text));
+    const bool isQuantity = value && std::isfinite(*value) && (suffix.empty() || sameName(suffix, unit));
     return isQuantity ? value : std::nullopt;
 }
 
