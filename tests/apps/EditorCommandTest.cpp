@@ -51,7 +51,7 @@ TEST_F(EditorCommand, ShowsMetersAndSpectraAtTheRequestedTime)
           Signals::append(Signals::noise(5, 44100, -6), Signals::silence(88200)));
     const Picture loud = picture("--in song.wav --at 0.9"), over = picture("--in song.wav --at 3");
     EXPECT_TRUE(loud != picture() && loud != over);
-    EXPECT_EQ(over, picture("--in song.wav")); // the end comes before 10 s
+    EXPECT_EQ(over, picture("--in song.wav")); // default: the end of a file shorter than 10 s
     write("start.wav", kWavFloat, 44100, Signals::noise(5, 44100 / 2, -6));
     write("whole.wav", kWavFloat, 44100, Signals::noise(5, 44100, -6));
     EXPECT_EQ(picture("--in start.wav"), picture("--in whole.wav --at 0.5"));

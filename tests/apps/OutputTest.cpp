@@ -14,7 +14,7 @@
 #include "apps/tessarine/pictures/Report.h"
 #include "apps/tessarine/render/Summary.h"
 
-// What the program prints, in full: every row of its lists and every number of its messages.
+// The renderer's complete output: every row of its lists and every number of its messages.
 
 using testing::ElementsAre;
 using testing::ElementsAreArray;
@@ -23,7 +23,7 @@ namespace {
 
 using Rows = std::vector<std::vector<std::string>>;
 
-/// The columns of each line; two blanks or more separate them.
+/// Columns of each line, separated by two or more spaces.
 Rows rowsOf(const std::string &text)
 {
     static const std::regex column("\\S+( \\S+)*");

@@ -10,7 +10,7 @@
 #include "apps/tessarine/pictures/ReportPicture.h"
 #include "apps/tessarine/pictures/ResponsePicture.h"
 
-// The charts as SVG, read back: labels, grid lines and curves against the values that they show.
+// Parses the charts' SVG and compares labels, grid lines and curves with the values shown.
 
 namespace {
 
@@ -27,11 +27,11 @@ std::vector<std::smatch> findAll(const std::string &text, const char *pattern)
 
 bool near(Position a, Position b) { return std::hypot(a.x - b.x, a.y - b.y) < 0.05; }
 
-/// Cairo writes glyphs instead of letters; a glyph's outline gives its letter.
+/// A parsed chart. Cairo writes glyphs instead of characters; the outline of a glyph identifies its character.
 class Svg {
 public:
     struct Text {
-        std::string words; // '?' for a letter of another size or of a vertical text
+        std::string words; // '?' for a character of another size or orientation
         Position at;       // its left end
     };
     struct Path {
@@ -73,7 +73,7 @@ public:
         return fmt::format("rgb({:.0f}%,{:.0f}%,{:.0f}%)", 100 * colour.red, 100 * colour.green,
                            100 * colour.blue);
     }
-    /// A line in that colour and width has a corner there.
+    /// True if a line of this colour and width has a vertex at `at`.
     bool passes(Colour colour, double width, Position at) const
     {
         return std::ranges::any_of(paths, [&](const Path &path) {
@@ -85,10 +85,10 @@ public:
     std::vector<Box> charts; // their frames, from the top
     std::vector<Text> texts;
     std::vector<Path> paths;
-    std::vector<std::string> glyphs; // the outlines of all letters in turn
+    std::vector<std::string> glyphs; // outlines of all characters, in order
 
 private:
-    /// Of the size that labels have.
+    /// Outlines at the font size of the labels.
     static const std::map<std::string, char> &alphabet()
     {
         static const std::map<std::string, char> letters = [] {
@@ -107,10 +107,10 @@ private:
 
 struct Label {
     std::string words;
-    double share; // of the axis, from its low end
+    double share; // of the length of the axis, from its lower end
 };
 
-/// The axis below the chart or at its left has exactly these labels, each on a grid line at its value.
+/// Expects exactly these labels on the axis below the chart or on its left, each at a grid line.
 void expectAxis(const Svg &svg, const Box &chart, bool below, const std::vector<Label> &labels)
 {
     std::vector<std::string> shown, wanted;
@@ -189,7 +189,7 @@ TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
         App::Rendering rendering;
         rendering.rate = 1000;
         const auto half = static_cast<uint64_t>(seconds * rendering.rate / 2.0);
-        for (const float factor : {1.0f, 0.5f}) { // of the levels and, in dB, of the gains
+        for (const float factor : {1.0f, 0.5f}) { // scales the levels, and the gains in dB
             App::Column column{.frames = half, .peakIn = 0.5f * factor, .peakOut = 0.25f * factor};
             column.squaresIn = 0.01 * factor * factor * static_cast<double>(half);
             column.squaresOut = 0.001 * factor * factor * static_cast<double>(half);

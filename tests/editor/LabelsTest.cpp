@@ -106,7 +106,7 @@ TEST(Labels, OfCheckBoxesTakeClicksOnTheirWordsOnly)
     }
 }
 
-// Tool tips, and the mark of the focus.
+// Tool tips and the focus mark.
 
 class ToolTips : public testing::Test {
 protected:

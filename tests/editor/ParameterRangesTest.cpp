@@ -1,7 +1,7 @@
 #include "tests/editor/Session.h"
 
-// Every slider and field against its parameter's range: it shows and reaches both ends, stays within them, and steps
-// from either end by the right amount.
+// Each slider and field shows and reaches both ends of its parameter's range, stays inside it, and steps from either
+// end by the right amount.
 
 namespace {
 
@@ -9,7 +9,7 @@ using namespace Platform;
 
 class ParameterRanges : public testing::Test {
 protected:
-    /// The value after `notches` of the wheel; the cutoffs and the bands' releases have logarithmic scales.
+    /// Value after `notches` of the wheel. Cutoffs and band releases have logarithmic scales.
     static float stepped(const ControlRow &row, float from, float notches)
     {
         const float units = notches * 0.0265252f;
@@ -28,7 +28,7 @@ protected:
         for (const auto &[end, other, key, typed, sign] :
              {std::tuple{low, high, kKeyHome, "-999999", 1}, {high, low, kKeyEnd, "999999", -1}}) {
             SCOPED_TRACE(row.name + " " + typed);
-            session.put(row.host, end); // by the host
+            session.put(row.host, end); // as the host does
             expectValue(row, end);
             desk.moveTo(row.centre());
             desk.wheel(-120 * sign);
@@ -41,7 +41,8 @@ protected:
             session.window(row).setFocus();
             desk.type(key);
             expectValue(row, end);
-            if (!row.isField() || session.value(9) > 0.5f) continue; // in brickwall mode 20 ms can be typed
+            if (!row.isField() || session.value(9) > 0.5f)
+                continue; // brickwall mode limits the display, not the typed value
             session.put(row.host, other);
             desk.answerPrompt(typed, true);
             desk.click(row.centre());
@@ -55,8 +56,7 @@ protected:
 
 TEST_F(ParameterRanges, AreReachedByEverySliderAndField)
 {
-    session.host.echoesAutomation =
-        true; // sets each automated value at once, which must not start another round
+    session.host.echoesAutomation = true; // the echo must not cause another edit
     const float gap = std::exp2(10.0f / 377.0f * std::log2(1000.0f)); // ten columns between two cutoffs
     for (const ControlRow &row : controlTable()) {
         if (row.isButton()) continue;

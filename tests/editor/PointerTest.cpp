@@ -4,7 +4,7 @@
 #include "tests/editor/Session.h"
 #include "ui/controls/SpectrumAxis.h"
 
-// The mouse on a grid of points over the whole editor, above all between the controls.
+// Moves and clicks the mouse on a grid of points over the whole editor, including the space between controls.
 
 namespace {
 
@@ -14,8 +14,8 @@ class Pointer : public testing::Test {
 protected:
     static constexpr Rect kSpectrum = Rect::at({14, 24}, 377, 167);
 
-    Pointer() { session.put(1, 1700.0f); } // nine columns from the next
-    /// The field of the cutoff whose line can be grabbed there; of two the higher.
+    Pointer() { session.put(1, 1700.0f); } // nine columns from its neighbour
+    /// Field of the cutoff whose line can be grabbed at `at`. If two are equally near, the higher.
     const ControlRow *lineAt(Point at) const
     {
         const UI::Native::SpectrumAxis axis(kSpectrum.width(), kSpectrum.height());
@@ -30,7 +30,7 @@ protected:
         }
         return nearest;
     }
-    /// The title of the child window there; empty for the background.
+    /// Title of the child window at `at`; empty for the background.
     std::string titleAt(Point at)
     {
         const WindowHandle editor = session.editor().window();
@@ -79,7 +79,7 @@ TEST_F(Pointer, ClickBesideTheControlsChangesNoParameter)
         const std::string n = line ? std::to_string(line->host) : "";
         EXPECT_EQ(session.told(), line ? "b" + n + " e" + n : "");
         const std::string title = titleAt(at);
-        if (title.empty() || title.ends_with("Gain Reduction Meter")) // they leave the click to the editor
+        if (title.empty() || title.ends_with("Gain Reduction Meter")) // meters pass clicks to the editor
             EXPECT_EQ(system.focus(), session.editor().window());
         else
             EXPECT_EQ(session.focused(), line ? line : &focused);

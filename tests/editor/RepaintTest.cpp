@@ -1,6 +1,6 @@
 #include "tests/editor/Session.h"
 
-// After each gesture and each change by the host, an open editor shows the same pixels as one that has just been opened.
+// After each gesture and each change by the host, the editor must show the same pixels as after reopening.
 
 namespace {
 
@@ -8,7 +8,7 @@ using namespace Platform;
 
 class Repaint : public testing::Test {
 protected:
-    /// The picture without focus mark and tool tip.
+    /// Pixels without focus mark and tool tip.
     std::vector<uint32_t> picture()
     {
         session.mainWindow().stopTicking();
@@ -36,7 +36,8 @@ protected:
 TEST_F(Repaint, FollowsEveryGesture)
 {
     for (const ControlRow &row : controlTable()) {
-        if (row.name.ends_with('2') || row.name.ends_with('3')) continue; // the bands' controls are alike
+        if (row.name.ends_with('2') || row.name.ends_with('3'))
+            continue; // controls of all bands behave alike
         const Point at = row.centre();
         const auto linked = [&](auto act) {
             const Held keys(desk, {kKeyAlt, kKeyShift});
@@ -52,7 +53,7 @@ TEST_F(Repaint, FollowsEveryGesture)
                                                   [&] {
                                                       desk.press();
                                                       windowSystem().captureMouse(
-                                                          desk.window()); // taken away
+                                                          desk.window()); // another window takes the mouse
                                                       windowSystem().releaseMouse();
                                                       desk.release();
                                                   }};
@@ -64,13 +65,13 @@ TEST_F(Repaint, FollowsEveryGesture)
             expectFreshPicture();
         }
     }
-    for (const int32_t x : {14 + 98, 14 + 251, 14 + 338}) { // the cutoffs' lines
+    for (const int32_t x : {14 + 98, 14 + 251, 14 + 338}) { // crossover lines
         desk.drag({x, 100}, {x + 7, 90});
         expectFreshPicture();
     }
     session.put(1, 3000.0f);
     session.put(2, 5000.0f);
-    desk.click(control("mid cutoff").centre(), {kKeyAlt}); // the reset moves both
+    desk.click(control("mid cutoff").centre(), {kKeyAlt}); // the reset also moves the low cutoff
     expectFreshPicture();
 }
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// A request that is answered with a number other than 0, or in the buffer that the host passes.
+/// An opcode that returns a value other than 0 or writes to the host's buffer.
 struct Answered {
     int32_t opcode;
     intptr_t withoutBuffer, withBuffer;
@@ -22,7 +22,7 @@ constexpr Answered kAnswered[] = {
     {45, 0, 1, true}, {47, 0, 1, true}, {48, 0, 1, true}, {49, 1020, 1020},
     {52, 1, 1},       {58, 2300, 2300}, {63, -1, -1}};
 
-TEST(Dispatcher, AnswersAllOtherNumbersWithZeroAndLeavesTheBufferAlone)
+TEST(Dispatcher, AnswersUnknownOpcodesWithZeroAndKeepsTheBuffer)
 {
     FakeHost host;
     const LoadedEffect effect;
@@ -32,7 +32,7 @@ TEST(Dispatcher, AnswersAllOtherNumbersWithZeroAndLeavesTheBufferAlone)
         if (opcode == effClose || opcode == effGetChunk ||
             (opcode >= effEditGetRect && opcode <= effEditIdle) ||
             (opcode >= effEditKeyDown && opcode <= effSetEditKnobMode))
-            continue; // tests of their own
+            continue; // covered by other tests
         SCOPED_TRACE(opcode);
         const auto *const row = std::ranges::find(kAnswered, opcode, &Answered::opcode);
         const Answered expected = row != std::end(kAnswered) ? *row : Answered{opcode, 0, 0};
