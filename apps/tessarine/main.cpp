@@ -24,6 +24,8 @@ int main(int argc, char **argv)
     } catch (const App::Usage &usage) {
         std::fputs(usage.text.c_str(), usage.exitCode == 0 ? stdout : stderr);
         return usage.exitCode;
+    } catch (const App::ExitStatus &status) {
+        return std::fflush(stdout) == 0 ? status.code : fail("cannot write to standard output");
     } catch (const App::Interrupted &stop) {
         fail("interrupted; no file was written");
         std::signal(stop.signal, SIG_DFL);

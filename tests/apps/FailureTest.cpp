@@ -67,7 +67,6 @@ constexpr Refusal kRefusals[] = {
 
     {"render good.wav out.wav --loudness nan", 2, "the loudness cannot be 'nan'; give a number"},
     {"render good.wav out.wav --loudness -71", 2, "the loudness cannot be '-71'"},
-    {"render good.wav out.wav --true-peak -1", 2, "--loudness"},
     {"render good.wav out.wav --loudness -14 --set ' gain = 3'", 1, "--loudness chooses 'Gain' itself"},
     {"render good.wav out.wav --loudness -14 --set 'Global Bypass=on'", 1, "'Global Bypass'"},
     {"render good.wav out.wav --loudness -2 --true-peak -3", 1,

@@ -170,8 +170,8 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     r.frames = 83'400;
     r.formatDry = kWav16;
     r.delay = 305;
-    r.in = {-1.1, -0.9, -17.3};
-    r.out = {-0.04, 0.4, -12.2};
+    r.in = {-1.1, -0.9, -17.3, 6.1, -14.2, -15.3};
+    r.out = {-0.04, 0.4, -12.2, 5.1, -9.2, -10.3};
     r.dryGainDb = 5.1;
     r.clipped = 17;
     r.dryClipped = 23;
@@ -190,7 +190,8 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     const App::Summary summary = summarise(options, r);
     const auto numbers = [](const App::Table &table) { return numbersIn(toText(table)); };
     EXPECT_THAT(numbers(summary.files), ElementsAre("1:23.4", "1000", "16", "+5.10"));
-    EXPECT_THAT(numbers(summary.levels), ElementsAre("-1.1", "0.0", "-0.9", "0.4", "-17.3", "-12.2"));
+    EXPECT_THAT(numbers(summary.levels), ElementsAre("-1.1", "0.0", "-0.9", "0.4", "-17.3", "-12.2", "6.1",
+                                                     "5.1", "-15.3", "-10.3", "-14.2", "-9.2"));
     EXPECT_THAT(numbers(summary.goal), ElementsAre("-11.00", "-11.30", "-12.20", "-1.00", "-1.20", "0.40"));
     EXPECT_THAT(numbers(summary.choice), ElementsAre("2.50", "-3.50", "-4.50"));
     EXPECT_THAT(numbers(summary.reduction), ElementsAre("1", "-2.0", "-0.1", "2", "-4.0", "-0.2", "3", "-6.0",

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <malloc.h>
 
 #include <gmock/gmock.h>
 
@@ -134,12 +135,65 @@ TEST_F(Render, MemoryUseDoesNotDependOnTheLength)
     for (int i = 0; i < 2; ++i) {
         const uint32_t frames = static_cast<uint32_t>(kRate) * (i == 0 ? 60 : 900);
         write("in.wav", kWav16, kRate, Signals::noise(4, frames, -10.0));
+        malloc_trim(0); // the system counts the test's own memory as the program's until it starts
         const Program::Outcome outcome = run("render in.wav out.flac --report report.png");
         EXPECT_EQ(0, outcome.exitCode);
         EXPECT_LT(outcome.peakKiB, kLimitKiB);
         peaks[i] = outcome.peakKiB;
     }
     EXPECT_LT(peaks[1], peaks[0] + kGrowthKiB);
+}
+
+TEST_F(Render, FiguresDescribeTheWrittenFile)
+{
+    write("in.wav", kWavFloat, 44100, Signals::noise(1, 44100, 6.0));
+    const std::string call = "render in.wav out.wav --set 'Limiter Bypass=on'";
+    EXPECT_THAT(succeed(call), ContainsRegex("Sample peak +6.0 dBFS +12.7 dBFS"));
+    write("in.wav", kWav16, 44100, Signals::noise(1, 44100, 0.0));
+    EXPECT_THAT(run(call + " --set Gain=6").out, ContainsRegex("Sample peak +0.0 dBFS +0.0 dBFS"));
+}
+
+TEST_F(Render, OneHugeSampleSpoilsNeitherTheFiguresNorTheDryFile)
+{
+    Audio sound = Signals::noise(1, 44100, -12.0);
+    sound.left[20000] = 1e30f;
+    write("in.wav", kWavFloat, 44100, sound);
+    EXPECT_THAT(run("render in.wav out.wav --dry dry.wav").out,
+                ContainsRegex("Sample peak +-1[12]\\.[0-9] dBFS"));
+    for (const float sample : read("dry.wav").samples) ASSERT_LT(std::abs(sample), 1.0f);
+}
+
+TEST_F(Render, ExcerptEqualsThatPartOfTheWholeFile)
+{
+    write("in.wav", kWavFloat, 44100, Signals::music(1, 44100, 44100 * 16, -3.0));
+    const std::string settings = " --set 'Band 2 Comp Threshold=-30' --set 'Band 2 Ratio=4'";
+    succeed("render in.wav whole.wav" + settings);
+    succeed("render in.wav part.wav --start 12.5 --length 2 --dry dry.wav" + settings);
+    const Sound whole = read("whole.wav"), part = read("part.wav");
+    ASSERT_EQ(2 * 44100, part.info.frames);
+    EXPECT_EQ(2 * 44100, read("dry.wav").info.frames);
+    for (size_t i = 0; i < 2 * 44100; ++i)
+        ASSERT_NEAR(whole.at(i + 12 * 44100 + 22050, 0), part.at(i, 0), 1e-5) << i;
+    EXPECT_THAT(run("render in.wav part.wav --start 17").err, HasSubstr("--start 17 is after the end"));
+}
+
+TEST_F(Render, MixAndDifferenceUseTheAlignedInput)
+{
+    write("in.wav", kWavFloat, 44100, Signals::music(1, 44100, 44100, -3.0));
+    for (const bool compensated : {true, false}) {
+        const std::string call = std::string("render in.wav out.wav --set 'Band 2 Gain=6'") +
+                                 (compensated ? "" : " --no-compensate");
+        succeed(call + " --delta delta.wav");
+        const Sound in = read("in.wav"), wet = read("out.wav"), delta = read("delta.wav");
+        succeed(call + " --mix 25%");
+        const Sound mixed = read("out.wav");
+        const size_t delay = compensated ? 0 : 305;
+        for (size_t i = delay; i < 44100; ++i) {
+            ASSERT_EQ(wet.at(i, 0) - in.at(i - delay, 0), delta.at(i, 0)) << i;
+            ASSERT_NEAR(0.25f * wet.at(i, 0) + 0.75f * in.at(i - delay, 0), mixed.at(i, 0), 1e-6) << i;
+        }
+    }
+    EXPECT_EQ(2, run("render in.wav out.wav --mix 50 --loudness -20").exitCode);
 }
 
 } // namespace

@@ -12,9 +12,15 @@ struct Usage {
     std::string text; // ends with a line feed
 };
 
+/// Thrown after all output is complete, to end the program with an exit status other than 0.
+struct ExitStatus {
+    int code;
+};
+constexpr int kGoalMissed = 3;
+
 /// Runs the command named on the command line. Writes results to standard output, warnings and progress to
 /// standard error.
-/// Errors  Usage; Failure and Interrupted, after which no incomplete file remains
+/// Errors  Usage and ExitStatus; Failure and Interrupted, after which no incomplete file remains
 void runCommandLine(int argc, const char *const *argv);
 
 // Each function adds one command with its options and callback.

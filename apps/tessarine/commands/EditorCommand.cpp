@@ -6,8 +6,8 @@
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/console/Progress.h"
 #include "apps/tessarine/editor/EditorScreen.h"
+#include "apps/tessarine/effect/EffectPass.h"
 #include "apps/tessarine/effect/EffectSetup.h"
-#include "apps/tessarine/files/Block.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 #include "host/VSTEditor.h"
 
@@ -50,7 +50,7 @@ uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
 class Player {
 public:
     Player(AudioReader &from, EffectHost &effect, EditorScreen &to)
-        : reader(from), host(effect), screen(to), block(reader.channels(), kBlockFrames)
+        : reader(from), screen(to), pass(from, effect, kBlockFrames)
     {
     }
 
@@ -58,9 +58,7 @@ public:
     {
         while (played < end) {
             const auto frames = static_cast<uint32_t>(std::min<uint64_t>(kBlockFrames, end - played));
-            block.read(reader, frames);
-            block.separate(frames);
-            host.process(block.sides, block.sides, frames);
+            pass.run(frames, chunk);
             played += frames;
             const uint64_t now = played * 1000 / reader.rate();
             screen.wait(static_cast<uint32_t>(now - shownMs));
@@ -71,9 +69,9 @@ public:
 
 private:
     AudioReader &reader;
-    EffectHost &host;
     EditorScreen &screen;
-    Block block;
+    EffectPass pass;
+    Chunk chunk;
     uint64_t played = 0; // frames
     uint64_t shownMs = 0;
 };

@@ -1,3 +1,5 @@
+#include <cmath>
+
 #include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/files/TemporaryFile.h"
@@ -32,11 +34,12 @@ void requireDistinct(const RenderOptions &options)
 {
     const NamedFile input = {"input", options.in}, output = {"output", options.out};
     const NamedFile chunk = {"chunk", options.effect.chunk}, dry = {"dry file", options.dry};
-    const NamedFile report = {"report", options.report};
+    const NamedFile report = {"report", options.report}, delta = {"difference", options.delta};
     // each pair: a file to write and a file that it must not overwrite
     const std::pair<NamedFile, NamedFile> pairs[] = {
-        {report, output}, {report, input}, {dry, output}, {dry, input},
-        {dry, report},    {output, chunk}, {dry, chunk},  {report, chunk},
+        {report, output}, {report, input}, {dry, output},   {dry, input},    {dry, report},
+        {output, chunk},  {dry, chunk},    {report, chunk}, {delta, output}, {delta, input},
+        {delta, dry},     {delta, report}, {delta, chunk},
     };
     for (const auto &[written, taken] : pairs) {
         if (written.path.empty() || taken.path.empty() || !isSameFile(written.path, taken.path)) continue;
@@ -71,6 +74,8 @@ void renderFile(const RenderOptions &options)
         report->commit();
     }
     fmt::print("{}", toScreen(summary));
+    const bool exceedsPeak = options.truePeak && rendering.out.truePeakDb > *options.truePeak;
+    if (rendering.missesGoal() || exceedsPeak) throw ExitStatus{kGoalMissed};
 }
 
 /// Makes a check that refuses an empty name, which would have the same effect as no option.
@@ -95,21 +100,55 @@ auto within(const char *what, double low, double high, const char *unit)
 
 void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<double> &truePeak)
 {
-    CLI::Option *const loudness =
-        command
-            ->add_option(
-                "--loudness", level,
-                "Target integrated loudness. The file is analysed first; 'Gain', 'Limiter Threshold' "
-                "and 'Limiter Margin' are then set for the least limiting. Brickwall mode is used "
-                "only if switched on or needed")
-            ->type_name("LUFS")
-            ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
+    command
+        ->add_option(
+            "--loudness", level,
+            "Target integrated loudness. The file is analysed first; 'Gain' and the limiter are then set "
+            "for the least limiting: none, else soft mode, else brickwall mode")
+        ->type_name("LUFS")
+        ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
     command
         ->add_option("--true-peak", truePeak,
-                     "Maximum true peak of the output with --loudness (default: 0 dBTP)")
+                     "Maximum true peak of the output (default: 0 dBTP with --loudness, else none). Without "
+                     "--loudness, 'Gain' is lowered if necessary")
         ->type_name("DBTP")
-        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "")
-        ->needs(loudness);
+        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "");
+}
+
+void addExcerpt(CLI::App *command, RenderOptions &options)
+{
+    const auto seconds = [](const char *what, double least) {
+        return [=](const std::string &text) {
+            const std::optional<double> value = readNumber<double>(text);
+            return value && std::isfinite(*value) && *value >= least
+                       ? std::string()
+                       : fmt::format("{} cannot be '{}'; give seconds", what, text);
+        };
+    };
+    command->add_option("--start", options.start, "Start of an excerpt (default: the start of the file)")
+        ->type_name("SECONDS")
+        ->check(seconds("the start", 0.0), "");
+    command->add_option("--length", options.length, "Length of an excerpt (default: to the end of the file)")
+        ->type_name("SECONDS")
+        ->check(seconds("the length", 1e-6), "");
+}
+
+void addMix(CLI::App *command, double &mix)
+{
+    const auto read = [&mix](const std::string &text) {
+        std::string_view number = text;
+        if (number.ends_with('%')) number.remove_suffix(1);
+        const std::optional<double> percent = readNumber<double>(number);
+        if (!percent || !(*percent >= 0.0 && *percent <= 100.0))
+            throw CLI::ValidationError(
+                "--mix", fmt::format("the mix cannot be '{}'; give a percentage from 0 to 100", text));
+        mix = *percent / 100.0;
+    };
+    command
+        ->add_option_function<std::string>(
+            "--mix", read, "Share of the processed signal in a mix with the input (default: 100 per cent)")
+        ->type_name("PERCENT")
+        ->excludes("--loudness");
 }
 
 } // namespace
@@ -154,8 +193,18 @@ void addRender(CLI::App &app)
                      "listening comparisons; its extension selects the format")
         ->type_name("FILE")
         ->check(named("dry file"), "");
+    command
+        ->add_option("--delta", options->delta,
+                     "File to write with the difference: the output minus the input, aligned")
+        ->type_name("FILE")
+        ->check(named("difference"), "");
+    addExcerpt(command, *options);
+    addMix(command, options->mix);
     command->callback([options, loudness, truePeak] {
-        if (*loudness) options->goal = {**loudness, truePeak->value_or(0.0)};
+        if (*loudness)
+            options->goal = {**loudness, truePeak->value_or(0.0)};
+        else
+            options->truePeak = *truePeak;
         renderFile(*options);
     });
 }

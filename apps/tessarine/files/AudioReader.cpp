@@ -4,6 +4,8 @@
 
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/files/InputFile.h"
+#include "dsp/chain/TransformBase.h"
+#include "dsp/kernels/Kernels.h"
 
 namespace App {
 
@@ -39,7 +41,18 @@ uint32_t AudioReader::read(float *interleaved, uint32_t count)
             "from its source",
             path.string(), position + static_cast<uint64_t>(std::max<sf_count_t>(got, 0)), frames()));
     position += expected;
+    const auto samples = static_cast<uint32_t>(expected) * channels();
+    zeroed +=
+        DSP::Kernels::active().block.silenceGarbage(interleaved, DSP::TransformBase::kLoudestSample, samples);
     return static_cast<uint32_t>(expected);
+}
+
+void AudioReader::seek(uint64_t frame)
+{
+    position = std::min(frame, frames());
+    if (sf_seek(handle.get(), static_cast<sf_count_t>(position), SEEK_SET) < 0)
+        throw Failure(fmt::format("{} cannot be read from frame {} on: {}; convert it to WAV or FLAC first",
+                                  path.string(), position, sf_strerror(handle.get())));
 }
 
 } // namespace App

@@ -79,11 +79,13 @@ void AudioWriter::quantise(const float *samples, size_t count)
     }
 }
 
-void AudioWriter::write(const float *interleaved, uint32_t frames)
+void AudioWriter::write(float *interleaved, uint32_t frames)
 {
     sf_count_t done = 0;
     if (bits != 0) {
         quantise(interleaved, size_t{frames} * static_cast<size_t>(soundInfo.channels));
+        for (size_t i = 0; i < quantised.size(); ++i)
+            interleaved[i] = static_cast<float>(std::ldexp(quantised[i], -31));
         done = sf_writef_int(handle.get(), quantised.data(), frames);
     } else {
         done = sf_writef_float(handle.get(), interleaved, frames);

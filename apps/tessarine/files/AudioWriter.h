@@ -14,7 +14,7 @@ public:
     /// Chooses the format with outputFormat and copies the input's metadata.
     AudioWriter(const std::filesystem::path &path, const AudioReader &input);
 
-    void write(const float *interleaved, uint32_t frames);
+    void write(float *interleaved, uint32_t frames);
     void finish();
 
     /// Number of samples beyond full scale; 0 for float formats.

@@ -12,8 +12,6 @@ const std::vector<std::string> kGainNames = {"Band 1", "Band 2", "Band 3", "Band
 
 namespace {
 
-constexpr double kLoudnessTolerance = 0.5; // LU
-
 std::string number(double value, const char *unit)
 {
     if (std::isinf(value)) return std::string(value < 0 ? "-inf " : "inf ") + unit;
@@ -49,6 +47,7 @@ Table files(const RenderOptions &options, const Rendering &r)
         table.rows.push_back({"", fmt::format("{}, {:+.2f} dB, {}", describeFormat(r.formatDry), r.dryGainDb,
                                               isMatched(r) ? "as loud as the output" : "level unchanged")});
     }
+    if (!options.delta.empty()) table.rows.push_back({"Difference", options.delta.string()});
     if (!options.report.empty()) table.rows.push_back({"Report", options.report.string()});
     return table;
 }
@@ -86,7 +85,7 @@ Table work(const RenderOptions &options, const Rendering &r)
             }};
 }
 
-std::vector<std::string> remarks(const Rendering &r)
+std::vector<std::string> remarks(const RenderOptions &options, const Rendering &r)
 {
     std::vector<std::string> sentences;
     if (!r.warning.empty()) sentences.push_back(r.warning);
@@ -107,10 +106,24 @@ std::vector<std::string> remarks(const Rendering &r)
         sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the requested {:g} dBTP; give a "
                                         "lower --true-peak",
                                         r.out.truePeakDb, r.choice->goal.truePeak));
-    if (r.choice && std::abs(r.out.loudness - r.choice->goal.loudness) > kLoudnessTolerance)
-        sentences.push_back(fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS because of heavy "
-                                        "limiting; correct --loudness by the difference",
-                                        r.out.loudness, r.choice->goal.loudness));
+    if (r.missesLoudness())
+        sentences.push_back(
+            fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS, as near as the true peak "
+                        "allows; give a lower --loudness or a higher --true-peak",
+                        r.out.loudness, r.choice->goal.loudness));
+    if (options.truePeak && r.loweredDb > 0.0)
+        sentences.push_back(fmt::format("'Gain' was lowered by {:.2f} dB to keep the true peak at {:g} dBTP",
+                                        r.loweredDb, *options.truePeak));
+    if (options.truePeak && r.out.truePeakDb > *options.truePeak)
+        sentences.push_back(
+            fmt::format("the true peak is {:.2f} dBTP, above the requested {:g} dBTP, because "
+                        "'Gain' is at its minimum; lower 'Limiter Margin'",
+                        r.out.truePeakDb, *options.truePeak));
+    if (r.deltaClipped > 0)
+        sentences.push_back(
+            fmt::format("{} samples of the difference exceeded full scale and were clipped; write it "
+                        "to a file with float samples",
+                        r.deltaClipped));
     if (r.silenced > 0)
         sentences.push_back(
             fmt::format("{} input samples were NaN, infinite or absurdly loud and were zeroed", r.silenced));
@@ -129,6 +142,9 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
         {"Sample peak", number(r.in.samplePeakDb, "dBFS"), number(r.out.samplePeakDb, "dBFS")},
         {"True peak", number(r.in.truePeakDb, "dBTP"), number(r.out.truePeakDb, "dBTP")},
         {"Loudness", number(r.in.loudness, "LUFS"), number(r.out.loudness, "LUFS")},
+        {"Loudness range", number(r.in.range, "LU"), number(r.out.range, "LU")},
+        {"Maximum short-term", number(r.in.maxShortTerm, "LUFS"), number(r.out.maxShortTerm, "LUFS")},
+        {"Maximum momentary", number(r.in.maxMomentary, "LUFS"), number(r.out.maxMomentary, "LUFS")},
     };
     if (r.choice) {
         summary.goal = goal(*r.choice, r);
@@ -140,7 +156,7 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
                                           number(r.history.total().leastGainDb(i), "dB"),
                                           number(r.history.total().meanGainDb(i), "dB")});
     summary.work = work(options, r);
-    summary.remarks = remarks(r);
+    summary.remarks = remarks(options, r);
     return summary;
 }
 
