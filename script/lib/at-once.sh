@@ -12,7 +12,7 @@ end_background() {
     local group
     for group in "${groups[@]}"; do kill -- -"$group" 2>/dev/null || true; done
 }
-trap end_background EXIT # a script with its own EXIT trap must call it there
+trap end_background EXIT # scripts with their own EXIT trap must call end_background there
 
 # at_once COMMAND NAME...: runs COMMAND with every NAME at once; waits for all and returns 1 if any failed
 at_once() {

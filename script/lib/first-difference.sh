@@ -13,7 +13,7 @@ section_at() {
 }
 
 # first_difference FILE FILE OBJDUMP: prints the first difference and the first inside a section. The header of a Windows
-# library always differs, because it contains a checksum.
+# library contains a checksum, so it differs if anything does.
 first_difference() {
     local offset rest section first=
     while read -r offset rest; do

@@ -3,7 +3,7 @@
 # outcome LOG: prints the number of tests by result
 outcome() { sed -nE 's/^\[ +([A-Z]+) +\] ([0-9]+) tests?\b.*/\2 \L\1/p' "$1" | paste -sd ' '; }
 
-# failures LOG: prints the names of crashed tests, and at most 80 lines of messages of failed tests and outside tests
+# failures LOG: prints crashed tests, and up to 80 lines of the output of crashed and failed tests and outside tests
 failures() {
     tr -d '\r' <"$1" | awk '
         function show(lines) { for (i = 1; i <= lines; i++) if (++shown <= 80) print line[i] }

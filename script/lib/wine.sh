@@ -13,7 +13,8 @@ wine_32() {
     fi
 }
 
-# run_win64 PROGRAM [ARGUMENT...]: runs a program. tests_win64 PROGRAM: prints the filter of its tests.
+# run_win64 PROGRAM [ARGUMENT...]
+# tests_win64 PROGRAM: prints the GoogleTest filter for the program
 run_win64() { wine_64 "$@"; }
 tests_win64() { echo '*'; }
 
@@ -61,8 +62,8 @@ kernel_runs_win32() {
     return $status
 }
 
-# tests_win32 PROGRAM: prints the filter of its tests. The emulator is about thirty times slower, computes 80-bit sines and
-# powers with only 64-bit accuracy, and rounds differently in the x87's 24-bit mode.
+# tests_win32 PROGRAM: prints the GoogleTest filter for the program. The emulator is about thirty times slower, computes
+# 80-bit sines and powers with only 64-bit accuracy, and rounds differently in the x87's 24-bit mode.
 tests_win32() {
     win32_emulated || { echo '*'; return; }
     case $1 in
