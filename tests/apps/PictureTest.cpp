@@ -203,7 +203,7 @@ TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
         App::Rendering rendering;
         rendering.rate = 1000;
         const auto half = static_cast<uint64_t>(std::lround(6.0 * step * rendering.rate));
-        for (const float factor : {1.0f, 0.5f}) { // scales the levels, and the gains in dB
+        for (const float factor : {1.0f, 0.5f}) { // linear for levels, in dB for gains
             App::Column column{.frames = half, .peakIn = 0.5f * factor, .peakOut = 0.25f * factor};
             column.squaresIn = 0.01 * factor * factor * static_cast<double>(half);
             column.squaresOut = 0.001 * factor * factor * static_cast<double>(half);
