@@ -1,7 +1,7 @@
-# at-once: for the other scripts to source; runs things at the same time that all end with the script.
+# at-once: for the other scripts to source; runs background commands that end with the script.
 
 groups=()
-# in_background COMMAND...: its process is $! then, and its whole group ends with this script
+# in_background COMMAND...: sets $! to the process; its process group ends with this script
 in_background() {
     set -m
     "$@" &
@@ -12,9 +12,9 @@ end_background() {
     local group
     for group in "${groups[@]}"; do kill -- -"$group" 2>/dev/null || true; done
 }
-trap end_background EXIT # a script with more to do at its end calls it from a trap of its own
+trap end_background EXIT # scripts with their own EXIT trap must call end_background there
 
-# at_once COMMAND NAME...: runs COMMAND with every NAME; false if one of them failed, when all have ended
+# at_once COMMAND NAME...: runs COMMAND with every NAME at once; waits for all and returns 1 if any failed
 at_once() {
     local command=$1 job status=0 jobs=()
     shift

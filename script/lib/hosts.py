@@ -1,4 +1,4 @@
-"""hosts: what script/hosts needs beside the hosts themselves; sound files here are 32-bit float WAV, stereo."""
+"""Commands of script/hosts: audio files, session files and comparison. Audio files are stereo, 32-bit float WAV."""
 
 import base64
 import os
@@ -10,7 +10,7 @@ import xml.etree.ElementTree as ElementTree
 from array import array
 
 FRAME_BYTES = 8
-SUPERCLOCK = 282240000  # ticks per second in which Ardour 7 keeps places on the time line
+SUPERCLOCK = 282240000  # ticks per second of Ardour 7's time line
 LARGEST_DIFFERENCE = 2.0**-22  # two units in the last place of a sample just below full scale
 
 
@@ -25,10 +25,10 @@ def read(path):
             format_ok = channels == 2 and bits == 32 and tag in (3, 0xFFFE)
         if name == b"data":
             if not format_ok:
-                sys.exit(f"{path} is not a stereo file of 32-bit floats")
+                sys.exit(f"{path} is not a stereo 32-bit float WAV file")
             return content[at + 8 : at + 8 + size]
         at += 8 + size + (size & 1)
-    sys.exit(f"{path} holds no samples")
+    sys.exit(f"{path} contains no samples")
 
 
 def write(path, samples, rate=44100):
@@ -54,7 +54,7 @@ def drop(source, target, frames, keep=None):
 
 
 def session(path, recording, chunk, rate):
-    """Puts the recording on the session's only track and the chunk into its effect, as Ardour itself would save them."""
+    """Adds the recording to the session's only track and the chunk to its effect, in the format that Ardour saves."""
     frames = len(read(recording)) // FRAME_BYTES
     folder = os.path.dirname(path)
     shutil.copy(recording, os.path.join(folder, "interchange", os.path.basename(folder), "audiofiles", "input.wav"))
@@ -83,12 +83,12 @@ def session(path, recording, chunk, rate):
 
 
 def connect(root):
-    """Leads the track into the master bus, and nothing into the track; Ardour does such things late, or not at all."""
+    """Connects the track to the master bus and disconnects its input. Ardour does so late or not at all."""
     for route, direction, others in (("song", "Input", None), ("song", "Output", "Master/audio_in"),
                                      ("Master", "Input", "song/audio_out")):
         ports = root.findall(f"Routes/Route[@name='{route}']/IO[@direction='{direction}']/Port[@type='audio']")
         if len(ports) != 2:
-            sys.exit(f"{route} has {len(ports)} audio ports as {direction.lower()}")
+            sys.exit(f"{route} has {len(ports)} audio {direction.lower()} ports, expected 2")
         for number, port in enumerate(ports, 1):
             for old in port.findall("Connection"):
                 port.remove(old)
@@ -97,13 +97,13 @@ def connect(root):
 
 
 def version():
-    """The number that hosts get, as the release build has it."""
+    """Returns the version number that the release build reports to hosts."""
     with open("build/release/plugin/Version.h") as file:
         return re.search(r"VERSION_NUMBER (\d+)", file.read())[1]
 
 
 def audacity_settings(path, chunk):
-    """Makes the chunk what Audacity last used with the effect."""
+    """Stores the chunk as Audacity's current settings of the effect."""
     key = base64.b64encode(b"Effect_VST_Veloxon, Inc._Tessarine").decode().replace("=", "\\=")
     with open(chunk, "rb") as file:
         text = base64.b64encode(file.read()).decode()
@@ -123,7 +123,7 @@ def audacity(to_path, from_path, source, target):
             while "BatchCommand finished" not in answer:
                 line = answers.readline()
                 if not line:
-                    sys.exit(f"Audacity went away at: {command}")
+                    sys.exit(f"Audacity closed its pipe during: {command}")
                 answer += line
             answers.readline()
             print(command, answer, sep="\n")
@@ -162,16 +162,16 @@ def lmms_project(path, library, recording, chunk):
 
 
 def compare(source, expected, found, silence, tail):
-    """Prints frames of the recording, how many differ and by how much at most, and the same for the silence around it.
+    """Prints the frames of the recording, how many differ, and the largest difference in it and in the silence around it.
 
-    False unless all are as good as equal: the square wave that keeps the filters from denormals begins with the
-    effect's first block, and a host that plays silence first shifts it by less than the last place of a sample.
+    Allows LARGEST_DIFFERENCE: the denormal guard's square wave starts with the effect's first block, so a host that
+    first plays silence shifts its phase.
     """
     before, right, left = (array("f", read(path)) for path in (source, expected, found))
     if len(left) != len(right):
         sys.exit(f"{found} is {len(left) // 2} frames long, {expected} {len(right) // 2}")
     if max(abs(a - b) for a, b in zip(before, right)) < 0.1:
-        sys.exit(f"{expected} is what went in; the comparison would say nothing")
+        sys.exit(f"{expected} equals the input, so the comparison is meaningless")
     differences = [max(abs(left[at] - right[at]), abs(left[at + 1] - right[at + 1])) for at in range(0, len(left), 2)]
     first, last = int(silence), len(differences) - int(tail)
     recording, around = differences[first:last], differences[:first] + differences[last:]

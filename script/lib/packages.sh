@@ -1,15 +1,14 @@
-# packages: for the other scripts to source; installs the Debian packages that they need and that are missing.
+# packages: for the other scripts to source; installs missing Debian packages.
 
-# Everything the release build needs. fonts-dejavu-core is the font of the renderer's pictures; in the other two the
-# editor's words are drawn where there is no screen.
+# For the release build. fonts-dejavu-core is the font of the renderer's pictures; the offscreen editor uses the other two.
 build_packages=(build-essential cmake ninja-build pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
     libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
     libgtest-dev libgmock-dev libbenchmark-dev)
-# What the sanitizers are built with, and what reads the code; libFuzzer is part of the last.
+# For the sanitizer builds and script/lint; libclang-rt-dev contains libFuzzer.
 clang_packages=(clang clang-tidy libclang-rt-dev)
-# What draws the editor's images; fonts-inter is their font.
+# For script/images; fonts-inter is the font of the images.
 image_packages=(python3-cairo fonts-inter)
-# What the Windows libraries and their tests need beside it; the last makes the chroot of a 32-bit Wine.
+# For the Windows libraries and their tests; debootstrap creates the chroot for 32-bit Wine.
 windows_packages=(g++-mingw-w64-i686-posix g++-mingw-w64-x86-64-posix libz-mingw-w64-dev googletest wine64 xvfb
     debootstrap)
 
@@ -19,18 +18,18 @@ as_root() {
     if [ "$(id -u)" -eq 0 ]; then "$@"; else sudo "$@"; fi
 }
 
-# debian_mirror: the mirror that this machine uses already, or the one named in DEBIAN_MIRROR; nothing if there is none.
+# debian_mirror: prints DEBIAN_MIRROR or, by default, the system's mirror; an empty line if there is none
 debian_mirror() {
     printf '%s\n' "${DEBIAN_MIRROR:-$(grep -rhoE '(https?|file)://[^ ]+/debian/?( |$)' /etc/apt/sources.list \
         /etc/apt/sources.list.d 2>/dev/null | head -n 1 | tr -d ' ')}"
 }
 
-# install_packages NAME...: as root or through sudo; asks the network only if something is missing.
+# install_packages NAME...: uses root or sudo, and the network only if a package is missing
 install_packages() {
     local name log missing=()
-    command -v dpkg-query >/dev/null || { echo "this system has no dpkg; it must be Debian 12 or a relative of it" >&2; return 1; }
+    command -v dpkg-query >/dev/null || { echo "dpkg is missing; this script needs Debian 12 or a derivative" >&2; return 1; }
     for name in "$@"; do package_installed "$name" || missing+=("$name"); done
-    if [ "${#missing[@]}" -eq 0 ]; then echo "all packages are there"; return; fi
+    if [ "${#missing[@]}" -eq 0 ]; then echo "all packages are installed"; return; fi
     if [ "$(id -u)" -ne 0 ] && ! command -v sudo >/dev/null; then
         echo "packages are missing; install them as root: apt-get install ${missing[*]}" >&2
         return 1
@@ -43,7 +42,7 @@ install_packages() {
     else
         tail -n 15 "$log" >&2
         rm -f "$log"
-        echo "apt-get could not install them; see its messages above, then run this script again" >&2
+        echo "apt-get failed; see above, then run this script again" >&2
         return 1
     fi
 }

@@ -1,7 +1,7 @@
 #!/usr/bin/env python3
 """random-mutants COUNT SEED: prints COUNT random mutants of the product's C++ code in the format of tests/mutants.txt,
-the same for the same seed and code. Not every one compiles, and some change nothing visible. Leaves out Windows code,
-which the mutation test does not build."""
+the same for the same seed and code. Some do not compile or have no visible effect. Skips Windows code, which the
+mutation test does not build."""
 import random
 import re
 import subprocess
@@ -22,7 +22,7 @@ STATEMENT = re.compile(r'^\s+(?!return|const |auto |static |case |default|break|
 
 
 def mutations(line, masked):
-    """Yields (what is wrong, the new line) for one line of code."""
+    """Yields (description, new line) for each mutant of a line. Comments and strings are blank in masked."""
     for m in SWAP.finditer(masked):
         new = SWAPS[m.group()]
         yield f"'{m.group().strip()}' becomes '{new.strip()}'", line[:m.start()] + new + line[m.end():]
@@ -39,7 +39,7 @@ def mutations(line, masked):
 
 
 def sites():
-    """All mutants of all files: (file, line number, what is wrong, lines before, lines after)."""
+    """Yields all mutants of all files: (file, line number, description, original lines, new lines)."""
     names = subprocess.run(['git', 'ls-files', '--', *PRODUCT], capture_output=True, text=True, check=True).stdout.split()
     for name in names:
         if not name.endswith(('.cpp', '.h')) or LEFT_OUT.search(name):
@@ -52,7 +52,7 @@ def sites():
             if NO_CODE.match(line):
                 continue
             for what, new in mutations(line, masks[i].rstrip()):
-                first = i # as many lines above as make the text unique
+                first = i # adds lines above until the text is unique
                 while first > 0 and text.count('\n'.join(lines[first:i + 1])) > 1:
                     first -= 1
                 yield name, i + 1, what, lines[first:i + 1], lines[first:i] + [new]

@@ -1,9 +1,9 @@
-# song: for the other scripts to source; the recording of the demo and how it is mastered.
+# song: for the other scripts to source; the song of script/demo and its settings.
 
-# A metal song under the MIT licence, 29 MB; nothing depends on the package and it on nothing.
+# A metal song under the MIT licence; a 29 MB package without dependencies.
 song_package=fretsonfire-songs-sectoid
 song='/usr/share/games/fretsonfire/data/songs/sectoid/Metal madness/song.ogg'
 
-song_moment=71 # seconds: everything plays
-song_settings=() # the arguments of the renderer
+song_moment=71 # in seconds; all instruments play
+song_settings=() # arguments of the renderer
 while IFS= read -r setting; do song_settings+=(--set "$setting"); done <script/lib/song-settings.txt

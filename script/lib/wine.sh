@@ -1,8 +1,8 @@
-# wine: for the other scripts to source; runs Windows programs under Wine, each with a prefix of its own in build/.
+# wine: for the other scripts to source; runs Windows programs under Wine, with separate 32-bit and 64-bit prefixes.
 
 export WINEDEBUG=-all
 
-# wine_64 ARGUMENT..., wine_32 ARGUMENT...: Wine itself; the one of the chroot sees its folder w as /w.
+# wine_64 ARGUMENT..., wine_32 ARGUMENT...: run Wine. In the chroot, build/win32-chroot/w is /w.
 wine_64() { WINEPREFIX=$PWD/build/wine64 /usr/lib/wine/wine64 "$@"; }
 wine_32() {
     if [ -e /usr/lib/wine/wine ]; then
@@ -13,12 +13,13 @@ wine_32() {
     fi
 }
 
-# run_win64 PROGRAM [ARGUMENT...]; tests_win64 PROGRAM: the tests of it to run
+# run_win64 PROGRAM [ARGUMENT...]
+# tests_win64 PROGRAM: prints the GoogleTest filter for the program
 run_win64() { wine_64 "$@"; }
 tests_win64() { echo '*'; }
 
-# start_display: a screen in memory for the programs' windows, with a mouse and a keyboard of their own. To be started
-# before the first program, as Wine asks for it but once; ends with stop_display.
+# start_display: starts a virtual screen with its own mouse and keyboard. Call it before the first program, because Wine
+# reads DISPLAY only once. stop_display ends it.
 start_display() {
     local number tries
     number=$(mktemp)
@@ -39,15 +40,15 @@ stop_display() {
     display_process=
 }
 
-# place_windows BITS: has that Wine place windows by itself, as it waits seconds at each for a window manager otherwise.
-# Makes its folder, too.
+# place_windows BITS: creates the Wine prefix and turns window management off. Otherwise Wine waits for a window manager at
+# each window.
 place_windows() { "wine_$1" reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f >/dev/null; }
 
-# Where the kernel does not run 32-bit programs, script/win32-chroot registers an emulator for them under this name.
+# script/win32-chroot registers its emulator here if the kernel cannot run 32-bit programs.
 emulation=/proc/sys/fs/binfmt_misc/tessarine-i386
 win32_emulated() { [ -e "$emulation" ]; }
 
-# kernel_runs_win32: whether it does without; tries the smallest program, that only ends.
+# kernel_runs_win32: succeeds if 32-bit programs run without an emulator; tries a minimal program that only exits
 kernel_runs_win32() {
     local program status=0
     ! win32_emulated || return
@@ -61,8 +62,8 @@ kernel_runs_win32() {
     return $status
 }
 
-# tests_win32 PROGRAM: the tests of it that run_win32 is to run. The emulator is some thirty times slower; its sines and
-# powers of 80 bits are no more exact than those of 64, and its x87 rounds differently when set to 24 bits.
+# tests_win32 PROGRAM: prints the GoogleTest filter for the program. The emulator is about thirty times slower, computes
+# 80-bit sines and powers with only 64-bit accuracy, and rounds differently in the x87's 24-bit mode.
 tests_win32() {
     win32_emulated || { echo '*'; return; }
     case $1 in
@@ -75,15 +76,15 @@ tests_win32() {
     esac
 }
 
-# prepare_win32: a 32-bit Wine of the system, or the chroot in build/win32-chroot. False where neither is to be had, and 3
-# where that is because the kernel does not run 32-bit programs.
+# prepare_win32: finds 32-bit Wine on the system or installs it in build/win32-chroot. Returns 3 if the kernel cannot run
+# 32-bit programs, and 1 on other failures.
 prepare_win32() {
     [ ! -e /usr/lib/wine/wine ] || return 0
     [ "$(id -u)" -eq 0 ] || sudo -n true 2>/dev/null || return
     as_root script/win32-chroot build/win32-chroot
 }
 
-# release_chroot TREE: leaves nothing mounted there, so that its folder can be removed. Its proc may be a link to ours.
+# release_chroot TREE: unmounts its /proc, so that the folder can be removed
 release_chroot() {
     if [ ! -L "$1/proc" ] && mountpoint -q "$1/proc"; then as_root umount -l "$1/proc"; fi
 }
@@ -95,7 +96,7 @@ run_win32() {
     shift
     if [ ! -e /usr/lib/wine/wine ]; then
         library=$(dirname "$program")/tessarine.dll
-        if [ -e "$library" ]; then as_root cp -u "$library" build/win32-chroot/w/; fi # beside it, where it is looked for
+        if [ -e "$library" ]; then as_root cp -u "$library" build/win32-chroot/w/; fi # tests load it from their folder
         as_root cp "$program" build/win32-chroot/w/
         program=/w/$(basename "$program")
     fi

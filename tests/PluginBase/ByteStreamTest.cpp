@@ -20,7 +20,7 @@ TEST(ByteStream, ZeroFillsGapsAndReadsNothingPastTheEnd)
     EXPECT_THROW(stream.writeInt8(1), std::bad_alloc);
 }
 
-TEST(ByteStream, RefusesStringsOver200000BytesAndStopsAtNull)
+TEST(ByteStream, RefusesLongAndTruncatedStringsAndStopsAtNull)
 {
     String text;
     for (const auto &[length, read] : {std::pair(200000u, 200000u), {200001u, 0u}})
@@ -34,6 +34,8 @@ TEST(ByteStream, RefusesStringsOver200000BytesAndStopsAtNull)
         }
     Util::ByteStream stream(7, "\3\0\0\0a\0b");
     EXPECT_TRUE(stream.readString(text).atEnd() && text == "a");
+    Util::ByteStream truncated(6, "\3\0\0\0ab");
+    EXPECT_TRUE(truncated.readString(text).position() == 4 && text.isEmpty());
 }
 
 } // namespace

@@ -23,8 +23,6 @@ struct Refusal {
 constexpr Refusal kRefusals[] = {
     {"render absent.wav out.wav", 1, "absent.wav does not exist"},
     {"render folder out.wav", 1, "folder is a folder"},
-    {"render cut.wav out.wav", 1, "cut.wav is truncated"},
-    {"render cut.aiff out.wav", 1, "cut.aiff is truncated"},
     {"render cut.flac out.wav", 1, "cut.flac is damaged or truncated"},
     {"render empty.wav out.wav", 1, "0 frames"},
     {"render six.wav out.wav", 1, "has 6 channels"},
@@ -97,14 +95,8 @@ TEST_F(Failures, PrintOneLineAndLeaveNoFile)
     const Audio sound = Signals::noise(1, 44100, -20.0);
     write("good.wav", kWav16, 44100, sound);
     write("silent.wav", kWav16, 44100, Signals::silence(44100));
-    write("cut.wav", kWav16, 44100, sound);
-    write("cut.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16, 44100, sound);
     write("cut.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 44100, sound);
-    for (const char *name : {"cut.wav", "cut.aiff", "cut.flac"})
-        std::filesystem::resize_file(pathOf(name), std::filesystem::file_size(pathOf(name)) / 2);
-    // insert a chunk of odd length and its pad byte before the audio data
-    std::string odd = readBytes("cut.wav");
-    writeText("cut.wav", odd.insert(odd.find("data"), "odd \3\0\0\0abc\0", 12));
+    std::filesystem::resize_file(pathOf("cut.flac"), std::filesystem::file_size(pathOf("cut.flac")) / 2);
     write("empty.wav", kWav16, 44100, {});
     std::string six = readBytes("good.wav"); // declare six channels in the header
     six[22] = 6;

@@ -111,6 +111,9 @@ TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
         for (const int percent : {30, 50, 90}) {
             SCOPED_TRACE(testing::Message() << name << ", " << percent << " %");
             write(name, format, 44100, sound);
+            std::string bytes =
+                readBytes(name); // WAV: insert a chunk of odd length and its pad byte before the audio
+            if (format == kWav16) writeText(name, bytes.insert(bytes.find("data"), "odd \3\0\0\0abc\0", 12));
             const uint64_t whole = std::filesystem::file_size(pathOf(name)),
                            kept = whole * static_cast<uint64_t>(percent) / 100;
             std::filesystem::resize_file(pathOf(name), kept);

@@ -81,6 +81,12 @@ public:
                    std::ranges::any_of(path.points, [&](Position each) { return near(each, at); });
         });
     }
+    /// Number of texts to the left of the labels.
+    long titlesOfVerticalAxes() const
+    {
+        return std::ranges::count_if(texts,
+                                     [&](const Text &text) { return text.at.x < charts[0].left - 40.0; });
+    }
 
     std::vector<Box> charts; // their frames, from the top
     std::vector<Text> texts;
@@ -149,6 +155,7 @@ TEST(ResponsePicture, ShowsLabelsAndCurvesAtTheirValues)
     }
     const Svg svg(drawResponse(response, App::PictureFormat::svg));
     ASSERT_EQ(svg.charts.size(), 2u);
+    EXPECT_EQ(svg.titlesOfVerticalAxes(), 2);
     std::vector<Label> levels, frequencies;
     for (int db = -60; db <= 12; db += 6)
         levels.push_back({fmt::format(fmt::runtime(db > 0 ? "+{}" : "{}"), db), (db + 60.0) / 72.0});
@@ -176,33 +183,40 @@ TEST(ResponsePicture, ShowsLabelsAndCurvesAtTheirValues)
     }
 }
 
+std::string timeLabel(double seconds, double step)
+{
+    if (step < 1.0) return fmt::format("{:.5g} s", seconds);
+    const auto whole = static_cast<int>(std::lround(seconds));
+    return step < 3600.0 ? fmt::format("{}:{:02}", whole / 60, whole % 60)
+                         : fmt::format("{} h", whole / 3600);
+}
+
 TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
 {
-    const struct {
-        double seconds, step;
-        std::vector<const char *> labels;
-    } lengths[] = {{0.068, 0.01, {"0 s", "0.01 s", "0.02 s", "0.03 s", "0.04 s", "0.05 s", "0.06 s"}},
-                   {70.0, 10.0, {"0:00", "0:10", "0:20", "0:30", "0:40", "0:50", "1:00", "1:10"}},
-                   {50000.0, 7200.0, {"0 h", "2 h", "4 h", "6 h", "8 h", "10 h", "12 h"}}};
-    for (const auto &[seconds, step, labels] : lengths) {
-        SCOPED_TRACE(seconds);
+    constexpr double kSteps[] = {0.001, 0.002, 0.005, 0.01, 0.02, 0.05,  0.1,  0.2, 0.5,
+                                 1,     2,     5,     10,   15,   30,    60,   120, 300,
+                                 600,   900,   1800,  3600, 7200, 14400, 36000};
+    constexpr double kRanges[] = {3, 6, 9, 12, 15, 18, 24, 36, 48, 72, 96}; // dB
+    for (size_t i = 0; i < std::size(kSteps); ++i) {
+        const double step = kSteps[i], range = kRanges[i % std::size(kRanges)];
+        SCOPED_TRACE(testing::Message() << "12 steps of " << step << " s, " << range << " dB");
         App::Rendering rendering;
         rendering.rate = 1000;
-        const auto half = static_cast<uint64_t>(seconds * rendering.rate / 2.0);
-        for (const float factor : {1.0f, 0.5f}) { // scales the levels, and the gains in dB
+        const auto half = static_cast<uint64_t>(std::lround(6.0 * step * rendering.rate));
+        for (const float factor : {1.0f, 0.5f}) { // linear for levels, in dB for gains
             App::Column column{.frames = half, .peakIn = 0.5f * factor, .peakOut = 0.25f * factor};
             column.squaresIn = 0.01 * factor * factor * static_cast<double>(half);
             column.squaresOut = 0.001 * factor * factor * static_cast<double>(half);
             for (size_t gain = 0; gain < App::Column::kGains; ++gain)
-                column.gainDbFrames[gain] = -factor * static_cast<double>((gain + 1) * half);
-            column.leastGain[2] = 0.5f; // -6.02 dB: the scales end at -9 dB
+                column.gainDbFrames[gain] = -0.5 * factor * static_cast<double>((gain + 1) * half);
+            column.leastGain[2] = static_cast<float>(std::pow(10.0, -(range - 0.01) / 20.0)); // just fits
             rendering.history.add(column);
         }
         const Svg svg(drawReport({}, rendering, App::PictureFormat::svg));
         ASSERT_EQ(svg.charts.size(), 6u);
-        std::vector<Label> times;
-        for (const char *label : labels)
-            times.push_back({label, static_cast<double>(times.size()) * step / seconds});
+        EXPECT_EQ(svg.titlesOfVerticalAxes(), 2);
+        std::vector<Label> times, reductions;
+        for (int tick = 0; tick <= 12; ++tick) times.push_back({timeLabel(tick * step, step), tick / 12.0});
         expectAxis(svg, svg.charts[5], true, times);
         expectAxis(svg, svg.charts[0], false,
                    {{"-60", 0.0},
@@ -211,6 +225,9 @@ TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
                     {"-24", 36 / 66.0},
                     {"-12", 48 / 66.0},
                     {"0", 60 / 66.0}});
+        for (int third = 0; third <= 3; ++third)
+            reductions.push_back(
+                {fmt::format("{:g}", third == 0 ? 0.0 : -range * third / 3.0), 1.0 - third / 3.0});
         for (const auto &[share, factor] : {std::pair{0.25, 1.0}, {0.75, 0.5}}) {
             const double fall = 20.0 * std::log10(factor);
             for (const auto &[colour, width, db] : {std::tuple{Palette::kInput, 0.8, 20.0 * std::log10(0.5)},
@@ -219,13 +236,12 @@ TEST(ReportPicture, ShowsLabelsAndCurvesAtTheirValues)
                                                     {Palette::kOutput, 2.0, -30.0}})
                 EXPECT_TRUE(svg.passes(colour, width, placed(svg.charts[0], share, db + fall, -60.0, 6.0)));
             for (size_t gain = 0; gain < App::Column::kGains; ++gain)
-                EXPECT_TRUE(svg.passes(
-                    gain == 4 ? Palette::kLimiter : Palette::kBands[gain], 1.4,
-                    placed(svg.charts[gain + 1], share, -factor * static_cast<double>(gain + 1), -9.0, 0.0)));
+                EXPECT_TRUE(svg.passes(gain == 4 ? Palette::kLimiter : Palette::kBands[gain], 1.4,
+                                       placed(svg.charts[gain + 1], share,
+                                              -0.5 * factor * static_cast<double>(gain + 1), -range, 0.0)));
         }
         for (size_t gain = 0; gain < App::Column::kGains; ++gain)
-            expectAxis(svg, svg.charts[gain + 1], false,
-                       {{"0", 1.0}, {"-3", 2 / 3.0}, {"-6", 1 / 3.0}, {"-9", 0.0}});
+            expectAxis(svg, svg.charts[gain + 1], false, reductions);
     }
 }
 

@@ -117,15 +117,6 @@ TEST_F(Render, ZeroesAndReportsNanAndInfiniteSamples)
     for (const float sample : read("out.wav").samples) ASSERT_TRUE(std::isfinite(sample));
 }
 
-TEST_F(Render, WarnsInOneLineAboutCloseCutoffs)
-{
-    write("in.wav", kWav16, 44100, Signals::noise(2, 5000, -20.0));
-    const Program::Outcome outcome = run("render in.wav out.wav --set 'Crossover Low Cutoff=1000'");
-    EXPECT_EQ(0, outcome.exitCode);
-    EXPECT_THAT(outcome.err, HasSubstr("Low (1000 Hz) and Mid (2000 Hz) are less than two octaves apart"));
-    EXPECT_EQ(1, std::count(outcome.err.begin(), outcome.err.end(), '\n'));
-}
-
 TEST_F(Render, MemoryUseDoesNotDependOnTheLength)
 {
     if (SANITIZED) GTEST_SKIP() << "sanitizers use additional memory";

@@ -1,6 +1,5 @@
 #include "dsp/automation/EnvelopeHandler.h"
 
-#include <array>
 #include <cmath>
 #include <gtest/gtest.h>
 
@@ -8,48 +7,12 @@
 #include "dsp/stages/Gain.h"
 #include "tests/dsp/Envelopes.h"
 #include "tests/dsp/FakePlugin.h"
-#include "tests/signals/Blocks.h"
 
 namespace {
 
 using DSP::EnvelopeHandler;
 using DSP::ParamKind;
-using Reference::playEnvelope;
-using Signals::Random;
 using namespace Envelopes;
-
-class EnvelopeSeeds : public testing::TestWithParam<int> {};
-INSTANTIATE_TEST_SUITE_P(All, EnvelopeSeeds, testing::Range(0, seedCount(16)));
-
-TEST_P(EnvelopeSeeds, MatchTheReferenceAtEverySample)
-{
-    Random random(GetParam());
-    const uint32_t rate = drawRate(random), step = random.pick(std::array{1u, 10u, 50u, 600u});
-    const auto curves = drawSegments(random, rate, -60, 20), switches = drawSegments(random, rate, 0, 1);
-    const float initial = random.real(-60, 20);
-    const bool initiallyOn = random.chance(0.5);
-    const auto expected = playEnvelope(curves, rate, kFrames, initial);
-    const auto expectedSwitch = playEnvelope(hold(switches), rate, kFrames, initiallyOn);
-
-    EnvelopeHandler handler("Test", 1, 2, 2);
-    handler.setEnvelope(ParamKind::real, 0, toEnvelope(curves));
-    handler.setEnvelope(ParamKind::boolean, 1, toEnvelope(switches));
-    handler.setEnvelope(ParamKind::integer, 1, toEnvelope(switches));
-    uint32_t from = 0;
-    for (uint32_t frames : cutIntoBlocks(random, kFrames)) {
-        const int64_t first = EnvelopeHandler::sampleAt(timeOf(from, rate), rate);
-        for (uint32_t sample = from; sample < from + frames; sample += step) {
-            const int64_t at = first + (sample - from);
-            SCOPED_TRACE(testing::Message() << "sample " << sample << " at " << rate);
-            ASSERT_NEAR(handler.valueAt<float>(0, at, rate).value_or(initial), expected[sample], 1e-5);
-            ASSERT_EQ(handler.valueAt<bool>(1, at, rate).value_or(initiallyOn),
-                      expectedSwitch[sample] >= 0.5f);
-            ASSERT_EQ(handler.valueAt<uint32_t>(1, at, rate).value_or(initiallyOn),
-                      static_cast<uint32_t>(std::lround(expectedSwitch[sample])));
-        }
-        from += frames;
-    }
-}
 
 TEST(Envelope, IgnoresInvalidSegmentsAndHandlesExtremeTimes)
 {

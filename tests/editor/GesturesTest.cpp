@@ -181,25 +181,6 @@ TEST_F(Gestures, PressBesideTheHandleMovesItToThePointer)
     EXPECT_EQ(session.told(), "b0 v0 e0 b0 v0 e0");
 }
 
-TEST_F(Gestures, AltPressResetsToTheDefault)
-{
-    for (const char *kind : kKinds) {
-        const ControlRow &row = control(kind);
-        SCOPED_TRACE(row.name);
-        prepare();
-        desk.moveTo(row.centre());
-        {
-            const Held keys(desk, {kKeyAlt});
-            desk.press();
-        }
-        EXPECT_EQ(session.told(), bracketed(row.host));
-        expectResult(row, session.defaultValue(row.host), session.lastTold(row.host));
-        desk.moveTo(row.centre() + Point{0, 9}); // no drag is active
-        desk.release();
-        EXPECT_EQ(session.told(), "");
-    }
-}
-
 TEST_F(Gestures, TypedNumbersAreClampedAndInvalidOnesIgnored)
 {
     struct Field {

@@ -65,6 +65,15 @@ TEST_F(ParameterRanges, AreReachedByEverySliderAndField)
         const DSP::FloatRange range = session.range(row.host);
         checkEnds(row, row.isCutoff() && row.host > 1 ? range.minimum * gap : range.minimum,
                   row.isCutoff() && row.host < 3 ? range.maximum / gap : range.maximum);
+        session.told();
+        desk.click(row.centre(), {kKeyAlt});
+        if (!row.isCutoff()) { // a reset cutoff also moves neighbours that are too close
+            EXPECT_EQ(session.told(), bracketed(row.host));
+        }
+        expectValue(row, session.defaultValue(row.host));
+        session.told();
+        desk.moveTo(row.centre() + Point{0, 9}); // no drag is active
+        EXPECT_EQ(session.told(), "");
     }
     session.put(9, 1.0f); // brickwall mode
     checkEnds(control("limiter attack"), 1.0f, 5.0f);

@@ -77,21 +77,6 @@ TEST_F(VSTEditors, HostKeysMoveTheFocus)
     EXPECT_EQ(session.told(), "");
 }
 
-TEST_F(VSTEditors, LooksTheSameAfterReopening)
-{
-    for (int32_t host = 0; host < 39; ++host)
-        session.effect.set(host, static_cast<float>(host % 7) / 8.0f + 0.1f);
-    for (const auto &[host, hz] : {std::pair{1, 80.0f}, {2, 900.0f}, {3, 7000.0f}}) session.put(host, hz);
-    desk.moveTo({545, 487});
-    desk.wait(60);
-    const auto before = desk.pixels();
-    session.close();
-    desk.wait(0);
-    ASSERT_TRUE(session.open());
-    desk.wait(60);
-    EXPECT_EQ(desk.pixels(), before);
-}
-
 TEST_F(VSTEditors, IdleUpdatesOnlyOnRequest)
 {
     const ControlRow &row = control("output gain");

@@ -10,8 +10,8 @@ namespace {
 constexpr char kHostClass[] = "Tessarine test host";
 constexpr Point kCorner{40, 30}; // screen position of the host window
 constexpr UINT kMostDoubleClickMs = 5000;
-constexpr UINT kLookMs = 10; // interval of lookForPrompt()
-constexpr int kSettlingRounds = 10;
+constexpr UINT kLookMs = 10;                        // interval of lookForPrompt()
+constexpr int kRounds = 4, kRoundsAfterPrompt = 10; // of settle()
 
 bool isExtended(uint32_t key)
 {
@@ -209,12 +209,12 @@ void Win32Desk::doubleClick()
 
 void Win32Desk::wheel(int32_t delta) { useMouse(MOUSEEVENTF_WHEEL, static_cast<DWORD>(delta)); }
 
-/// After a prompt the X server reports the window under the pointer, and Wine then releases all keys. Waits until this
-/// has happened.
-void Win32Desk::settleAfterPrompt()
+/// After the pointer has moved or a prompt has closed, the X server reports the window under the pointer, and Wine then
+/// releases all keys. Waits until this has happened.
+void Win32Desk::settle()
 {
-    if (!std::exchange(promptAnswered, false)) return;
-    for (int round = 0; round < kSettlingRounds; ++round) {
+    const int rounds = std::exchange(promptAnswered, false) ? kRoundsAfterPrompt : kRounds;
+    for (int round = 0; round < rounds; ++round) {
         pump(Timers::held);
         Sleep(kLookMs);
     }
@@ -222,7 +222,7 @@ void Win32Desk::settleAfterPrompt()
 
 void Win32Desk::keyDown(uint32_t key)
 {
-    settleAfterPrompt();
+    if (keysHeld.empty()) settle();
     keysHeld.insert(key);
     holdKeys();
     pump(Timers::held);

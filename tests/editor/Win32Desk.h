@@ -39,7 +39,7 @@ private:
     void typeAnswer();
     static void pump(Timers timers);
     static void holdKeys();
-    void settleAfterPrompt();
+    void settle();
     static void useMouse(DWORD flags, DWORD data = 0);
 
     HWND host = nullptr;

@@ -21,7 +21,7 @@ struct TextRow {
 class TextSource {
 public:
     virtual const TextRow &row(uint32_t index) const = 0;
-    /// In the current language; empty if an image shows the string.
+    /// The string in the current language; empty if an image shows it.
     virtual std::u16string string(uint32_t index) const = 0;
     /// Null if images show the labels.
     virtual Platform::FontRef labelFont() const = 0;

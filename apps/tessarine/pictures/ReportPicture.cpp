@@ -23,17 +23,18 @@ std::string timeLabel(double seconds, double step)
 
 Axis timeAxis(double seconds)
 {
-    constexpr double kMostTicks = 12.0;
+    constexpr double kMostTicks = 12.0, kRounding = 1.0 + 1e-9; // decimal steps are not exact
     constexpr double kSteps[] = {0.001, 0.002, 0.005, 0.01, 0.02, 0.05,  0.1,  0.2, 0.5,
                                  1,     2,     5,     10,   15,   30,    60,   120, 300,
                                  600,   900,   1800,  3600, 7200, 14400, 36000};
     double step = kSteps[0];
     for (const double candidate : kSteps) {
         step = candidate;
-        if (seconds / step <= kMostTicks) break;
+        if (seconds <= kMostTicks * step * kRounding) break;
     }
     Axis axis{.low = 0.0, .high = seconds, .ticks = {}};
-    for (int i = 0; i * step <= seconds; ++i) axis.ticks.push_back({i * step, timeLabel(i * step, step)});
+    for (int i = 0; i * step <= seconds * kRounding; ++i)
+        axis.ticks.push_back({i * step, timeLabel(i * step, step)});
     return axis;
 }
 
