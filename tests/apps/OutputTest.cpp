@@ -107,6 +107,10 @@ TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
     const Audio sound = Signals::noise(1, 44100, -20.0);
     for (const auto &[name, format] : {std::pair{"cut.wav", kWav16},
                                        {"cut.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_16},
+                                       {"cut.w64", SF_FORMAT_W64 | SF_FORMAT_PCM_16},
+                                       {"cut.rf64", SF_FORMAT_RF64 | SF_FORMAT_PCM_16},
+                                       {"cut.caf", SF_FORMAT_CAF | SF_FORMAT_PCM_16},
+                                       {"cut.au", SF_FORMAT_AU | SF_FORMAT_PCM_16},
                                        {"cut.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16}})
         for (const int percent : {30, 50, 90}) {
             SCOPED_TRACE(testing::Message() << name << ", " << percent << " %");

@@ -14,7 +14,7 @@ void note(int signal) { caught = signal; }
 
 void catchSignals()
 {
-    for (const int signal : {SIGINT, SIGTERM, SIGHUP}) {
+    for (const int signal : {SIGINT, SIGTERM, SIGHUP, SIGQUIT}) {
         // a signal that the caller ignores, as nohup does, stays ignored
         if (std::signal(signal, note) == SIG_IGN) std::signal(signal, SIG_IGN);
     }

@@ -14,7 +14,7 @@ struct Interrupted {
     int signal;
 };
 
-/// Makes SIGINT, SIGTERM and SIGHUP set a flag for stopIfInterrupted, so that incomplete files are removed.
+/// Makes SIGINT, SIGTERM, SIGHUP and SIGQUIT set a flag for stopIfInterrupted, so that incomplete files are removed.
 /// Also ignores SIGXFSZ, so that a file that reaches the size limit causes a Failure.
 void catchSignals();
 

@@ -1,8 +1,12 @@
 #include "apps/tessarine/files/TemporaryFile.h"
 
 #include <cerrno>
+#include <csignal>
+#include <cstdio>
 #include <cstring>
 #include <fmt/format.h>
+#include <fstream>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "apps/tessarine/console/Failure.h"
@@ -13,21 +17,53 @@ namespace fs = std::filesystem;
 
 namespace {
 
+constexpr int kMostLinks = 40; // in a chain
+
 /// Resolves links, so that the file that a link points to is replaced, not the link.
 /// Errors  Failure if the target cannot be written
 fs::path resolve(const fs::path &wanted)
 {
-    std::error_code ignored;
+    std::error_code ignored, problem;
+    if (fs::status(wanted, problem).type() == fs::file_type::none) // for example a name that is too long
+        throw Failure(
+            fmt::format("{} cannot be written: {}; choose another name", wanted.string(), problem.message()));
     if (fs::is_directory(wanted, ignored))
         throw Failure(fmt::format("{} is a folder; name a file in it", wanted.string()));
     if (fs::exists(wanted, ignored) && !fs::is_regular_file(wanted, ignored))
         throw Failure(fmt::format("{} is not a regular file; choose another name", wanted.string()));
-    fs::path target = fs::weakly_canonical(fs::absolute(wanted, ignored), ignored);
+    fs::path target = fs::absolute(wanted, ignored);
+    for (int links = 0; fs::is_symlink(target, ignored) && !fs::exists(target, ignored) && links < kMostLinks; ++links)
+        target = target.parent_path() / fs::read_symlink(target, ignored); // weakly_canonical keeps a dangling link
+    target = fs::weakly_canonical(target, ignored);
     const fs::path folder = target.parent_path();
     if (!fs::is_directory(folder, ignored))
         throw Failure(
             fmt::format("the folder {} does not exist; create it or choose another", folder.string()));
+    constexpr fs::perms kWritable = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
+    const bool isProtected = (fs::status(target, ignored).permissions() & kWritable) == fs::perms::none;
+    if (fs::exists(target, ignored) && (isProtected || access(target.c_str(), W_OK) != 0))
+        throw Failure(fmt::format("{} is write-protected; choose another name or permit writing with: chmod u+w",
+                                  wanted.string()));
     return target;
+}
+
+std::string temporaryName(pid_t process, int serial)
+{
+    return fmt::format(".tessarine-{}-{}.part", process, serial);
+}
+
+/// Removes the temporary files of processes that no longer run, such as killed ones.
+void removeStaleFiles(const fs::path &folder)
+{
+    std::error_code ignored;
+    for (const fs::directory_entry &entry : fs::directory_iterator(folder, ignored)) {
+        int process = 0, serial = 0;
+        const std::string name = entry.path().filename().string();
+        if (std::sscanf(name.c_str(), ".tessarine-%d-%d.part", &process, &serial) != 2 ||
+            name != temporaryName(process, serial))
+            continue;
+        if (kill(process, 0) != 0 && errno == ESRCH) fs::remove(entry.path(), ignored);
+    }
 }
 
 } // namespace
@@ -35,7 +71,8 @@ fs::path resolve(const fs::path &wanted)
 TemporaryFile::TemporaryFile(const fs::path &wanted) : shown(wanted), target(resolve(wanted))
 {
     static int serial = 0;
-    temporary = target.parent_path() / fmt::format(".tessarine-{}-{}.part", getpid(), ++serial);
+    removeStaleFiles(target.parent_path());
+    temporary = target.parent_path() / temporaryName(getpid(), ++serial);
     file = std::fopen(temporary.c_str(), "w+bx");
     if (!file) throw Failure(fmt::format("{} cannot be written: {}", shown.string(), std::strerror(errno)));
 }
@@ -90,6 +127,27 @@ void TemporaryFile::write(std::string_view bytes)
     check();
 }
 
+void TemporaryFile::keepAttributes()
+{
+    struct stat old = {};
+    if (stat(target.c_str(), &old) != 0) return;
+    // Only root may give a file away; others keep the group if they are its members. chown clears mode bits.
+    if (chown(temporary.c_str(), old.st_uid, old.st_gid) != 0 &&
+        chown(temporary.c_str(), static_cast<uid_t>(-1), old.st_gid) != 0)
+        errno = 0;
+    if (chmod(temporary.c_str(), old.st_mode & 07777) != 0) errno = 0;
+}
+
+void TemporaryFile::overwriteTarget()
+{
+    std::ifstream from(temporary, std::ios::binary);
+    std::ofstream to(target, std::ios::binary | std::ios::trunc);
+    to << from.rdbuf();
+    to.close();
+    if (!from || !to)
+        throw Failure(fmt::format("{} was not written completely: {}", shown.string(), std::strerror(errno)));
+}
+
 void TemporaryFile::commit()
 {
     errno = 0;
@@ -97,6 +155,10 @@ void TemporaryFile::commit()
     file = nullptr;
     check();
     std::error_code problem;
+    if (fs::exists(target, problem)) {
+        if (fs::hard_link_count(target, problem) > 1) return overwriteTarget();
+        keepAttributes();
+    }
     fs::rename(temporary, target, problem);
     if (problem) throw Failure(fmt::format("{} was not written: {}", shown.string(), problem.message()));
 }

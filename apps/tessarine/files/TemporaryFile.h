@@ -6,12 +6,14 @@
 
 namespace App {
 
-/// Writes a file atomically: under a hidden name in the target's folder, renamed by commit. The target is
-/// always either the old or the complete new file. The destructor removes a file that was not committed.
+/// Writes a file atomically: under a hidden name in the target's folder, renamed by commit. The target is always either
+/// the old or the complete new file, and keeps the mode and, if permitted, the owner of the old one. If the old file has
+/// several hard links, commit copies the content into it instead, which is not atomic.
+/// The destructor removes a file that was not committed. The constructor removes those of killed processes.
 /// Errors  Failure from the constructor, write, commit and check; put and seek only store the error
 class TemporaryFile {
 public:
-    /// Follows links. An existing target must be a regular file.
+    /// Follows links, also those to a missing file. An existing target must be a regular file that may be written.
     explicit TemporaryFile(const std::filesystem::path &target);
     ~TemporaryFile();
     TemporaryFile(const TemporaryFile &) = delete;
@@ -32,6 +34,9 @@ public:
 
 private:
     void noteError();
+    void keepAttributes();
+    /// Copies the content into the existing file and so keeps its hard links.
+    void overwriteTarget();
 
     std::filesystem::path shown, target, temporary;
     std::FILE *file = nullptr;
