@@ -121,7 +121,9 @@ TEST_F(Render, WarnsInOneLineAboutCloseCutoffs)
     write("in.wav", kWav16, 44100, Signals::noise(2, 5000, -20.0));
     const Program::Outcome outcome = run("render in.wav out.wav --set 'Crossover Low Cutoff=1000'");
     EXPECT_EQ(0, outcome.exitCode);
-    EXPECT_THAT(outcome.err, HasSubstr("Low (1000 Hz) and Mid (2000 Hz) are less than two octaves apart"));
+    EXPECT_THAT(outcome.err,
+                HasSubstr("'Crossover Low Cutoff' (1000 Hz) and 'Crossover Mid Cutoff' (2000 Hz) are less "
+                          "than two octaves apart"));
     EXPECT_EQ(1, std::count(outcome.err.begin(), outcome.err.end(), '\n'));
 }
 

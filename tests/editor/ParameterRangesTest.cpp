@@ -56,7 +56,7 @@ protected:
 
 TEST_F(ParameterRanges, AreReachedByEverySliderAndField)
 {
-    session.host.echoesAutomation = true; // the echo must not cause another edit
+    session.host.echoesAutomation = true;                             // the echo must not cause another edit
     const float gap = std::exp2(10.0f / 377.0f * std::log2(1000.0f)); // ten columns between two cutoffs
     for (const ControlRow &row : controlTable()) {
         if (row.isButton()) continue;

@@ -60,7 +60,6 @@ void makeChunk(const ChunkOptions &options)
     if (!options.print) return writeChunk(host, options);
     loadChunk(host, options.file);
     printSaved(host, listParameters(host));
-    printSaved(host, listSpectrumSettings(host));
 }
 
 } // namespace
@@ -76,6 +75,8 @@ void addChunk(CLI::App &app)
     command->add_flag("--print", options->print, "Print the values stored in FILE instead of writing it")
         ->excludes(addSettings(command, options->settings));
     command->callback([options] { makeChunk(*options); });
+    endHelp(command, {"tessarine chunk my.chunk --set \"Band 1 Ratio=3:1\" --set \"Limiter Release=0.1 s\"",
+                      "tessarine chunk my.chunk --print"});
 }
 
 } // namespace App

@@ -66,11 +66,12 @@ void renderFile(const RenderOptions &options)
     const Rendering rendering = render(options);
     const Summary summary = summarise(options, rendering);
     for (const std::string &remark : summary.remarks) fmt::print(stderr, "tessarine: {}\n", remark);
+    fmt::print("{}", toScreen(summary));
+    flushOutput(); // without the table there is no report
     if (report) {
         report->write(makeReport(options, rendering, summary));
         report->commit();
     }
-    fmt::print("{}", toScreen(summary));
 }
 
 /// Makes a check that refuses an empty name, which would have the same effect as no option.
@@ -78,18 +79,6 @@ auto named(const char *what)
 {
     return [what](const std::string &path) {
         return path.empty() ? fmt::format("the name of the {} is empty; name a file", what) : std::string();
-    };
-}
-
-/// Makes a check that accepts only numbers from `low` to `high`. `what` names the value in the error message.
-auto within(const char *what, double low, double high, const char *unit)
-{
-    return [=](const std::string &text) {
-        const std::optional<double> value = readNumber<double>(text);
-        return value && *value >= low && *value <= high
-                   ? std::string()
-                   : fmt::format("{} cannot be '{}'; give a number from {:g} to {:g} {}", what, text, low,
-                                 high, unit);
     };
 }
 
@@ -101,14 +90,14 @@ void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<
                 "--loudness", level,
                 "Target integrated loudness. The file is analysed first; 'Gain', 'Limiter Threshold' "
                 "and 'Limiter Margin' are then set for the least limiting. Brickwall mode is used "
-                "only if switched on or needed")
+                "only if switched on or needed (default: no target)")
             ->type_name("LUFS")
-            ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
+            ->transform(quantity("the loudness", kLowestLoudness, 0.0, "LUFS"));
     command
         ->add_option("--true-peak", truePeak,
                      "Maximum true peak of the output with --loudness (default: 0 dBTP)")
         ->type_name("DBTP")
-        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "")
+        ->transform(quantity("the true peak", kLowestTruePeak, 0.0, "dBTP"))
         ->needs(loudness);
 }
 
@@ -121,10 +110,10 @@ void addRender(CLI::App &app)
     const auto truePeak = std::make_shared<std::optional<double>>();
     CLI::App *const command = app.add_subcommand("render", "Process an audio file");
     command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
-        ->type_name("")
+        ->type_name("FILE")
         ->required();
     command->add_option("OUT", options->out, "Output file; its extension selects the format")
-        ->type_name("")
+        ->type_name("FILE")
         ->required();
     addSettings(command, options->effect.settings);
     addChunkFile(command, options->effect.chunk)->check(named("chunk"), "");
@@ -143,21 +132,24 @@ void addRender(CLI::App &app)
                    : "'" + path + "' ends in neither .html nor .png; use one of these extensions";
     };
     command
-        ->add_option("--report", options->report,
-                     "Report to write, with charts of levels and gain reduction: .html or .png")
+        ->add_option(
+            "--report", options->report,
+            "Report to write, with charts of levels and gain reduction: .html or .png (default: none)")
         ->type_name("FILE")
         ->check(knownReport, "");
     addLoudness(command, *loudness, *truePeak);
     command
         ->add_option("--dry", options->dry,
                      "Dry file to write: the input, aligned with the output and matched to its loudness, for "
-                     "listening comparisons; its extension selects the format")
+                     "listening comparisons; its extension selects the format (default: none)")
         ->type_name("FILE")
         ->check(named("dry file"), "");
     command->callback([options, loudness, truePeak] {
         if (*loudness) options->goal = {**loudness, truePeak->value_or(0.0)};
         renderFile(*options);
     });
+    endHelp(command, {"tessarine render in.wav out.flac --set \"Band 1 Ratio=3:1\" --report report.html",
+                      "tessarine render in.wav out.wav --loudness -14LUFS --true-peak -1dBTP --dry dry.wav"});
 }
 
 } // namespace App

@@ -38,6 +38,7 @@ void addResponse(CLI::App &app)
     addRate(command, options->rate);
     command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
     command->callback([options] { showResponse(*options); });
+    endHelp(command, {"tessarine response --png response.png --set \"Crossover Low Cutoff=200 Hz\""});
 }
 
 } // namespace App

@@ -40,8 +40,11 @@ struct ChunkHeader {
 
 void requirePlainFile(const fs::path &path, const char *content)
 {
-    std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    std::error_code problem;
+    const fs::file_status status = fs::status(path, problem);
+    if (status.type() == fs::file_type::none) // the name is too long, or a folder's permissions forbid it
+        throw Failure(fmt::format("{} cannot be read: {}; check the name and the permissions", path.string(),
+                                  problem.message()));
     if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
     if (fs::is_directory(status))
         throw Failure(fmt::format("{} is a folder; name {} in it", path.string(), content));

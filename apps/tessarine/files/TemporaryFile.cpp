@@ -17,7 +17,10 @@ namespace {
 /// Errors  Failure if the target cannot be written
 fs::path resolve(const fs::path &wanted)
 {
-    std::error_code ignored;
+    std::error_code ignored, problem;
+    if (fs::status(wanted, problem).type() == fs::file_type::none) // for example a name that is too long
+        throw Failure(
+            fmt::format("{} cannot be written: {}; choose another name", wanted.string(), problem.message()));
     if (fs::is_directory(wanted, ignored))
         throw Failure(fmt::format("{} is a folder; name a file in it", wanted.string()));
     if (fs::exists(wanted, ignored) && !fs::is_regular_file(wanted, ignored))
