@@ -20,6 +20,9 @@ struct Refusal {
     const char *message; // a part of the message
 };
 
+#define NAME_50 "abcdefghijabcdefghijabcdefghijabcdefghijabcdefghij"
+#define NAME_300 NAME_50 NAME_50 NAME_50 NAME_50 NAME_50 NAME_50
+
 constexpr Refusal kRefusals[] = {
     {"render absent.wav out.wav", 1, "absent.wav does not exist"},
     {"render folder out.wav", 1, "folder is a folder"},
@@ -56,11 +59,30 @@ constexpr Refusal kRefusals[] = {
     {"render good.wav out.wav --chunk d.wav --dry d.wav", 1, "the dry file would overwrite the chunk d.wav"},
     {"render good.wav out.wav --chunk ''", 2, "the name of the chunk is empty"},
     {"chunk a --set 'Global Bypass=on'", 1, "'Global Bypass' is not saved in chunks"},
+    {"render good.wav out.wav --loudness -14 --chunk gain.chunk", 1, "gain.chunk sets \"Gain=3.00\""},
+    {"render " NAME_300 " out.wav", 1, "cannot be read: File name too long"},
+    {"render good.wav " NAME_300 ".wav", 1, "cannot be written: File name too long"},
+    {"render good.wav out.wav --chunk " NAME_300, 1, "cannot be read: File name too long"},
+    {"params >/dev/full", 1, "cannot write to standard output: No space left"},
+    {"params --all >/dev/full", 1, "cannot write to standard output: No space left"},
+    {"render --help >/dev/full", 1, "cannot write to standard output: No space left"},
+    {"latency --rate 0.5k", 2, "the sample rate cannot be '0.5k'"},
+    {"latency --rate 1000.5", 2, "not a whole number"},
     {"chunk a --print --set Gain=1", 2, "--print excludes --set"},
+
+    {"render good.wav good.wav", 1, "the output would overwrite the input good.wav"},
+    {"render good.wav link.wav", 1, "the output would overwrite the input good.wav"},
+    {"editor --png gain.chunk --chunk gain.chunk", 2, "does not end in .png"},
+    {"editor --png wav.png --in wav.png", 1, "the picture would overwrite the input wav.png"},
+    {"response --png good.wav", 2, "does not end in .png"},
+    {"chunk good.wav --set Gain=1", 1, "good.wav exists and is not a chunk"},
+    {"chunk gain.chunk good.wav", 1, "good.wav exists and is not a chunk"},
+    {"chunk gain.chunk", 1, "gain.chunk exists and would be reset to the defaults"},
+    {"render good.wav protected.wav", 1, "protected.wav is write-protected"},
 
     {"render good.wav out.wav --dry ./out.wav", 1, "the dry file would overwrite the output out.wav"},
     {"render good.wav out.wav --dry good.wav", 1, "the dry file would overwrite the input good.wav"},
-    {"render good.wav out.wav --dry r.png --report r.png", 1, "would overwrite the report r.png"},
+    {"render good.wav out.wav --dry r.png --report r.png", 1, "the report would overwrite the dry file r.png"},
     {"render good.wav out.wav --dry absent/dry.wav", 1, "absent does not exist"},
 
     {"render good.wav out.wav --loudness nan", 2, "the loudness cannot be 'nan'; give a number"},
@@ -77,7 +99,7 @@ constexpr Refusal kRefusals[] = {
     {"editor --png e.png --at 1", 2, "--at requires --in"},
     {"editor --png e.png --in good.wav --at -1", 2, "'-1' is not a valid time"},
     {"editor --png e.png --in good.wav --at 3.5", 1, "--at 3.5 is after the end of good.wav (1.00 s)"},
-    {"editor --png e.png --focus 'Band 1 Tresh'", 1, "similar names are 'Band 1 Threshold'"},
+    {"editor --png e.png --focus 'Band 1 Tresh'", 1, "similar names are 'Band 1 "},
     {"editor --png e.png --language klingon", 2, "choose one of english, japanese"},
     {"editor --png e.png --point 547,3", 2, "from 0,0 to 546,487"},
 
@@ -103,11 +125,17 @@ TEST_F(Failures, PrintOneLineAndLeaveNoFile)
     six[32] = 12;
     writeText("six.wav", six);
     writeText("notes.wav", "not a sound at all");
+    succeed("chunk gain.chunk --set Gain=3");
     writeText("large.chunk", "");
     std::filesystem::resize_file(pathOf("large.chunk"), (1 << 20) + 1);
     std::filesystem::create_symlink("/dev/full", pathOf("device.wav"));
     std::filesystem::create_directory(pathOf("folder"));
     std::filesystem::create_directory(pathOf("folder.wav"));
+
+    std::filesystem::create_hard_link(pathOf("good.wav"), pathOf("link.wav"));
+    std::filesystem::copy(pathOf("good.wav"), pathOf("wav.png"));
+    writeText("protected.wav", "");
+    std::filesystem::permissions(pathOf("protected.wav"), std::filesystem::perms::owner_read);
 
     const std::set<std::string> before = contents();
     for (const auto &[line, exitCode, message] : kRefusals) {

@@ -218,18 +218,6 @@ TEST_F(Loudness, DryFileIsAlignedWithTheOutputAndEquallyLoud)
     }
 }
 
-TEST_F(Loudness, DryFileIsTheInputEvenIfTheOutputReplacesIt)
-{
-    const std::string before = readBytes("in.wav");
-    succeed("render in.wav out.wav --dry dry.wav");
-    const std::string expected = readBytes("dry.wav");
-    succeed("render in.wav in.wav --dry dry.wav");
-    EXPECT_NE(before, readBytes("in.wav"));
-    EXPECT_EQ(readBytes("out.wav"), readBytes("in.wav"));
-    EXPECT_EQ((std::set<std::string>{"dry.wav", "in.wav", "out.wav"}), contents());
-    EXPECT_EQ(expected, readBytes("dry.wav"));
-}
-
 TEST_F(Loudness, TriesTheBypassedLimiterFirst)
 {
     write("hot.wav", kWavFloat, kRate, Signals::music(3, kRate, kRate * 4, 6.0)); // above full scale

@@ -26,8 +26,9 @@ Program::Program(const fs::path &folder, const std::string &line, std::optional<
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS, 0);
-    const std::string command = "cd " + folder.string() + " && exec " TESSARINE_PROGRAM " " + line + " >" +
-                                out.string() + " 2>" + err.string();
+    const std::string command = "cd " + folder.string() + " && exec >" + out.string() + " 2>" + err.string() +
+                                " && exec " TESSARINE_PROGRAM " " +
+                                line; // whose redirections take precedence
     execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
     _exit(127);
 }

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <filesystem>
 #include <malloc.h>
 
 #include <gmock/gmock.h>
@@ -185,6 +186,41 @@ TEST_F(Render, MixAndDifferenceUseTheAlignedInput)
         }
     }
     EXPECT_EQ(2, run("render in.wav out.wav --mix 50 --loudness -20").exitCode);
+}
+
+TEST_F(Render, OutputKeepsModeLinksAndSymbolicLinks)
+{
+    namespace fs = std::filesystem;
+    write("in.wav", kWav16, 44100, Signals::noise(1, 1000, -12.0));
+    succeed("render in.wav expected.wav");
+    for (const char *name : {"mode.wav", "linked.wav"}) writeText(name, "old");
+    fs::permissions(pathOf("mode.wav"), fs::perms(0640));
+    fs::create_hard_link(pathOf("linked.wav"), pathOf("other.wav"));
+    fs::create_symlink("target.wav", pathOf("dangling.wav"));
+    writeText(".tessarine-99999999-1.part", "of a killed process"); // no process has this number
+    for (const char *name : {"mode.wav", "linked.wav", "dangling.wav"})
+        succeed(std::string("render in.wav ") + name);
+    for (const char *name : {"mode.wav", "linked.wav", "other.wav", "target.wav"})
+        EXPECT_EQ(readBytes("expected.wav"), readBytes(name)) << name;
+    EXPECT_EQ(fs::perms(0640), fs::status(pathOf("mode.wav")).permissions());
+    EXPECT_EQ(2u, fs::hard_link_count(pathOf("linked.wav")));
+    EXPECT_TRUE(fs::is_symlink(pathOf("dangling.wav")));
+    EXPECT_EQ(0u, contents().count(".tessarine-99999999-1.part"));
+}
+
+TEST_F(Render, LossyCodecsBecome24BitsWhereTheContainerLacksThem)
+{
+    for (const auto &[name, format] : {std::pair{"in.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III},
+                                       {"in.opus", SF_FORMAT_OGG | SF_FORMAT_OPUS},
+                                       {"in.ogg", SF_FORMAT_OGG | SF_FORMAT_VORBIS},
+                                       {"in.gsm", SF_FORMAT_WAV | SF_FORMAT_GSM610}}) {
+        write(name, format, 48000, Signals::mono(Signals::noise(1, 9600, -24.0)));
+        succeed(std::string("render ") + name + " out.flac");
+        EXPECT_EQ(SF_FORMAT_FLAC | SF_FORMAT_PCM_24, read("out.flac").info.format) << name;
+        if (format == (SF_FORMAT_WAV | SF_FORMAT_GSM610)) continue; // WAV supports it
+        succeed(std::string("render ") + name + " out.wav");
+        EXPECT_EQ(kWav24, read("out.wav").info.format) << name;
+    }
 }
 
 } // namespace

@@ -1,52 +1,16 @@
-#include <cmath>
-
 #include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/files/OutputPath.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 #include "apps/tessarine/pictures/Report.h"
 
 namespace App {
-
-namespace fs = std::filesystem;
 
 namespace {
 
 constexpr uint32_t kLargestBlock = 1u << 16; // frames
 constexpr double kLowestLoudness = -70.0;    // LUFS, the absolute gate of BS.1770
 constexpr double kLowestTruePeak = -40.0;    // dBTP
-
-bool isSameFile(const fs::path &a, const fs::path &b)
-{
-    std::error_code ignored;
-    const auto real = [&](const fs::path &path) {
-        return fs::weakly_canonical(fs::absolute(path, ignored), ignored);
-    };
-    return real(a) == real(b);
-}
-
-struct NamedFile {
-    const char *role;
-    fs::path path;
-};
-
-/// Throws Failure if one file would overwrite another. Only the output may overwrite the input.
-void requireDistinct(const RenderOptions &options)
-{
-    const NamedFile input = {"input", options.in}, output = {"output", options.out};
-    const NamedFile chunk = {"chunk", options.effect.chunk}, dry = {"dry file", options.dry};
-    const NamedFile report = {"report", options.report}, delta = {"difference", options.delta};
-    // each pair: a file to write and a file that it must not overwrite
-    const std::pair<NamedFile, NamedFile> pairs[] = {
-        {report, output}, {report, input}, {dry, output},   {dry, input},    {dry, report},
-        {output, chunk},  {dry, chunk},    {report, chunk}, {delta, output}, {delta, input},
-        {delta, dry},     {delta, report}, {delta, chunk},
-    };
-    for (const auto &[written, taken] : pairs) {
-        if (written.path.empty() || taken.path.empty() || !isSameFile(written.path, taken.path)) continue;
-        throw Failure(fmt::format("the {} would overwrite the {} {}; choose another name", written.role,
-                                  taken.role, taken.path.string()));
-    }
-}
 
 std::string toScreen(const Summary &summary)
 {
@@ -61,7 +25,10 @@ std::string toScreen(const Summary &summary)
 
 void renderFile(const RenderOptions &options)
 {
-    requireDistinct(options);
+    requireDistinct({{"input", options.in}, {"chunk", options.effect.chunk}}, {{"output", options.out},
+                                                                               {"dry file", options.dry},
+                                                                               {"difference", options.delta},
+                                                                               {"report", options.report}});
     // opened first, to fail before rendering if it cannot be written
     std::optional<TemporaryFile> report;
     if (!options.report.empty()) report.emplace(options.report);
@@ -69,11 +36,12 @@ void renderFile(const RenderOptions &options)
     const Rendering rendering = render(options);
     const Summary summary = summarise(options, rendering);
     for (const std::string &remark : summary.remarks) fmt::print(stderr, "tessarine: {}\n", remark);
+    fmt::print("{}", toScreen(summary));
+    flushOutput(); // without the table there is no report
     if (report) {
         report->write(makeReport(options, rendering, summary));
         report->commit();
     }
-    fmt::print("{}", toScreen(summary));
     const bool exceedsPeak = options.truePeak && rendering.out.truePeakDb > *options.truePeak;
     if (rendering.missesGoal() || exceedsPeak) throw ExitStatus{kGoalMissed};
 }
@@ -86,68 +54,41 @@ auto named(const char *what)
     };
 }
 
-/// Makes a check that accepts only numbers from `low` to `high`. `what` names the value in the error message.
-auto within(const char *what, double low, double high, const char *unit)
-{
-    return [=](const std::string &text) {
-        const std::optional<double> value = readNumber<double>(text);
-        return value && *value >= low && *value <= high
-                   ? std::string()
-                   : fmt::format("{} cannot be '{}'; give a number from {:g} to {:g} {}", what, text, low,
-                                 high, unit);
-    };
-}
-
 void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<double> &truePeak)
 {
     command
         ->add_option(
             "--loudness", level,
             "Target integrated loudness. The file is analysed first; 'Gain' and the limiter are then set "
-            "for the least limiting: none, else soft mode, else brickwall mode")
+            "for the least limiting: none, else soft mode, else brickwall mode (default: no target)")
         ->type_name("LUFS")
-        ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
+        ->transform(quantity("the loudness", kLowestLoudness, 0.0, "LUFS"));
     command
         ->add_option("--true-peak", truePeak,
                      "Maximum true peak of the output (default: 0 dBTP with --loudness, else none). Without "
                      "--loudness, 'Gain' is lowered if necessary")
         ->type_name("DBTP")
-        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "");
+        ->transform(quantity("the true peak", kLowestTruePeak, 0.0, "dBTP"));
 }
 
 void addExcerpt(CLI::App *command, RenderOptions &options)
 {
-    const auto seconds = [](const char *what, double least) {
-        return [=](const std::string &text) {
-            const std::optional<double> value = readNumber<double>(text);
-            return value && std::isfinite(*value) && *value >= least
-                       ? std::string()
-                       : fmt::format("{} cannot be '{}'; give seconds", what, text);
-        };
-    };
+    constexpr double kLongest = 1e7; // seconds
     command->add_option("--start", options.start, "Start of an excerpt (default: the start of the file)")
         ->type_name("SECONDS")
-        ->check(seconds("the start", 0.0), "");
+        ->transform(quantity("the start", 0.0, kLongest, "s"));
     command->add_option("--length", options.length, "Length of an excerpt (default: to the end of the file)")
         ->type_name("SECONDS")
-        ->check(seconds("the length", 1e-6), "");
+        ->transform(quantity("the length", 1e-6, kLongest, "s"));
 }
 
-void addMix(CLI::App *command, double &mix)
+void addMix(CLI::App *command, double &percent)
 {
-    const auto read = [&mix](const std::string &text) {
-        std::string_view number = text;
-        if (number.ends_with('%')) number.remove_suffix(1);
-        const std::optional<double> percent = readNumber<double>(number);
-        if (!percent || !(*percent >= 0.0 && *percent <= 100.0))
-            throw CLI::ValidationError(
-                "--mix", fmt::format("the mix cannot be '{}'; give a percentage from 0 to 100", text));
-        mix = *percent / 100.0;
-    };
     command
-        ->add_option_function<std::string>(
-            "--mix", read, "Share of the processed signal in a mix with the input (default: 100 per cent)")
+        ->add_option("--mix", percent,
+                     "Share of the processed signal in a mix with the input (default: 100 per cent)")
         ->type_name("PERCENT")
+        ->transform(quantity("the mix", 0.0, 100.0, "%"))
         ->excludes("--loudness");
 }
 
@@ -160,10 +101,10 @@ void addRender(CLI::App &app)
     const auto truePeak = std::make_shared<std::optional<double>>();
     CLI::App *const command = app.add_subcommand("render", "Process an audio file");
     command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
-        ->type_name("")
+        ->type_name("FILE")
         ->required();
     command->add_option("OUT", options->out, "Output file; its extension selects the format")
-        ->type_name("")
+        ->type_name("FILE")
         ->required();
     addSettings(command, options->effect.settings);
     addChunkFile(command, options->effect.chunk)->check(named("chunk"), "");
@@ -182,24 +123,25 @@ void addRender(CLI::App &app)
                    : "'" + path + "' ends in neither .html nor .png; use one of these extensions";
     };
     command
-        ->add_option("--report", options->report,
-                     "Report to write, with charts of levels and gain reduction: .html or .png")
+        ->add_option(
+            "--report", options->report,
+            "Report to write, with charts of levels and gain reduction: .html or .png (default: none)")
         ->type_name("FILE")
         ->check(knownReport, "");
     addLoudness(command, *loudness, *truePeak);
     command
         ->add_option("--dry", options->dry,
                      "Dry file to write: the input, aligned with the output and matched to its loudness, for "
-                     "listening comparisons; its extension selects the format")
+                     "listening comparisons; its extension selects the format (default: none)")
         ->type_name("FILE")
         ->check(named("dry file"), "");
     command
         ->add_option("--delta", options->delta,
-                     "File to write with the difference: the output minus the input, aligned")
+                     "File to write with the difference: the output minus the input, aligned (default: none)")
         ->type_name("FILE")
         ->check(named("difference"), "");
     addExcerpt(command, *options);
-    addMix(command, options->mix);
+    addMix(command, options->mixPercent);
     command->callback([options, loudness, truePeak] {
         if (*loudness)
             options->goal = {**loudness, truePeak->value_or(0.0)};
@@ -207,6 +149,8 @@ void addRender(CLI::App &app)
             options->truePeak = *truePeak;
         renderFile(*options);
     });
+    endHelp(command, {"tessarine render in.wav out.flac --set \"Band 1 Ratio=3:1\" --report report.html",
+                      "tessarine render in.wav out.wav --loudness -14LUFS --true-peak -1dBTP --dry dry.wav"});
 }
 
 } // namespace App

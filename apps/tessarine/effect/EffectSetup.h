@@ -1,6 +1,7 @@
 #pragma once
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,11 @@ std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const E
 /// Errors  Failure if the file cannot be read or is larger than 1 MiB, or if the effect refuses it; the
 /// effect is then unchanged
 void loadChunk(EffectHost &host, const std::filesystem::path &path);
+
+/// Returns the first of the parameters called `names` that the chunk changes from its default, with the
+/// chunk's value: "Gain=3.00". Returns an empty string if there is none.
+/// Errors  Failure as for loadChunk
+std::string changedByChunk(const std::filesystem::path &chunk, std::span<const char *const> names);
 
 /// Throws Failure if the cutoffs do not ascend; the crossover would silently keep its previous filters.
 void requireAscendingCutoffs(const EffectHost &host);

@@ -38,10 +38,10 @@ uint32_t AudioReader::read(float *interleaved, uint32_t count)
     if (got < static_cast<sf_count_t>(expected)) {
         const uint64_t end = position + static_cast<uint64_t>(std::max<sf_count_t>(got, 0));
         const bool isLengthKnown = soundInfo.frames != SF_COUNT_MAX; // unknown for a truncated Ogg file
-        throw Failure(fmt::format("{} is damaged or truncated: the audio ends after {} frames; copy it again "
-                                  "from its source",
-                                  path.string(),
-                                  isLengthKnown ? fmt::format("{} of {}", end, frames()) : fmt::format("{}", end)));
+        throw Failure(fmt::format(
+            "{} is damaged or truncated: the audio ends after {} frames; copy it again "
+            "from its source",
+            path.string(), isLengthKnown ? fmt::format("{} of {}", end, frames()) : fmt::format("{}", end)));
     }
     position += expected;
     const auto samples = static_cast<uint32_t>(expected) * channels();
@@ -52,10 +52,16 @@ uint32_t AudioReader::read(float *interleaved, uint32_t count)
 
 void AudioReader::seek(uint64_t frame)
 {
-    position = std::min(frame, frames());
-    if (sf_seek(handle.get(), static_cast<sf_count_t>(position), SEEK_SET) < 0)
-        throw Failure(fmt::format("{} cannot be read from frame {} on: {}; convert it to WAV or FLAC first",
-                                  path.string(), position, sf_strerror(handle.get())));
+    if (frame == position) return;
+    if (soundInfo.seekable && sf_seek(handle.get(), static_cast<sf_count_t>(frame), SEEK_SET) >= 0) {
+        position = frame;
+        return;
+    }
+    if (frame < position) *this = AudioReader(path); // some codecs cannot seek
+    constexpr uint32_t kPiece = 4096;
+    std::vector<float> skipped(size_t{kPiece} * channels());
+    while (position < frame)
+        read(skipped.data(), static_cast<uint32_t>(std::min<uint64_t>(kPiece, frame - position)));
 }
 
 } // namespace App

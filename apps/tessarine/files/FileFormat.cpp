@@ -37,7 +37,10 @@ int containerOf(const std::filesystem::path &out)
 int sampleFormat(int container, SF_INFO format)
 {
     const int wanted = format.format & SF_FORMAT_SUBMASK;
-    std::vector<int> choices = {wanted};
+    // libsndfile's check accepts MP3 in WAV, which it cannot write
+    const bool isForeign = wanted >= SF_FORMAT_MPEG_LAYER_I && wanted <= SF_FORMAT_MPEG_LAYER_III;
+    std::vector<int> choices;
+    if (!isForeign) choices.push_back(wanted);
     switch (wanted) {
     case SF_FORMAT_PCM_S8:
     case SF_FORMAT_PCM_U8: choices.insert(choices.end(), {SF_FORMAT_PCM_U8, SF_FORMAT_PCM_S8}); break;

@@ -16,7 +16,8 @@ namespace fs = std::filesystem;
 
 namespace {
 
-constexpr uint64_t kOpenLength32 = 0xFFFFFFFF, kOpenLength64 = UINT64_MAX; // the length was not known in advance
+constexpr uint64_t kOpenLength32 = 0xFFFFFFFF,
+                   kOpenLength64 = UINT64_MAX; // the length was not known in advance
 
 /// Position and announced length of the audio in a file, in bytes.
 struct AudioBytes {
@@ -59,10 +60,10 @@ struct ChunkLayout {
     bool bigEndian, sizeCountsHeader;
     uint64_t alignment; // of the chunks
 };
-constexpr ChunkLayout kLayouts[] = {{"RIFF", "data", 12, 4, 4, false, false, 2},  // WAV
+constexpr ChunkLayout kLayouts[] = {{"RIFF", "data", 12, 4, 4, false, false, 2}, // WAV
                                     {"RF64", "data", 12, 4, 4, false, false, 2},
-                                    {"FORM", "SSND", 12, 4, 4, true, false, 2},   // AIFF
-                                    {"riff", "data", 40, 16, 8, false, true, 8},  // W64
+                                    {"FORM", "SSND", 12, 4, 4, true, false, 2},  // AIFF
+                                    {"riff", "data", 40, 16, 8, false, true, 8}, // W64
                                     {"caff", "data", 8, 4, 8, true, false, 1}};
 
 std::optional<AudioBytes> findAudio(Header &header, const ChunkLayout &layout)
@@ -80,7 +81,8 @@ std::optional<AudioBytes> findAudio(Header &header, const ChunkLayout &layout)
             if (layout.sizeBytes == 4 && length == kOpenLength32) length = realLength;
             return AudioBytes{position, length};
         }
-        const uint64_t next = position + (length + layout.alignment - 1) / layout.alignment * layout.alignment;
+        const uint64_t next =
+            position + (length + layout.alignment - 1) / layout.alignment * layout.alignment;
         if (next <= position) return std::nullopt;
         position = next;
     }
@@ -103,8 +105,11 @@ std::optional<AudioBytes> findAudio(Header &header)
 
 void requirePlainFile(const fs::path &path, const char *content)
 {
-    std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    std::error_code problem;
+    const fs::file_status status = fs::status(path, problem);
+    if (status.type() == fs::file_type::none) // the name is too long, or a folder's permissions forbid it
+        throw Failure(fmt::format("{} cannot be read: {}; check the name and the permissions", path.string(),
+                                  problem.message()));
     if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
     if (fs::is_directory(status))
         throw Failure(fmt::format("{} is a folder; name {} in it", path.string(), content));

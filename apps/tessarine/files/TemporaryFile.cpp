@@ -32,8 +32,10 @@ fs::path resolve(const fs::path &wanted)
     if (fs::exists(wanted, ignored) && !fs::is_regular_file(wanted, ignored))
         throw Failure(fmt::format("{} is not a regular file; choose another name", wanted.string()));
     fs::path target = fs::absolute(wanted, ignored);
-    for (int links = 0; fs::is_symlink(target, ignored) && !fs::exists(target, ignored) && links < kMostLinks; ++links)
-        target = target.parent_path() / fs::read_symlink(target, ignored); // weakly_canonical keeps a dangling link
+    for (int links = 0; fs::is_symlink(target, ignored) && !fs::exists(target, ignored) && links < kMostLinks;
+         ++links)
+        target = target.parent_path() /
+                 fs::read_symlink(target, ignored); // weakly_canonical keeps a dangling link
     target = fs::weakly_canonical(target, ignored);
     const fs::path folder = target.parent_path();
     if (!fs::is_directory(folder, ignored))
@@ -42,8 +44,8 @@ fs::path resolve(const fs::path &wanted)
     constexpr fs::perms kWritable = fs::perms::owner_write | fs::perms::group_write | fs::perms::others_write;
     const bool isProtected = (fs::status(target, ignored).permissions() & kWritable) == fs::perms::none;
     if (fs::exists(target, ignored) && (isProtected || access(target.c_str(), W_OK) != 0))
-        throw Failure(fmt::format("{} is write-protected; choose another name or permit writing with: chmod u+w",
-                                  wanted.string()));
+        throw Failure(fmt::format(
+            "{} is write-protected; choose another name or permit writing with: chmod u+w", wanted.string()));
     return target;
 }
 

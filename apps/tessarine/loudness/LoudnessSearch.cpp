@@ -68,11 +68,17 @@ std::pair<double, double> rangeOf(const EffectHost &host, const char *name)
 
 void requireFree(const EffectSetup &setup)
 {
-    for (const char *name : {"Gain", "Limiter Threshold", "Limiter Margin"}) {
+    constexpr const char *kChosen[] = {"Gain", "Limiter Threshold", "Limiter Margin"};
+    for (const char *name : kChosen) {
         if (assigns(setup.settings, name))
             throw Failure(fmt::format(
                 "--loudness chooses '{}' itself; leave out --set \"{}=...\" or --loudness", name, name));
     }
+    const std::string changed = setup.chunk.empty() ? "" : changedByChunk(setup.chunk, kChosen);
+    if (!changed.empty())
+        throw Failure(fmt::format("{} sets \"{}\", which --loudness chooses itself; use a chunk with the "
+                                  "default, or leave out --chunk or --loudness",
+                                  setup.chunk.string(), changed));
 }
 
 } // namespace

@@ -14,9 +14,10 @@ class OutputPass {
 public:
     struct Layout {
         uint32_t rate, channels;
-        uint32_t delay;                         // of the effect, in samples
-        uint64_t inBegin, outBegin, length = 0; // frames of the pass that are part of the input and of the output
-        double mix;                             // share of the effect's output, 0 to 1
+        uint32_t delay; // of the effect, in samples
+        uint64_t inBegin, outBegin,
+            length = 0; // frames of the pass that are part of the input and of the output
+        double mix;     // share of the effect's output, 0 to 1
     };
     /// `delta` receives the output minus the input; null for none.
     OutputPass(const Layout &layout, AudioWriter &writer, AudioWriter *delta);
@@ -38,7 +39,8 @@ private:
     AudioWriter *const deltaWriter;
     LoudnessMeter loudnessIn, loudnessOut;
     History measured;
-    std::vector<float> aligned; // input, delayed like the output: that of the chunk after the latest `delay` frames
+    std::vector<float>
+        aligned; // input, delayed like the output: that of the chunk after the latest `delay` frames
     std::vector<float> out, difference;
 };
 

@@ -182,7 +182,7 @@ void Renderer::renderOnce(EffectSetup setup)
                        .inBegin = preRoll,
                        .outBegin = preRoll + skip,
                        .length = excerpt.length,
-                       .mix = options.mix},
+                       .mix = options.mixPercent / 100.0},
                       *writer, delta ? &*delta : nullptr);
     reader.seek(excerpt.start - preRoll);
     const uint64_t zeroedBefore = reader.zeroedSamples();

@@ -19,7 +19,7 @@ struct RenderOptions {
     bool compensate = true;
     double start = 0.0;               // seconds
     std::optional<double> length;     // seconds; default: to the end of the file
-    double mix = 1.0;                 // share of the effect's output in the mix with its input
+    double mixPercent = 100.0;        // share of the effect's output in a mix with its input
     std::optional<LoudnessGoal> goal; // reached with the limiter and the output gain
     std::optional<double> truePeak;   // maximum in dBTP without a goal, kept with the output gain
 };
