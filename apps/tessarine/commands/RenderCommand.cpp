@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <fmt/ranges.h>
+
 #include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/files/OutputPath.h"
@@ -71,6 +74,28 @@ void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<
         ->transform(quantity("the true peak", kLowestTruePeak, 0.0, "dBTP"));
 }
 
+void addSampleFormat(CLI::App *command, SampleFormat &samples)
+{
+    const auto oneOf = [](std::vector<std::string> words) {
+        return [words = std::move(words)](const std::string &text) {
+            return std::ranges::find(words, text) != words.end()
+                       ? std::string()
+                       : fmt::format("unknown value '{}'; choose one of {}", text, fmt::join(words, ", "));
+        };
+    };
+    command
+        ->add_option("--bits", samples.bits,
+                     "Bits per sample of the written files: 16, 24, 32 or float (default: the input's)")
+        ->type_name("BITS")
+        ->check(oneOf({"16", "24", "32", "float"}), "");
+    command
+        ->add_option_function<std::string>(
+            "--dither", [&samples](const std::string &kind) { samples.dither = kind == "tpdf"; },
+            "Dither where rounding to an integer format loses bits: tpdf or none (default: tpdf)")
+        ->type_name("KIND")
+        ->check(oneOf({"tpdf", "none"}), "");
+}
+
 void addExcerpt(CLI::App *command, RenderOptions &options)
 {
     constexpr double kLongest = 1e7; // seconds
@@ -100,7 +125,7 @@ void addRender(CLI::App &app)
     const auto loudness = std::make_shared<std::optional<double>>();
     const auto truePeak = std::make_shared<std::optional<double>>();
     CLI::App *const command = app.add_subcommand("render", "Process an audio file");
-    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
+    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF, Ogg, Opus or MP3")
         ->type_name("FILE")
         ->required();
     command->add_option("OUT", options->out, "Output file; its extension selects the format")
@@ -140,6 +165,7 @@ void addRender(CLI::App &app)
                      "File to write with the difference: the output minus the input, aligned (default: none)")
         ->type_name("FILE")
         ->check(named("difference"), "");
+    addSampleFormat(command, options->samples);
     addExcerpt(command, *options);
     addMix(command, options->mixPercent);
     command->callback([options, loudness, truePeak] {

@@ -28,8 +28,8 @@ void requireDistinct(const std::vector<NamedFile> &inputs, const std::vector<Nam
         others.insert(others.end(), outputs.begin(), outputs.begin() + static_cast<ptrdiff_t>(i));
         for (const NamedFile &taken : others) {
             if (!taken.path.empty() && isSameFile(written.path, taken.path))
-                throw Failure(fmt::format("the {} would overwrite the {} {}; choose another name", written.role,
-                                          taken.role, taken.path.string()));
+                throw Failure(fmt::format("the {} would overwrite the {} {}; choose another name",
+                                          written.role, taken.role, taken.path.string()));
         }
     }
 }

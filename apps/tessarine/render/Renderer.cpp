@@ -103,12 +103,12 @@ public:
     explicit Renderer(const RenderOptions &wanted)
         : options(wanted),
           reader(options.in),
-          writer(std::in_place, options.out, reader),
+          writer(std::in_place, options.out, reader, options.samples),
           excerpt(excerptOf(reader)),
           effect(options.effect)
     {
-        if (!options.dry.empty()) dry.emplace(options.dry, reader);
-        if (!options.delta.empty()) delta.emplace(options.delta, reader);
+        if (!options.dry.empty()) dry.emplace(options.dry, reader, options.samples);
+        if (!options.delta.empty()) delta.emplace(options.delta, reader, options.samples);
     }
 
     Rendering run()
@@ -121,6 +121,7 @@ public:
         if (options.truePeak) keepTruePeak();
         if (dry) writeDry();
         writer->finish();
+        if (isLossy(writer->format())) measureEncoded();
         if (dry) dry->finish();
         if (delta) delta->finish();
         result.seconds = secondsSince(begin);
@@ -147,11 +148,12 @@ private:
     void reachGoal();
     void keepTruePeak();
     void writeDry();
+    void measureEncoded();
     /// Discards the written output, to render again.
     void restart()
     {
-        writer.emplace(options.out, reader);
-        if (delta) delta.emplace(options.delta, reader);
+        writer.emplace(options.out, reader, options.samples);
+        if (delta) delta.emplace(options.delta, reader, options.samples);
     }
 
     const RenderOptions &options;
@@ -276,6 +278,17 @@ void Renderer::writeDry()
     }
     result.formatDry = dry->format();
     result.dryClipped = dry->clippedSamples();
+}
+
+/// Decodes the output file and measures its true peak, which a lossy encoder changes.
+void Renderer::measureEncoded()
+{
+    constexpr uint32_t kBlockFrames = 4096;
+    AudioReader encoded(options.out);
+    TruePeakMeter meter(encoded.channels(), encoded.rate());
+    std::vector<float> block(size_t{kBlockFrames} * encoded.channels());
+    while (const uint32_t frames = encoded.read(block.data(), kBlockFrames)) meter.add(block.data(), frames);
+    result.encodedTruePeakDb = 20.0 * std::log10(meter.truePeak());
 }
 
 } // namespace

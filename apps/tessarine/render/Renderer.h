@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "apps/tessarine/effect/EffectSetup.h"
+#include "apps/tessarine/files/FileFormat.h"
 #include "apps/tessarine/loudness/LoudnessChoice.h"
 #include "apps/tessarine/loudness/LoudnessMeter.h"
 #include "apps/tessarine/render/History.h"
@@ -14,6 +15,7 @@ namespace App {
 struct RenderOptions {
     std::filesystem::path in, out;
     std::filesystem::path dry, delta, report; // empty for none; render does not write the report
+    SampleFormat samples;                     // of all written audio files
     EffectSetup effect;
     uint32_t blockFrames = 512;
     bool compensate = true;
@@ -34,6 +36,7 @@ struct Rendering {
     int formatIn = 0, formatOut = 0, formatDry = 0; // format codes of libsndfile
     uint32_t delay = 0;                             // delay of the effect in samples
     LoudnessMeter::Figures in{}, out{};             // `out` describes the written file
+    std::optional<double> encodedTruePeakDb;        // of the decoded output file, if its format is lossy
     History history;
     uint64_t clipped = 0;   // output samples clipped by an integer format
     double dryGainDb = 0.0; // gain that matches the dry file to the output's loudness

@@ -146,6 +146,8 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
         {"Maximum short-term", number(r.in.maxShortTerm, "LUFS"), number(r.out.maxShortTerm, "LUFS")},
         {"Maximum momentary", number(r.in.maxMomentary, "LUFS"), number(r.out.maxMomentary, "LUFS")},
     };
+    if (r.encodedTruePeakDb)
+        summary.levels.rows.push_back({"True peak, encoded", "", number(*r.encodedTruePeakDb, "dBTP")});
     if (r.choice) {
         summary.goal = goal(*r.choice, r);
         summary.choice = chosen(*r.choice);
