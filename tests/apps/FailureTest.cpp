@@ -1,8 +1,10 @@
 #include "tests/apps/Sandbox.h"
 
+#include <algorithm>
 #include <chrono>
 #include <csignal>
 #include <filesystem>
+#include <map>
 #include <thread>
 
 #include <gmock/gmock.h>
@@ -174,20 +176,47 @@ TEST_F(Trouble, FileSizeLimitIsReportedAndKeepsTheOldFile)
     }
 }
 
-TEST_F(Trouble, InterruptKeepsTheOldFileAndLeavesNoOther)
+/// Interrupts at moments spread over the whole run, also while files are replaced.
+TEST_F(Trouble, InterruptsReplaceAllFilesOrNone)
 {
-    write("in.wav", kWav16, 8000, Signals::noise(1, 8000 * 120, -20.0));
-    writeText("out.wav", "old");
-    Program program(folder, "render in.wav out.wav --block 1");
-    const auto deadline = std::chrono::steady_clock::now() + std::chrono::seconds(20);
-    while (contents().size() < 3 && std::chrono::steady_clock::now() < deadline)
-        std::this_thread::sleep_for(std::chrono::milliseconds(5));
-    program.send(SIGINT);
-    const Program::Outcome outcome = program.wait();
-    EXPECT_EQ(SIGINT, outcome.signal);
-    EXPECT_THAT(outcome.err, HasSubstr("interrupted"));
+    constexpr int kMoments = 24;
+    const std::map<std::string, std::string> old = {
+        {"out.mp3", "old"}, {"dry.wav", "old"}, {"delta.wav", "old"}, {"report.png", "old"}};
+    const std::string line =
+        "render in.wav out.mp3 --dry dry.wav --delta delta.wav --report report.png --loudness -20";
+    write("in.wav", kWav16, 44100, Signals::music(2, 44100, 44100 * 4, -6.0));
+    const auto begin = std::chrono::steady_clock::now();
+    succeed(line);
+    const auto whole = std::chrono::steady_clock::now() - begin;
+    const std::set<std::string> names = contents();
+    constexpr int kSignals[] = {SIGINT, SIGTERM, SIGHUP, SIGQUIT};
+    for (int moment = 0; moment < kMoments; ++moment) {
+        const int signal = kSignals[moment % 4];
+        SCOPED_TRACE(testing::Message() << "signal " << signal << " at " << moment << " of " << kMoments);
+        for (const auto &[name, text] : old) writeText(name, text);
+        Program program(folder, line);
+        std::this_thread::sleep_for(whole * moment / kMoments);
+        program.send(signal);
+        const Program::Outcome outcome = program.wait();
+        const auto replaced = std::ranges::count_if(
+            old, [this](const auto &file) { return readBytes(file.first) != file.second; });
+        EXPECT_EQ(names, contents());
+        if (outcome.signal == 0) {
+            EXPECT_EQ(0, outcome.exitCode) << outcome.err;
+            EXPECT_EQ(4, replaced);
+            continue;
+        }
+        EXPECT_EQ(signal, outcome.signal);
+        const bool isDone = outcome.err.find("interrupted when the work was done") != std::string::npos;
+        EXPECT_EQ(isDone ? 4 : 0, replaced) << outcome.err;
+    }
+}
+
+TEST_F(Trouble, LostReaderEndsTheProgramSilentlyWithoutAReport)
+{
+    write("in.wav", kWav16, 44100, Signals::noise(1, 5000, -20.0));
+    EXPECT_EQ("", run("render in.wav out.wav --report a.png | true").err);
     EXPECT_EQ((std::set<std::string>{"in.wav", "out.wav"}), contents());
-    EXPECT_EQ("old", readBytes("out.wav"));
 }
 
 } // namespace

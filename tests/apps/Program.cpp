@@ -21,6 +21,8 @@ Program::Program(const fs::path &folder, const std::string &line, std::optional<
 {
     if (process != 0) return;
     std::signal(SIGINT, SIG_DFL); // a test run in the background inherits SIG_IGN
+    const rlimit noCore = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
     if (largestFile) {
         const rlimit limit = {*largestFile, *largestFile};
         setrlimit(RLIMIT_FSIZE, &limit);

@@ -37,6 +37,7 @@ Usage explain(const CLI::App &app, const CLI::ParseError &problem, const std::st
 
 [[noreturn]] void refuseOutput(int reason)
 {
+    if (reason == EPIPE) stopIfInterrupted(); // unless the caller ignores SIGPIPE
     throw Failure(fmt::format("cannot write to standard output: {}; check the redirection and the disk",
                               std::strerror(reason)));
 }
@@ -133,7 +134,7 @@ void runCommandLine(int argc, const char *const *argv)
     try {
         parse(app, argc, argv);
     } catch (const std::system_error &problem) { // fmt::print throws it
-        if (std::ferror(stdout)) refuseOutput(problem.code().value());
+        if (std::ferror(stdout) || problem.code().value() == EPIPE) refuseOutput(problem.code().value());
         throw;
     }
     flushOutput();

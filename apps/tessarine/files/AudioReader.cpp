@@ -60,8 +60,10 @@ void AudioReader::seek(uint64_t frame)
     if (frame < position) *this = AudioReader(path); // some codecs cannot seek
     constexpr uint32_t kPiece = 4096;
     std::vector<float> skipped(size_t{kPiece} * channels());
-    while (position < frame)
+    while (position < frame) {
+        stopIfInterrupted();
         read(skipped.data(), static_cast<uint32_t>(std::min<uint64_t>(kPiece, frame - position)));
+    }
 }
 
 } // namespace App

@@ -100,7 +100,7 @@ void AudioWriter::finish()
         file.check();
         throw Failure(fmt::format("{} was not written: closing it failed", path.string()));
     }
-    file.commit();
+    file.finish();
 }
 
 } // namespace App

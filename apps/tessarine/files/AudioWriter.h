@@ -8,7 +8,7 @@
 
 namespace App {
 
-/// Writes an audio file, which replaces any file at `path` when finish returns.
+/// Writes an audio file, which replaces any file at `path` when commit returns.
 /// Unit    32-bit floats, full scale 1; for integer formats, samples are dithered, rounded and clipped
 /// Errors  Failure if the file cannot be written
 class AudioWriter {
@@ -18,7 +18,11 @@ public:
 
     /// Replaces the samples by those that the file contains, except in lossy formats.
     void write(float *interleaved, uint32_t frames);
+    /// Completes the file, but does not replace any yet.
     void finish();
+    /// Of the finished file, until it is committed.
+    const std::filesystem::path &temporaryPath() const { return file.temporaryPath(); }
+    void commit() { file.commit(); }
 
     /// Number of samples beyond full scale; 0 for float formats.
     uint64_t clippedSamples() const { return clipped; }

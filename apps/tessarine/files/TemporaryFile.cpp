@@ -1,11 +1,14 @@
 #include "apps/tessarine/files/TemporaryFile.h"
 
 #include <cerrno>
+#include <chrono>
 #include <csignal>
 #include <cstdio>
 #include <cstring>
+#include <fcntl.h>
 #include <fmt/format.h>
 #include <fstream>
+#include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -54,7 +57,21 @@ std::string temporaryName(pid_t process, int serial)
     return fmt::format(".tessarine-{}-{}.part", process, serial);
 }
 
-/// Removes the temporary files of processes that no longer run, such as killed ones.
+/// True unless a process still writes the file. Another process may by now have the number of a killed one, and a
+/// process of another container seems not to run, so the lock decides. It is taken just after the file is created.
+bool isAbandoned(const fs::path &file, pid_t process)
+{
+    const int descriptor = open(file.c_str(), O_RDONLY | O_CLOEXEC);
+    if (descriptor < 0) return false;
+    const bool isLocked = flock(descriptor, LOCK_EX | LOCK_NB) != 0 && errno == EWOULDBLOCK;
+    close(descriptor);
+    std::error_code ignored;
+    const bool isOld =
+        fs::file_time_type::clock::now() - fs::last_write_time(file, ignored) > std::chrono::minutes(1);
+    return !isLocked && (isOld || (kill(process, 0) != 0 && errno == ESRCH));
+}
+
+/// Removes the temporary files of killed processes.
 void removeStaleFiles(const fs::path &folder)
 {
     std::error_code ignored;
@@ -64,7 +81,7 @@ void removeStaleFiles(const fs::path &folder)
         if (std::sscanf(name.c_str(), ".tessarine-%d-%d.part", &process, &serial) != 2 ||
             name != temporaryName(process, serial))
             continue;
-        if (kill(process, 0) != 0 && errno == ESRCH) fs::remove(entry.path(), ignored);
+        if (isAbandoned(entry.path(), process)) fs::remove(entry.path(), ignored);
     }
 }
 
@@ -77,6 +94,8 @@ TemporaryFile::TemporaryFile(const fs::path &wanted) : shown(wanted), target(res
     temporary = target.parent_path() / temporaryName(getpid(), ++serial);
     file = std::fopen(temporary.c_str(), "w+bx");
     if (!file) throw Failure(fmt::format("{} cannot be written: {}", shown.string(), std::strerror(errno)));
+    locked = dup(fileno(file));
+    flock(locked, LOCK_EX | LOCK_NB); // fails on some network file systems, where only the process counts
 }
 
 TemporaryFile::~TemporaryFile()
@@ -84,6 +103,7 @@ TemporaryFile::~TemporaryFile()
     if (file) std::fclose(file);
     std::error_code ignored;
     fs::remove(temporary, ignored); // fails after a commit, which is harmless
+    close(locked);
 }
 
 void TemporaryFile::noteError()
@@ -150,12 +170,17 @@ void TemporaryFile::overwriteTarget()
         throw Failure(fmt::format("{} was not written completely: {}", shown.string(), std::strerror(errno)));
 }
 
-void TemporaryFile::commit()
+void TemporaryFile::finish()
 {
     errno = 0;
-    if (std::fclose(file) != 0) noteError();
+    if (file && std::fclose(file) != 0) noteError();
     file = nullptr;
     check();
+}
+
+void TemporaryFile::commit()
+{
+    finish();
     std::error_code problem;
     if (fs::exists(target, problem)) {
         if (fs::hard_link_count(target, problem) > 1) return overwriteTarget();

@@ -20,7 +20,10 @@ public:
     TemporaryFile &operator=(const TemporaryFile &) = delete;
 
     void write(std::string_view bytes);
+    /// Closes the file. Several files are finished before the first is committed, so that a full disk affects none.
+    void finish();
     void commit();
+    const std::filesystem::path &temporaryPath() const { return temporary; }
 
     // For libsndfile's virtual I/O. `put` and `get` return the number of bytes, `seek` the position.
     int64_t put(const void *bytes, int64_t count);
@@ -40,6 +43,7 @@ private:
 
     std::filesystem::path shown, target, temporary;
     std::FILE *file = nullptr;
+    int locked = -1; // descriptor that keeps the file locked until the destructor
     int64_t end = 0; // bytes
     int error = 0;   // errno of the first failure, or 0
 };

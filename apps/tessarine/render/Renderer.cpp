@@ -120,10 +120,14 @@ public:
             renderOnce(effect);
         if (options.truePeak) keepTruePeak();
         if (dry) writeDry();
-        writer->finish();
+        for (std::optional<AudioWriter> *each : {&writer, &dry, &delta}) {
+            if (*each) (*each)->finish();
+        }
         if (isLossy(writer->format())) measureEncoded();
-        if (dry) dry->finish();
-        if (delta) delta->finish();
+        stopIfInterrupted();
+        for (std::optional<AudioWriter> *each : {&writer, &dry, &delta}) {
+            if (*each) (*each)->commit();
+        }
         result.seconds = secondsSince(begin);
         return std::move(result);
     }
@@ -259,7 +263,7 @@ void Renderer::keepTruePeak()
 void Renderer::writeDry()
 {
     constexpr uint32_t kBlockFrames = 4096;
-    AudioReader again(options.in); // before writer.finish(), which may replace the input file
+    AudioReader again(options.in);
     again.seek(excerpt.start);
     result.dryGainDb = matchingGain(result);
     const auto gain = static_cast<float>(std::pow(10.0, result.dryGainDb / 20.0));
@@ -284,10 +288,13 @@ void Renderer::writeDry()
 void Renderer::measureEncoded()
 {
     constexpr uint32_t kBlockFrames = 4096;
-    AudioReader encoded(options.out);
+    AudioReader encoded(writer->temporaryPath());
     TruePeakMeter meter(encoded.channels(), encoded.rate());
     std::vector<float> block(size_t{kBlockFrames} * encoded.channels());
-    while (const uint32_t frames = encoded.read(block.data(), kBlockFrames)) meter.add(block.data(), frames);
+    while (const uint32_t frames = encoded.read(block.data(), kBlockFrames)) {
+        stopIfInterrupted();
+        meter.add(block.data(), frames);
+    }
     result.encodedTruePeakDb = 20.0 * std::log10(meter.truePeak());
 }
 
