@@ -185,6 +185,7 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     r.delay = 305;
     r.in = {-1.1, -0.9, -17.3, 6.1, -14.2, -15.3};
     r.out = {-0.04, 0.4, -12.2, 5.1, -9.2, -10.3};
+    r.encodedTruePeakDb = 0.87;
     r.dryGainDb = 5.1;
     r.clipped = 17;
     r.dryClipped = 23;
@@ -204,7 +205,7 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     const auto numbers = [](const App::Table &table) { return numbersIn(toText(table)); };
     EXPECT_THAT(numbers(summary.files), ElementsAre("1:23.4", "1000", "16", "+5.10"));
     EXPECT_THAT(numbers(summary.levels), ElementsAre("-1.1", "0.0", "-0.9", "0.4", "-17.3", "-12.2", "6.1",
-                                                     "5.1", "-15.3", "-10.3", "-14.2", "-9.2"));
+                                                     "5.1", "-15.3", "-10.3", "-14.2", "-9.2", "0.9"));
     EXPECT_THAT(numbers(summary.goal), ElementsAre("-11.00", "-11.30", "-12.20", "-1.00", "-1.20", "0.40"));
     EXPECT_THAT(numbers(summary.choice), ElementsAre("2.50", "-3.50", "-4.50"));
     EXPECT_THAT(numbers(summary.reduction), ElementsAre("1", "-2.0", "-0.1", "2", "-4.0", "-0.2", "3", "-6.0",
@@ -213,7 +214,8 @@ TEST(Summary, ShowsEachNumberOfTheRenderingInItsPlace)
     std::vector<std::string> remarked;
     for (const std::string &remark : summary.remarks)
         for (const std::string &each : numbersIn(remark)) remarked.push_back(each);
-    EXPECT_THAT(remarked, ElementsAre("17", "23", "+5.10", "0.40", "-1", "-12.20", "-11", "29"));
+    EXPECT_THAT(remarked,
+                ElementsAre("17", "23", "+5.10", "0.40", "-1", "-12.20", "-11", "0.87", "-1", "29"));
 
     options.report = "report.html";
     const std::string page = makeReport(options, r, summary);

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstring>
 #include <filesystem>
 #include <malloc.h>
 
@@ -91,6 +92,27 @@ TEST_F(Render, SampleFormatIsKeptIfTheContainerSupportsIt)
         succeed(std::string("render in.any ") + out);
         EXPECT_EQ(expected, read(out).info.format) << out;
         EXPECT_EQ(20000, read(out).info.frames) << out;
+    }
+}
+
+TEST_F(Render, BitsAndLossyFormatsAreChosen)
+{
+    const struct {
+        const char *call;
+        int expected;
+    } cases[] = {{"o.wav --bits 24", kWav24},
+                 {"o.wav --bits float", kWavFloat},
+                 {"o.aiff --bits 32", SF_FORMAT_AIFF | SF_FORMAT_PCM_32},
+                 {"o.flac --bits 16", SF_FORMAT_FLAC | SF_FORMAT_PCM_16},
+                 {"o.mp3", SF_FORMAT_MPEG | SF_FORMAT_MPEG_LAYER_III},
+                 {"o.opus", SF_FORMAT_OGG | SF_FORMAT_OPUS}};
+    write("in.wav", kWav16, 48000, Signals::music(5, 48000, 20000, -1.0));
+    for (const auto &[call, expected] : cases) {
+        const std::string table = succeed(std::string("render in.wav ") + call);
+        const std::string name(call, std::strcspn(call, " "));
+        EXPECT_EQ(expected, read(name).info.format) << call;
+        const bool isLossy = name == "o.mp3" || name == "o.opus";
+        EXPECT_EQ(isLossy, table.find("True peak, encoded") != std::string::npos) << table;
     }
 }
 

@@ -85,19 +85,25 @@ Table work(const RenderOptions &options, const Rendering &r)
             }};
 }
 
+/// "1 sample was", "2 samples were"
+std::string counted(uint64_t count, std::string_view noun)
+{
+    return fmt::format("{} {}", count, noun) + (count == 1 ? " was" : "s were");
+}
+
 std::vector<std::string> remarks(const RenderOptions &options, const Rendering &r)
 {
     std::vector<std::string> sentences;
     if (!r.warning.empty()) sentences.push_back(r.warning);
     if (r.clipped > 0)
         sentences.push_back(
-            fmt::format("{} samples exceeded full scale and were clipped (integer output format); lower "
-                        "'Limiter Margin' or 'Gain'",
-                        r.clipped));
+            fmt::format("{} clipped at full scale (integer output format); lower 'Limiter Margin' or 'Gain'",
+                        counted(r.clipped, "sample")));
     if (r.dryClipped > 0)
-        sentences.push_back(fmt::format("{} samples of the dry file exceeded full scale after {:+.2f} dB of "
-                                        "gain and were clipped; lower the output's loudness",
-                                        r.dryClipped, r.dryGainDb));
+        sentences.push_back(
+            fmt::format("{} clipped in the dry file after {:+.2f} dB of gain; lower the output's "
+                        "loudness",
+                        counted(r.dryClipped, "sample"), r.dryGainDb));
     if (r.formatDry != 0 && !isMatched(r))
         sentences.emplace_back("the dry file was not matched to the output's loudness, because the input or "
                                "the output is silent, "
@@ -111,6 +117,12 @@ std::vector<std::string> remarks(const RenderOptions &options, const Rendering &
             fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS, as near as the true peak "
                         "allows; give a lower --loudness or a higher --true-peak",
                         r.out.loudness, r.choice->goal.loudness));
+    const std::optional<double> ceiling = r.choice ? r.choice->goal.truePeak : options.truePeak;
+    if (ceiling && r.encodedTruePeakDb && *r.encodedTruePeakDb > *ceiling)
+        sentences.push_back(
+            fmt::format("lossy encoding raises the true peak to {:.2f} dBTP, above the requested {:g} "
+                        "dBTP; give a lower --true-peak",
+                        *r.encodedTruePeakDb, *ceiling));
     if (options.truePeak && r.loweredDb > 0.0)
         sentences.push_back(fmt::format("'Gain' was lowered by {:.2f} dB to keep the true peak at {:g} dBTP",
                                         r.loweredDb, *options.truePeak));
@@ -121,12 +133,10 @@ std::vector<std::string> remarks(const RenderOptions &options, const Rendering &
                         r.out.truePeakDb, *options.truePeak));
     if (r.deltaClipped > 0)
         sentences.push_back(
-            fmt::format("{} samples of the difference exceeded full scale and were clipped; write it "
-                        "to a file with float samples",
-                        r.deltaClipped));
+            fmt::format("{} clipped in the difference; add --bits float", counted(r.deltaClipped, "sample")));
     if (r.silenced > 0)
         sentences.push_back(
-            fmt::format("{} input samples were NaN, infinite or absurdly loud and were zeroed", r.silenced));
+            fmt::format("{} zeroed: NaN, infinite or absurdly loud", counted(r.silenced, "input sample")));
     return sentences;
 }
 
