@@ -110,8 +110,10 @@ void addExcerpt(CLI::App *command, RenderOptions &options)
 void addMix(CLI::App *command, double &percent)
 {
     command
-        ->add_option("--mix", percent,
-                     "Share of the processed signal in a mix with the input (default: 100 per cent)")
+        ->add_option(
+            "--mix", percent,
+            "Share of the processed signal in a mix with the input. The crossover shifts the phase, so the "
+            "mix loses level near the cutoffs (default: 100 per cent)")
         ->type_name("PERCENT")
         ->transform(quantity("the mix", 0.0, 100.0, "%"))
         ->excludes("--loudness");
