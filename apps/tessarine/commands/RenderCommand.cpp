@@ -45,8 +45,8 @@ void renderFile(const RenderOptions &options)
         report->write(makeReport(options, rendering, summary));
         report->commit();
     }
-    const bool exceedsPeak = options.truePeak && rendering.out.truePeakDb > *options.truePeak;
-    if (rendering.missesGoal() || exceedsPeak) throw ExitStatus{kGoalMissed};
+    const std::optional<double> limit = options.goal ? options.goal->truePeak : options.truePeak;
+    if (rendering.missesLoudness() || (limit && rendering.exceeds(*limit))) throw ExitStatus{kGoalMissed};
 }
 
 /// Makes a check that refuses an empty name, which would have the same effect as no option.
@@ -110,10 +110,10 @@ void addExcerpt(CLI::App *command, RenderOptions &options)
 void addMix(CLI::App *command, double &percent)
 {
     command
-        ->add_option(
-            "--mix", percent,
-            "Share of the processed signal in a mix with the input. The crossover shifts the phase, so the "
-            "mix loses level near the cutoffs (default: 100 per cent)")
+        ->add_option("--mix", percent,
+                     "Share of the effect's output in a mix with the signal before compression and limiting; "
+                     "both pass the "
+                     "crossover, so their phase is equal (default: 100 per cent)")
         ->type_name("PERCENT")
         ->transform(quantity("the mix", 0.0, 100.0, "%"))
         ->excludes("--loudness");

@@ -7,9 +7,16 @@
 
 namespace App {
 
-EffectPass::EffectPass(AudioReader &from, EffectHost &effect, uint32_t block)
-    : reader(from), host(effect), blockFrames(block)
+EffectPass::EffectPass(AudioReader &from, EffectHost &effect, uint32_t block, EffectHost *neutralEffect)
+    : reader(from), host(effect), neutral(neutralEffect), blockFrames(block)
 {
+}
+
+void EffectPass::separateInput(const Chunk &chunk, std::vector<float> &left, std::vector<float> &right) const
+{
+    left.resize(chunk.frames);
+    right.resize(chunk.frames);
+    separate(chunk.in.data(), reader.channels(), chunk.frames, left.data(), right.data());
 }
 
 void EffectPass::run(uint32_t frames, Chunk &chunk)
@@ -19,17 +26,20 @@ void EffectPass::run(uint32_t frames, Chunk &chunk)
     chunk.position = position;
     chunk.frames = frames;
     chunk.in.resize(size_t{frames} * channels);
-    chunk.left.resize(frames);
-    chunk.right.resize(frames);
     const uint32_t got = reader.read(chunk.in.data(), frames);
     std::fill(chunk.in.begin() + ptrdiff_t{got} * channels, chunk.in.end(), 0.0f);
-    separate(chunk.in.data(), channels, frames, chunk.left.data(), chunk.right.data());
+    separateInput(chunk, chunk.left, chunk.right);
+    if (neutral) separateInput(chunk, chunk.neutralLeft, chunk.neutralRight);
     for (uint32_t done = 0; done < frames;) {
         const uint32_t count = std::min(frames - done, blockFrames);
         float *const sides[] = {chunk.left.data() + done, chunk.right.data() + done};
         const Clock::time_point begin = Clock::now();
         host.process(sides, sides, count);
         seconds += std::chrono::duration<double>(Clock::now() - begin).count();
+        if (neutral) {
+            float *const dry[] = {chunk.neutralLeft.data() + done, chunk.neutralRight.data() + done};
+            neutral->process(dry, dry, count);
+        }
         if (afterBlock) afterBlock(count);
         done += count;
     }

@@ -12,16 +12,17 @@ namespace App {
 struct Chunk {
     uint64_t position = 0; // of the first frame, counted from the start of the pass
     uint32_t frames = 0;
-    std::vector<float> in;          // interleaved
-    std::vector<float> left, right; // output; `right` is silent for mono
+    std::vector<float> in;                        // interleaved
+    std::vector<float> left, right;               // output; `right` is silent for mono
+    std::vector<float> neutralLeft, neutralRight; // output of the neutral effect, if there is one
 };
 
 /// Reads a file from the reader's position and processes it with a started effect. Continues with silence after the
 /// end of the file, which flushes the effect's delay.
 class EffectPass {
 public:
-    /// `blockFrames` is the size of the effect's blocks.
-    EffectPass(AudioReader &reader, EffectHost &host, uint32_t blockFrames);
+    /// `blockFrames` is the size of the effect's blocks. `neutral` processes the same input; null for none.
+    EffectPass(AudioReader &reader, EffectHost &host, uint32_t blockFrames, EffectHost *neutral = nullptr);
 
     /// Processes the next `frames` frames. Calls `afterBlock`, if set, with the size of each block.
     void run(uint32_t frames, Chunk &chunk);
@@ -30,8 +31,11 @@ public:
     double effectSeconds() const { return seconds; } // elapsed time inside the effect
 
 private:
+    void separateInput(const Chunk &chunk, std::vector<float> &left, std::vector<float> &right) const;
+
     AudioReader &reader;
     EffectHost &host;
+    EffectHost *const neutral;
     const uint32_t blockFrames;
     uint64_t position = 0;
     double seconds = 0.0;

@@ -55,6 +55,17 @@ std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const E
     return host;
 }
 
+EffectSetup neutralSetup(const EffectSetup &setup)
+{
+    EffectSetup neutral = setup;
+    neutral.settings.insert(neutral.settings.end(), {"Limiter Bypass=on", "Gain=0"});
+    for (uint32_t band = 1; band <= DSP::kBands; ++band) {
+        neutral.settings.push_back(fmt::format("Band {} Bypass=on", band));
+        neutral.settings.push_back(fmt::format("Band {} Solo=off", band));
+    }
+    return neutral;
+}
+
 void loadChunk(EffectHost &host, const fs::path &path)
 {
     if (!host.setChunk(readFile(path)))

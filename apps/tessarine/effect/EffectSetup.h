@@ -19,6 +19,10 @@ struct EffectSetup {
 /// Errors  Failure if the chunk or a setting is refused, or if the cutoffs do not ascend
 std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const EffectSetup &setup);
 
+/// The same setup without compression, limiting and gain. The crossover stays, so that the signal has the phase and the
+/// delay of the effect's output and can be mixed with it: the unprocessed input would cancel parts of it.
+EffectSetup neutralSetup(const EffectSetup &setup);
+
 /// Loads the chunk from the file. Parameters that are not in the chunk keep their values.
 /// Errors  Failure if the file cannot be read or is larger than 1 MiB, or if the effect refuses it; the
 /// effect is then unchanged

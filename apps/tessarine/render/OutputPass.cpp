@@ -41,9 +41,8 @@ void OutputPass::take(const Chunk &chunk, const std::vector<Column> &columns)
     const uint32_t channels = layout.channels;
     out.resize(size_t{chunk.frames} * channels);
     interleave(chunk.left.data(), chunk.right.data(), channels, chunk.frames, out.data());
-    const bool usesInput = layout.mix < 1.0 || deltaWriter;
-    if (usesInput) aligned.insert(aligned.end(), chunk.in.begin(), chunk.in.end());
-    if (layout.mix < 1.0) mixWithInput();
+    if (deltaWriter) aligned.insert(aligned.end(), chunk.in.begin(), chunk.in.end());
+    if (layout.mix < 1.0) mixWithNeutral(chunk);
 
     const uint64_t end = layout.outBegin + layout.length;
     const FrameRange kept = overlap(chunk.position, chunk.frames, layout.outBegin, end);
@@ -55,13 +54,16 @@ void OutputPass::take(const Chunk &chunk, const std::vector<Column> &columns)
         overlap(chunk.position, chunk.frames, layout.inBegin, layout.inBegin + layout.length);
     loudnessIn.add(chunk.in.data() + size_t{read.first} * channels, read.count);
     addColumns(chunk, columns);
-    if (usesInput) aligned.erase(aligned.begin(), aligned.end() - ptrdiff_t{layout.delay} * channels);
+    if (deltaWriter) aligned.erase(aligned.begin(), aligned.end() - ptrdiff_t{layout.delay} * channels);
 }
 
-void OutputPass::mixWithInput()
+void OutputPass::mixWithNeutral(const Chunk &chunk)
 {
     const auto wet = static_cast<float>(layout.mix), dry = 1.0f - wet;
-    for (size_t i = 0; i < out.size(); ++i) out[i] = wet * out[i] + dry * aligned[i];
+    neutral.resize(out.size());
+    interleave(chunk.neutralLeft.data(), chunk.neutralRight.data(), layout.channels, chunk.frames,
+               neutral.data());
+    for (size_t i = 0; i < out.size(); ++i) out[i] = wet * out[i] + dry * neutral[i];
 }
 
 void OutputPass::writeDelta(uint32_t first, uint32_t frames)

@@ -17,7 +17,7 @@ public:
         uint32_t delay; // of the effect, in samples
         uint64_t inBegin, outBegin,
             length = 0; // frames of the pass that are part of the input and of the output
-        double mix;     // share of the effect's output, 0 to 1
+        double mix;     // share of the effect's output in a mix with that of the neutral effect, 0 to 1
     };
     /// `delta` receives the output minus the input; null for none.
     OutputPass(const Layout &layout, AudioWriter &writer, AudioWriter *delta);
@@ -30,7 +30,7 @@ public:
     const History &history() const { return measured; }
 
 private:
-    void mixWithInput();
+    void mixWithNeutral(const Chunk &chunk);
     void writeDelta(uint32_t first, uint32_t frames);
     void addColumns(const Chunk &chunk, const std::vector<Column> &columns);
 
@@ -41,7 +41,7 @@ private:
     History measured;
     std::vector<float>
         aligned; // input, delayed like the output: that of the chunk after the latest `delay` frames
-    std::vector<float> out, difference;
+    std::vector<float> out, neutral, difference;
 };
 
 } // namespace App

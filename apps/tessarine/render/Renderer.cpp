@@ -173,10 +173,17 @@ private:
 void Renderer::renderOnce(EffectSetup setup)
 {
     const uint32_t rate = reader.rate(), channels = reader.channels();
-    const std::unique_ptr<EffectHost> host =
-        makeEffect({.rate = rate, .channels = channels, .blockFrames = options.blockFrames}, setup);
-    host->disableSpectra();
-    host->start();
+    const auto start = [&](const EffectSetup &wanted) {
+        std::unique_ptr<EffectHost> made =
+            makeEffect({.rate = rate, .channels = channels, .blockFrames = options.blockFrames}, wanted);
+        made->disableSpectra();
+        made->start();
+        return made;
+    };
+    const std::unique_ptr<EffectHost> host = start(setup);
+    EffectSetup mixedIn = neutralSetup(setup);
+    mixedIn.settings.push_back(fmt::format("Gain={:.2f}", -result.loweredDb));
+    const std::unique_ptr<EffectHost> neutral = options.mixPercent < 100.0 ? start(mixedIn) : nullptr;
     const DSP::Gain &gain = *host->plugin().transformHandle().gain();
     if (result.frames == 0) outputGainDb = gain.gain();
     outputGainRange = gain.floatParamRange(DSP::Gain::Param::gain);
@@ -192,7 +199,7 @@ void Renderer::renderOnce(EffectSetup setup)
                       *writer, delta ? &*delta : nullptr);
     reader.seek(excerpt.start - preRoll);
     const uint64_t zeroedBefore = reader.zeroedSamples();
-    EffectPass pass(reader, *host, options.blockFrames);
+    EffectPass pass(reader, *host, options.blockFrames, neutral.get());
     GainMeter gains(*host, rate);
     pass.afterBlock = [&gains](uint32_t frames) { gains.add(frames); };
     runPasses(pass, gains, output, preRoll + excerpt.length + skip, options.blockFrames, rate);
@@ -250,10 +257,12 @@ void Renderer::keepTruePeak()
     for (int corrections = 0; corrections < kMostCorrections; ++corrections) {
         const double excess = result.out.truePeakDb - *options.truePeak;
         if (!(excess > 0.0)) return;
-        result.loweredDb += std::ceil(excess / kSmallestStep) * kSmallestStep;
+        const double lowerGain =
+            gainDb - result.loweredDb - std::ceil(excess / kSmallestStep) * kSmallestStep;
+        if (gainDb - result.loweredDb <= leastGainDb) return;
+        result.loweredDb = gainDb - std::max(lowerGain, leastGainDb);
         EffectSetup lowered = effect;
-        lowered.settings.push_back(
-            fmt::format("Gain={:.2f}", std::max(gainDb - result.loweredDb, leastGainDb)));
+        lowered.settings.push_back(fmt::format("Gain={:.2f}", gainDb - result.loweredDb));
         restart();
         renderOnce(lowered);
     }

@@ -49,6 +49,11 @@ struct Rendering {
     bool missesLoudness() const;
     /// The same, or the output exceeds the maximum true peak.
     bool missesGoal() const;
+    /// True if the output, or the decoded output of a lossy format, exceeds this true peak in dBTP.
+    bool exceeds(double truePeak) const
+    {
+        return out.truePeakDb > truePeak || (encodedTruePeakDb && *encodedTruePeakDb > truePeak);
+    }
 };
 
 /// Streams the input file through the effect into the output file. The output is as long as the input or the excerpt.
