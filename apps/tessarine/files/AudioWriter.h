@@ -4,6 +4,7 @@
 #include "apps/tessarine/files/AudioReader.h"
 #include "apps/tessarine/files/Dither.h"
 #include "apps/tessarine/files/FileFormat.h"
+#include "apps/tessarine/files/Metadata.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 
 namespace App {
@@ -13,12 +14,13 @@ namespace App {
 /// Errors  Failure if the file cannot be written
 class AudioWriter {
 public:
-    /// Chooses the format with outputFormat and copies the input's metadata.
+    /// Chooses the format with outputFormat.
     AudioWriter(const std::filesystem::path &path, const AudioReader &input, const SampleFormat &samples);
 
     /// Replaces the samples by those that the file contains, except in lossy formats.
     void write(float *interleaved, uint32_t frames);
-    void finish();
+    /// Adds the metadata and returns the part that the format does not support.
+    MetadataLoss finish(const Metadata &metadata, const MetadataChanges &changes);
 
     /// Number of samples beyond full scale; 0 for float formats.
     uint64_t clippedSamples() const { return clipped; }

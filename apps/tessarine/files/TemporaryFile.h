@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 namespace App {
@@ -20,20 +21,26 @@ public:
     TemporaryFile &operator=(const TemporaryFile &) = delete;
 
     void write(std::string_view bytes);
+    /// Modification time that the file gets from commit (default: now).
+    void setModified(std::filesystem::file_time_type time) { modified = time; }
     void commit();
 
-    // For libsndfile's virtual I/O. `put` and `get` return the number of bytes, `seek` the position.
+    // For the virtual I/O of libsndfile and TagLib. `put` and `get` return the number of bytes, `seek` the position.
     int64_t put(const void *bytes, int64_t count);
     int64_t get(void *bytes, int64_t count);
     int64_t seek(int64_t offset, int whence);
     int64_t position() const;
     int64_t length() const { return end; }
+    /// Replaces `removed` bytes at a position by `bytes` and moves the rest of the file.
+    void replace(int64_t at, int64_t removed, std::string_view bytes);
     bool failed() const { return error != 0; }
     /// Throws Failure if an earlier put or seek failed.
     void check() const;
 
 private:
     void noteError();
+    void copy(int64_t from, int64_t to, int64_t count);
+    void keepModified(const std::filesystem::path &path) const;
     void keepAttributes();
     /// Copies the content into the existing file and so keeps its hard links.
     void overwriteTarget();
@@ -42,6 +49,7 @@ private:
     std::FILE *file = nullptr;
     int64_t end = 0; // bytes
     int error = 0;   // errno of the first failure, or 0
+    std::optional<std::filesystem::file_time_type> modified;
 };
 
 } // namespace App

@@ -127,6 +127,7 @@ std::vector<std::string> remarks(const RenderOptions &options, const Rendering &
     if (r.silenced > 0)
         sentences.push_back(
             fmt::format("{} input samples were NaN, infinite or absurdly loud and were zeroed", r.silenced));
+    sentences.insert(sentences.end(), r.metadataRemarks.begin(), r.metadataRemarks.end());
     return sentences;
 }
 
