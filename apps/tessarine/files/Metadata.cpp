@@ -8,6 +8,7 @@
 #include <taglib/opusfile.h>
 #include <taglib/vorbisfile.h>
 #include <taglib/xiphcomment.h>
+#include <utility>
 
 #include "apps/tessarine/files/MetadataBext.h"
 #include "apps/tessarine/files/MetadataId3.h"
@@ -21,7 +22,9 @@ namespace {
 namespace fs = std::filesystem;
 using Reason = MetadataLoss::Reason;
 
-constexpr uint64_t kMostBytes = uint64_t{64} << 20; // of all metadata together
+constexpr uint64_t kMostBytes = uint64_t{64} << 20; // of all chunks or FLAC blocks together
+constexpr uint64_t kMostTagBytes = uint64_t{16}
+                                   << 20; // tags with very many entries need 50 times as much memory
 
 /// Formats that store metadata alike.
 enum class Family { wav, aiff, flac, vorbis, opus, oggFlac, mp3, other };
@@ -95,7 +98,7 @@ Metadata::Metadata(const fs::path &path, int ofInput) : format(ofInput)
 void Metadata::read(const fs::path &path)
 {
     FileBytes file(path);
-    MetadataSource stream(file, kMostBytes);
+    MetadataSource stream(file, kMostTagBytes);
     switch (familyOf(format)) {
     case Family::wav:
     case Family::aiff: chunks = readChunks(file, kMostBytes, lossOnReading); break;
@@ -139,14 +142,14 @@ std::vector<MetadataChunk> Metadata::changedChunks(int out, const MetadataChange
             continue;
         }
         std::string bytes = chunk.bytes;
-        if (isWav && chunk.name == "bext") bytes = changedBext(bytes, changes);
-        if (isId3(chunk)) bytes = withoutStaleFrames(bytes);
+        if (isWav && chunk.name == "bext") bytes = changedBext(std::move(bytes), changes);
+        if (isId3(chunk) && bytes.size() <= kMostTagBytes) bytes = withoutStaleFrames(bytes);
         if (isInfo(chunk) && needsSettings) {
-            bytes = infoWithSettings(bytes, changes.settings);
+            bytes = infoWithSettings(std::move(bytes), changes.settings);
             needsSettings = false;
         }
         if (chunk.name == "ANNO" && needsSettings) bytes = withoutSettings(bytes);
-        if (!bytes.empty() || chunk.bytes.empty()) changed.push_back({chunk.name, bytes});
+        if (!bytes.empty() || chunk.bytes.empty()) changed.push_back({chunk.name, std::move(bytes)});
     }
     if (needsSettings && isWav) changed.push_back({"LIST", infoWithSettings("INFO", changes.settings)});
     if (needsSettings && !isWav) changed.push_back({"ANNO", changes.settings});
@@ -162,7 +165,8 @@ void Metadata::addTags(TemporaryFile &file, int out, const MetadataChanges &chan
     case Family::flac: {
         std::vector<FlacBlock> others;
         for (const FlacBlock &block : blocks) {
-            if (block.type == FlacBlock::application || (block.type == FlacBlock::cueSheet && !changes.isExcerpt))
+            if (block.type == FlacBlock::application ||
+                (block.type == FlacBlock::cueSheet && !changes.isExcerpt))
                 others.push_back(block);
         }
         return writeFlac(file, common, others, loss);
@@ -178,7 +182,7 @@ MetadataTags Metadata::commonTags(int out, const MetadataChanges &changes, Metad
 {
     MetadataTags common = tags;
     try {
-        if (!chunks.empty()) common = readTextChunks(chunks, loss);
+        if (!chunks.empty()) common = readTextChunks(chunks, kMostTagBytes, loss);
         if (!blocks.empty()) common = readFlacTags(blocks);
     } catch (const std::exception &) {
         loss.add(Reason::damaged, "text tags");

@@ -24,7 +24,8 @@ public:
 private:
     void read(const std::filesystem::path &path);
     MetadataTags commonTags(int out, const MetadataChanges &changes, MetadataLoss &loss) const;
-    std::vector<MetadataChunk> changedChunks(int out, const MetadataChanges &changes, MetadataLoss &loss) const;
+    std::vector<MetadataChunk> changedChunks(int out, const MetadataChanges &changes,
+                                             MetadataLoss &loss) const;
     void addTags(TemporaryFile &file, int out, const MetadataChanges &changes, MetadataLoss &loss) const;
 
     int format;

@@ -26,7 +26,8 @@ void changeLoudness(std::string &bytes, const std::optional<MeasuredLoudness> &m
     // writers that do not measure often leave zeros instead of the value for "not set"
     if (bytes.find_first_not_of('\0', kLoudness) >= kLoudness + 2 * kFigures) return;
     const MeasuredLoudness m = measured.value_or(MeasuredLoudness{});
-    const std::array<double, kFigures> values = {m.loudness, m.range, m.truePeak, m.maxMomentary, m.maxShortTerm};
+    const std::array<double, kFigures> values = {m.loudness, m.range, m.truePeak, m.maxMomentary,
+                                                 m.maxShortTerm};
     for (size_t i = 0; i < kFigures; ++i) {
         const size_t position = kLoudness + 2 * i;
         if (toNumber(bytes.substr(position, 2), false) == kNotSet) continue;

@@ -13,12 +13,15 @@ namespace {
 constexpr size_t kMostChunks = 10000; // a damaged file may contain millions of empty ones
 
 /// Describe the samples, fill space or hold peaks. The first line is for WAV, the second for AIFF, the third for CAF.
-constexpr std::string_view kNotMetadata[] = {
-    "fmt ", "data", "fact", "ds64", "PEAK", "levl", "JUNK", "junk", "PAD ", "pad ", "FLLR", "bad ", "slnt",
-    "COMM", "SSND", "FVER", //
-    "desc", "pakt", "chan", "free", "kuki", "peak"};
+constexpr std::string_view kNotMetadata[] = {"fmt ", "data", "fact", "ds64", "PEAK", "levl",
+                                             "JUNK", "junk", "PAD ", "pad ", "FLLR", "bad ",
+                                             "slnt", "COMM", "SSND", "FVER", //
+                                             "desc", "pakt", "chan", "free", "kuki", "peak"};
 
-bool isMetadata(std::string_view name) { return std::ranges::find(kNotMetadata, name) == std::end(kNotMetadata); }
+bool isMetadata(std::string_view name)
+{
+    return std::ranges::find(kNotMetadata, name) == std::end(kNotMetadata);
+}
 
 bool isChunkName(std::string_view name)
 {
@@ -61,8 +64,9 @@ std::vector<MetadataChunk> readChunks(FileBytes &file, uint64_t mostBytes, Metad
     uint64_t total = 0;
     ChunkWalker walker(file);
     for (size_t count = 0; const std::optional<ChunkWalker::Chunk> chunk = walker.next(); ++count) {
-        if (chunk->isAudio && (chunk->length == 0 || chunk->length > file.size())) break; // to the end of the file
-        if (chunk->name == std::string_view("\0\0\0\0", 4)) break;                         // padding
+        if (chunk->isAudio && (chunk->length == 0 || chunk->length > file.size()))
+            break;                                                 // to the end of the file
+        if (chunk->name == std::string_view("\0\0\0\0", 4)) break; // padding
         if (!isMetadata(chunk->name)) continue;
         const bool isWhole = chunk->begin <= file.size() && chunk->length <= file.size() - chunk->begin;
         if (!isWhole || !isChunkName(chunk->name)) {
@@ -86,17 +90,20 @@ void appendChunks(TemporaryFile &file, const std::vector<MetadataChunk> &chunks,
     if (chunks.empty()) return;
     const std::string start = readStart(file, 0, 20);
     const bool bigEndian = start.starts_with("FORM"), is64Bit = start.starts_with("RF64");
-    std::string added(static_cast<size_t>(file.length() % 2), '\0');
-    for (const MetadataChunk &chunk : chunks) {
-        added += chunk.name + fromNumber(chunk.bytes.size(), 4, bigEndian) + chunk.bytes;
-        if (chunk.bytes.size() % 2 != 0) added += '\0';
-    }
-    const uint64_t length = static_cast<uint64_t>(file.length()) + added.size() - 8;
+    const int64_t padding = file.length() % 2;
+    uint64_t length = static_cast<uint64_t>(file.length() + padding) - 8;
+    for (const MetadataChunk &chunk : chunks) length += 8 + chunk.bytes.size() + chunk.bytes.size() % 2;
     if (!is64Bit && length >= kOpenLength32) {
         for (const MetadataChunk &chunk : chunks) loss.add(MetadataLoss::Reason::tooLarge, chunk.shownName());
         return;
     }
-    overwrite(file, file.length(), added);
+    overwrite(file, file.length(), std::string_view("\0", static_cast<size_t>(padding)));
+    for (const MetadataChunk &chunk : chunks) {
+        const size_t size = chunk.bytes.size();
+        overwrite(file, file.length(), chunk.name + fromNumber(size, 4, bigEndian));
+        overwrite(file, file.length(), chunk.bytes);
+        overwrite(file, file.length(), std::string_view("\0", size % 2));
+    }
     if (is64Bit)
         overwrite(file, 20, fromNumber(length, 8, bigEndian)); // in the chunk "ds64", which comes first
     else

@@ -36,10 +36,7 @@ struct Id3InMemory {
 };
 
 /// True for frames that are stale or converted otherwise.
-bool isHandled(std::string_view id)
-{
-    return id == "APIC" || id == "RVA2" || id == "RVAD" || id == "RGAD";
-}
+bool isHandled(std::string_view id) { return id == "APIC" || id == "RVA2" || id == "RVAD" || id == "RGAD"; }
 
 /// The content of a FLAC picture block.
 std::string toPicture(const AttachedPictureFrame &frame)
@@ -63,7 +60,8 @@ MetadataTags readId3(const TagLib::MPEG::File &file, MetadataLoss &loss)
         if (!isHandled(name)) loss.add(MetadataLoss::Reason::noPlace, name);
     }
     if (!file.hasID3v2Tag()) return tags;
-    for (const TagLib::ID3v2::Frame *frame : const_cast<TagLib::MPEG::File &>(file).ID3v2Tag()->frameList("APIC"))
+    for (const TagLib::ID3v2::Frame *frame :
+         const_cast<TagLib::MPEG::File &>(file).ID3v2Tag()->frameList("APIC"))
         if (const auto *picture = dynamic_cast<const AttachedPictureFrame *>(frame))
             tags.pictures.push_back(toPicture(*picture));
     return tags;

@@ -49,10 +49,10 @@ std::vector<std::string> MetadataLoss::remarks(const std::string &in, const std:
             fmt::format("{} {} not kept, because", App::list(list), several ? "were" : "was");
         switch (reason) {
         case Reason::noPlace:
-            sentences.push_back(sameName(in, out)
-                                    ? fmt::format("{} only text and pictures of {} files are copied", subject, in)
-                                    : fmt::format("{} {} files have no place for {}", subject, out,
-                                                  several ? "them" : "it"));
+            sentences.push_back(
+                sameName(in, out)
+                    ? fmt::format("{} only text and pictures of {} files are copied", subject, in)
+                    : fmt::format("{} {} files have no place for {}", subject, out, several ? "them" : "it"));
             if (sameName(in, ".wav") || sameName(in, ".aiff") || sameName(in, ".flac"))
                 sentences.back() += fmt::format("; write a {} file to keep {}", in, several ? "them" : "it");
             break;

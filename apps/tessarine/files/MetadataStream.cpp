@@ -10,7 +10,9 @@ namespace {
 
 long target(long offset, TagLib::IOStream::Position from, long current, long length)
 {
-    const long base = from == TagLib::IOStream::Beginning ? 0 : from == TagLib::IOStream::Current ? current : length;
+    const long base = from == TagLib::IOStream::Beginning ? 0
+                      : from == TagLib::IOStream::Current ? current
+                                                          : length;
     return std::max(base + offset, 0L);
 }
 

@@ -35,8 +35,9 @@ TagLib::String toTagString(std::string_view bytes)
 bool isStaleTag(const TagLib::String &name)
 {
     const std::string key = name.upper().to8Bit(true);
-    return key == "ENCODER" || key.starts_with("REPLAYGAIN_") || key == "R128_TRACK_GAIN" || key == "R128_ALBUM_GAIN" ||
-           key == "COMMENT:ITUNNORM" || key == "COMMENT:ITUNSMPB" || key == "ITUNNORM" || key == "ITUNSMPB";
+    return key == "ENCODER" || key.starts_with("REPLAYGAIN_") || key == "R128_TRACK_GAIN" ||
+           key == "R128_ALBUM_GAIN" || key == "COMMENT:ITUNNORM" || key == "COMMENT:ITUNSMPB" ||
+           key == "ITUNNORM" || key == "ITUNSMPB";
 }
 
 std::string withoutSettings(std::string_view comment)

@@ -16,16 +16,17 @@ struct TextName {
     const char *tag;
 };
 constexpr TextName kInfoNames[] = {
-    {"INAM", "TITLE"},     {"IART", "ARTIST"},     {"IPRD", "ALBUM"},        {"ICMT", "COMMENT"},
-    {"IGNR", "GENRE"},     {"ICRD", "DATE"},       {"ITRK", "TRACKNUMBER"},  {"IPRT", "TRACKNUMBER"},
-    {"ICOP", "COPYRIGHT"}, {"IMUS", "COMPOSER"},   {"ISRC", "ISRC"},         {"IENG", "ENGINEER"},
-    {"ILNG", "LANGUAGE"},  {"IPUB", "LABEL"},      {"ISBJ", "SUBJECT"},      {"IKEY", "KEYWORDS"},
-    {"ISFT", "ENCODING"},  {"IWRI", "LYRICIST"},   {"IMED", "MEDIA"},        {"IBPM", "BPM"},
-    {"ITCH", "ENCODEDBY"}, {"ISTR", "PERFORMER"},  {"IEDT", "REMIXER"}};
+    {"INAM", "TITLE"},     {"IART", "ARTIST"},    {"IPRD", "ALBUM"},       {"ICMT", "COMMENT"},
+    {"IGNR", "GENRE"},     {"ICRD", "DATE"},      {"ITRK", "TRACKNUMBER"}, {"IPRT", "TRACKNUMBER"},
+    {"ICOP", "COPYRIGHT"}, {"IMUS", "COMPOSER"},  {"ISRC", "ISRC"},        {"IENG", "ENGINEER"},
+    {"ILNG", "LANGUAGE"},  {"IPUB", "LABEL"},     {"ISBJ", "SUBJECT"},     {"IKEY", "KEYWORDS"},
+    {"ISFT", "ENCODING"},  {"IWRI", "LYRICIST"},  {"IMED", "MEDIA"},       {"IBPM", "BPM"},
+    {"ITCH", "ENCODEDBY"}, {"ISTR", "PERFORMER"}, {"IEDT", "REMIXER"}};
 constexpr TextName kAiffNames[] = {
     {"NAME", "TITLE"}, {"AUTH", "ARTIST"}, {"(c) ", "COPYRIGHT"}, {"ANNO", "COMMENT"}};
 
 constexpr size_t kEntryHeader = 8; // bytes
+constexpr size_t kMostEntries = 10000;
 
 /// An entry of a LIST INFO chunk and its position there.
 struct Entry {
@@ -33,11 +34,11 @@ struct Entry {
     size_t begin, end; // with header and pad byte
 };
 
-/// The entries up to the first damaged one.
+/// The entries up to the first damaged one, at most kMostEntries.
 std::vector<Entry> infoEntries(std::string_view bytes)
 {
     std::vector<Entry> entries;
-    for (size_t position = 4; position + kEntryHeader <= bytes.size();) {
+    for (size_t position = 4; position + kEntryHeader <= bytes.size() && entries.size() < kMostEntries;) {
         const uint64_t length = toNumber(bytes.substr(position + 4, 4), false);
         if (length > bytes.size() - position - kEntryHeader) break;
         const std::string_view text = bytes.substr(position + kEntryHeader, length);
@@ -56,7 +57,8 @@ std::string infoEntry(std::string_view name, std::string text)
     return entry;
 }
 
-void addText(MetadataTags &tags, std::span<const TextName> names, std::string_view name, std::string_view text)
+void addText(MetadataTags &tags, std::span<const TextName> names, std::string_view name,
+             std::string_view text)
 {
     const auto found = std::ranges::find(names, name, &TextName::chunk);
     if (found == names.end() || text.empty()) return;
@@ -105,14 +107,17 @@ std::string infoWithSettings(std::string bytes, const std::string &line)
     return bytes.insert(end, infoEntry("ICMT", line));
 }
 
-MetadataTags readTextChunks(const std::vector<MetadataChunk> &chunks, MetadataLoss &loss)
+MetadataTags readTextChunks(const std::vector<MetadataChunk> &chunks, uint64_t mostBytes, MetadataLoss &loss)
 {
     MetadataTags tags, text;
     for (const MetadataChunk &chunk : chunks) {
-        if (isId3(chunk)) {
+        if (isId3(chunk) && chunk.bytes.size() > mostBytes) {
+            loss.add(MetadataLoss::Reason::tooLarge, chunk.shownName());
+        } else if (isId3(chunk)) {
             tags.addMissing(readId3(chunk.bytes, loss));
         } else if (isInfo(chunk)) {
-            for (const Entry &entry : infoEntries(chunk.bytes)) addText(text, kInfoNames, entry.name, entry.text);
+            for (const Entry &entry : infoEntries(chunk.bytes))
+                addText(text, kInfoNames, entry.name, entry.text);
         } else {
             addText(text, kAiffNames, chunk.name,
                     std::string_view(chunk.bytes).substr(0, chunk.bytes.find('\0')));
@@ -127,7 +132,8 @@ std::vector<MetadataChunk> makeWavChunks(const MetadataTags &tags)
     std::vector<MetadataChunk> chunks;
     std::string info = "INFO";
     for (const auto &[tag, values] : tags.text) {
-        const auto name = std::ranges::find_if(kInfoNames, [&](const TextName &known) { return tag == known.tag; });
+        const auto name =
+            std::ranges::find_if(kInfoNames, [&](const TextName &known) { return tag == known.tag; });
         if (name != std::end(kInfoNames)) info += infoEntry(name->chunk, joined(values));
     }
     if (info.size() > 4) chunks.push_back({"LIST", info});

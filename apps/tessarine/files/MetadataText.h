@@ -1,4 +1,5 @@
 #pragma once
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -14,7 +15,8 @@ bool isInfo(const MetadataChunk &chunk);
 std::string infoWithSettings(std::string bytes, const std::string &line);
 
 /// Text tags in the LIST INFO chunks of WAV, the text chunks of AIFF, and the ID3v2 tags of both.
-MetadataTags readTextChunks(const std::vector<MetadataChunk> &chunks, MetadataLoss &loss);
+/// ID3v2 tags of more than `mostBytes` are lost.
+MetadataTags readTextChunks(const std::vector<MetadataChunk> &chunks, uint64_t mostBytes, MetadataLoss &loss);
 /// Chunks for tags from another format. An ID3v2 tag is added if the text chunks do not hold all.
 std::vector<MetadataChunk> makeWavChunks(const MetadataTags &tags);
 std::vector<MetadataChunk> makeAiffChunks(const MetadataTags &tags);

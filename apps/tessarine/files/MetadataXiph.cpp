@@ -22,7 +22,8 @@ uint64_t firstBlock(FileBytes &file)
     const std::string header = file.read(0, kId3Header);
     if (header.starts_with("ID3")) {
         uint64_t length = 0;
-        for (const char digit : header.substr(6)) length = length << 7 | (static_cast<unsigned char>(digit) & 0x7F);
+        for (const char digit : header.substr(6))
+            length = length << 7 | (static_cast<unsigned char>(digit) & 0x7F);
         position = kId3Header + length + (header[5] & 0x10 ? kId3Header : 0);
     }
     return file.read(position, 4) == "fLaC" ? position + 4 : file.size();
@@ -32,7 +33,8 @@ std::string readBlock(TemporaryFile &file, int64_t position, size_t count)
 {
     std::string bytes(count, '\0');
     file.seek(position, SEEK_SET);
-    bytes.resize(static_cast<size_t>(std::max<int64_t>(file.get(bytes.data(), static_cast<int64_t>(count)), 0)));
+    bytes.resize(
+        static_cast<size_t>(std::max<int64_t>(file.get(bytes.data(), static_cast<int64_t>(count)), 0)));
     return bytes;
 }
 
@@ -93,7 +95,8 @@ std::vector<FlacBlock> readFlac(FileBytes &file, uint64_t mostBytes, MetadataLos
         const int type = header[0] & 0x7F;
         const uint64_t length = toNumber(header.substr(1), true), begin = position + 4;
         position = begin + length;
-        if (type == FlacBlock::streamInfo || type == FlacBlock::padding || type == FlacBlock::seekTable) continue;
+        if (type == FlacBlock::streamInfo || type == FlacBlock::padding || type == FlacBlock::seekTable)
+            continue;
         total += length + 4;
         if (position > file.size()) {
             loss.add(MetadataLoss::Reason::damaged, FlacBlock{type, {}}.shownName());
