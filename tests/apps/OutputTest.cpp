@@ -141,24 +141,6 @@ TEST_F(Output, CountsTheFramesAndBytesOfTruncatedFiles)
         }
 }
 
-TEST_F(Output, FilesKeepTheTagsOfTheInput)
-{
-    write("in.wav", kWav16, 44100, Signals::silence(1000));
-    const auto tagged = [this](const char *name, int mode) {
-        SF_INFO info{};
-        const std::unique_ptr<SNDFILE, int (*)(SNDFILE *)> file(sf_open(pathOf(name).c_str(), mode, &info),
-                                                                sf_close);
-        if (mode == SFM_RDWR) sf_set_string(file.get(), SF_STR_ARTIST, "Somebody");
-        const char *const artist = sf_get_string(file.get(), SF_STR_ARTIST);
-        return std::string(artist ? artist : "");
-    };
-    tagged("in.wav", SFM_RDWR);
-    for (const char *name : {"out.wav", "out.flac", "out.ogg"}) {
-        succeed(std::string("render in.wav ") + name);
-        EXPECT_EQ(tagged(name, SFM_READ), "Somebody") << name;
-    }
-}
-
 TEST(OutputFormat, HoldsMoreThanFourGigabytes)
 {
     SF_INFO input{};

@@ -26,8 +26,6 @@ public:
     uint64_t frames() const { return static_cast<uint64_t>(soundInfo.frames); }
     uint32_t channels() const { return static_cast<uint32_t>(soundInfo.channels); }
     uint32_t rate() const { return static_cast<uint32_t>(soundInfo.samplerate); } // Hz
-    /// A metadata string, such as the title, or null. `which` is one of libsndfile's SF_STR_ constants.
-    const char *tag(int which) const { return sf_get_string(handle.get(), which); }
 
     /// Reads the next `count` frames, interleaved. Returns the number of frames read, which is less than
     /// `count` only at the end of the file.

@@ -38,9 +38,6 @@ AudioWriter::AudioWriter(const std::filesystem::path &target, const AudioReader 
                          const SampleFormat &samples)
     : AudioWriter(target, outputFormat(target, input.info(), samples.bits), samples.dither)
 {
-    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) {
-        if (const char *const text = input.tag(tag)) sf_set_string(handle.get(), tag, text);
-    }
 }
 
 AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wanted, bool dithers)
@@ -94,13 +91,16 @@ void AudioWriter::write(float *interleaved, uint32_t frames)
     if (done != static_cast<sf_count_t>(frames) || file.failed()) fail();
 }
 
-void AudioWriter::finish()
+MetadataLoss AudioWriter::finish(const Metadata &metadata, const MetadataChanges &changes)
 {
     if (sf_close(handle.release()) != 0) {
         file.check();
         throw Failure(fmt::format("{} was not written: closing it failed", path.string()));
     }
+    MetadataLoss loss;
+    metadata.addTo(file, soundInfo.format, changes, loss);
     file.finish();
+    return loss;
 }
 
 } // namespace App

@@ -4,6 +4,7 @@
 #include "apps/tessarine/files/AudioReader.h"
 #include "apps/tessarine/files/Dither.h"
 #include "apps/tessarine/files/FileFormat.h"
+#include "apps/tessarine/files/Metadata.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 
 namespace App {
@@ -13,13 +14,14 @@ namespace App {
 /// Errors  Failure if the file cannot be written
 class AudioWriter {
 public:
-    /// Chooses the format with outputFormat and copies the input's metadata.
+    /// Chooses the format with outputFormat.
     AudioWriter(const std::filesystem::path &path, const AudioReader &input, const SampleFormat &samples);
 
     /// Replaces the samples by those that the file contains, except in lossy formats.
     void write(float *interleaved, uint32_t frames);
-    /// Completes the file, but does not replace any yet.
-    void finish();
+    /// Completes the file with the metadata, but does not replace any yet. Returns the part of the metadata that the format
+    /// does not support.
+    MetadataLoss finish(const Metadata &metadata, const MetadataChanges &changes);
     /// Of the finished file, until it is committed.
     const std::filesystem::path &temporaryPath() const { return file.temporaryPath(); }
     void commit() { file.commit(); }

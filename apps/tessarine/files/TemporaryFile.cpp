@@ -1,5 +1,6 @@
 #include "apps/tessarine/files/TemporaryFile.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <chrono>
 #include <csignal>
@@ -11,6 +12,7 @@
 #include <sys/file.h>
 #include <sys/stat.h>
 #include <unistd.h>
+#include <vector>
 
 #include "apps/tessarine/console/Failure.h"
 
@@ -134,6 +136,37 @@ int64_t TemporaryFile::seek(int64_t offset, int whence)
 
 int64_t TemporaryFile::position() const { return ftello(file); }
 
+void TemporaryFile::copy(int64_t from, int64_t to, int64_t count)
+{
+    std::vector<char> bytes(static_cast<size_t>(count));
+    seek(from, SEEK_SET);
+    get(bytes.data(), count);
+    seek(to, SEEK_SET);
+    put(bytes.data(), count);
+}
+
+void TemporaryFile::replace(int64_t at, int64_t removed, std::string_view bytes)
+{
+    constexpr int64_t kPiece = 1 << 20;
+    const int64_t oldEnd = end, tail = at + removed, shift = static_cast<int64_t>(bytes.size()) - removed;
+    if (shift > 0) { // from the end, so that no byte is overwritten before it is read
+        for (int64_t left = oldEnd - tail; left > 0 && !failed();) {
+            const int64_t count = std::min(left, kPiece);
+            left -= count;
+            copy(tail + left, tail + left + shift, count);
+        }
+    } else if (shift < 0) {
+        for (int64_t done = 0; done < oldEnd - tail && !failed(); done += kPiece)
+            copy(tail + done, tail + done + shift, std::min(oldEnd - tail - done, kPiece));
+    }
+    seek(at, SEEK_SET);
+    put(bytes.data(), static_cast<int64_t>(bytes.size()));
+    if (shift >= 0) return;
+    seek(0, SEEK_END); // writes the buffered bytes
+    end = oldEnd + shift;
+    if (ftruncate(fileno(file), end) != 0) noteError();
+}
+
 void TemporaryFile::check() const
 {
     if (error == ENOSPC || error == EDQUOT)
@@ -160,6 +193,12 @@ void TemporaryFile::keepAttributes()
     if (chmod(temporary.c_str(), old.st_mode & 07777) != 0) errno = 0;
 }
 
+void TemporaryFile::keepModified(const fs::path &path) const
+{
+    std::error_code ignored; // some file systems do not store it
+    if (modified) fs::last_write_time(path, *modified, ignored);
+}
+
 void TemporaryFile::overwriteTarget()
 {
     std::ifstream from(temporary, std::ios::binary);
@@ -168,6 +207,7 @@ void TemporaryFile::overwriteTarget()
     to.close();
     if (!from || !to)
         throw Failure(fmt::format("{} was not written completely: {}", shown.string(), std::strerror(errno)));
+    keepModified(target);
 }
 
 void TemporaryFile::finish()
@@ -186,6 +226,7 @@ void TemporaryFile::commit()
         if (fs::hard_link_count(target, problem) > 1) return overwriteTarget();
         keepAttributes();
     }
+    keepModified(temporary);
     fs::rename(temporary, target, problem);
     if (problem) throw Failure(fmt::format("{} was not written: {}", shown.string(), problem.message()));
 }

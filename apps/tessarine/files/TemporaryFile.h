@@ -2,6 +2,7 @@
 #include <cstdint>
 #include <cstdio>
 #include <filesystem>
+#include <optional>
 #include <string_view>
 
 namespace App {
@@ -22,21 +23,27 @@ public:
     void write(std::string_view bytes);
     /// Closes the file. Several files are finished before the first is committed, so that a full disk affects none.
     void finish();
+    /// Modification time that the file gets from commit (default: now).
+    void setModified(std::filesystem::file_time_type time) { modified = time; }
     void commit();
     const std::filesystem::path &temporaryPath() const { return temporary; }
 
-    // For libsndfile's virtual I/O. `put` and `get` return the number of bytes, `seek` the position.
+    // For the virtual I/O of libsndfile and TagLib. `put` and `get` return the number of bytes, `seek` the position.
     int64_t put(const void *bytes, int64_t count);
     int64_t get(void *bytes, int64_t count);
     int64_t seek(int64_t offset, int whence);
     int64_t position() const;
     int64_t length() const { return end; }
+    /// Replaces `removed` bytes at a position by `bytes` and moves the rest of the file.
+    void replace(int64_t at, int64_t removed, std::string_view bytes);
     bool failed() const { return error != 0; }
     /// Throws Failure if an earlier put or seek failed.
     void check() const;
 
 private:
     void noteError();
+    void copy(int64_t from, int64_t to, int64_t count);
+    void keepModified(const std::filesystem::path &path) const;
     void keepAttributes();
     /// Copies the content into the existing file and so keeps its hard links.
     void overwriteTarget();
@@ -46,6 +53,7 @@ private:
     int locked = -1; // descriptor that keeps the file locked until the destructor
     int64_t end = 0; // bytes
     int error = 0;   // errno of the first failure, or 0
+    std::optional<std::filesystem::file_time_type> modified;
 };
 
 } // namespace App

@@ -9,9 +9,11 @@
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/console/Progress.h"
 #include "apps/tessarine/effect/EffectPass.h"
+#include "apps/tessarine/effect/SettingsLine.h"
 #include "apps/tessarine/files/AudioReader.h"
 #include "apps/tessarine/files/AudioWriter.h"
 #include "apps/tessarine/files/Excerpt.h"
+#include "apps/tessarine/files/Metadata.h"
 #include "apps/tessarine/loudness/LoudnessSearch.h"
 #include "apps/tessarine/render/OutputPass.h"
 #include "apps/tessarine/render/Worker.h"
@@ -105,6 +107,7 @@ public:
           reader(options.in),
           writer(std::in_place, options.out, reader, options.samples),
           excerpt(excerptOf(reader)),
+          metadata(options.in, reader.info().format),
           effect(options.effect)
     {
         if (!options.dry.empty()) dry.emplace(options.dry, reader, options.samples);
@@ -120,9 +123,7 @@ public:
             renderOnce(effect);
         if (options.truePeak) keepTruePeak();
         if (dry) writeDry();
-        for (std::optional<AudioWriter> *each : {&writer, &dry, &delta}) {
-            if (*each) (*each)->finish();
-        }
+        finish();
         if (isLossy(writer->format())) measureEncoded();
         stopIfInterrupted();
         for (std::optional<AudioWriter> *each : {&writer, &dry, &delta}) {
@@ -152,6 +153,7 @@ private:
     void reachGoal();
     void keepTruePeak();
     void writeDry();
+    void finish();
     void measureEncoded();
     /// Discards the written output, to render again.
     void restart()
@@ -164,6 +166,8 @@ private:
     AudioReader reader;
     std::optional<AudioWriter> writer, dry, delta;
     const Excerpt excerpt;
+    const Metadata metadata;
+    std::string settings; // for the comment tag
     EffectSetup effect;
     float outputGainDb = 0.0f; // of the first rendering
     DSP::FloatRange outputGainRange{};
@@ -219,6 +223,8 @@ void Renderer::renderOnce(EffectSetup setup)
     result.silenced = reader.zeroedSamples() - zeroedBefore;
     result.effectSeconds = pass.effectSeconds();
     result.warning = closeCutoffsWarning(*host, rate);
+    settings = settingsLine(*host);
+    if (options.mixPercent < 100.0) settings += fmt::format(", mix {:g} %", options.mixPercent);
 }
 
 /// Renders, and corrects the choice by the measured result until the goal is reached.
@@ -291,6 +297,23 @@ void Renderer::writeDry()
     }
     result.formatDry = dry->format();
     result.dryClipped = dry->clippedSamples();
+}
+
+/// Completes the files with the metadata of the input.
+void Renderer::finish()
+{
+    const LoudnessMeter::Figures &out = result.out;
+    MetadataChanges changes{.settings = settings,
+                            .start = excerpt.start,
+                            .isExcerpt = excerpt.length < reader.frames(),
+                            .loudness = MeasuredLoudness{out.loudness, out.range, out.truePeakDb,
+                                                         out.maxMomentary, out.maxShortTerm}};
+    const MetadataLoss loss = writer->finish(metadata, changes);
+    result.metadataRemarks = loss.remarks(options.in.extension().string(), options.out.extension().string());
+    changes.loudness.reset();
+    if (delta) delta->finish(metadata, changes);
+    changes.settings.clear();
+    if (dry) dry->finish(metadata, changes);
 }
 
 /// Decodes the output file and measures its true peak, which a lossy encoder changes.

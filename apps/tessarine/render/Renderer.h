@@ -43,6 +43,7 @@ struct Rendering {
     uint64_t dryClipped = 0, deltaClipped = 0;
     uint64_t silenced = 0;                     // input samples zeroed: NaN, infinite or absurdly loud
     double seconds = 0.0, effectSeconds = 0.0; // elapsed time in total and inside the effect
+    std::vector<std::string> metadataRemarks;  // about metadata that the output does not contain
     std::string warning;                       // about close crossover cutoffs; may be empty
 
     /// True if there is a target and the output misses it by more than 0.1 LU.

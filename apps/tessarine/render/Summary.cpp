@@ -137,6 +137,7 @@ std::vector<std::string> remarks(const RenderOptions &options, const Rendering &
     if (r.silenced > 0)
         sentences.push_back(
             fmt::format("{} zeroed: NaN, infinite or absurdly loud", counted(r.silenced, "input sample")));
+    sentences.insert(sentences.end(), r.metadataRemarks.begin(), r.metadataRemarks.end());
     return sentences;
 }
 
