@@ -38,7 +38,8 @@ std::string bext(int version)
     bytes.replace(0, 11, "Description");
     bytes.replace(338, 8, App::fromNumber(0x1'0000'0010, 8, false)); // time reference
     bytes.replace(346, 2, App::fromNumber(static_cast<uint64_t>(version), 2, false));
-    for (size_t i = 0; i < 5; ++i) bytes.replace(412 + 2 * i, 2, App::fromNumber(i == 1 ? 0x7FFF : 1234, 2, false));
+    for (size_t i = 0; i < 5; ++i)
+        bytes.replace(412 + 2 * i, 2, App::fromNumber(i == 1 ? 0x7FFF : 1234, 2, false));
     return bytes + "A=PCM,F=48000,W=16\r\n";
 }
 
@@ -64,7 +65,8 @@ protected:
     {
         App::FileBytes file(pathOf(name));
         const bool bigEndian = file.read(0, 4) == "FORM", is64Bit = file.read(0, 4) == "RF64";
-        EXPECT_EQ(file.size() - 8, is64Bit ? file.number(20, 8, false) : file.number(4, 4, bigEndian)) << name;
+        EXPECT_EQ(file.size() - 8, is64Bit ? file.number(20, 8, false) : file.number(4, 4, bigEndian))
+            << name;
         Chunks chunks;
         App::ChunkWalker walker(file);
         for (bool afterAudio = false; const auto chunk = walker.next();) {
@@ -105,11 +107,14 @@ TEST_F(MetadataOfFiles, KeepEveryChunkButTheComment)
     wanted[4] = chunks[4]; // the dry file is not processed
     EXPECT_EQ(chunksOf("dry.wav"), wanted);
 
-    const Chunks aiff = {{"NAME", "Title"}, {"ANNO", "Mine"}, {"ANNO", "Tessarine 1.0.1: Gain=1"}, {"MARK", "\0\0"s}};
+    const Chunks aiff = {
+        {"NAME", "Title"}, {"ANNO", "Mine"}, {"ANNO", "Tessarine 1.0.1: Gain=1"}, {"MARK", "\0\0"s}};
     writeChunks("in.aiff", SF_FORMAT_AIFF | SF_FORMAT_PCM_24, aiff);
     EXPECT_EQ("", render("in.aiff out.aiff"));
-    EXPECT_EQ(chunksOf("out.aiff"),
-              (Chunks{aiff[0], aiff[1], aiff[3], {"ANNO", "Tessarine " TESSARINE_VERSION_TEXT ": default settings"}}));
+    EXPECT_EQ(
+        chunksOf("out.aiff"),
+        (Chunks{
+            aiff[0], aiff[1], aiff[3], {"ANNO", "Tessarine " TESSARINE_VERSION_TEXT ": default settings"}}));
 }
 
 TEST_F(MetadataOfFiles, HaveACommentWithTheSettings)
@@ -144,13 +149,15 @@ TEST_F(MetadataOfFiles, KeepTagsAndPicturesAcrossFormats)
     write("in.flac", SF_FORMAT_FLAC | SF_FORMAT_PCM_16, 48000, Signals::noise(2, 9600, -20.0));
     TagLib::PropertyMap wanted;
     for (const char *name : {"TITLE", "ARTIST", "ALBUM", "ISRC", "COMPOSER", "GENRE", "MYOWN", "DATE"})
-        wanted.insert(name, TagLib::String(std::string(name) + " \xC3\xBC\xE2\x82\xAC", TagLib::String::UTF8));
+        wanted.insert(name,
+                      TagLib::String(std::string(name) + " \xC3\xBC\xE2\x82\xAC", TagLib::String::UTF8));
     wanted.replace("DATE", TagLib::String("1999"));
     const TagLib::ByteVector pixels(70'000, 'p');
     {
         TagLib::FLAC::File file(pathOf("in.flac").c_str(), false);
         TagLib::PropertyMap all = wanted;
-        for (const char *stale : {"REPLAYGAIN_TRACK_GAIN", "replaygain_album_peak", "R128_TRACK_GAIN", "ITUNNORM"})
+        for (const char *stale :
+             {"REPLAYGAIN_TRACK_GAIN", "replaygain_album_peak", "R128_TRACK_GAIN", "ITUNNORM"})
             all.insert(stale, TagLib::String("1"));
         file.setProperties(all);
         auto *const picture = new TagLib::FLAC::Picture;
@@ -162,7 +169,8 @@ TEST_F(MetadataOfFiles, KeepTagsAndPicturesAcrossFormats)
         file.addPicture(picture);
         file.save();
     }
-    const auto check = [&](const std::string &name, TagLib::PropertyMap found, const TagLib::ByteVector &picture) {
+    const auto check = [&](const std::string &name, TagLib::PropertyMap found,
+                           const TagLib::ByteVector &picture) {
         SCOPED_TRACE(name);
         EXPECT_THAT(found["COMMENT"].toString().to8Bit(), HasSubstr("default settings"));
         found.erase("COMMENT").erase("ENCODER");
@@ -198,7 +206,8 @@ TEST_F(MetadataOfFiles, ReplaceLoudnessAndTimeOfBext)
     writeChunks("in.wav", kWav24, {{"bext", bext(2)}, {"cue ", std::string(28, '\1')}});
     const auto remark = render("in.wav out.wav --start 0.05 --delta delta.wav");
     EXPECT_THAT(remark, MatchesRegex("tessarine: cue was not kept, because [^\n]*\n"));
-    const std::string old = bext(2), out = chunksOf("out.wav").at(0).second, delta = chunksOf("delta.wav").at(0).second;
+    const std::string old = bext(2), out = chunksOf("out.wav").at(0).second,
+                      delta = chunksOf("delta.wav").at(0).second;
     EXPECT_EQ(App::toNumber(out.substr(338, 8), false), 0x1'0000'0010 + 2205u);
     EXPECT_EQ(out.substr(0, 338) + out.substr(422), old.substr(0, 338) + old.substr(422));
     EXPECT_NE(out.substr(416, 2), old.substr(416, 2)); // true peak
@@ -211,19 +220,36 @@ TEST(Bext, ContainsTheMeasuredLoudness)
     App::MetadataChanges changes;
     changes.loudness = {-23.456, 5.0, -1.0, -INFINITY, -20.0};
     const std::string changed = App::changedBext(bext(2), changes);
-    const auto field = [&](size_t i) { return static_cast<int16_t>(App::toNumber(changed.substr(412 + 2 * i, 2), false)); };
+    const auto field = [&](size_t i) {
+        return static_cast<int16_t>(App::toNumber(changed.substr(412 + 2 * i, 2), false));
+    };
     EXPECT_THAT((std::vector<int>{field(0), field(1), field(2), field(3), field(4)}),
                 testing::ElementsAre(-2346, 0x7FFF, -100, 0x7FFF, -2000));
-    for (const std::string &old : {bext(0), bext(1), bext(2).replace(412, 10, std::string(10, '\0')), "short"s})
+    for (const std::string &old :
+         {bext(0), bext(1), bext(2).replace(412, 10, std::string(10, '\0')), "short"s})
         EXPECT_EQ(App::changedBext(old, changes), old);
+}
+
+TEST(Ixml, HasTheTimeOfTheExcerpt)
+{
+    const auto xml = [](const char *high, const char *low) {
+        return fmt::format("<A>1</A><BWF_TIME_REFERENCE_LOW>{}</BWF_TIME_REFERENCE_LOW>"
+                           "<BWF_TIME_REFERENCE_HIGH>{}</BWF_TIME_REFERENCE_HIGH><B>2</B>",
+                           low, high);
+    };
+    EXPECT_EQ(App::changedIxml(xml("1", "4294967290"), 10), xml("2", "4"));
+    EXPECT_EQ(App::changedIxml(xml("x", "1"), 10), xml("x", "1"));
+    EXPECT_EQ(App::changedIxml("<BWF_TIME_REFERENCE_LOW>1", 10), "<BWF_TIME_REFERENCE_LOW>1");
 }
 
 TEST_F(MetadataOfFiles, ThatCannotBeKeptAreNamedInOneRemark)
 {
     writeChunks("in.wav", kWav16, {{"bext", bext(1)}, {"cue ", std::string(28, '\1')}, {"LIST", info("a")}});
-    EXPECT_EQ(render("in.wav out.flac"), "tessarine: bext and cue were not kept, because .flac files have no place for "
-                                         "them; write a .wav file to keep them\n");
-    EXPECT_THAT(render("in.wav out.w64"), MatchesRegex("tessarine: bext, cue and text tags were not kept[^\n]*\n"));
+    EXPECT_EQ(render("in.wav out.flac"),
+              "tessarine: bext and cue were not kept, because .flac files have no place for "
+              "them; write a .wav file to keep them\n");
+    EXPECT_THAT(render("in.wav out.w64"),
+                MatchesRegex("tessarine: bext, cue and text tags were not kept[^\n]*\n"));
     EXPECT_EQ("", render("out.flac out.mp3"));
 }
 
@@ -238,8 +264,9 @@ TEST_F(MetadataOfFiles, MayBeDamagedOrHuge)
     for (const char *out : {"out.wav", "out.flac", "out.mp3", "out.ogg"}) {
         EXPECT_THAT(remark({}, "cue \xFF\xFF\xFF\x7F"s, out), HasSubstr("cue was not kept")) << out;
         EXPECT_THAT(remark({}, "\1\2\3\4\5\6\7\x8", out), HasSubstr("damaged")) << out;
-        EXPECT_EQ("", remark({{"id3 ", id3}, {"LIST", "INFOICMT\xFF\xFF\xFF\xFF"s}, {"LIST", "IN"}, {"bext", ""}}, "",
-                             "out.wav"));
+        EXPECT_EQ("",
+                  remark({{"id3 ", id3}, {"LIST", "INFOICMT\xFF\xFF\xFF\xFF"s}, {"LIST", "IN"}, {"bext", ""}},
+                         "", "out.wav"));
         remark({{"id3 ", id3}, {"LIST", "INFOICMT\xFF\xFF\xFF\xFF"s}}, "", out);
         EXPECT_EQ(read(out).info.channels, 2);
     }
@@ -249,6 +276,15 @@ TEST_F(MetadataOfFiles, MayBeDamagedOrHuge)
     fs::resize_file(pathOf("in.wav"), fs::file_size(pathOf("in.wav")) + limit);
     EXPECT_THAT(render("in.wav out.wav"), HasSubstr("big was not kept, because so much"));
     EXPECT_EQ(chunksOf("out.wav").at(0).second, bext(1));
+}
+
+TEST_F(MetadataOfFiles, AreNotWrittenToAFullDisk)
+{
+    writeChunks("in.wav", kWav16, {{"LIST", info(std::string(100'000, 'a'))}});
+    for (const char *out : {"out.wav", "out.flac", "out.mp3", "out.ogg"}) {
+        EXPECT_EQ(1, Program(folder, std::string("render in.wav ") + out, 100'000).wait().exitCode) << out;
+        EXPECT_EQ(1u, contents().size()) << out;
+    }
 }
 
 TEST_F(MetadataOfFiles, AreTheSameInEveryRun)
@@ -263,7 +299,8 @@ TEST_F(MetadataOfFiles, AreTheSameInEveryRun)
 TEST(SettingsLine, ReplacesThatOfAnEarlierRendering)
 {
     EXPECT_EQ(App::withSettings("", "new"), "new");
-    EXPECT_EQ(App::withSettings("a\nTessarine 1.0.1: x\nTessarine is good\nb", "new"), "a\nTessarine is good\nb\nnew");
+    EXPECT_EQ(App::withSettings("a\nTessarine 1.0.1: x\nTessarine is good\nb", "new"),
+              "a\nTessarine is good\nb\nnew");
 }
 
 } // namespace
