@@ -230,6 +230,18 @@ TEST(Bext, ContainsTheMeasuredLoudness)
         EXPECT_EQ(App::changedBext(old, changes), old);
 }
 
+TEST(Ixml, HasTheTimeOfTheExcerpt)
+{
+    const auto xml = [](const char *high, const char *low) {
+        return fmt::format("<A>1</A><BWF_TIME_REFERENCE_LOW>{}</BWF_TIME_REFERENCE_LOW>"
+                           "<BWF_TIME_REFERENCE_HIGH>{}</BWF_TIME_REFERENCE_HIGH><B>2</B>",
+                           low, high);
+    };
+    EXPECT_EQ(App::changedIxml(xml("1", "4294967290"), 10), xml("2", "4"));
+    EXPECT_EQ(App::changedIxml(xml("x", "1"), 10), xml("x", "1"));
+    EXPECT_EQ(App::changedIxml("<BWF_TIME_REFERENCE_LOW>1", 10), "<BWF_TIME_REFERENCE_LOW>1");
+}
+
 TEST_F(MetadataOfFiles, ThatCannotBeKeptAreNamedInOneRemark)
 {
     writeChunks("in.wav", kWav16, {{"bext", bext(1)}, {"cue ", std::string(28, '\1')}, {"LIST", info("a")}});
@@ -264,6 +276,15 @@ TEST_F(MetadataOfFiles, MayBeDamagedOrHuge)
     fs::resize_file(pathOf("in.wav"), fs::file_size(pathOf("in.wav")) + limit);
     EXPECT_THAT(render("in.wav out.wav"), HasSubstr("big was not kept, because so much"));
     EXPECT_EQ(chunksOf("out.wav").at(0).second, bext(1));
+}
+
+TEST_F(MetadataOfFiles, AreNotWrittenToAFullDisk)
+{
+    writeChunks("in.wav", kWav16, {{"LIST", info(std::string(100'000, 'a'))}});
+    for (const char *out : {"out.wav", "out.flac", "out.mp3", "out.ogg"}) {
+        EXPECT_EQ(1, Program(folder, std::string("render in.wav ") + out, 100'000).wait().exitCode) << out;
+        EXPECT_EQ(1u, contents().size()) << out;
+    }
 }
 
 TEST_F(MetadataOfFiles, AreTheSameInEveryRun)

@@ -143,6 +143,7 @@ std::vector<MetadataChunk> Metadata::changedChunks(int out, const MetadataChange
         }
         std::string bytes = chunk.bytes;
         if (isWav && chunk.name == "bext") bytes = changedBext(std::move(bytes), changes);
+        if (isWav && chunk.name == "iXML") bytes = changedIxml(std::move(bytes), changes.start);
         if (isId3(chunk) && bytes.size() <= kMostTagBytes) bytes = withoutStaleFrames(bytes);
         if (isInfo(chunk) && needsSettings) {
             bytes = infoWithSettings(std::move(bytes), changes.settings);
@@ -190,7 +191,8 @@ MetadataTags Metadata::commonTags(int out, const MetadataChanges &changes, Metad
     const Family family = familyOf(out);
     common.removeStale();
     if (!usesXiph(family)) common.useDescription();
-    if (changes.isExcerpt) common.text.erase("LENGTH");
+    if (changes.isExcerpt && common.text.contains("CUESHEET")) loss.add(Reason::excerpt, "cue sheet");
+    if (changes.isExcerpt) common.text.erase("LENGTH").erase("CUESHEET");
     for (const MetadataChunk &chunk : chunks) {
         if (!isText(chunk)) loss.add(Reason::noPlace, chunk.shownName());
     }

@@ -3,7 +3,11 @@
 #include <algorithm>
 #include <array>
 #include <cmath>
+#include <fmt/format.h>
+#include <string_view>
+#include <utility>
 
+#include "apps/tessarine/console/Text.h"
 #include "apps/tessarine/files/Chunks.h"
 
 namespace App {
@@ -35,7 +39,51 @@ void changeLoudness(std::string &bytes, const std::optional<MeasuredLoudness> &m
     }
 }
 
+/// A number of 64 bits in two XML elements.
+struct TimeStamp {
+    std::string_view high, low; // names
+};
+constexpr TimeStamp kTimeStamps[] = {
+    {"TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_HI", "TIMESTAMP_SAMPLES_SINCE_MIDNIGHT_LO"},
+    {"BWF_TIME_REFERENCE_HIGH", "BWF_TIME_REFERENCE_LOW"}};
+
+/// Position and length of the text of an XML element; nothing if it is missing.
+std::optional<std::pair<size_t, size_t>> findElement(const std::string &xml, std::string_view name)
+{
+    const std::string tag = fmt::format("<{}>", name);
+    const size_t begin = xml.find(tag);
+    if (begin == std::string::npos) return std::nullopt;
+    const size_t end = xml.find('<', begin + tag.size());
+    if (end == std::string::npos) return std::nullopt;
+    return std::pair(begin + tag.size(), end - begin - tag.size());
+}
+
+std::optional<uint32_t> readElement(const std::string &xml, std::string_view name)
+{
+    const auto place = findElement(xml, name);
+    return place ? readNumber<uint32_t>(trimmed(std::string_view(xml).substr(place->first, place->second)))
+                 : std::nullopt;
+}
+
+void writeElement(std::string &xml, std::string_view name, uint32_t value)
+{
+    if (const auto place = findElement(xml, name))
+        xml.replace(place->first, place->second, std::to_string(value));
+}
+
 } // namespace
+
+std::string changedIxml(std::string bytes, uint64_t start)
+{
+    for (const auto &[highName, lowName] : kTimeStamps) {
+        const std::optional<uint32_t> high = readElement(bytes, highName), low = readElement(bytes, lowName);
+        if (!high || !low) continue;
+        const uint64_t time = (uint64_t{*high} << 32 | *low) + start;
+        writeElement(bytes, highName, static_cast<uint32_t>(time >> 32));
+        writeElement(bytes, lowName, static_cast<uint32_t>(time));
+    }
+    return bytes;
+}
 
 std::string changedBext(std::string bytes, const MetadataChanges &changes)
 {

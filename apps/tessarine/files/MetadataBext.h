@@ -9,4 +9,7 @@ namespace App {
 /// is the measured one. The rest stays unchanged.
 std::string changedBext(std::string bytes, const MetadataChanges &changes);
 
+/// Returns an `iXML` chunk whose time stamps are those of the excerpt.
+std::string changedIxml(std::string bytes, uint64_t start);
+
 } // namespace App
