@@ -49,10 +49,14 @@ std::vector<std::string> MetadataLoss::remarks(const std::string &in, const std:
             fmt::format("{} {} not kept, because", App::list(list), several ? "were" : "was");
         switch (reason) {
         case Reason::noPlace:
-            sentences.push_back(
-                sameName(in, out)
-                    ? fmt::format("{} only text and pictures of {} files are copied", subject, in)
-                    : fmt::format("{} {} files have no place for {}", subject, out, several ? "them" : "it"));
+            if (sameName(out, ".w64") || sameName(out, ".caf") || sameName(out, ".au"))
+                sentences.push_back(fmt::format("{} no metadata is written to {} files", subject, out));
+            else if (sameName(in, out))
+                sentences.push_back(
+                    fmt::format("{} only text and pictures of {} files are copied", subject, in));
+            else
+                sentences.push_back(
+                    fmt::format("{} {} files have no place for {}", subject, out, several ? "them" : "it"));
             if (sameName(in, ".wav") || sameName(in, ".aiff") || sameName(in, ".flac"))
                 sentences.back() += fmt::format("; write a {} file to keep {}", in, several ? "them" : "it");
             break;
