@@ -10,6 +10,7 @@ import sys
 
 sys.dont_write_bytecode = True
 import callgrind
+import renderer
 
 BLOCKS = [64, 256, 512, 4096]  # frames
 PIECE = 65536  # frames per count
@@ -174,26 +175,19 @@ def report_times(bench, table, verdicts):
     return ratios[bench.paths[0], "soft"]
 
 
-def write_document(path, text):
+def write_document(path, mark, text):
     with open(path) as file:
         page = file.read()
-    page, found = re.subn(r"(<!-- table -->\n```\n).*?(```\n)", lambda m: m[1] + text + m[2], page, flags=re.S)
-    if not found: raise SystemExit(f"bench: {path} has no code block after '<!-- table -->'")
+    page, found = re.subn(rf"(<!-- {mark} -->\n```\n).*?(```\n)", lambda m: m[1] + text + m[2], page, flags=re.S)
+    if not found: raise SystemExit(f"bench: {path} has no code block after '<!-- {mark} -->'")
     with open(path, "w") as file:
         file.write(page)
 
 
-def main():
-    parser = argparse.ArgumentParser()
-    parser.add_argument("folder")
-    parser.add_argument("--quick", action="store_true")
-    parser.add_argument("--write", metavar="DOCUMENT")
-    options = parser.parse_args()
-
-    bench = Bench(options.folder, options.quick)
-    table, verdicts = Table(), Table()
+def report_effect(folder, quick):
+    bench, table, verdicts = Bench(folder, quick), Table(), Table()
     counts = measure_counts(bench)
-    counts["minute"] = not options.quick
+    counts["minute"] = not quick
     report_counts(bench, counts, table, verdicts)
     report_stages(bench, counts, table)
     report_special_cases(counts, table, verdicts)
@@ -203,9 +197,32 @@ def main():
     peer = per_frame(counts["peer"][512]) / per_frame(counts["whole"][bench.paths[0], "soft", 512])
     headline = (f"On the {bench.paths[0]} path Tessarine takes {ratio:.2f} of the peer's time ({1 / ratio:.1f} times as fast) "
                 f"and 1/{peer:.0f} of its instructions.")
-    text = "\n".join(table.lines[1:] + ["", "Limits"] + verdicts.lines + ["", headline]) + "\n"
-    print(text, end="")
-    if options.write: write_document(options.write, text)
+    return text_of(table, verdicts) + f"\n{headline}\n"
+
+
+def report_renderer(folder, quick):
+    table, verdicts = Table(), Table()
+    renderer.report(folder, quick, table, verdicts)
+    return text_of(table, verdicts)
+
+
+def text_of(table, verdicts):
+    return "\n".join(table.lines[1:] + ["", "Limits"] + verdicts.lines) + "\n"
+
+
+def main():
+    parser = argparse.ArgumentParser()
+    parser.add_argument("folder")
+    parser.add_argument("--quick", action="store_true")
+    parser.add_argument("--renderer", action="store_true")
+    parser.add_argument("--write", metavar="DOCUMENT")
+    options = parser.parse_args()
+
+    parts = {"renderer": report_renderer} if options.renderer else {"table": report_effect, "renderer": report_renderer}
+    for mark, report in parts.items():
+        text = report(options.folder, options.quick)
+        print(text)
+        if options.write: write_document(options.write, mark, text)
 
 
 main()

@@ -13,22 +13,39 @@ int fail(const char *message)
     return 1;
 }
 
+/// Ends the program as the signal would have, because shells check whether a signal ended a program.
+int end(int signal, const char *message)
+{
+    if (signal != SIGPIPE) fail(message); // programs that lose their reader end silently
+    std::signal(signal, SIG_DFL);
+    std::raise(signal);
+    return 1;
+}
+
+int run(int argc, char **argv)
+{
+    try {
+        App::runCommandLine(argc, argv);
+    } catch (const App::ExitStatus &status) {
+        return status.code;
+    }
+    return 0;
+}
+
 } // namespace
 
 int main(int argc, char **argv)
 {
     App::catchSignals();
     try {
-        App::runCommandLine(argc, argv);
-        return std::fflush(stdout) == 0 ? 0 : fail("cannot write to standard output");
+        const int status = run(argc, argv);
+        const int signal = App::caughtSignal();
+        return signal == 0 ? status : end(signal, "interrupted when the work was done");
     } catch (const App::Usage &usage) {
         std::fputs(usage.text.c_str(), usage.exitCode == 0 ? stdout : stderr);
         return usage.exitCode;
     } catch (const App::Interrupted &stop) {
-        fail("interrupted; no file was written");
-        std::signal(stop.signal, SIG_DFL);
-        std::raise(stop.signal); // shells check whether a signal ended the program
-        return 1;
+        return end(stop.signal, "interrupted; no file was written");
     } catch (const App::Failure &failure) {
         return fail(failure.what());
     } catch (const std::bad_alloc &) {

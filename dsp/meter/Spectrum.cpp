@@ -135,7 +135,7 @@ Spectrum::Analysis::Analysis(uint32_t sizeIndex, uint32_t overlapIndex, uint32_t
 
 void Spectrum::feed(uint32_t frames, const float *left, const float *right)
 {
-    if (frames == 0) return;
+    if (frames == 0 || !isMeterEnabled()) return;
     const Util::Hold hold(lock);
     while (frames > 0) {
         uint32_t count = std::min(frames, analysis->length - framePosition);

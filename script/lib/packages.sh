@@ -2,8 +2,8 @@
 
 # For the release build. fonts-dejavu-core is the font of the renderer's pictures; the offscreen editor uses the other two.
 build_packages=(build-essential cmake ninja-build pkg-config libsndfile1-dev libcli11-dev libfmt-dev libebur128-dev
-    libcairo2-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation fonts-droid-fallback
-    libgtest-dev libgmock-dev libbenchmark-dev)
+    libcairo2-dev libtag1-dev libpng-dev libfreetype-dev libfontconfig-dev fonts-dejavu-core fonts-liberation
+    fonts-droid-fallback libgtest-dev libgmock-dev libbenchmark-dev)
 # For the sanitizer builds and script/lint; libclang-rt-dev contains libFuzzer.
 clang_packages=(clang clang-tidy libclang-rt-dev)
 # For script/images; fonts-inter is the font of the images.

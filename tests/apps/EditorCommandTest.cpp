@@ -1,5 +1,7 @@
 #include <cairo.h>
 
+#include "apps/tessarine/editor/EditorScreen.h"
+#include "apps/tessarine/effect/ParameterTable.h"
 #include "platform/Geometry.h"
 #include "tests/apps/Sandbox.h"
 
@@ -66,8 +68,22 @@ TEST_F(EditorCommand, ShowsFocusToolTipPressedButtonAndLanguage)
                       pressed = picture("--press 75,248" + sound),
                       french = picture("--language french" + sound);
         EXPECT_EQ(5u, std::set<Picture>({plain, focused, pointed, pressed, french}).size());
-        EXPECT_EQ(plain, picture("--language english" + sound));
+        EXPECT_EQ(plain, picture("--language English --scale '100 %'" + sound));
     }
+}
+
+TEST(EditorControls, HaveTheNamesOfTheParameters)
+{
+    std::set<size_t> controls;
+    for (const App::Parameter &p :
+         App::listParameters(App::EffectHost({.rate = 44100, .channels = 2, .blockFrames = 512})))
+        if (p.hostIndex) controls.insert(App::findEditorControl(p.name));
+    EXPECT_EQ(39u, controls.size());
+    for (const auto &[parameter, control] : {std::pair{"gain slider", "Output Gain Slider"},
+                                             {"Crossover Mid Cutoff", "Mid Cutoff"},
+                                             {"Band 3 Comp Threshold", "Band 3 Threshold"},
+                                             {"Limiter Brickwall Mode", "Brickwall Limiter"}})
+        EXPECT_EQ(App::findEditorControl(control), App::findEditorControl(parameter)) << parameter;
 }
 
 TEST_F(EditorCommand, MarksTheControlAskedFor)

@@ -18,18 +18,28 @@ namespace {
 constexpr uint32_t kRate = 44100;
 
 struct Measured {
-    double loudness, truePeak; // LUFS, dBTP
+    double loudness = 0.0, truePeak = 0.0, range = 0.0, maxMomentary, maxShortTerm; // LUFS, dBTP, LU
 };
 
-/// Measures with libebur128's own integration, which stores every block.
+/// Measures with libebur128 alone.
 Measured measure(const Sound &sound)
 {
     const auto channels = static_cast<unsigned>(sound.info.channels);
     ebur128_state *state = ebur128_init(channels, static_cast<unsigned long>(sound.info.samplerate),
-                                        EBUR128_MODE_I | EBUR128_MODE_TRUE_PEAK);
-    ebur128_add_frames_float(state, sound.samples.data(), static_cast<size_t>(sound.info.frames));
-    Measured measured{};
+                                        EBUR128_MODE_I | EBUR128_MODE_LRA | EBUR128_MODE_TRUE_PEAK);
+    Measured measured{.maxMomentary = -INFINITY, .maxShortTerm = -INFINITY};
+    const auto hop = static_cast<size_t>(sound.info.samplerate / 10),
+               frames = static_cast<size_t>(sound.info.frames);
+    for (size_t done = 0; done < frames; done += hop) {
+        ebur128_add_frames_float(state, sound.samples.data() + done * channels, std::min(hop, frames - done));
+        double loudness = -INFINITY;
+        if (done + hop >= 4 * hop && ebur128_loudness_momentary(state, &loudness) == EBUR128_SUCCESS)
+            measured.maxMomentary = std::max(measured.maxMomentary, loudness);
+        if (done + hop >= 30 * hop && ebur128_loudness_shortterm(state, &loudness) == EBUR128_SUCCESS)
+            measured.maxShortTerm = std::max(measured.maxShortTerm, loudness);
+    }
     ebur128_loudness_global(state, &measured.loudness);
+    ebur128_loudness_range(state, &measured.range);
     double highest = 0.0;
     for (unsigned channel = 0; channel < channels; ++channel) {
         double peak = 0.0;
@@ -41,25 +51,47 @@ Measured measure(const Sound &sound)
     return measured;
 }
 
-TEST(LoudnessMeter, MeasuresTheSameInPiecesAsAtOnce)
+Sound toSound(const Audio &audio, int rate)
 {
-    // constant level, varying level, and pauses that the gates must exclude
-    const Audio sounds[] = {
-        Signals::sine(48000, 997.0, 48000 * 3, -20.03), Signals::music(4, 48000, 48000 * 8, -6.0),
-        Signals::musicThenSilence(2, 48000, 48000 * 9, -3.0),
-        Signals::append(Signals::noise(1, 48000 * 4, -40.0), Signals::noise(2, 48000 * 4, -18.0))};
-    for (const Audio &audio : sounds) {
-        Sound sound;
-        sound.info.channels = 2;
-        sound.info.samplerate = 48000;
-        sound.info.frames = static_cast<sf_count_t>(audio.frames());
-        for (uint32_t i = 0; i < audio.frames(); ++i)
-            sound.samples.insert(sound.samples.end(), {audio.left[i], audio.right[i]});
-        App::LoudnessMeter meter(2, 48000);
-        for (uint32_t done = 0; done < audio.frames(); done += 777)
-            meter.add(sound.samples.data() + 2 * size_t{done}, std::min(777u, audio.frames() - done));
-        EXPECT_NEAR(measure(sound).loudness, meter.figures().loudness, 1e-9);
-        EXPECT_NEAR(measure(sound).truePeak, meter.figures().truePeakDb, 0.001);
+    Sound sound;
+    sound.info.channels = audio.right.empty() ? 1 : 2;
+    sound.info.samplerate = rate;
+    sound.info.frames = static_cast<sf_count_t>(audio.frames());
+    for (uint32_t i = 0; i < audio.frames(); ++i) {
+        sound.samples.push_back(audio.left[i]);
+        if (!audio.right.empty()) sound.samples.push_back(audio.right[i]);
+    }
+    return sound;
+}
+
+/// Finite for minus infinity, too.
+double toEnergy(double loudness) { return std::pow(10.0, loudness / 10.0); }
+
+TEST(LoudnessMeter, AgreesWithLibebur128)
+{
+    for (const int rate : {8000, 48000, 96000, 192000}) { // oversampled by 4, 4, 2 and 1
+        const auto hz = static_cast<uint32_t>(rate);
+        // constant level, varying level, pauses that the gates must exclude, peaks between the samples
+        Audio square = Signals::silence(hz);
+        for (uint32_t i = 0; i < square.frames(); ++i) square.left[i] = i % 10 < 5 ? 0.5f : -0.5f;
+        for (const Audio &audio : {Signals::sine(hz, 997.0, hz, -20.03), Signals::music(4, hz, hz * 6, -6.0),
+                                   Signals::musicThenSilence(2, hz, hz * 4, -3.0), square,
+                                   Signals::mono(Signals::append(Signals::noise(1, hz * 4, -40.0),
+                                                                 Signals::noise(2, hz * 4, -18.0)))}) {
+            const Sound sound = toSound(audio, rate);
+            const auto channels = static_cast<uint32_t>(sound.info.channels);
+            App::LoudnessMeter meter(channels, hz, App::LoudnessMeter::Scope::full);
+            for (uint32_t done = 0; done < audio.frames(); done += 777)
+                meter.add(sound.samples.data() + channels * size_t{done},
+                          std::min(777u, audio.frames() - done));
+            const Measured expected = measure(sound);
+            const App::LoudnessMeter::Figures figures = meter.figures();
+            EXPECT_NEAR(expected.loudness, figures.loudness, 1e-9);
+            EXPECT_NEAR(expected.truePeak, figures.truePeakDb, 1e-4);
+            EXPECT_NEAR(expected.range, figures.range, 1.0); // it samples the short-term loudness less often
+            EXPECT_NEAR(toEnergy(expected.maxMomentary), toEnergy(figures.maxMomentary), 1e-9);
+            EXPECT_NEAR(toEnergy(expected.maxShortTerm), toEnergy(figures.maxShortTerm), 1e-9);
+        }
     }
 }
 
@@ -82,24 +114,16 @@ App::LimiterCurve tone(double level, LimiterMode mode = LimiterMode::soft)
 TEST(LoudnessChoice, UsesTheFullRangesAndNotMore)
 {
     // down: 18 dB of gain and 5 dB of margin; up: 18 dB of gain and 20 dB of threshold
-    EXPECT_NEAR(-5.0, choose({-43.0, 0.0}, kLimits, {tone(-10.0)}).margin, 1e-9);
-    const App::LoudnessChoice most = choose({-12.0, 0.0}, kLimits, {tone(-40.0)});
-    EXPECT_NEAR(38.0, most.gain + most.margin - most.threshold, 1e-9);
+    EXPECT_NEAR(-5.0, findOn(tone(-10.0), {-43.0, 0.0}, kLimits).choice.value().margin, 1e-9);
+    EXPECT_NEAR(38.0, findOn(tone(-40.0), {-12.0, 0.0}, kLimits).choice.value().lift(), 1e-9);
     const App::LimiterCurve bypassed = {LimiterMode::bypassed, {{0.0, -50.0, -40.0}}};
-    EXPECT_NEAR(18.0, choose({-32.0, 0.0}, kLimits, {bypassed}).gain, 1e-9);
-    for (const auto &[loudness, curve] :
-         {std::pair(-43.1, tone(-10.0)), {-11.9, tone(-40.0)}, {-31.9, bypassed}})
-        EXPECT_THROW(choose({loudness, 0.0}, kLimits, {curve}), App::Failure);
-}
-
-TEST(LoudnessChoice, UsesBrickwallOnlyIfSoftModeExceedsThePeak)
-{
-    App::LimiterCurve soft = tone(0.0), wall = tone(0.0, LimiterMode::brickwall);
-    for (App::LimiterPoint &point : soft.points) point.truePeak += 1.0;
-    for (App::LimiterPoint &point : wall.points) point.truePeak -= 0.1 * point.threshold;
-    EXPECT_EQ(LimiterMode::soft, choose({-14.0, 0.0}, kLimits, {soft, wall}).mode);
-    for (App::LimiterPoint &point : wall.points) point.loudness += 2.0;
-    EXPECT_EQ(LimiterMode::brickwall, choose({-10.0, 0.0}, kLimits, {soft, wall}).mode);
+    EXPECT_NEAR(18.0, findOn(bypassed, {-32.0, 0.0}, kLimits).choice.value().gain, 1e-9);
+    for (const auto &[loudness, curve, nearest] :
+         {std::tuple(-43.1, tone(-10.0), -43.0), {-11.9, tone(-40.0), -12.0}, {-31.9, bypassed, -32.0}}) {
+        const App::LoudnessAttempt attempt = findOn(curve, {loudness, 0.0}, kLimits);
+        EXPECT_FALSE(attempt.choice);
+        EXPECT_NEAR(nearest, loudness < nearest ? attempt.softest : attempt.loudest, 0.011);
+    }
 }
 
 struct Goal {
@@ -134,8 +158,10 @@ TEST_P(ReachesLoudness, BelowThePeakAndItsValuesRenderTheSameBytes)
 
         std::string byHand = "render in.wav again.wav" + settings;
         for (const std::string name :
-             {"Gain", "Limiter Threshold", "Limiter Margin", "Limiter Brickwall Mode"})
-            byHand += " --set '" + name + "=" + shown(screen, name) + "'";
+             {"Gain", "Limiter Bypass", "Limiter Threshold", "Limiter Margin", "Limiter Brickwall Mode"}) {
+            const std::string value = shown(screen, name);
+            if (!value.empty()) byHand += " --set '" + name + "=" + value + "'";
+        }
         succeed(byHand);
         EXPECT_EQ(readBytes("again.wav"), readBytes("out.wav")) << screen;
     }
@@ -170,7 +196,7 @@ TEST_F(Loudness, ReportShowsTargetChosenValuesAndResult)
     EXPECT_THAT(screen, ContainsRegex("Loudness +-20.00 LUFS +-20.0[01] LUFS +-20.0[01] LUFS"));
     EXPECT_THAT(screen, ContainsRegex("Gain +-?[0-9.]+ dB"));
     EXPECT_THAT(readBytes("report.html"),
-                AllOf(HasSubstr("Predicted"), HasSubstr("<li>Limiter Threshold=0.00</li>"),
+                AllOf(HasSubstr("Predicted"), HasSubstr("<li>Limiter Bypass=on</li>"),
                       HasSubstr("dB, as loud as the output")));
 }
 
@@ -192,16 +218,39 @@ TEST_F(Loudness, DryFileIsAlignedWithTheOutputAndEquallyLoud)
     }
 }
 
-TEST_F(Loudness, DryFileIsTheInputEvenIfTheOutputReplacesIt)
+TEST_F(Loudness, TriesTheBypassedLimiterFirst)
 {
-    const std::string before = readBytes("in.wav");
-    succeed("render in.wav out.wav --dry dry.wav");
-    const std::string expected = readBytes("dry.wav");
-    succeed("render in.wav in.wav --dry dry.wav");
-    EXPECT_NE(before, readBytes("in.wav"));
-    EXPECT_EQ(readBytes("out.wav"), readBytes("in.wav"));
-    EXPECT_EQ((std::set<std::string>{"dry.wav", "in.wav", "out.wav"}), contents());
-    EXPECT_EQ(expected, readBytes("dry.wav"));
+    write("hot.wav", kWavFloat, kRate, Signals::music(3, kRate, kRate * 4, 6.0)); // above full scale
+    for (const std::string file : {"in.wav", "hot.wav"}) {
+        const std::string screen = succeed("render " + file + " out.wav --loudness -22 --true-peak -1");
+        EXPECT_EQ("on", shown(screen, "Limiter Bypass"));
+        EXPECT_THAT(screen, ContainsRegex("\n +Limiter +0.0 dB +0.0 dB\n"));
+        EXPECT_NEAR(-22.0, measure(read("out.wav")).loudness, 0.02);
+        EXPECT_EQ("off",
+                  shown(succeed("render " + file + " out.wav --loudness -22 --set 'Limiter Bypass=off'"),
+                        "Limiter Bypass"));
+    }
+}
+
+TEST_F(Loudness, ModesAreTriedFromTheGentlest)
+{
+    const std::string call = "render in.wav out.wav --set 'Limiter Release=40' --true-peak -1 --loudness ";
+    std::vector<std::string> modes;
+    for (const double loudness : {-25.0, -14.5, -10.0}) {
+        const std::string screen = succeed(call + std::to_string(loudness));
+        modes.push_back(shown(screen, "Limiter Bypass") + " " + shown(screen, "Limiter Brickwall Mode"));
+    }
+    EXPECT_THAT(modes, testing::ElementsAre("on ", "off off", "off on"));
+}
+
+TEST_F(Loudness, ChecksTheTruePeakWithoutATarget)
+{
+    const std::string call = "render in.wav out.wav --set Gain=3 --true-peak ";
+    EXPECT_THAT(run(call + "-2").err, HasSubstr("'Gain' was lowered by"));
+    EXPECT_NEAR(-2.0, measure(read("out.wav")).truePeak, 0.02);
+    EXPECT_LE(measure(read("out.wav")).truePeak, -2.0);
+    EXPECT_EQ(3, run(call + "-40").exitCode) << "'Gain' cannot be lowered that far";
+    EXPECT_EQ(0, run(call + "0").exitCode);
 }
 
 } // namespace

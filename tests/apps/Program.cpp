@@ -21,13 +21,16 @@ Program::Program(const fs::path &folder, const std::string &line, std::optional<
 {
     if (process != 0) return;
     std::signal(SIGINT, SIG_DFL); // a test run in the background inherits SIG_IGN
+    const rlimit noCore = {0, 0};
+    setrlimit(RLIMIT_CORE, &noCore);
     if (largestFile) {
         const rlimit limit = {*largestFile, *largestFile};
         setrlimit(RLIMIT_FSIZE, &limit);
     }
     setenv("LSAN_OPTIONS", "print_suppressions=0:suppressions=" LEAK_SUPPRESSIONS, 0);
-    const std::string command = "cd " + folder.string() + " && exec " TESSARINE_PROGRAM " " + line + " >" +
-                                out.string() + " 2>" + err.string();
+    const std::string command = "cd " + folder.string() + " && exec >" + out.string() + " 2>" + err.string() +
+                                " && exec " TESSARINE_PROGRAM " " +
+                                line; // whose redirections take precedence
     execl("/bin/sh", "sh", "-c", command.c_str(), nullptr);
     _exit(127);
 }

@@ -34,4 +34,27 @@ TEST_F(Report, ShowsLevelsAndGainReductionInTerminalPictureAndSelfContainedPage)
     EXPECT_THAT(page, AllOf(Not(ContainsRegex("(src|href)=\"[^#]")), Not(HasSubstr("<?xml"))));
 }
 
+TEST_F(Report, DrawsFileNamesThatAreNotUtf8)
+{
+    const std::string name = "G\xFCte\t\x01.wav";
+    write(name, kWav16, 44100, Signals::noise(1, 5000, -20.0));
+    for (const char *report : {"a.html", "a.png"})
+        succeed("render '" + name +
+                "' 'Gr\xF6\xDF"
+                "e.wav' --report " +
+                report);
+    EXPECT_THAT(readBytes("a.png"), StartsWith("\x89PNG\r\n"));
+    EXPECT_THAT(readBytes("a.html"), HasSubstr("G\uFFFDte\uFFFD\uFFFD.wav"));
+    EXPECT_THAT(readBytes("a.html"), Not(HasSubstr("\xFC")));
+}
+
+TEST_F(Report, IsNotWrittenWithoutItsTable)
+{
+    write("in.wav", kWav16, 44100, Signals::noise(1, 5000, -20.0));
+    const Program::Outcome outcome = run("render in.wav out.wav --report a.html >/dev/full");
+    EXPECT_EQ(1, outcome.exitCode);
+    EXPECT_THAT(outcome.err, HasSubstr("cannot write to standard output"));
+    EXPECT_EQ((std::set<std::string>{"in.wav", "out.wav"}), contents());
+}
+
 } // namespace

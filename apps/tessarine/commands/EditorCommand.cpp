@@ -6,8 +6,9 @@
 #include "apps/tessarine/console/Failure.h"
 #include "apps/tessarine/console/Progress.h"
 #include "apps/tessarine/editor/EditorScreen.h"
+#include "apps/tessarine/effect/EffectPass.h"
 #include "apps/tessarine/effect/EffectSetup.h"
-#include "apps/tessarine/files/Block.h"
+#include "apps/tessarine/files/OutputPath.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 #include "host/VSTEditor.h"
 
@@ -50,7 +51,7 @@ uint64_t framesToPlay(const EditorOptions &options, const AudioReader &reader)
 class Player {
 public:
     Player(AudioReader &from, EffectHost &effect, EditorScreen &to)
-        : reader(from), host(effect), screen(to), block(reader.channels(), kBlockFrames)
+        : reader(from), screen(to), pass(from, effect, kBlockFrames)
     {
     }
 
@@ -58,9 +59,7 @@ public:
     {
         while (played < end) {
             const auto frames = static_cast<uint32_t>(std::min<uint64_t>(kBlockFrames, end - played));
-            block.read(reader, frames);
-            block.separate(frames);
-            host.process(block.sides, block.sides, frames);
+            pass.run(frames, chunk);
             played += frames;
             const uint64_t now = played * 1000 / reader.rate();
             screen.wait(static_cast<uint32_t>(now - shownMs));
@@ -71,9 +70,9 @@ public:
 
 private:
     AudioReader &reader;
-    EffectHost &host;
     EditorScreen &screen;
-    Block block;
+    EffectPass pass;
+    Chunk chunk;
     uint64_t played = 0; // frames
     uint64_t shownMs = 0;
 };
@@ -101,6 +100,7 @@ void playUntilPicture(const EditorOptions &options, AudioReader &reader, EffectH
 
 void drawEditor(const EditorOptions &options)
 {
+    requireDistinct({{"input", options.in}, {"chunk", options.effect.chunk}}, {{"picture", options.png}});
     if (!options.focus.empty()) findEditorControl(options.focus); // refuse an unknown name before playing
     std::unique_ptr<AudioReader> reader;
     if (!options.in.empty()) reader = std::make_unique<AudioReader>(options.in);
@@ -143,27 +143,34 @@ void addPlace(CLI::App *command, const char *option, std::optional<Point> &place
     command->add_option_function<std::string>(option, read, help)->type_name("X,Y");
 }
 
-std::string checkMoment(const std::string &text)
+/// Checks a time and leaves its seconds in `text`, without a unit.
+std::string readMoment(std::string &text)
 {
-    const auto seconds = readNumber<double>(text);
-    return seconds && std::isfinite(*seconds) && *seconds >= 0.0
-               ? std::string()
-               : fmt::format("'{}' is not a valid time; give seconds from the start of the file", text);
+    const auto seconds = readQuantity(text, "s");
+    if (!seconds || *seconds < 0.0)
+        return fmt::format("'{}' is not a valid time; give seconds from the start of the file", text);
+    text = fmt::format("{}", *seconds);
+    return {};
 }
 
-/// Makes a check that accepts only one of `words`. `what` names the option's value in the error message.
+/// Makes a validator that accepts one of `words` in any case, also with `unit` after it, and leaves the word in
+/// the text. `what` names the option's value in the error message.
 template <class Words>
-auto oneOf(const char *what, const Words &words)
+CLI::Validator oneOf(const char *what, const Words &words, const char *unit = "")
 {
-    return [what, &words](const std::string &text) {
+    const auto find = [what, &words, unit](std::string &text) {
         std::string all;
         for (const auto &word : words) {
-            const std::string known = fmt::format("{}", word);
-            if (text == known) return std::string();
+            std::string known = fmt::format("{}", word);
+            if (sameName(text, known) || sameName(text, known + unit) || sameName(text, known + " " + unit)) {
+                text = std::move(known);
+                return std::string();
+            }
             all += (all.empty() ? "" : ", ") + known;
         }
         return fmt::format("unknown {} '{}'; choose one of {}", what, text, all);
     };
+    return CLI::Validator(find, "");
 }
 
 } // namespace
@@ -173,7 +180,10 @@ void addEditor(CLI::App &app)
     const auto options = std::make_shared<EditorOptions>();
     CLI::App *const command =
         app.add_subcommand("editor", "Draw the editor as it looks while an audio file plays");
-    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
+    command->add_option("--png", options->png, "PNG picture to write")
+        ->type_name("FILE")
+        ->required()
+        ->check(checkPictureName, "");
     CLI::Option *const in =
         command
             ->add_option("--in", options->in, "Audio file to play (default: none, the editor as just opened)")
@@ -185,7 +195,7 @@ void addEditor(CLI::App &app)
                         "shorter file)",
                         kUsualMoment))
         ->type_name("SECONDS")
-        ->check(checkMoment, "")
+        ->transform(CLI::Validator(readMoment, ""))
         ->needs(in);
     addChunkFile(command, options->effect.chunk);
     command
@@ -194,20 +204,24 @@ void addEditor(CLI::App &app)
                                  fmt::join(std::begin(kLanguages), std::end(kLanguages) - 1, ", "),
                                  std::end(kLanguages)[-1], options->language))
         ->type_name("LANGUAGE")
-        ->check(oneOf("language", kLanguages), "");
+        ->transform(oneOf("language", kLanguages));
     command->add_option("--scale", options->scale, "Size in per cent: 100, 200 or 300 (default: 100)")
         ->type_name("PERCENT")
-        ->check(oneOf("scale", kScales), "");
+        ->transform(oneOf("scale", kScales, "%"));
     command
         ->add_option(
             "--focus", options->focus,
-            "Control with keyboard focus, for example \"Band 1 Threshold\"; an unknown name lists similar "
-            "ones")
-        ->type_name("CONTROL");
-    addPlace(command, "--point", options->point, "Pixel at which the mouse rests until a tool tip appears");
-    addPlace(command, "--press", options->press, "Pixel at which the left mouse button is held down");
+            "Parameter whose control has the keyboard focus, for example \"Band 1 Ratio\"; an unknown name "
+            "lists similar ones (default: none)")
+        ->type_name("NAME");
+    addPlace(command, "--point", options->point,
+             "Pixel at which the mouse rests until a tool tip appears (default: none)");
+    addPlace(command, "--press", options->press,
+             "Pixel at which the left mouse button is held down (default: none)");
     addSettings(command, options->effect.settings);
     command->callback([options] { drawEditor(*options); });
+    endHelp(command, {"tessarine editor --png editor.png --in song.flac --at 71 --scale 200%",
+                      "tessarine editor --png editor.png --language german --focus \"Band 2 Ratio\""});
 }
 
 } // namespace App

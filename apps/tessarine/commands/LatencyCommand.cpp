@@ -45,6 +45,7 @@ void addLatency(CLI::App &app)
     const auto rate = std::make_shared<uint32_t>(44100); // Hz
     addRate(command, *rate);
     command->callback([rate] { showLatency(*rate); });
+    endHelp(command, {"tessarine latency --rate 48k"});
 }
 
 } // namespace App

@@ -1,49 +1,19 @@
+#include <algorithm>
+#include <fmt/ranges.h>
+
 #include "apps/tessarine/commands/CommandLine.h"
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/files/OutputPath.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 #include "apps/tessarine/pictures/Report.h"
 
 namespace App {
-
-namespace fs = std::filesystem;
 
 namespace {
 
 constexpr uint32_t kLargestBlock = 1u << 16; // frames
 constexpr double kLowestLoudness = -70.0;    // LUFS, the absolute gate of BS.1770
 constexpr double kLowestTruePeak = -40.0;    // dBTP
-
-bool isSameFile(const fs::path &a, const fs::path &b)
-{
-    std::error_code ignored;
-    const auto real = [&](const fs::path &path) {
-        return fs::weakly_canonical(fs::absolute(path, ignored), ignored);
-    };
-    return real(a) == real(b);
-}
-
-struct NamedFile {
-    const char *role;
-    fs::path path;
-};
-
-/// Throws Failure if one file would overwrite another. Only the output may overwrite the input.
-void requireDistinct(const RenderOptions &options)
-{
-    const NamedFile input = {"input", options.in}, output = {"output", options.out};
-    const NamedFile chunk = {"chunk", options.effect.chunk}, dry = {"dry file", options.dry};
-    const NamedFile report = {"report", options.report};
-    // each pair: a file to write and a file that it must not overwrite
-    const std::pair<NamedFile, NamedFile> pairs[] = {
-        {report, output}, {report, input}, {dry, output}, {dry, input},
-        {dry, report},    {output, chunk}, {dry, chunk},  {report, chunk},
-    };
-    for (const auto &[written, taken] : pairs) {
-        if (written.path.empty() || taken.path.empty() || !isSameFile(written.path, taken.path)) continue;
-        throw Failure(fmt::format("the {} would overwrite the {} {}; choose another name", written.role,
-                                  taken.role, taken.path.string()));
-    }
-}
 
 std::string toScreen(const Summary &summary)
 {
@@ -58,7 +28,10 @@ std::string toScreen(const Summary &summary)
 
 void renderFile(const RenderOptions &options)
 {
-    requireDistinct(options);
+    requireDistinct({{"input", options.in}, {"chunk", options.effect.chunk}}, {{"output", options.out},
+                                                                               {"dry file", options.dry},
+                                                                               {"difference", options.delta},
+                                                                               {"report", options.report}});
     // opened first, to fail before rendering if it cannot be written
     std::optional<TemporaryFile> report;
     if (!options.report.empty()) report.emplace(options.report);
@@ -66,11 +39,14 @@ void renderFile(const RenderOptions &options)
     const Rendering rendering = render(options);
     const Summary summary = summarise(options, rendering);
     for (const std::string &remark : summary.remarks) fmt::print(stderr, "tessarine: {}\n", remark);
+    fmt::print("{}", toScreen(summary));
+    flushOutput(); // without the table there is no report
     if (report) {
         report->write(makeReport(options, rendering, summary));
         report->commit();
     }
-    fmt::print("{}", toScreen(summary));
+    const std::optional<double> limit = options.goal ? options.goal->truePeak : options.truePeak;
+    if (rendering.missesLoudness() || (limit && rendering.exceeds(*limit))) throw ExitStatus{kGoalMissed};
 }
 
 /// Makes a check that refuses an empty name, which would have the same effect as no option.
@@ -81,35 +57,66 @@ auto named(const char *what)
     };
 }
 
-/// Makes a check that accepts only numbers from `low` to `high`. `what` names the value in the error message.
-auto within(const char *what, double low, double high, const char *unit)
-{
-    return [=](const std::string &text) {
-        const std::optional<double> value = readNumber<double>(text);
-        return value && *value >= low && *value <= high
-                   ? std::string()
-                   : fmt::format("{} cannot be '{}'; give a number from {:g} to {:g} {}", what, text, low,
-                                 high, unit);
-    };
-}
-
 void addLoudness(CLI::App *command, std::optional<double> &level, std::optional<double> &truePeak)
 {
-    CLI::Option *const loudness =
-        command
-            ->add_option(
-                "--loudness", level,
-                "Target integrated loudness. The file is analysed first; 'Gain', 'Limiter Threshold' "
-                "and 'Limiter Margin' are then set for the least limiting. Brickwall mode is used "
-                "only if switched on or needed")
-            ->type_name("LUFS")
-            ->check(within("the loudness", kLowestLoudness, 0.0, "LUFS"), "");
+    command
+        ->add_option(
+            "--loudness", level,
+            "Target integrated loudness. The file is analysed first; 'Gain' and the limiter are then set "
+            "for the least limiting: none, else soft mode, else brickwall mode (default: no target)")
+        ->type_name("LUFS")
+        ->transform(quantity("the loudness", kLowestLoudness, 0.0, "LUFS"));
     command
         ->add_option("--true-peak", truePeak,
-                     "Maximum true peak of the output with --loudness (default: 0 dBTP)")
+                     "Maximum true peak of the output (default: 0 dBTP with --loudness, else none). Without "
+                     "--loudness, 'Gain' is lowered if necessary")
         ->type_name("DBTP")
-        ->check(within("the true peak", kLowestTruePeak, 0.0, "dBTP"), "")
-        ->needs(loudness);
+        ->transform(quantity("the true peak", kLowestTruePeak, 0.0, "dBTP"));
+}
+
+void addSampleFormat(CLI::App *command, SampleFormat &samples)
+{
+    const auto oneOf = [](std::vector<std::string> words) {
+        return [words = std::move(words)](const std::string &text) {
+            return std::ranges::find(words, text) != words.end()
+                       ? std::string()
+                       : fmt::format("unknown value '{}'; choose one of {}", text, fmt::join(words, ", "));
+        };
+    };
+    command
+        ->add_option("--bits", samples.bits,
+                     "Bits per sample of the written files: 16, 24, 32 or float (default: the input's)")
+        ->type_name("BITS")
+        ->check(oneOf({"16", "24", "32", "float"}), "");
+    command
+        ->add_option_function<std::string>(
+            "--dither", [&samples](const std::string &kind) { samples.dither = kind == "tpdf"; },
+            "Dither where rounding to an integer format loses bits: tpdf or none (default: tpdf)")
+        ->type_name("KIND")
+        ->check(oneOf({"tpdf", "none"}), "");
+}
+
+void addExcerpt(CLI::App *command, RenderOptions &options)
+{
+    constexpr double kLongest = 1e7; // seconds
+    command->add_option("--start", options.start, "Start of an excerpt (default: the start of the file)")
+        ->type_name("SECONDS")
+        ->transform(quantity("the start", 0.0, kLongest, "s"));
+    command->add_option("--length", options.length, "Length of an excerpt (default: to the end of the file)")
+        ->type_name("SECONDS")
+        ->transform(quantity("the length", 1e-6, kLongest, "s"));
+}
+
+void addMix(CLI::App *command, double &percent)
+{
+    command
+        ->add_option("--mix", percent,
+                     "Share of the effect's output in a mix with the signal before compression and limiting; "
+                     "both pass the "
+                     "crossover, so their phase is equal (default: 100 per cent)")
+        ->type_name("PERCENT")
+        ->transform(quantity("the mix", 0.0, 100.0, "%"))
+        ->excludes("--loudness");
 }
 
 } // namespace
@@ -120,11 +127,11 @@ void addRender(CLI::App &app)
     const auto loudness = std::make_shared<std::optional<double>>();
     const auto truePeak = std::make_shared<std::optional<double>>();
     CLI::App *const command = app.add_subcommand("render", "Process an audio file");
-    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF or Ogg")
-        ->type_name("")
+    command->add_option("IN", options->in, "Input file, mono or stereo: WAV, FLAC, AIFF, Ogg, Opus or MP3")
+        ->type_name("FILE")
         ->required();
     command->add_option("OUT", options->out, "Output file; its extension selects the format")
-        ->type_name("")
+        ->type_name("FILE")
         ->required();
     addSettings(command, options->effect.settings);
     addChunkFile(command, options->effect.chunk)->check(named("chunk"), "");
@@ -143,21 +150,35 @@ void addRender(CLI::App &app)
                    : "'" + path + "' ends in neither .html nor .png; use one of these extensions";
     };
     command
-        ->add_option("--report", options->report,
-                     "Report to write, with charts of levels and gain reduction: .html or .png")
+        ->add_option(
+            "--report", options->report,
+            "Report to write, with charts of levels and gain reduction: .html or .png (default: none)")
         ->type_name("FILE")
         ->check(knownReport, "");
     addLoudness(command, *loudness, *truePeak);
     command
         ->add_option("--dry", options->dry,
                      "Dry file to write: the input, aligned with the output and matched to its loudness, for "
-                     "listening comparisons; its extension selects the format")
+                     "listening comparisons; its extension selects the format (default: none)")
         ->type_name("FILE")
         ->check(named("dry file"), "");
+    command
+        ->add_option("--delta", options->delta,
+                     "File to write with the difference: the output minus the input, aligned (default: none)")
+        ->type_name("FILE")
+        ->check(named("difference"), "");
+    addSampleFormat(command, options->samples);
+    addExcerpt(command, *options);
+    addMix(command, options->mixPercent);
     command->callback([options, loudness, truePeak] {
-        if (*loudness) options->goal = {**loudness, truePeak->value_or(0.0)};
+        if (*loudness)
+            options->goal = {**loudness, truePeak->value_or(0.0)};
+        else
+            options->truePeak = *truePeak;
         renderFile(*options);
     });
+    endHelp(command, {"tessarine render in.wav out.flac --set \"Band 1 Ratio=3:1\" --report report.html",
+                      "tessarine render in.wav out.wav --loudness -14LUFS --true-peak -1dBTP --dry dry.wav"});
 }
 
 } // namespace App

@@ -1,4 +1,5 @@
 #include "apps/tessarine/commands/CommandLine.h"
+#include "apps/tessarine/files/OutputPath.h"
 #include "apps/tessarine/files/TemporaryFile.h"
 #include "apps/tessarine/pictures/ResponsePicture.h"
 
@@ -36,8 +37,12 @@ void addResponse(CLI::App &app)
         app.add_subcommand("response", "Measure the frequency response of each band and of their sum");
     addSettings(command, options->settings);
     addRate(command, options->rate);
-    command->add_option("--png", options->png, "PNG picture to write")->type_name("FILE")->required();
+    command->add_option("--png", options->png, "PNG picture to write")
+        ->type_name("FILE")
+        ->required()
+        ->check(checkPictureName, "");
     command->callback([options] { showResponse(*options); });
+    endHelp(command, {"tessarine response --png response.png --set \"Crossover Low Cutoff=200 Hz\""});
 }
 
 } // namespace App

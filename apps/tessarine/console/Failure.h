@@ -14,11 +14,15 @@ struct Interrupted {
     int signal;
 };
 
-/// Makes SIGINT, SIGTERM and SIGHUP set a flag for stopIfInterrupted, so that incomplete files are removed.
-/// Also ignores SIGXFSZ, so that a file that reaches the size limit causes a Failure.
+/// Makes SIGINT, SIGTERM, SIGHUP, SIGQUIT and SIGPIPE set a flag for stopIfInterrupted, so that incomplete files are
+/// removed. Also ignores SIGXFSZ, so that a file that reaches the size limit causes a Failure.
 void catchSignals();
 
-/// Throws Interrupted after such a signal. Long loops call this or Progress::show.
+/// The last such signal, or 0.
+int caughtSignal();
+
+/// Throws Interrupted after such a signal. Long loops call this or Progress::show, but not once a file was committed:
+/// the message says that no file was written.
 void stopIfInterrupted();
 
 } // namespace App

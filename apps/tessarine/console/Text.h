@@ -15,6 +15,13 @@ bool sameName(std::string_view a, std::string_view b);
 std::vector<std::string> nearestNames(std::string_view typed, const std::vector<std::string> &names,
                                       size_t count);
 
+/// `text` without the spaces and tabs at both ends.
+std::string_view trimmed(std::string_view text);
+
+/// Replaces each byte that is not part of valid UTF-8 by U+FFFD, also those of control characters and
+/// noncharacters. File names may contain any bytes, but HTML and Cairo accept valid UTF-8 only.
+std::string validUtf8(std::string_view text);
+
 /// Parses the number at the start of `text` and removes it from `text`. Returns nullopt and leaves `text`
 /// unchanged if there is no number or it does not fit the type.
 template <class Number>
@@ -34,5 +41,10 @@ std::optional<Number> readNumber(std::string_view text)
     const std::optional<Number> value = takeNumber<Number>(text);
     return text.empty() ? value : std::nullopt;
 }
+
+/// Reads a finite number and returns it in `unit`. The unit or a related one may follow, in any case and with
+/// spaces: "1.2 kHz" or "1k" for Hz, "0.1 s" for ms, "3:1" for x:1, "-1 dB" for dBTP. Returns nullopt if
+/// `text` is anything else.
+std::optional<double> readQuantity(std::string_view text, std::string_view unit);
 
 } // namespace App

@@ -12,15 +12,41 @@
 
 namespace App {
 
+namespace {
+
+/// Name of the parameter that the control called `control` sets.
+std::string parameterOf(std::string control)
+{
+    constexpr std::pair<std::string_view, std::string_view> kDifferences[] = {
+        {"Output Gain", "Gain"},
+        {"Low Cutoff", "Crossover Low Cutoff"},
+        {"Mid Cutoff", "Crossover Mid Cutoff"},
+        {"High Cutoff", "Crossover High Cutoff"},
+        {"Spectrum On Input", "Band 1 Spectrum On Input"}, // sets those of the other bands, too
+        {"Brickwall Limiter", "Limiter Brickwall Mode"},
+        {"Link Band Controls", "Dynamics Band Link"},
+    };
+    for (const auto &[shown, parameter] : kDifferences) {
+        if (control.starts_with(shown)) return control.replace(0, shown.size(), parameter);
+    }
+    const size_t threshold = control.find("Threshold");
+    if (control.starts_with("Band ") && threshold != std::string::npos) control.insert(threshold, "Comp ");
+    return control;
+}
+
+} // namespace
+
 size_t findEditorControl(const std::string &name)
 {
-    const std::vector<std::string> names = UI::MainWindow::controlNames();
-    for (size_t i = 0; i < names.size(); ++i) {
-        if (sameName(names[i], name)) return i;
+    const std::vector<std::string> controls = UI::MainWindow::controlNames();
+    std::vector<std::string> parameters;
+    for (size_t i = 0; i < controls.size(); ++i) {
+        parameters.push_back(parameterOf(controls[i]));
+        if (sameName(controls[i], name) || sameName(parameters[i], name)) return i;
     }
     constexpr size_t kSuggestions = 3;
     throw Failure(fmt::format("no control '{}' takes the keyboard focus; similar names are '{}'", name,
-                              fmt::join(nearestNames(name, names, kSuggestions), "', '")));
+                              fmt::join(nearestNames(name, parameters, kSuggestions), "', '")));
 }
 
 EditorScreen::EditorScreen(const std::string &language)

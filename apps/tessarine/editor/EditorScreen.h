@@ -12,8 +12,9 @@ namespace App {
 constexpr const char *kLanguages[UI::Language::languages] = {"english", "japanese", "german",
                                                              "french",  "italian",  "spanish"};
 
-/// Index of a control in the tab order. Ignores the case of `name`.
-/// Errors  Failure that lists similar names
+/// Index of a control in the tab order. `name` is that of its parameter, with " Slider" for a slider beside a
+/// text field, or the control's own name in UI::MainWindow. Ignores the case.
+/// Errors  Failure that lists similar names of parameters
 size_t findEditorControl(const std::string &name);
 
 /// An offscreen window system with an effect's editor and a simulated user. Only wait() advances its clock.

@@ -14,14 +14,10 @@ namespace {
 
 constexpr size_t kSuggestions = 3;
 
-std::string trimmed(const std::string &text)
+std::string nameIn(const std::string &setting)
 {
-    const size_t first = text.find_first_not_of(" \t");
-    if (first == std::string::npos) return {};
-    return text.substr(first, text.find_last_not_of(" \t") - first + 1);
+    return std::string(trimmed(std::string_view(setting).substr(0, setting.find('='))));
 }
-
-std::string nameIn(const std::string &setting) { return trimmed(setting.substr(0, setting.find('='))); }
 
 const Parameter &find(const std::vector<Parameter> &parameters, const std::string &name)
 {
@@ -34,7 +30,7 @@ const Parameter &find(const std::vector<Parameter> &parameters, const std::strin
                               name, fmt::join(nearestNames(name, names, kSuggestions), "', '")));
 }
 
-std::optional<double> readSwitch(const std::string &text)
+std::optional<double> readSwitch(std::string_view text)
 {
     for (const char *word : {"on", "true", "yes", "1"}) {
         if (sameName(text, word)) return 1.0;
@@ -45,16 +41,7 @@ std::optional<double> readSwitch(const std::string &text)
     return std::nullopt;
 }
 
-std::optional<double> readQuantity(std::string_view text, const std::string &unit)
-{
-    if (text.starts_with('+')) text.remove_prefix(1);
-    const std::optional<double> value = takeNumber<double>(text);
-    const std::string suffix = trimmed(std::string(text));
-    const bool isQuantity = value && std::isfinite(*value) && (suffix.empty() || sameName(suffix, unit));
-    return isQuantity ? value : std::nullopt;
-}
-
-double readValue(const Parameter &parameter, const std::string &text)
+double readValue(const Parameter &parameter, std::string_view text)
 {
     const bool isSwitch = parameter.kind == DSP::ParamKind::boolean;
     const std::optional<double> value = isSwitch ? readSwitch(text) : readQuantity(text, parameter.unit);
@@ -72,7 +59,7 @@ void applySettings(EffectHost &host, const std::vector<std::string> &settings)
     for (const std::string &setting : settings) {
         const size_t equals = setting.find('=');
         const Parameter &parameter = find(parameters, nameIn(setting));
-        parameter.set(host, readValue(parameter, trimmed(setting.substr(equals + 1))));
+        parameter.set(host, readValue(parameter, trimmed(std::string_view(setting).substr(equals + 1))));
     }
 }
 

@@ -7,7 +7,7 @@
 namespace App {
 
 /// Sets the parameters from strings such as "NAME=VALUE". Names are case-insensitive. Values are in the
-/// parameter's own unit, which may follow the number. Boolean values are on/off, true/false, yes/no or 1/0.
+/// parameter's own unit; that or a related unit may follow, as in readQuantity. Boolean values are on/off, true/false, yes/no or 1/0.
 /// Errors  Failure that lists similar names or the range
 void applySettings(EffectHost &host, const std::vector<std::string> &settings);
 

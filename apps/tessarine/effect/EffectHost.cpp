@@ -69,6 +69,12 @@ bool EffectHost::setChunk(std::string chunk)
     return VSTPlugin::of(effect)->lastChunkLoaded(); // effSetChunk returns the size even for a refused chunk
 }
 
+void EffectHost::disableSpectra()
+{
+    for (uint32_t band = 0; band < DSP::kBands; ++band)
+        plugin().transformHandle().spectrum(band)->setMeterEnabled(false);
+}
+
 void EffectHost::start() { dispatch(effMainsChanged, 1); }
 
 void EffectHost::process(float *const *in, float *const *out, uint32_t frames)

@@ -36,6 +36,8 @@ public:
     /// Returns false if the effect refuses the chunk; the settings are then unchanged.
     bool setChunk(std::string chunk);
 
+    /// Stops the spectrum meters, which take a fifth of the effect's time.
+    void disableSpectra();
     void start();
     /// Processes one block. `in` and `out` hold one pointer per channel of the layout and may be equal.
     void process(float *const *in, float *const *out, uint32_t frames);

@@ -1,5 +1,6 @@
 #include "apps/tessarine/effect/EffectSetup.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cmath>
 #include <cstring>
@@ -23,9 +24,9 @@ constexpr size_t kMostBytes = size_t{1} << 20; // a chunk has a few hundred byte
 std::string readFile(const fs::path &path)
 {
     requirePlainFile(path, "a chunk file");
+    std::string bytes(kMostBytes + 1, '\0');
     errno = 0;
     std::ifstream file(path, std::ios::binary);
-    std::string bytes(kMostBytes + 1, '\0');
     if (file) file.read(bytes.data(), static_cast<std::streamsize>(bytes.size()));
     if (!file && !file.eof())
         throw Failure(fmt::format("{} cannot be read: {}; check the file and its permissions", path.string(),
@@ -54,12 +55,39 @@ std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const E
     return host;
 }
 
+EffectSetup neutralSetup(const EffectSetup &setup)
+{
+    EffectSetup neutral = setup;
+    neutral.settings.insert(neutral.settings.end(), {"Limiter Bypass=on", "Gain=0"});
+    for (uint32_t band = 1; band <= DSP::kBands; ++band) {
+        neutral.settings.push_back(fmt::format("Band {} Bypass=on", band));
+        neutral.settings.push_back(fmt::format("Band {} Solo=off", band));
+    }
+    return neutral;
+}
+
 void loadChunk(EffectHost &host, const fs::path &path)
 {
     if (!host.setChunk(readFile(path)))
         throw Failure(fmt::format("{} is damaged or not a chunk of this effect; use a file written by "
                                   "'tessarine chunk'",
                                   path.string()));
+}
+
+std::string changedByChunk(const fs::path &chunk, std::span<const char *const> names)
+{
+    EffectHost host({.rate = 44100, .channels = 2, .blockFrames = 512});
+    std::vector<std::pair<Parameter, std::string>> defaults; // with their displayed values
+    for (const Parameter &p : listParameters(host)) {
+        if (std::find(names.begin(), names.end(), p.name) != names.end())
+            defaults.emplace_back(p, p.display(host));
+    }
+    loadChunk(host, chunk);
+    for (const auto &[parameter, usual] : defaults) {
+        const std::string now = parameter.display(host);
+        if (now != usual) return fmt::format("{}={}", parameter.name, now);
+    }
+    return {};
 }
 
 void requireAscendingCutoffs(const EffectHost &host)
@@ -83,14 +111,13 @@ std::string closeCutoffsWarning(const EffectHost &host, uint32_t rate)
         const float lower = crossOver.cutoff(i), upper = crossOver.cutoff(i + 1);
         if (upper >= static_cast<float>(rate) * 0.5f) break;
         if (std::log2(static_cast<double>(upper) / static_cast<double>(lower)) >= kFlatFromOctaves) continue;
-        pairs += fmt::format("{}{} ({:.0f} Hz) and {} ({:.0f} Hz)", pairs.empty() ? "" : ", ", kNames[i],
-                             lower, kNames[i + 1], upper);
+        pairs += fmt::format("{}'Crossover {} Cutoff' ({:.0f} Hz) and 'Crossover {} Cutoff' ({:.0f} Hz)",
+                             pairs.empty() ? "" : ", ", kNames[i], lower, kNames[i + 1], upper);
     }
     if (pairs.empty()) return {};
-    return fmt::format(
-        "crossover cutoffs {} are less than two octaves apart, so the sum of the bands dips between "
-        "them; run 'tessarine response' to see by how much",
-        pairs);
+    return fmt::format("{} are less than two octaves apart, so the sum of the bands dips between "
+                       "them; run 'tessarine response' to see by how much",
+                       pairs);
 }
 
 } // namespace App

@@ -1,6 +1,7 @@
 #pragma once
 #include <filesystem>
 #include <memory>
+#include <span>
 #include <string>
 #include <vector>
 
@@ -18,10 +19,19 @@ struct EffectSetup {
 /// Errors  Failure if the chunk or a setting is refused, or if the cutoffs do not ascend
 std::unique_ptr<EffectHost> makeEffect(const EffectHost::Layout &layout, const EffectSetup &setup);
 
+/// The same setup without compression, limiting and gain. The crossover stays, so that the signal has the phase and the
+/// delay of the effect's output and can be mixed with it: the unprocessed input would cancel parts of it.
+EffectSetup neutralSetup(const EffectSetup &setup);
+
 /// Loads the chunk from the file. Parameters that are not in the chunk keep their values.
 /// Errors  Failure if the file cannot be read or is larger than 1 MiB, or if the effect refuses it; the
 /// effect is then unchanged
 void loadChunk(EffectHost &host, const std::filesystem::path &path);
+
+/// Returns the first of the parameters called `names` that the chunk changes from its default, with the
+/// chunk's value: "Gain=3.00". Returns an empty string if there is none.
+/// Errors  Failure as for loadChunk
+std::string changedByChunk(const std::filesystem::path &chunk, std::span<const char *const> names);
 
 /// Throws Failure if the cutoffs do not ascend; the crossover would silently keep its previous filters.
 void requireAscendingCutoffs(const EffectHost &host);

@@ -27,6 +27,21 @@ bool isSpectrumSetting(const DSP::ParameterAddress &address)
     return address.record().group == DSP::ParamGroup::spectrum;
 }
 
+/// "Band 1 " for a parameter of the first band's spectrum.
+std::string bandPrefix(const EffectHost &host, const DSP::ParameterAddress &address)
+{
+    uint32_t band = 0;
+    while (host.plugin().transformHandle().spectrum(band) != address.component) ++band;
+    return fmt::format("Band {} ", band + 1);
+}
+
+/// The other hidden parameters set the editor's window, its threads and its meters, or have no effect.
+bool hiddenChangesAudio(const DSP::ParamRecord &record)
+{
+    return record.group == DSP::ParamGroup::crossover || record.name == "Global Bypass" ||
+           record.name == "Global: Process As Mono";
+}
+
 } // namespace
 
 std::vector<Parameter> listParameters(const EffectHost &host)
@@ -37,23 +52,14 @@ std::vector<Parameter> listParameters(const EffectHost &host)
         Parameter p = describe(row);
         p.name = host.parameterName(*p.hostIndex);
         p.unit = host.parameterUnit(*p.hostIndex);
+        p.changesAudio = true;
         list.push_back(std::move(p));
     }
     for (const DSP::ParameterAddress &row : table.hiddenRows()) {
-        if (!isSpectrumSetting(row)) list.push_back(describe(row));
-    }
-    return list;
-}
-
-std::vector<Parameter> listSpectrumSettings(const EffectHost &host)
-{
-    std::vector<Parameter> list;
-    for (const DSP::ParameterAddress &row : host.plugin().parameters().hiddenRows()) {
-        if (!isSpectrumSetting(row)) continue;
-        uint32_t band = 0;
-        while (host.plugin().transformHandle().spectrum(band) != row.component) ++band;
-        list.push_back(describe(row));
-        list.back().name = fmt::format("Band {} {}", band + 1, list.back().name);
+        Parameter p = describe(row);
+        if (isSpectrumSetting(row)) p.name = bandPrefix(host, row) + p.name;
+        p.changesAudio = hiddenChangesAudio(row.record());
+        list.push_back(std::move(p));
     }
     return list;
 }

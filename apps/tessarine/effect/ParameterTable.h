@@ -16,6 +16,7 @@ struct Parameter {
     DSP::ParameterAddress address = {};
     std::optional<int32_t> hostIndex;
     bool saved = false;                                      // stored in chunks
+    bool changesAudio = false;                               // false for settings of the editor's window
     double minimum = 0.0, maximum = 1.0, defaultValue = 0.0; // bool: 0 is off, 1 is on
 
     /// Sets a value within the range, through the plug-in interface if the parameter has a host index.
@@ -28,11 +29,8 @@ struct Parameter {
     std::string range() const;
 };
 
-/// The host parameters in the order of their indices, then the hidden parameters except those of the spectrum
-/// displays. Spectrum settings do not affect the audio, and their names are the same in all four bands.
+/// All parameters: those of hosts in the order of their indices, then the hidden ones. The names differ; those
+/// of the spectrum displays have the band as a prefix: "Band 1 Spectrum Overlap".
 std::vector<Parameter> listParameters(const EffectHost &host);
-
-/// The settings of the spectrum displays, with the band as a prefix: "Band 1 Spectrum Overlap".
-std::vector<Parameter> listSpectrumSettings(const EffectHost &host);
 
 } // namespace App

@@ -14,7 +14,8 @@ struct CloseSound {
 };
 using SoundHandle = std::unique_ptr<SNDFILE, CloseSound>;
 
-/// Reads a mono or stereo audio file block by block from start to end.
+/// Reads a mono or stereo audio file block by block. Zeroes NaN, infinite and absurdly loud samples, as the effect
+/// does.
 /// Unit    32-bit floats, full scale 1
 /// Errors  Failure if the file cannot be read, is empty or truncated, or has more than two channels
 class AudioReader {
@@ -25,18 +26,21 @@ public:
     uint64_t frames() const { return static_cast<uint64_t>(soundInfo.frames); }
     uint32_t channels() const { return static_cast<uint32_t>(soundInfo.channels); }
     uint32_t rate() const { return static_cast<uint32_t>(soundInfo.samplerate); } // Hz
-    /// A metadata string, such as the title, or null. `which` is one of libsndfile's SF_STR_ constants.
-    const char *tag(int which) const { return sf_get_string(handle.get(), which); }
 
     /// Reads the next `count` frames, interleaved. Returns the number of frames read, which is less than
     /// `count` only at the end of the file.
     uint32_t read(float *interleaved, uint32_t count);
+    /// Samples zeroed so far.
+    uint64_t zeroedSamples() const { return zeroed; }
+    /// Continues reading at a frame of the file.
+    void seek(uint64_t frame);
 
 private:
     std::filesystem::path path;
     SF_INFO soundInfo{};
     SoundHandle handle;
     uint64_t position = 0; // frames
+    uint64_t zeroed = 0;
 };
 
 } // namespace App

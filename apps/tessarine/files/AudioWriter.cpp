@@ -5,13 +5,12 @@
 #include <fmt/format.h>
 
 #include "apps/tessarine/console/Failure.h"
-#include "apps/tessarine/files/FileFormat.h"
 
 namespace App {
 
 namespace {
 
-constexpr double kVorbisQuality = 0.7; // range 0 to 1; about 220 kbit/s in stereo
+constexpr double kLossyQuality = 0.7; // range 0 to 1; Vorbis: about 220 kbit/s in stereo
 
 TemporaryFile &fileOf(void *user) { return *static_cast<TemporaryFile *>(user); }
 
@@ -35,16 +34,14 @@ SF_VIRTUAL_IO virtualFile()
 
 } // namespace
 
-AudioWriter::AudioWriter(const std::filesystem::path &target, const AudioReader &input)
-    : AudioWriter(target, outputFormat(target, input.info()))
+AudioWriter::AudioWriter(const std::filesystem::path &target, const AudioReader &input,
+                         const SampleFormat &samples)
+    : AudioWriter(target, outputFormat(target, input.info(), samples.bits), samples.dither)
 {
-    for (int tag = SF_STR_FIRST; tag <= SF_STR_LAST; ++tag) {
-        if (const char *const text = input.tag(tag)) sf_set_string(handle.get(), tag, text);
-    }
 }
 
-AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wanted)
-    : path(target), soundInfo(wanted), file(target), bits(integerBits(wanted.format))
+AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wanted, bool dithers)
+    : path(target), soundInfo(wanted), file(target), bits(integerBits(wanted.format)), dither(dithers)
 {
     SF_VIRTUAL_IO io = virtualFile();
     handle.reset(sf_open_virtual(&io, SFM_WRITE, &soundInfo, &file));
@@ -55,7 +52,7 @@ AudioWriter::AudioWriter(const std::filesystem::path &target, const SF_INFO &wan
     }
     // its time stamp would make identical renderings differ
     sf_command(handle.get(), SFC_SET_ADD_PEAK_CHUNK, nullptr, SF_FALSE);
-    double quality = kVorbisQuality;
+    double quality = kLossyQuality;
     sf_command(handle.get(), SFC_SET_VBR_ENCODING_QUALITY, &quality, sizeof quality);
 }
 
@@ -65,21 +62,24 @@ void AudioWriter::fail()
     throw Failure(fmt::format("{} was not written: {}", path.string(), sf_strerror(handle.get())));
 }
 
-// libsndfile's own conversion either scales by one step less than full scale or truncates instead of
-// rounding. This conversion is bit-exact for samples that were read from an integer format.
-void AudioWriter::quantise(const float *samples, size_t count)
+// libsndfile's own conversion either scales by one step less than full scale or truncates instead of rounding. This
+// conversion is bit-exact for samples that were read from an integer format.
+void AudioWriter::quantise(float *samples, size_t count)
 {
-    const double fullScale = std::ldexp(1.0, bits - 1);
+    const double fullScale = std::ldexp(1.0, bits - 1), step = std::ldexp(1.0, 1 - bits);
     const int unusedBits = 32 - bits;
     quantised.resize(count);
+    for (size_t i = 0; i < count; ++i) clipped += std::abs(samples[i]) > 1.0f;
+    dither.round(samples, fullScale, count);
     for (size_t i = 0; i < count; ++i) {
-        clipped += std::abs(samples[i]) > 1.0f;
-        const double step = std::clamp(std::nearbyint(samples[i] * fullScale), -fullScale, fullScale - 1.0);
-        quantised[i] = static_cast<int32_t>(static_cast<uint32_t>(static_cast<int32_t>(step)) << unusedBits);
+        const double rounded = std::clamp(dither.rounded()[i], -fullScale, fullScale - 1.0);
+        quantised[i] =
+            static_cast<int32_t>(static_cast<uint32_t>(static_cast<int32_t>(rounded)) << unusedBits);
+        samples[i] = static_cast<float>(rounded * step);
     }
 }
 
-void AudioWriter::write(const float *interleaved, uint32_t frames)
+void AudioWriter::write(float *interleaved, uint32_t frames)
 {
     sf_count_t done = 0;
     if (bits != 0) {
@@ -91,13 +91,16 @@ void AudioWriter::write(const float *interleaved, uint32_t frames)
     if (done != static_cast<sf_count_t>(frames) || file.failed()) fail();
 }
 
-void AudioWriter::finish()
+MetadataLoss AudioWriter::finish(const Metadata &metadata, const MetadataChanges &changes)
 {
     if (sf_close(handle.release()) != 0) {
         file.check();
         throw Failure(fmt::format("{} was not written: closing it failed", path.string()));
     }
-    file.commit();
+    MetadataLoss loss;
+    metadata.addTo(file, soundInfo.format, changes, loss);
+    file.finish();
+    return loss;
 }
 
 } // namespace App

@@ -1,41 +1,39 @@
 #include "apps/tessarine/files/Block.h"
 
 #include <algorithm>
+#include <cstddef>
 
 namespace App {
 
-Block::Block(uint32_t channelCount, uint32_t frames)
-    : channels(channelCount), interleaved(size_t{frames} * channelCount), left(frames), right(frames)
+void separate(const float *interleaved, uint32_t channels, uint32_t frames, float *left, float *right)
 {
-}
-
-uint32_t Block::read(AudioReader &reader, uint32_t frames)
-{
-    const uint32_t got = reader.read(interleaved.data(), frames);
-    std::fill(interleaved.begin() + ptrdiff_t{got} * channels,
-              interleaved.begin() + ptrdiff_t{frames} * channels, 0.0f);
-    return got;
-}
-
-void Block::separate(uint32_t frames)
-{
-    for (uint32_t i = 0; i < frames; ++i) {
-        left[i] = interleaved[size_t{i} * channels];
-        if (channels == 2) right[i] = interleaved[size_t{i} * 2 + 1];
+    if (channels == 1) {
+        std::copy_n(interleaved, frames, left);
+        return;
+    }
+    for (size_t i = 0; i < frames; ++i) {
+        left[i] = interleaved[2 * i];
+        right[i] = interleaved[2 * i + 1];
     }
 }
 
-void Block::interleave(uint32_t frames)
+void interleave(const float *left, const float *right, uint32_t channels, uint32_t frames, float *interleaved)
 {
-    for (uint32_t i = 0; i < frames; ++i) {
-        interleaved[size_t{i} * channels] = left[i];
-        if (channels == 2) interleaved[size_t{i} * 2 + 1] = right[i];
+    if (channels == 1) {
+        std::copy_n(left, frames, interleaved);
+        return;
+    }
+    for (size_t i = 0; i < frames; ++i) {
+        interleaved[2 * i] = left[i];
+        interleaved[2 * i + 1] = right[i];
     }
 }
 
-uint32_t framesToSkip(uint64_t skip, uint64_t begin, uint32_t frames)
+FrameRange overlap(uint64_t position, uint32_t frames, uint64_t begin, uint64_t end)
 {
-    return static_cast<uint32_t>(std::min<uint64_t>(frames, skip - std::min(skip, begin)));
+    const uint64_t first = std::clamp(begin, position, position + frames);
+    const uint64_t last = std::clamp(end, first, position + frames);
+    return {static_cast<uint32_t>(first - position), static_cast<uint32_t>(last - first)};
 }
 
 } // namespace App

@@ -1,11 +1,12 @@
 #include "apps/tessarine/files/InputFile.h"
 
-#include <array>
+#include <algorithm>
 #include <fmt/format.h>
-#include <fstream>
-#include <string_view>
+#include <optional>
+#include <string>
 
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/files/Chunks.h"
 
 namespace App {
 
@@ -13,35 +14,34 @@ namespace fs = std::filesystem;
 
 namespace {
 
-/// RIFF files (WAV) and FORM files (AIFF) share one chunk structure; they differ in these values.
-struct Layout {
-    std::string_view container, soundChunk;
-    bool bigEndian;
+/// Position and announced length of the audio in a file, in bytes.
+struct AudioBytes {
+    uint64_t begin, length;
 };
-constexpr Layout kLayouts[] = {{"RIFF", "data", false}, {"FORM", "SSND", true}};
 
-constexpr uint32_t kOpenLength = 0xFFFFFFFF; // written by programs that do not know the length yet
-
-struct ChunkHeader {
-    std::array<char, 8> bytes{};
-
-    std::string_view name() const { return {bytes.data(), 4}; }
-    uint32_t size(bool bigEndian) const
-    {
-        uint32_t value = 0;
-        for (int i = 0; i < 4; ++i)
-            value = value << 8 |
-                    static_cast<unsigned char>(bytes[static_cast<size_t>(bigEndian ? 4 + i : 7 - i)]);
-        return value;
+std::optional<AudioBytes> findAudio(FileBytes &file)
+{
+    ChunkWalker chunks(file);
+    while (const std::optional<ChunkWalker::Chunk> chunk = chunks.next()) {
+        if (chunk->isAudio) return AudioBytes{chunk->begin, chunk->length};
     }
-};
+    const std::string start = file.read(0, 4);
+    if (start == ".snd" || start == "dns.") { // AU, in either byte order
+        const bool bigEndian = start == ".snd";
+        return AudioBytes{file.number(4, 4, bigEndian), file.number(8, 4, bigEndian)};
+    }
+    return std::nullopt;
+}
 
 } // namespace
 
 void requirePlainFile(const fs::path &path, const char *content)
 {
-    std::error_code ignored;
-    const fs::file_status status = fs::status(path, ignored);
+    std::error_code problem;
+    const fs::file_status status = fs::status(path, problem);
+    if (status.type() == fs::file_type::none) // the name is too long, or a folder's permissions forbid it
+        throw Failure(fmt::format("{} cannot be read: {}; check the name and the permissions", path.string(),
+                                  problem.message()));
     if (!fs::exists(status)) throw Failure(fmt::format("{} does not exist; check the name", path.string()));
     if (fs::is_directory(status))
         throw Failure(fmt::format("{} is a folder; name {} in it", path.string(), content));
@@ -49,27 +49,13 @@ void requirePlainFile(const fs::path &path, const char *content)
         throw Failure(fmt::format("{} is not a regular file; copy its content to one first", path.string()));
 }
 
-uint64_t missingSoundBytes(const fs::path &path)
+uint64_t missingAudioBytes(const fs::path &path)
 {
-    std::error_code ignored;
-    const uint64_t fileSize = fs::file_size(path, ignored);
-    std::ifstream file(path, std::ios::binary);
-    ChunkHeader header;
-    if (!file.read(header.bytes.data(), 8)) return 0;
-    for (const Layout &layout : kLayouts) {
-        if (header.name() != layout.container) continue;
-        uint64_t position = 12; // first chunk, after the container's header and form type
-        while (file.seekg(static_cast<std::streamoff>(position)) && file.read(header.bytes.data(), 8)) {
-            const uint32_t size = header.size(layout.bigEndian);
-            position += 8;
-            if (header.name() == layout.soundChunk) {
-                if (size == kOpenLength || position + size <= fileSize) return 0;
-                return position + size - fileSize;
-            }
-            position += size + size % 2;
-        }
-    }
-    return 0;
+    FileBytes file(path);
+    const std::optional<AudioBytes> audio = findAudio(file);
+    if (!audio || audio->length == kOpenLength32 || audio->length == kOpenLength64) return 0;
+    const uint64_t present = file.size() - std::min(file.size(), audio->begin);
+    return audio->length - std::min(audio->length, present);
 }
 
 } // namespace App

@@ -4,9 +4,6 @@
 #include <cmath>
 #include <fmt/format.h>
 #include <limits>
-#include <optional>
-
-#include "apps/tessarine/console/Failure.h"
 
 namespace App {
 
@@ -15,6 +12,9 @@ namespace {
 constexpr int kStepsPerDb = 20; // resolution of the threshold search
 /// An inter-sample peak is interpolated from several samples with slightly different gains.
 constexpr double kPeakTolerance = 0.03; // dB
+
+long gridStep(double threshold) { return std::lround(-threshold * kStepsPerDb); }
+double thresholdAt(long step) { return -static_cast<double>(step) / kStepsPerDb; }
 
 double slope(const LimiterPoint &a, const LimiterPoint &b)
 {
@@ -57,7 +57,8 @@ LoudnessChoice share(LimiterMode mode, double threshold, double lift, const Gain
     LoudnessChoice choice;
     choice.mode = mode;
     choice.threshold = threshold;
-    const double sum = lift + threshold; // margin plus gain; the limiter itself lifts by -threshold
+    const double sum =
+        mode == LimiterMode::bypassed ? lift : lift + threshold; // the make-up gain is -threshold
     if (mode != LimiterMode::bypassed) {
         const double ofMargin = threshold < 0.0 ? sum : sum - std::max(sum, limits.leastGain);
         choice.margin = std::clamp(ofMargin, limits.leastMargin, 0.0);
@@ -72,31 +73,28 @@ LoudnessChoice lifted(const LoudnessGoal &goal, const GainLimits &limits, Limite
 {
     LoudnessChoice choice = share(mode, point.threshold, wholeHundredths(lift), limits);
     choice.goal = goal;
-    const double done = choice.gain + choice.margin - choice.threshold;
+    const double done = choice.lift();
     choice.predicted = {point.loudness + done, point.truePeak + done};
     return choice;
 }
 
-/// Result of the search along one curve: a choice, or the range of loudness within reach.
-struct Attempt {
-    std::optional<LoudnessChoice> choice;
-    double loudest = -std::numeric_limits<double>::infinity(); // LUFS
-    double softest = std::numeric_limits<double>::infinity();
-};
+} // namespace
 
-Attempt search(const LoudnessGoal &goal, const GainLimits &limits, const LimiterCurve &curve)
+LoudnessAttempt findOn(const LimiterCurve &curve, const LoudnessGoal &goal, const GainLimits &limits)
 {
     constexpr double kHundredth = 0.0101, kBeyondAllRanges = -1000.0; // dB
-    Attempt attempt;
-    const long steps = std::lround(-curve.points.front().threshold * kStepsPerDb);
-    for (long step = 0; step <= steps; ++step) {
-        const LimiterPoint point = pointAt(curve.points, -static_cast<double>(step) / kStepsPerDb);
+    constexpr double kInfinity = std::numeric_limits<double>::infinity();
+    LoudnessAttempt attempt{std::nullopt, -kInfinity, kInfinity};
+    const long first = gridStep(curve.points.back().threshold),
+               last = gridStep(curve.points.front().threshold);
+    for (long step = first; step <= last; ++step) {
+        const LimiterPoint point = pointAt(curve.points, thresholdAt(step));
         const auto reach = [&](double lift) { return lifted(goal, limits, curve.mode, point, lift); };
         const LoudnessChoice wanted = reach(goal.loudness - point.loudness);
         if (std::abs(wanted.predicted.loudness - goal.loudness) <= kHundredth &&
             wanted.predicted.truePeak <= goal.truePeak) {
             attempt.choice = wanted;
-            break;
+            return attempt;
         }
         attempt.loudest = std::max(attempt.loudest, reach(goal.truePeak - point.truePeak).predicted.loudness);
         attempt.softest = std::min(attempt.softest, reach(kBeyondAllRanges).predicted.loudness);
@@ -104,59 +102,26 @@ Attempt search(const LoudnessGoal &goal, const GainLimits &limits, const Limiter
     return attempt;
 }
 
-std::string refusal(const LoudnessGoal &goal, const std::vector<LimiterCurve> &curves, double loudest,
-                    double softest)
-{
-    if (goal.loudness < softest)
-        return fmt::format(
-            "{:g} LUFS is out of reach: the minimum is {:.1f} LUFS, with 'Gain' and 'Limiter "
-            "Margin' at their lowest; give --loudness {:.1f} or more, or lower the bands' gains",
-            goal.loudness, softest, std::ceil(softest * 10.0) / 10.0);
-    const bool bypassed = curves.front().mode == LimiterMode::bypassed;
-    std::string more = "raise and compress the bands more, or shorten 'Limiter Release'";
-    if (bypassed) more = "leave out 'Limiter Bypass'";
-    if (goal.truePeak < 0.0) more += ", or allow a higher --true-peak";
-    if (curves.size() == 1 && curves.front().mode == LimiterMode::soft)
-        more += ", or leave out 'Limiter Brickwall Mode=off'";
-    const double offered = std::floor(loudest * 10.0) / 10.0;
-    return fmt::format("{:g} LUFS is out of reach: with a true peak of at most {:g} dBTP the maximum is "
-                       "{:.1f} LUFS, {}; give --loudness {:.1f} or less, or {}",
-                       goal.loudness, goal.truePeak, offered,
-                       bypassed ? "with the limiter bypassed"
-                                : "where 'Limiter Threshold' or 'Gain' reaches its limit",
-                       offered, more);
-}
+double gridThreshold(double db) { return thresholdAt(gridStep(db)); }
 
-} // namespace
+void LimiterCurve::set(const LimiterPoint &point)
+{
+    const auto at = std::ranges::lower_bound(points, point.threshold, {}, &LimiterPoint::threshold);
+    if (at != points.end() && at->threshold == point.threshold)
+        *at = point;
+    else
+        points.insert(at, point);
+}
 
 std::vector<std::string> LoudnessChoice::settings() const
 {
     std::vector<std::string> list = {fmt::format("Gain={:.2f}", gain)};
+    list.push_back(fmt::format("Limiter Bypass={}", mode == LimiterMode::bypassed ? "on" : "off"));
     if (mode == LimiterMode::bypassed) return list;
     list.push_back(fmt::format("Limiter Threshold={:.2f}", threshold));
     list.push_back(fmt::format("Limiter Margin={:.2f}", margin));
     list.push_back(fmt::format("Limiter Brickwall Mode={}", mode == LimiterMode::brickwall ? "on" : "off"));
     return list;
-}
-
-LoudnessChoice choose(const LoudnessGoal &goal, const GainLimits &limits,
-                      const std::vector<LimiterCurve> &curves)
-{
-    double loudest = -std::numeric_limits<double>::infinity();
-    double softest = std::numeric_limits<double>::infinity();
-    for (const LimiterCurve &curve : curves) {
-        for (const LimiterPoint &point : curve.points) {
-            if (!std::isfinite(point.loudness))
-                throw Failure(
-                    "the loudness cannot be measured: the effect's output is silent, below -70 LUFS "
-                    "or shorter than 0.4 s; leave out --loudness");
-        }
-        const Attempt attempt = search(goal, limits, curve);
-        if (attempt.choice) return *attempt.choice;
-        loudest = std::max(loudest, attempt.loudest);
-        softest = std::min(softest, attempt.softest);
-    }
-    throw Failure(refusal(goal, curves, loudest, softest));
 }
 
 } // namespace App

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "apps/tessarine/console/Failure.h"
+#include "apps/tessarine/console/Text.h"
 #include "apps/tessarine/pictures/Palette.h"
 
 namespace App {
@@ -98,8 +99,10 @@ void Drawing::rectangle(const Box &rect, Colour colour, double width)
     cairo_stroke(context.get());
 }
 
-double Drawing::text(Position at, const std::string &text, double size, Colour colour, Align align, bool bold)
+double Drawing::text(Position at, const std::string &words, double size, Colour colour, Align align,
+                     bool bold)
 {
+    const std::string text = validUtf8(words);
     font(size, bold);
     cairo_text_extents_t extents;
     cairo_text_extents(context.get(), text.c_str(), &extents);

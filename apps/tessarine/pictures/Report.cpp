@@ -32,7 +32,7 @@ bool endsIn(const std::filesystem::path &path, const char *ending)
 std::string escaped(const std::string &text)
 {
     std::string result;
-    for (const char c : text) {
+    for (const char c : validUtf8(text)) {
         switch (c) {
         case '&': result += "&amp;"; break;
         case '<': result += "&lt;"; break;

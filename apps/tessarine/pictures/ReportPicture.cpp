@@ -1,5 +1,6 @@
 #include "apps/tessarine/pictures/ReportPicture.h"
 
+#include <algorithm>
 #include <cmath>
 #include <fmt/format.h>
 
@@ -75,7 +76,7 @@ public:
 
 private:
     static constexpr double kWidth = 1100.0, kLeft = 76.0, kRight = kWidth - 24.0; // points
-    static constexpr double kLevelTop = 100.0, kLevelHeight = 220.0;
+    static constexpr double kLevelTop = 118.0, kLevelHeight = 220.0;
     static constexpr double kStripTop = kLevelTop + kLevelHeight + 48.0, kStripHeight = 84.0,
                             kStripStep = kStripHeight + 30.0;
     static constexpr double kHeight = kStripTop + kStripStep * Column::kGains + 34.0;
@@ -102,12 +103,16 @@ private:
         drawing.text({kLeft, 38.0},
                      options.in.filename().string() + "  \u2192  " + options.out.filename().string(), 19.0,
                      Palette::kInk, Align::left, true);
-        std::string figures;
-        for (size_t i = 1; i < summary.levels.rows.size(); ++i) {
-            const auto &row = summary.levels.rows[i];
-            figures += fmt::format("{}{} {} \u2192 {}", i > 1 ? "      " : "", row[0], row[1], row[2]);
+        constexpr size_t kPerLine = 4;
+        const auto &rows = summary.levels.rows;
+        double baseline = 60.0;
+        for (size_t first = 1; first < rows.size(); first += kPerLine, baseline += 18.0) {
+            std::string figures;
+            for (size_t i = first; i < std::min(first + kPerLine, rows.size()); ++i)
+                figures += fmt::format("{}{} {} \u2192 {}", i > first ? "      " : "", rows[i][0], rows[i][1],
+                                       rows[i][2]);
+            drawing.text({kLeft, baseline}, figures, 12.5, Palette::kFaintInk);
         }
-        drawing.text({kLeft, 60.0}, figures, 12.5, Palette::kFaintInk);
     }
 
     void levels()

@@ -12,8 +12,6 @@ const std::vector<std::string> kGainNames = {"Band 1", "Band 2", "Band 3", "Band
 
 namespace {
 
-constexpr double kLoudnessTolerance = 0.5; // LU
-
 std::string number(double value, const char *unit)
 {
     if (std::isinf(value)) return std::string(value < 0 ? "-inf " : "inf ") + unit;
@@ -49,6 +47,7 @@ Table files(const RenderOptions &options, const Rendering &r)
         table.rows.push_back({"", fmt::format("{}, {:+.2f} dB, {}", describeFormat(r.formatDry), r.dryGainDb,
                                               isMatched(r) ? "as loud as the output" : "level unchanged")});
     }
+    if (!options.delta.empty()) table.rows.push_back({"Difference", options.delta.string()});
     if (!options.report.empty()) table.rows.push_back({"Report", options.report.string()});
     return table;
 }
@@ -86,19 +85,25 @@ Table work(const RenderOptions &options, const Rendering &r)
             }};
 }
 
-std::vector<std::string> remarks(const Rendering &r)
+/// "1 sample was", "2 samples were"
+std::string counted(uint64_t count, std::string_view noun)
+{
+    return fmt::format("{} {}", count, noun) + (count == 1 ? " was" : "s were");
+}
+
+std::vector<std::string> remarks(const RenderOptions &options, const Rendering &r)
 {
     std::vector<std::string> sentences;
     if (!r.warning.empty()) sentences.push_back(r.warning);
     if (r.clipped > 0)
         sentences.push_back(
-            fmt::format("{} samples exceeded full scale and were clipped (integer output format); lower "
-                        "'Limiter Margin' or 'Gain'",
-                        r.clipped));
+            fmt::format("{} clipped at full scale (integer output format); lower 'Limiter Margin' or 'Gain'",
+                        counted(r.clipped, "sample")));
     if (r.dryClipped > 0)
-        sentences.push_back(fmt::format("{} samples of the dry file exceeded full scale after {:+.2f} dB of "
-                                        "gain and were clipped; lower the output's loudness",
-                                        r.dryClipped, r.dryGainDb));
+        sentences.push_back(
+            fmt::format("{} clipped in the dry file after {:+.2f} dB of gain; lower the output's "
+                        "loudness",
+                        counted(r.dryClipped, "sample"), r.dryGainDb));
     if (r.formatDry != 0 && !isMatched(r))
         sentences.emplace_back("the dry file was not matched to the output's loudness, because the input or "
                                "the output is silent, "
@@ -107,13 +112,32 @@ std::vector<std::string> remarks(const Rendering &r)
         sentences.push_back(fmt::format("the true peak is {:.2f} dBTP, above the requested {:g} dBTP; give a "
                                         "lower --true-peak",
                                         r.out.truePeakDb, r.choice->goal.truePeak));
-    if (r.choice && std::abs(r.out.loudness - r.choice->goal.loudness) > kLoudnessTolerance)
-        sentences.push_back(fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS because of heavy "
-                                        "limiting; correct --loudness by the difference",
-                                        r.out.loudness, r.choice->goal.loudness));
+    if (r.missesLoudness())
+        sentences.push_back(
+            fmt::format("the loudness is {:.2f} LUFS instead of {:g} LUFS, as near as the true peak "
+                        "allows; give a lower --loudness or a higher --true-peak",
+                        r.out.loudness, r.choice->goal.loudness));
+    const std::optional<double> ceiling = r.choice ? r.choice->goal.truePeak : options.truePeak;
+    if (ceiling && r.encodedTruePeakDb && *r.encodedTruePeakDb > *ceiling)
+        sentences.push_back(
+            fmt::format("lossy encoding raises the true peak to {:.2f} dBTP, above the requested {:g} "
+                        "dBTP; give a lower --true-peak",
+                        *r.encodedTruePeakDb, *ceiling));
+    if (options.truePeak && r.loweredDb > 0.0)
+        sentences.push_back(fmt::format("'Gain' was lowered by {:.2f} dB to keep the true peak at {:g} dBTP",
+                                        r.loweredDb, *options.truePeak));
+    if (options.truePeak && r.out.truePeakDb > *options.truePeak)
+        sentences.push_back(
+            fmt::format("the true peak is {:.2f} dBTP, above the requested {:g} dBTP, because "
+                        "'Gain' is at its minimum; lower 'Limiter Margin'",
+                        r.out.truePeakDb, *options.truePeak));
+    if (r.deltaClipped > 0)
+        sentences.push_back(
+            fmt::format("{} clipped in the difference; add --bits float", counted(r.deltaClipped, "sample")));
     if (r.silenced > 0)
         sentences.push_back(
-            fmt::format("{} input samples were NaN, infinite or absurdly loud and were zeroed", r.silenced));
+            fmt::format("{} zeroed: NaN, infinite or absurdly loud", counted(r.silenced, "input sample")));
+    sentences.insert(sentences.end(), r.metadataRemarks.begin(), r.metadataRemarks.end());
     return sentences;
 }
 
@@ -129,7 +153,12 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
         {"Sample peak", number(r.in.samplePeakDb, "dBFS"), number(r.out.samplePeakDb, "dBFS")},
         {"True peak", number(r.in.truePeakDb, "dBTP"), number(r.out.truePeakDb, "dBTP")},
         {"Loudness", number(r.in.loudness, "LUFS"), number(r.out.loudness, "LUFS")},
+        {"Loudness range", number(r.in.range, "LU"), number(r.out.range, "LU")},
+        {"Maximum short-term", number(r.in.maxShortTerm, "LUFS"), number(r.out.maxShortTerm, "LUFS")},
+        {"Maximum momentary", number(r.in.maxMomentary, "LUFS"), number(r.out.maxMomentary, "LUFS")},
     };
+    if (r.encodedTruePeakDb)
+        summary.levels.rows.push_back({"True peak, encoded", "", number(*r.encodedTruePeakDb, "dBTP")});
     if (r.choice) {
         summary.goal = goal(*r.choice, r);
         summary.choice = chosen(*r.choice);
@@ -140,7 +169,7 @@ Summary summarise(const RenderOptions &options, const Rendering &r)
                                           number(r.history.total().leastGainDb(i), "dB"),
                                           number(r.history.total().meanGainDb(i), "dB")});
     summary.work = work(options, r);
-    summary.remarks = remarks(r);
+    summary.remarks = remarks(options, r);
     return summary;
 }
 

@@ -15,7 +15,7 @@ struct Table {
 /// The figures of a rendering, formatted for the terminal and the report.
 struct Summary {
     Table files;     // names and formats of the input and the written files
-    Table levels;    // sample peak, true peak and loudness of input and output
+    Table levels;    // peaks and loudness of input and output
     Table goal;      // requested, predicted and measured loudness and true peak; may be empty
     Table choice;    // parameters chosen for the goal; may be empty
     Table reduction; // maximum and mean gain reduction of each band and of the limiter
