@@ -83,7 +83,8 @@ void runPasses(EffectPass &effect, GainMeter &gains, OutputPass &output, uint64_
     Worker writer; // works on the other buffer; destroyed first
     Progress progress(total, rate);
     for (uint64_t done = 0, turn = 0; done < total; ++turn) {
-        auto &[chunk, columns] = buffers[turn % 2];
+        Chunk &chunk = buffers[turn % 2].chunk;
+        std::vector<Column> &columns = buffers[turn % 2].columns;
         effect.run(static_cast<uint32_t>(std::min<uint64_t>(chunkFrames, total - done)), chunk);
         columns = gains.takeColumns();
         writer.start([&output, &chunk, &columns] { output.take(chunk, columns); });
