@@ -131,10 +131,10 @@ std::vector<MetadataChunk> makeWavChunks(const MetadataTags &tags)
 {
     std::vector<MetadataChunk> chunks;
     std::string info = "INFO";
-    for (const auto &[tag, values] : tags.text) {
+    for (const auto &entry : tags.text) {
         const auto name =
-            std::ranges::find_if(kInfoNames, [&](const TextName &known) { return tag == known.tag; });
-        if (name != std::end(kInfoNames)) info += infoEntry(name->chunk, joined(values));
+            std::ranges::find_if(kInfoNames, [&](const TextName &known) { return entry.first == known.tag; });
+        if (name != std::end(kInfoNames)) info += infoEntry(name->chunk, joined(entry.second));
     }
     if (info.size() > 4) chunks.push_back({"LIST", info});
     if (!fits(tags, kInfoNames)) chunks.push_back(id3Chunk("id3 ", tags));
